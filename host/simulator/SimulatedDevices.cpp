@@ -1,0 +1,90 @@
+#include "host/simulator/SimulatedDevices.h"
+
+#include "host/devicetask/CameraHost.h"
+#include "host/simulator/DeviceCore.h"
+#include "host/simulator/SimulatorDevice.h"
+#include "host/simulator/SparseMemory.h"
+#include "host/simulator/areacamera/AreaCamera.h"
+
+#include <QXmlStreamReader>
+
+namespace {
+
+constexpr quint32 kFirstAddress = 0xC0A80A65; // 192.168.10.101
+
+struct BuiltInRow
+{
+    const char *id;
+    BuiltInDevice (*make)(int instance);
+};
+
+const BuiltInRow kBuiltIn[] = {
+    {"area-camera", makeAreaCamera},
+};
+
+std::shared_ptr<DeviceSource> sourceOf(const std::shared_ptr<DeviceCore> &core)
+{
+    auto source = std::make_shared<DeviceSource>();
+    source->create = [core](GError **error) { return newSimulatorDevice(core, error); };
+    return source;
+}
+
+QString modelOf(const QByteArray &xml)
+{
+    QXmlStreamReader reader(xml);
+    while (reader.readNextStartElement()) {
+        if (reader.name() == QLatin1String("RegisterDescription")) {
+            return reader.attributes().value(QLatin1String("ModelName")).toString();
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QStringList SimulatedDevices::builtInIds()
+{
+    QStringList ids;
+    for (const BuiltInRow &row : kBuiltIn) {
+        ids.append(QString::fromLatin1(row.id));
+    }
+    return ids;
+}
+
+SimulatedDevices::Simulated SimulatedDevices::builtIn(const QString &id, int instance)
+{
+    for (const BuiltInRow &row : kBuiltIn) {
+        if (id != QLatin1String(row.id)) {
+            continue;
+        }
+        BuiltInDevice device = row.make(instance);
+        const auto core = std::make_shared<DeviceCore>(device.m_description, std::move(device.m_pMemory),
+                                                       std::move(device.m_pBehaviour));
+        const auto source = sourceOf(core);
+        source->id = id;
+        source->name = QStringLiteral("%1 (%2)").arg(device.m_strModel, device.m_strSerial);
+        source->model = device.m_strModel;
+        source->serial = device.m_strSerial;
+        source->ipv4 = device.m_nIpv4;
+        source->translations = device.m_translations;
+        return {core, source};
+    }
+    return {};
+}
+
+SimulatedDevices::Simulated SimulatedDevices::fromDescription(const QByteArray &xml, const QString &name,
+                                                              SimulatorControl::MemoryPattern pattern)
+{
+    const auto core = std::make_shared<DeviceCore>(xml, std::make_unique<SparseMemory>(pattern),
+                                                   std::make_unique<DeviceBehaviour>());
+    const auto source = sourceOf(core);
+    const QString model = modelOf(xml);
+    // The same file gets the same serial number, so that what a host keeps by it is found again.
+    const uint checksum = qChecksum(xml.constData(), uint(xml.size()));
+    source->id = name;
+    source->name = name;
+    source->model = model.isEmpty() ? name : model;
+    source->serial = QStringLiteral("XML%1").arg(checksum, 8, 10, QLatin1Char('0'));
+    source->ipv4 = kFirstAddress + 99;
+    return {core, source};
+}

@@ -1,0 +1,527 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="en_US">
+<context>
+    <name>QCustomReverseHintWidget</name>
+    <message>
+        <source>lang_qcustomreversehintwidget_codetrigenable</source>
+        <translation>Trigger by Code</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_codetrigenabletooltip</source>
+        <translation>While this is on, a code that was read starts and stops the trigger.</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_hdrenable</source>
+        <translation>HDR</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_hdrenabletooltip</source>
+        <translation>HDR combines several exposures and lowers the frame rate.</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_pharmacodeonetrack</source>
+        <translation>Pharmacode One Track</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_pharmacodetooltip</source>
+        <translation>Pharmacode excludes the other one-dimensional codes.</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_pharmacodetwotrack</source>
+        <translation>Pharmacode Two Track</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_quality1denable</source>
+        <translation>1D Code Quality Evaluation</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_qualityenable</source>
+        <translation>2D Code Quality Evaluation</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_qualityenabletooltip</source>
+        <translation>Quality evaluation makes the reading of codes slower.</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_selftriggerperiod</source>
+        <translation>Self Trigger Period</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_selftriggerperiodtooltip</source>
+        <translation>The period should be longer than the exposure time and the time that an image takes to be processed.</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_tooltip</source>
+        <translation>This parameter cannot be set during acquisition. Stop the acquisition first.</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_xmirror</source>
+        <translation>Reverse X</translation>
+    </message>
+    <message>
+        <source>lang_qcustomreversehintwidget_ymirror</source>
+        <translation>Reverse Y</translation>
+    </message>
+</context>
+<context>
+    <name>QFeatureDiff</name>
+    <message>
+        <source>lang_qfeaturediff_category</source>
+        <translation>Category</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturediff_currentvalue</source>
+        <translation>Current Value</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturediff_featurediff</source>
+        <translation>Differences</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturediff_featurename</source>
+        <translation>Feature</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturediff_importcancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturediff_importfeature</source>
+        <translation>Value in File</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturediff_importok</source>
+        <translation>Import</translation>
+    </message>
+</context>
+<context>
+    <name>QFeatureDrawWidget</name>
+    <message>
+        <source>lang_qfeaturedrawwidget_batch</source>
+        <translation>Batch</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturedrawwidget_draw</source>
+        <translation>Draw</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturedrawwidget_edit</source>
+        <translation>Edit</translation>
+    </message>
+</context>
+<context>
+    <name>QFeatureToolBar</name>
+    <message>
+        <source>lang_qfeaturetoolbar_expand</source>
+        <translation>Expand All</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetoolbar_featureexport</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetoolbar_featureimport</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetoolbar_featurerefresh</source>
+        <translation>Refresh</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetoolbar_fileaccess</source>
+        <translation>File Access</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetoolbar_fold</source>
+        <translation>Collapse All</translation>
+    </message>
+</context>
+<context>
+    <name>QFeatureTree</name>
+    <message>
+        <source>Prompt</source>
+        <translation>Prompt</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_allfeature</source>
+        <translation>All Features</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_beginner</source>
+        <translation>Beginner</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_cameraisrebooting</source>
+        <translation>The camera is restarting.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_expert</source>
+        <translation>Expert</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_exportunavailable</source>
+        <translation>Exporting features is not part of this version yet.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_failedsetval</source>
+        <translation>The feature could not be set.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_favoriteadd</source>
+        <translation>Add to Favorites</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_favoriteremove</source>
+        <translation>Remove from Favorites</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_favoriteremoveall</source>
+        <translation>Remove All Favorites</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_featuredesc</source>
+        <translation>Feature Description</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_featurestream</source>
+        <translation>Feature files</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fileaccessunavailable</source>
+        <translation>File access is not part of this version yet.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fileerror</source>
+        <translation>The file cannot be read or is not a feature file.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fileversiondiff</source>
+        <translation>The file has another version.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_ftpnamenotempty</source>
+        <translation>The name of FTP pictures cannot be empty.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_guru</source>
+        <translation>Guru</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_importunavailable</source>
+        <translation>Importing features is not part of this version yet.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_lineconfigerrortip</source>
+        <translation>The line cannot be configured in the present state. Check the mode of the line and stop what uses it first.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_loadfeaturecompleted</source>
+        <translation>The features were imported.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_loadfeaturefailed</source>
+        <translation>The features could not be imported.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_loadfeatures</source>
+        <translation>Import Features</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_loadingfeatures</source>
+        <translation>Importing the features...</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_mismatch</source>
+        <translation>The file belongs to another model or firmware.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_nodefailedexec</source>
+        <translation>Node &apos;%1&apos; was not executed. %2</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_nodefailedsaveval</source>
+        <translation>Node &apos;%1&apos;: value &apos;%2&apos; was not saved. %3</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_nodevice</source>
+        <translation>The device is not available.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_paramerror</source>
+        <translation>A parameter could not be written.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_parsingfile</source>
+        <translation>Reading the feature file...</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_pleaseusecaution</source>
+        <translation>This restores a user set and replaces the present parameters. Continue?</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_portconflicts</source>
+        <translation>Port %1 was not set; another service may use it. %2</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_profinetmessage</source>
+        <translation>PROFINET takes effect after the parameters have been saved and the device has been restarted.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_prompt</source>
+        <translation>Prompt</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_recommendedval</source>
+        <translation>The recommended packet size for this connection is %1.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_return</source>
+        <translation>Return</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_savefeature</source>
+        <translation>Export Features</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_savefeaturefailed</source>
+        <translation>The features could not be exported.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_savefeatureing</source>
+        <translation>Exporting the features...</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_savefeaturesuccess</source>
+        <translation>The features were exported.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_saveparamrestart</source>
+        <translation>Save the parameters and restart the device for this setting to take effect.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_search</source>
+        <translation>Search features</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_settingfeatures</source>
+        <translation>Setting the feature...</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_suredeletecurcfg</source>
+        <translation>Delete the current configuration?</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_surerecover</source>
+        <translation>Restore the factory settings? All present parameters will be lost.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_surerecoverdefault</source>
+        <translation>Restore the default parameters? Unsaved changes will be lost.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_threadisrun</source>
+        <translation>An import or export is still running. Try again when it has ended.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_updatefeature</source>
+        <translation>Updating the features...</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_userlevel</source>
+        <translation>User Level</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_writeunavailable</source>
+        <translation>Feature &apos;%1&apos; (%2) was not written: this version shows values only.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_xmlerror</source>
+        <translation>The file holds no features.</translation>
+    </message>
+</context>
+<context>
+    <name>QFileAccessDialog</name>
+    <message>
+        <source>lang_qfileaccessdialog_badfile</source>
+        <translation>This kind of file does not fit the chosen device file.</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_choosefile</source>
+        <translation>Choose a File</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_deviceparameter</source>
+        <translation>Device file</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_export</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_exportfailed</source>
+        <translation>The file could not be exported.</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_exporting</source>
+        <translation>Exporting</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_exportsuccess</source>
+        <translation>The file was exported.</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_fileacceess</source>
+        <translation>File Access</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_importfailed</source>
+        <translation>The file could not be imported.</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_importing</source>
+        <translation>Importing</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_importsuccess</source>
+        <translation>The file was imported. Restart the device now for it to take effect?</translation>
+    </message>
+    <message>
+        <source>lang_qfileaccessdialog_prompt</source>
+        <translation>Prompt</translation>
+    </message>
+</context>
+<context>
+    <name>QLightingSelectorWidget</name>
+    <message>
+        <source>lang_qlightingselectorwidget_alloff</source>
+        <translation>All Off</translation>
+    </message>
+    <message>
+        <source>lang_qlightingselectorwidget_allon</source>
+        <translation>All On</translation>
+    </message>
+    <message>
+        <source>lang_qlightingselectorwidget_allturnon</source>
+        <translation>All on</translation>
+    </message>
+</context>
+<context>
+    <name>QPropertyLineEdit</name>
+    <message>
+        <source>lang_qpropertylineedit_notdecimal</source>
+        <translation>&quot;%1&quot; is not a whole number.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_notfloat</source>
+        <translation>&quot;%1&quot; is not a number. Use a point for decimals and nothing between thousands.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_nothex</source>
+        <translation>&quot;%1&quot; is not a hexadecimal number of at most 64 bits.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_notipv4</source>
+        <translation>&quot;%1&quot; is not an IPv4 address such as 192.168.1.10.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_notmac</source>
+        <translation>&quot;%1&quot; is not a MAC address such as 00:11:22:AA:BB:CC.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_notmask</source>
+        <translation>&quot;%1&quot; is not a subnet mask such as 255.255.255.0.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_outofrange</source>
+        <translation>The value must lie between %1 and %2.</translation>
+    </message>
+    <message>
+        <source>lang_qpropertylineedit_toolong</source>
+        <translation>The text takes %1 bytes; the device holds at most %2.</translation>
+    </message>
+</context>
+<context>
+    <name>VexaFeatureWidget</name>
+    <message>
+        <source>Algorithm Setting</source>
+        <translation>Algorithm Setting</translation>
+    </message>
+    <message>
+        <source>Communication Settings</source>
+        <translation>Communication Settings</translation>
+    </message>
+    <message>
+        <source>Config Management</source>
+        <translation>Config Management</translation>
+    </message>
+    <message>
+        <source>Data Processing</source>
+        <translation>Data Processing</translation>
+    </message>
+    <message>
+        <source>Device Connection</source>
+        <translation>Device Connection</translation>
+    </message>
+    <message>
+        <source>Feature Tree</source>
+        <translation>Feature Tree</translation>
+    </message>
+    <message>
+        <source>I/O Control Settings</source>
+        <translation>I/O Control Settings</translation>
+    </message>
+    <message>
+        <source>Image Settings</source>
+        <translation>Image Settings</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistics</translation>
+    </message>
+</context>
+<context>
+    <name>VexaFileAccessThread</name>
+    <message>
+        <source>lang_vexafileaccessthread_sdkerror</source>
+        <translation>Error: %1</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPropertySpinBox</name>
+    <message>
+        <source>Min:%1; Max:%2; Step Value:%3</source>
+        <translation>Min:%1; Max:%2; Step Value:%3</translation>
+    </message>
+</context>
+<context>
+    <name>VexaPropertyTreeDelegate</name>
+    <message>
+        <source>Set</source>
+        <translation>Set</translation>
+    </message>
+</context>
+<context>
+    <name>VexaStringFormatWidget</name>
+    <message>
+        <source>Failed to set the feature value.</source>
+        <translation>Failed to set the feature value.</translation>
+    </message>
+    <message>
+        <source>Node &apos;%1&apos;:failed to save value &apos;%2&apos;. %3</source>
+        <translation>Node &apos;%1&apos;:failed to save value &apos;%2&apos;. %3</translation>
+    </message>
+    <message>
+        <source>Special characters exist in the setting content, please modify and try again!</source>
+        <translation>Special characters exist in the setting content, please modify and try again!</translation>
+    </message>
+    <message>
+        <source>The FTP image name cannot be empty. Please reset it!</source>
+        <translation>The FTP image name cannot be empty. Please reset it!</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,123 @@
+#include "host/workbench/CommandLine.h"
+
+namespace {
+
+struct Option
+{
+    const char *name;
+    const char *valueName; ///< null for a switch
+    const char *description;
+    bool repeatable;
+};
+
+const Option DEVICE {"device", "ID", "Open this device; may be given several times.", true};
+const Option DESCRIPTION {"description", "FILE", "Open a simulated device with this GenICam XML description.", true};
+const Option MEMORY_PATTERN {"memory-pattern", "zero|ugly", "What the registers of such a device hold at first.",
+                             false};
+const Option LIST {"list", nullptr, "Print the devices that can be opened.", false};
+const Option LANGUAGE {"language", "ENG|CH", "Language of the program and of the feature texts.", false};
+const Option USER_LEVEL {"user-level", "0|1|2", "Features to show: 0 guru, 1 expert, 2 beginner.", false};
+const Option DUMP {"dump", "FILE|-", "Write all features as JSON to the file or to the standard output.", false};
+const Option READ {"read", "NAME", "Print the value of this feature.", false};
+const Option SCREENSHOT {"screenshot", "FILE.png", "Save a picture of the window.", false};
+const Option HELP {"help", nullptr, "Print this help.", false};
+const Option VERSION {"version", nullptr, "Print the version.", false};
+
+const Option *const ALL_OPTIONS[] = {&DEVICE, &DESCRIPTION, &MEMORY_PATTERN, &LIST, &LANGUAGE, &USER_LEVEL,
+                                     &DUMP, &READ, &SCREENSHOT, &HELP, &VERSION};
+
+QString nameOf(const Option &option)
+{
+    return QString::fromLatin1(option.name);
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+{
+    m_parser.setApplicationDescription(QStringLiteral(
+        "Shows the feature trees of GenICam devices.\n"
+        "--dump, --read and --screenshot need no display: each waits for the first full update, acts and exits\n"
+        "(0 done, 1 refused or failed, 2 wrong usage)."));
+    for (const Option *option : ALL_OPTIONS) {
+        m_parser.addOption(QCommandLineOption(nameOf(*option), QString::fromLatin1(option->description),
+                                              QString::fromLatin1(option->valueName)));
+    }
+}
+
+bool CommandLine::fail(const QString &text)
+{
+    m_strError = text;
+    return false;
+}
+
+bool CommandLine::parse(const QStringList &arguments)
+{
+    m_options = WorkbenchOptions();
+    m_strError.clear();
+    if (!m_parser.parse(arguments)) {
+        return fail(m_parser.errorText());
+    }
+    if (!m_parser.positionalArguments().isEmpty()) {
+        return fail(QStringLiteral("Unexpected argument '%1'.").arg(m_parser.positionalArguments().constFirst()));
+    }
+    for (const Option *option : ALL_OPTIONS) {
+        const QStringList values = option->valueName ? m_parser.values(nameOf(*option)) : QStringList();
+        if (values.size() > 1 && !option->repeatable) {
+            return fail(QStringLiteral("Option '--%1' may be given only once.").arg(nameOf(*option)));
+        }
+        if (values.contains(QString())) {
+            return fail(QStringLiteral("Option '--%1' needs a value.").arg(nameOf(*option)));
+        }
+    }
+    m_options.help = m_parser.isSet(nameOf(HELP));
+    m_options.version = m_parser.isSet(nameOf(VERSION));
+    m_options.list = m_parser.isSet(nameOf(LIST));
+    m_options.devices = m_parser.values(nameOf(DEVICE));
+    m_options.descriptions = m_parser.values(nameOf(DESCRIPTION));
+    m_options.dumpFile = m_parser.value(nameOf(DUMP));
+    m_options.readName = m_parser.value(nameOf(READ));
+    m_options.screenshotFile = m_parser.value(nameOf(SCREENSHOT));
+    return takeChoices() && checkCombination();
+}
+
+bool CommandLine::takeChoices()
+{
+    static const struct
+    {
+        const Option *option;
+        QStringList choices;
+    } TABLE[] = {{&MEMORY_PATTERN, {QStringLiteral("zero"), QStringLiteral("ugly")}},
+                 {&LANGUAGE, {QStringLiteral("ENG"), QStringLiteral("CH")}},
+                 {&USER_LEVEL, {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")}}};
+    for (const auto &row : TABLE) {
+        const QString name = nameOf(*row.option);
+        if (m_parser.isSet(name) && !row.choices.contains(m_parser.value(name))) {
+            return fail(QStringLiteral("Option '--%1' takes %2, not '%3'.")
+                            .arg(name, row.choices.join(QStringLiteral(" or ")), m_parser.value(name)));
+        }
+    }
+    if (m_parser.value(nameOf(MEMORY_PATTERN)) == QLatin1String("ugly")) {
+        m_options.memoryPattern = SimulatorControl::MemoryPattern::Ugly;
+    }
+    m_options.language = m_parser.value(nameOf(LANGUAGE));
+    if (m_parser.isSet(nameOf(USER_LEVEL))) {
+        m_options.userLevel = m_parser.value(nameOf(USER_LEVEL)).toInt();
+    }
+    return true;
+}
+
+bool CommandLine::checkCombination()
+{
+    if (m_parser.isSet(nameOf(MEMORY_PATTERN)) && m_options.descriptions.isEmpty()) {
+        return fail(QStringLiteral("Option '--memory-pattern' needs '--description'."));
+    }
+    const bool ofOneDevice = !m_options.dumpFile.isEmpty() || !m_options.readName.isEmpty();
+    if (ofOneDevice && m_options.devices.size() + m_options.descriptions.size() > 1) {
+        return fail(QStringLiteral("Options '--dump' and '--read' work on one device."));
+    }
+    if (m_options.dumpFile == QLatin1String("-") && !m_options.readName.isEmpty()) {
+        return fail(QStringLiteral("Options '--dump -' and '--read' both need the standard output."));
+    }
+    return true;
+}

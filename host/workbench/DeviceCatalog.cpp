@@ -1,0 +1,117 @@
+#include "host/workbench/DeviceCatalog.h"
+
+#include "host/devicetask/CameraHost.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+/// One byte more than the device layer takes: a longer file is refused there without being read whole here.
+constexpr qint64 DESCRIPTION_READ_LIMIT = 64LL * 1024 * 1024 + 1;
+
+QString numberedId(const QString &id, int number)
+{
+    return number == 1 ? id : QStringLiteral("%1#%2").arg(id).arg(number);
+}
+
+} // namespace
+
+QString DeviceCatalog::addBuiltIn(const QString &id, QString *error)
+{
+    const QString model = id.section(QLatin1Char('#'), 0, 0);
+    int number = 1;
+    bool ok = true;
+    if (id.contains(QLatin1Char('#'))) {
+        number = id.section(QLatin1Char('#'), 1).toInt(&ok);
+    } else {
+        while (find(numberedId(model, number))) {
+            ++number;
+        }
+    }
+    if (!ok || number < 1 || !SimulatedDevices::builtInIds().contains(model)) {
+        *error = QStringLiteral("There is no device '%1'. Devices: %2.")
+                     .arg(id, SimulatedDevices::builtInIds().join(QStringLiteral(", ")));
+        return QString();
+    }
+    const QString freeId = numberedId(model, number);
+    if (find(freeId)) {
+        *error = QStringLiteral("The device '%1' was asked for twice.").arg(id);
+        return QString();
+    }
+    return enter(freeId, SimulatedDevices::builtIn(model, number - 1));
+}
+
+QString DeviceCatalog::addDescription(const QString &path, SimulatorControl::MemoryPattern pattern, QString *error)
+{
+    const QFileInfo info(path);
+    QFile file(path);
+    if (info.isDir() || !file.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("The description '%1' cannot be read: %2.")
+                     .arg(path, info.isDir() ? QStringLiteral("it is a folder") : file.errorString());
+        return QString();
+    }
+    const QByteArray xml = file.read(DESCRIPTION_READ_LIMIT);
+    if (file.error() != QFileDevice::NoError) {
+        *error = QStringLiteral("The description '%1' cannot be read: %2.").arg(path, file.errorString());
+        return QString();
+    }
+    int number = 1;
+    while (find(numberedId(info.fileName(), number))) {
+        ++number;
+    }
+    const SimulatedDevices::Simulated device =
+        SimulatedDevices::fromDescription(xml, info.completeBaseName(), pattern);
+    QFile texts(info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".zh.json"));
+    if (texts.open(QIODevice::ReadOnly)) {
+        device.source->translations = texts.read(DESCRIPTION_READ_LIMIT);
+    }
+    return enter(numberedId(info.fileName(), number), device);
+}
+
+QString DeviceCatalog::enter(const QString &id, const SimulatedDevices::Simulated &device)
+{
+    device.source->id = id;
+    m_devices.append({id, device.source, device.control});
+    return id;
+}
+
+const DeviceCatalog::Device *DeviceCatalog::find(const QString &id) const
+{
+    for (const Device &device : m_devices) {
+        if (device.id == id) {
+            return &device;
+        }
+    }
+    return nullptr;
+}
+
+QString DeviceCatalog::builtInList()
+{
+    QString text;
+    for (const QString &id : SimulatedDevices::builtInIds()) {
+        const SimulatedDevices::Simulated device = SimulatedDevices::builtIn(id);
+        text += QStringList {id, transportName(device.source->deviceType), device.source->model, device.source->serial}
+                    .join(QLatin1Char('\t'))
+            + QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString DeviceCatalog::transportName(unsigned int deviceType)
+{
+    static const struct
+    {
+        unsigned int type;
+        const char *name;
+    } TABLE[] = {{DEVICE_TYPE_GIGE, "GigE"},
+                 {DEVICE_TYPE_GIGE_VIRTUAL, "GigE"},
+                 {DEVICE_TYPE_U3V, "U3V"},
+                 {DEVICE_TYPE_CL, "CL"}};
+    for (const auto &row : TABLE) {
+        if (row.type == deviceType) {
+            return QString::fromLatin1(row.name);
+        }
+    }
+    return QString::number(deviceType);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/simulator/SimulatedDevices.h"
+
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+struct DeviceSource;
+
+/// What can be opened: devices by id, each with the source that CameraHost opens. It opens nothing itself.
+class DeviceCatalog
+{
+public:
+    struct Device
+    {
+        QString id; ///< "area-camera", "area-camera#2", the file's name for a description
+        std::shared_ptr<DeviceSource> source;
+        std::shared_ptr<SimulatorControl> control; ///< keeps the registers of a simulated device
+    };
+
+    /// Enters one more device of a built-in id, "ID" or "ID#N"; a plain id that is taken gets the next free number.
+    /// The id in the catalogue, empty with a reason in `error` for an unknown one.
+    QString addBuiltIn(const QString &id, QString *error);
+    /// Enters a device with the GenICam description in the file and, when one stands beside it (FILE without its suffix
+    /// and ".zh.json"), with its Chinese texts. Empty with a reason in `error` when the file cannot be read.
+    QString addDescription(const QString &path, SimulatorControl::MemoryPattern pattern, QString *error);
+
+    const QVector<Device> &devices() const { return m_devices; }
+    /// Null for an unknown id.
+    const Device *find(const QString &id) const;
+
+    /// One line for each built-in device: id, transport, model, serial number, separated by tabs.
+    static QString builtInList();
+    /// "GigE", "U3V", "CL" or the number of another device type.
+    static QString transportName(unsigned int deviceType);
+
+private:
+    QString enter(const QString &id, const SimulatedDevices::Simulated &device);
+
+    QVector<Device> m_devices;
+};

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "ControlKit/CustomWidget.h"
+
+class CustomComboBox;
+class CustomLabel;
+class CustomPushButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+/// The devices at the left of the window, with what can be done to the selected one, and the language of the program.
+/// It shows and asks; the window acts.
+class DeviceListPanel : public CustomWidget
+{
+    Q_OBJECT
+public:
+    /// What the list says of a device.
+    enum class DeviceState { Available, Opening, Open, Grabbing, Lost };
+
+    explicit DeviceListPanel(QWidget *parent = nullptr);
+    ~DeviceListPanel() override;
+
+    void addDevice(const QString &id, const QString &transport, const QString &model);
+    void setDeviceState(const QString &id, DeviceState state);
+    QString currentDevice() const;
+    void setCurrentDevice(const QString &id);
+    /// Shows "ENG" or "CH" without a signal.
+    void setLanguage(const QString &language);
+
+signals:
+    void openRequested(QString id);
+    void closeRequested(QString id);
+    void startRequested(QString id);
+    void stopRequested(QString id);
+    void deviceSelected(QString id);
+    void languageChosen(QString language);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    CustomPushButton *makeButton(const char *objectName, void (DeviceListPanel::*request)(QString));
+    QTreeWidgetItem *itemOf(const QString &id) const;
+    void retranslate();
+    void updateButtons();
+
+    CustomLabel *m_pTitle;
+    QTreeWidget *m_pList;
+    CustomPushButton *m_pOpenButton;
+    CustomPushButton *m_pCloseButton;
+    CustomPushButton *m_pStartButton;
+    CustomPushButton *m_pStopButton;
+    CustomLabel *m_pLanguageTitle;
+    CustomComboBox *m_pLanguageCombo;
+};

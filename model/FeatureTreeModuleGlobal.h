@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#ifdef FEATURETREEMODULE_BUILD
+#define FEATURETREEMODULE_API Q_DECL_EXPORT
+#else
+#define FEATURETREEMODULE_API Q_DECL_IMPORT
+#endif

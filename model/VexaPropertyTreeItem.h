@@ -1,0 +1,149 @@
+#pragma once
+
+#include "model/FeatureTreeModuleGlobal.h"
+
+#include <QList>
+#include <QMap>
+#include <QMutex>
+#include <QSet>
+#include <QString>
+
+#include <atomic>
+#include <memory>
+
+class CTreeItemValue;
+class IVexaFeatureNotify;
+
+/// Key of a parent link: 0 is the feature tree, any other value the page index of a step page tree.
+using ParentType = int;
+constexpr ParentType PARENT_FEATURE_TREE = 0;
+
+/// Kinds of rows.
+enum ITEM_TYEP {
+    ITEM_FAVORITE = 0, ///< a copy under the favourites category
+    ITEM_FAVORITES_CATEGORY = 1,
+    ITEM_FEATURE = 2,
+    ITEM_CATEGORY = 3
+};
+
+/// A number that passes through to the views as it is.
+enum NotifyViewSpecial { NOTIFY_VIEW_SPECIAL_NONE = 0 };
+
+/// One node of the item tree: a category, a feature, a favourite or a row made for a page. It owns its value and
+/// its children and tells its views of every change. Not a QObject. The structure (children, parents, tags) changes
+/// on the GUI thread while no worker runs; flags may be read on any thread; everything in the value is guarded by
+/// updateLock, which is never held across a device access nor while a view is told.
+class FEATURETREEMODULE_API VexaPropertyTreeItem
+{
+public:
+    explicit VexaPropertyTreeItem(VexaPropertyTreeItem *pParent = nullptr, ParentType eType = PARENT_FEATURE_TREE);
+    ~VexaPropertyTreeItem();
+    VexaPropertyTreeItem(const VexaPropertyTreeItem &) = delete;
+    VexaPropertyTreeItem &operator=(const VexaPropertyTreeItem &) = delete;
+
+    void addChild(VexaPropertyTreeItem *pChild);
+    void insertChild(int nIndex, VexaPropertyTreeItem *pChild);
+    /// Takes the child out of the list; does not delete it and leaves its own parents alone.
+    void removeChild(VexaPropertyTreeItem *pChild);
+    VexaPropertyTreeItem *child(int nIndex) const;
+    int childCount() const;
+    /// First direct child with this node name or null.
+    VexaPropertyTreeItem *findChild(const QString &strName) const;
+    VexaPropertyTreeItem *parent(ParentType eType) const;
+    /// Moves the item under another parent of this kind; null takes it out.
+    void setParent(VexaPropertyTreeItem *pParent, ParentType eType);
+    /// Row in the parent's children, -1 without a parent.
+    int indexInParent(ParentType eType) const;
+    /// Deletes all children.
+    void clear();
+    /// Takes over tag, value, names and state of another item; children, parents, views and mapping stay.
+    void copy(VexaPropertyTreeItem *pSource);
+
+    CTreeItemValue *value() const;
+    QString tagName() const;
+    /// Sets the element tag and with it the class of the value. Pointers to the old value die.
+    void setTagName(const QString &strTagName);
+    ITEM_TYEP itemType() const;
+    void setItemType(ITEM_TYEP eType);
+    bool isFeatureTreeItem() const;
+    void setIsFeatureTreeItem(bool bFeatureTreeItem);
+    /// The partner that shows the same feature in another row.
+    VexaPropertyTreeItem *mappingItem() const;
+    void setMappingItem(VexaPropertyTreeItem *pItem);
+
+    bool readOnly() const;
+    void setReadOnly(long lCameraID, bool bReadOnly);
+    bool visible() const;
+    /// Leaf: stores the wish and tells the views when what is shown changed. Branch with `bRecursive`: the branch's
+    /// own switch, after which the leaves below follow their wishes. Branch without: the branch always reopens,
+    /// whatever `bVisible` says.
+    void setVisible(bool bVisible, long lCameraID, bool bRecursive);
+    int visibleChildCount() const;
+    /// Element Visibility: "Beginner", "Expert", "Guru" or "Invisible". Takes the update lock.
+    QString visibilityString() const;
+    void setVisibilityString(const QString &strVisibility);
+
+    /// Whether a search for this text finds the item.
+    bool searchVisible(const QString &strFilter) const;
+    /// Whether this is the last row that its parent shows under this search text.
+    bool isLastVisibleChild(const QString &strFilter) const;
+    void setExpanded(bool bExpanded, long lCameraID);
+
+    void registerView(IVexaFeatureNotify *pView);
+    void removeView(IVexaFeatureNotify *pView);
+    /// `nType` -1 means all columns.
+    void notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor, bool bFromUiJson);
+    void notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID);
+
+    void updateLock() const;
+    void updateUnlock() const;
+    /// Tells the views when the value's fingerprint differs from the one that the editor took over. Takes the
+    /// update lock for the comparison; the caller must not hold it.
+    void endUpdateItem(long lCameraID);
+
+    /// The value has been read since the tree was opened.
+    bool isValueCached() const;
+    void setValueCached(bool bCached);
+
+    /// A number for a reading of the device that begins now. Any thread.
+    quint64 beginReading();
+    /// What one reading covers; each part is published on its own.
+    enum ReadingPart { READING_VALUE = 0, READING_VISIBILITY = 1, READING_ACCESS = 2, READING_PARTS = 3 };
+    /// Under the update lock: whether this part of a reading may still be published; false when one that began
+    /// later, or a write, was published already. A true answer marks this one as published.
+    bool publishReading(quint64 nReading, ReadingPart ePart);
+    /// A copy of the value for the GUI, taken under the update lock. Custom rows keep their own fields.
+    std::unique_ptr<CTreeItemValue> valueSnapshot() const;
+    /// The editor shows this snapshot now (`bCached` whether it was filled with a value that had been read).
+    void editorTookOver(CTreeItemValue &snapshot, bool bReadOnly, bool bCached);
+    /// The same for a row without an editor, from the present value.
+    void editorTookOver();
+
+    /// Does nothing; the shut-down path of the main widget calls it.
+    static void releaseTransInfo();
+
+private:
+    class Views;
+    bool branchesOpen() const;
+    void applyLeafVisible(long lCameraID);
+    void applyBranch(long lCameraID);
+
+    std::atomic<bool> m_bBranchVisible {true}; ///< a branch's own switch
+    std::atomic<bool> m_bVisible {true}; ///< leaf: what the views were last told
+    std::atomic<bool> m_bWantsVisible {true}; ///< leaf: its own wish, apart from its branches
+    std::atomic<bool> m_bReadOnly {true};
+    bool m_bIsFeatureTreeItem = true;
+    ITEM_TYEP m_nItemType = ITEM_CATEGORY;
+    QString m_strTagName;
+    QString m_strVisibility = QStringLiteral("Beginner");
+    std::unique_ptr<CTreeItemValue> m_pValue;
+    VexaPropertyTreeItem *m_pMappingItem = nullptr;
+    QSet<IVexaFeatureNotify *> m_views;
+    QList<VexaPropertyTreeItem *> m_children;
+    QMap<int, VexaPropertyTreeItem *> m_parents;
+    mutable QMutex m_updateMutex;
+    std::atomic<bool> m_bValueCached {false};
+    std::atomic<bool> m_bEditorCached {false}; ///< the editor's last fill showed a value that had been read
+    std::atomic<quint64> m_nNextReading {0};
+    quint64 m_publishedReadings[READING_PARTS] = {0, 0, 0}; ///< guarded by the update lock
+};

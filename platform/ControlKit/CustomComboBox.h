@@ -1,0 +1,23 @@
+#pragma once
+
+#include "ControlKit/CustomQssHelper.h"
+
+#include <QComboBox>
+
+/// A combo box. Styles: 1 value of a feature, 2 plain. `mode` 0 selects from the list only, 1 lets the user type.
+/// A wheel turn without the focus changes nothing and scrolls what is around it.
+class CONTROLKIT_API CustomComboBox : public QComboBox, public CustomQssHelper
+{
+    Q_OBJECT
+public:
+    explicit CustomComboBox(int style = 2, int mode = 0, QWidget *parent = nullptr);
+    ~CustomComboBox() override;
+
+    int cStyle() const { return m_nStyle; }
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    int m_nStyle;
+};

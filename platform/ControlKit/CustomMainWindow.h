@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ControlKit/CustomPushButton.h"
+#include "ControlKit/CustomWidget.h"
+
+#include <QDialog>
+
+#include <memory>
+
+/// Title bar of a framed dialog.
+class CONTROLKIT_API CustomTitleBar : public CustomWidget
+{
+    Q_OBJECT
+public:
+    explicit CustomTitleBar(QWidget *parent = nullptr);
+    ~CustomTitleBar() override;
+    void cSetTitleText(const QString &text);
+    /// Bits of what the bar offers: 1 minimise, 2 maximise, 4 close.
+    void cSetTitleControls(int controls);
+
+Q_SIGNALS:
+    void closeClicked();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+/// A dialog with a frame of its own: title bar, central widget, button bar.
+class CONTROLKIT_API CustomMainWindow : public QDialog, public CustomObject
+{
+    Q_OBJECT
+public:
+    explicit CustomMainWindow(QWidget *parent = nullptr);
+    ~CustomMainWindow() override;
+
+    CustomTitleBar *cTitleBar() const;
+    /// Takes the widget over.
+    void cSetCentralWidget(QWidget *widget);
+    /// Standard buttons as bits: 1 OK, 2 Cancel.
+    void cSetButtons(int buttons);
+    /// Further buttons with these texts, in order, left of the standard ones; cButton counts them from 0.
+    void cAddCustomButtons(const QStringList &texts);
+    CustomPushButton *cButton(int index) const;
+    void cSetEnableButtonBar(bool enable);
+    void cEnableDefualtShadow(bool enable = true);
+    /// Edges by which the user resizes the dialog, as bits; 0 fixes its size.
+    void cSetStrechEdges(int edges);
+    /// 1: the dialog stays above its parent's window.
+    void cSetWindowLever(int level);
+
+Q_SIGNALS:
+    /// A custom button was clicked.
+    void customButtonClicked(int index);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#ifdef SHELLSERVICESMODULE_BUILD
+#define SHELLSERVICESMODULE_API Q_DECL_EXPORT
+#else
+#define SHELLSERVICESMODULE_API Q_DECL_IMPORT
+#endif

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Everything that has to hold before a change lands: the checks, the build with warnings as errors, all tests, and all
+# tests again under AddressSanitizer and UndefinedBehaviorSanitizer. The last line is ctest's closing line of that run.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+source tools/packages.sh
+
+install_missing "${BUILD_PACKAGES[@]}" "${FONT_PACKAGES[@]}" "${CHECK_PACKAGES[@]}"
+
+tools/check_includes.sh
+find platform model tree view editors featurefile fileaccess shell host tests benchmarks \
+    \( -name '*.h' -o -name '*.cpp' \) -print0 2>/dev/null \
+    | xargs -0 -r clang-format-14 --dry-run -Werror
+echo "format: every source file is as .clang-format says"
+
+for preset in dev asan; do
+    cmake --preset "$preset" "${COMPILER_CACHE[@]}"
+    cmake --build --preset "$preset" -j "$(nproc)"
+    ctest --preset "$preset"
+done

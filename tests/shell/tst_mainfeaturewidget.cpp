@@ -1,0 +1,201 @@
+#include "DeviceTaskModule/QTaskManager.h"
+#include "ShellServicesModule/QFunction.h"
+#include "ShellServicesModule/QVexaEventBus.h"
+#include "ShellServicesModule/VexaListenTools.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "shell/VexaFeatureToolBar.h"
+#include "tests/support/ModuleFixture.h"
+
+#include <QSignalSpy>
+#include <QStackedWidget>
+#include <QTreeView>
+#include <QtTest>
+
+namespace {
+
+SimulatedDevices::Simulated areaCamera()
+{
+    return SimulatedDevices::builtIn(QStringLiteral("area-camera"));
+}
+
+class CountingListener : public IVexaListen
+{
+public:
+    CountingListener() { VexaListenTools::instance()->addListener(this, PRIORITY_LEVEL_2); }
+    ~CountingListener() override { VexaListenTools::instance()->removeListener(this); }
+    void notify(int event, void *) override { m_events.append(event); }
+    QList<int> m_events;
+};
+
+} // namespace
+
+class tst_mainfeaturewidget : public QObject
+{
+    Q_OBJECT
+private slots:
+    void withoutTaskManager();
+    void vanishedCameraGetsTheEmptyPage();
+    void workersMakeNoTree();
+    void removingTheCurrentCamera();
+    void removingAnUnknownCamera();
+    void clearLeavesAnEmptyPage();
+    void expandStates();
+    void toolBarOnTheEmptyPage();
+    void codeTypeTables();
+    void itemsByStep();
+    void negativeIdOnTheBus();
+    void elidedTabText();
+};
+
+void tst_mainfeaturewidget::withoutTaskManager()
+{
+    QVERIFY(!QTaskManager::Instance());
+    VexaMainFeatureWidget *widget = VexaMainFeatureWidget::instance();
+    QVERIFY(!widget->featureTree(1, true));
+    QVERIFY(!widget->featureTree(-1, false));
+    widget->setCurrentCameraID(1);
+    widget->OnToolBarBtnClicked(VexaFeatureToolBar::BUTTON_REFRESH);
+    QCOMPARE(widget->getAllFeatureTreeStacked()->count(), 0);
+    delete widget;
+}
+
+void tst_mainfeaturewidget::vanishedCameraGetsTheEmptyPage()
+{
+    ModuleFixture fixture;
+    VexaFeatureTree *emptyPage = fixture.mainWidget().featureTree(-1, false);
+    QVERIFY(emptyPage);
+    QCOMPARE(fixture.mainWidget().featureTree(4711, false), emptyPage);
+    QVERIFY(!fixture.mainWidget().isFeatureTreeExist(4711));
+    const ModuleFixture::Camera camera = fixture.open(areaCamera());
+    QVERIFY(camera.tree != emptyPage);
+    QCOMPARE(fixture.mainWidget().featureTree(camera.id, false), camera.tree);
+    fixture.close(camera);
+    QCOMPARE(fixture.mainWidget().featureTree(camera.id, false), emptyPage);
+}
+
+void tst_mainfeaturewidget::workersMakeNoTree()
+{
+    ModuleFixture fixture;
+    const auto device = areaCamera();
+    const long int id = fixture.host().openCamera(*device.source).cameraId;
+    VexaFeatureTree *found = nullptr;
+    QScopedPointer<QThread> worker(QThread::create([&] { found = fixture.mainWidget().featureTree(id, true); }));
+    worker->start();
+    QVERIFY(worker->wait());
+    QCOMPARE(found, fixture.mainWidget().featureTree(-1, false));
+    QVERIFY(!fixture.mainWidget().isFeatureTreeExist(id));
+    fixture.host().closeCamera(id);
+}
+
+void tst_mainfeaturewidget::removingTheCurrentCamera()
+{
+    ModuleFixture fixture;
+    const ModuleFixture::Camera camera = fixture.open(areaCamera());
+    QStackedWidget *stack = fixture.mainWidget().getAllFeatureTreeStacked();
+    QCOMPARE(stack->currentWidget(), camera.tree);
+    CountingListener listener;
+    fixture.mainWidget().removeFeatureTree(camera.id);
+    QCOMPARE(listener.m_events.count(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE), 1);
+    QCOMPARE(stack->currentWidget(), fixture.mainWidget().featureTree(-1, false));
+    QCOMPARE(stack->count(), 1);
+    // The current id is -1 now: the tree's tool bar is passed over.
+    fixture.mainWidget().UpdateToolBarBtn(1, static_cast<int>(camera.id), false);
+    fixture.host().closeCamera(camera.id);
+}
+
+void tst_mainfeaturewidget::removingAnUnknownCamera()
+{
+    ModuleFixture fixture;
+    CountingListener listener;
+    fixture.mainWidget().removeFeatureTree(99);
+    QVERIFY(listener.m_events.isEmpty());
+}
+
+void tst_mainfeaturewidget::clearLeavesAnEmptyPage()
+{
+    ModuleFixture fixture;
+    const ModuleFixture::Camera first = fixture.open(areaCamera());
+    const ModuleFixture::Camera second = fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera"), 1));
+    fixture.mainWidget().clearFeatureTrees();
+    QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().keys(), QList<long int>({-1}));
+    QCOMPARE(fixture.mainWidget().getAllFeatureTreeStacked()->count(), 1);
+    fixture.host().closeCamera(first.id);
+    fixture.host().closeCamera(second.id);
+}
+
+void tst_mainfeaturewidget::expandStates()
+{
+    ModuleFixture fixture;
+    const ModuleFixture::Camera camera = fixture.open(areaCamera());
+    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
+    auto *view = camera.tree->findChild<QTreeView *>();
+    const QModelIndex category = view->model()->index(0, 0);
+    QVERIFY(view->isExpanded(category));
+    auto *bar = camera.tree->findChild<VexaFeatureToolBar *>();
+    auto *button = bar->findChildren<QAbstractButton *>().at(1);
+    QSignalSpy clicked(bar, &VexaFeatureToolBar::SigToolBarBtnClicked);
+    button->click();
+    QCOMPARE(clicked.takeFirst().first().toInt(), int(VexaFeatureToolBar::BUTTON_EXPAND));
+    QVERIFY(!view->isExpanded(category));
+    button->click();
+    QVERIFY(view->isExpanded(category));
+    // A search that expands the tree brings the state along: the next click collapses.
+    button->click();
+    emit camera.tree->SigExpandTree();
+    fixture.mainWidget().onFeatureTreeExpand();
+    QVERIFY(!view->isExpanded(category));
+    // A camera without a state is passed over.
+    fixture.mainWidget().OnCameraClose(camera.id);
+    fixture.mainWidget().onFeatureTreeExpand();
+    QVERIFY(!view->isExpanded(category));
+    fixture.close(camera);
+}
+
+void tst_mainfeaturewidget::toolBarOnTheEmptyPage()
+{
+    ModuleFixture fixture;
+    QSignalSpy log(QFunction::Instance(), &QFunction::messageLogged);
+    for (const int index : {0, 1, 2, 3, 4, 17}) {
+        fixture.mainWidget().OnToolBarBtnClicked(index);
+    }
+    QCOMPARE(log.count(), 3); // import, export and file access say what they cannot do yet
+}
+
+void tst_mainfeaturewidget::codeTypeTables()
+{
+    ModuleFixture fixture;
+    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(1, QStringLiteral("LocBarNum")), -1);
+    fixture.mainWidget().SetCodeTypeMap(1, {{QStringLiteral("LocBarNum"), 12}});
+    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(1, QStringLiteral("LocBarNum")), 12);
+    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(1, QStringLiteral("StackBarNum")), -1);
+    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(2, QStringLiteral("LocBarNum")), -1);
+}
+
+void tst_mainfeaturewidget::itemsByStep()
+{
+    ModuleFixture fixture;
+    const ModuleFixture::Camera camera = fixture.open(areaCamera());
+    QVERIFY(fixture.mainWidget().getItemByName(QStringLiteral("Width"), STEP_FEATURE_TREE));
+    QVERIFY(!fixture.mainWidget().getItemByName(QStringLiteral("Width"), static_cast<StepIndex>(2)));
+    QVERIFY(!fixture.mainWidget().getItemByName(QString(), STEP_FEATURE_TREE));
+    fixture.close(camera);
+}
+
+void tst_mainfeaturewidget::negativeIdOnTheBus()
+{
+    ModuleFixture fixture;
+    const int trees = fixture.mainWidget().getAllFeatureTreesMap().size();
+    emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(-5, {QStringLiteral("Width")});
+    QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().size(), trees);
+}
+
+void tst_mainfeaturewidget::elidedTabText()
+{
+    ModuleFixture fixture;
+    QCOMPARE(fixture.mainWidget().GetTabCutString(QStringLiteral("Tab")), QStringLiteral("Tab"));
+    const QString cut = fixture.mainWidget().GetTabCutString(QString(200, QLatin1Char('W')));
+    QVERIFY(cut.size() < 20 && cut.startsWith(QLatin1String("WW")) && !cut.endsWith(QLatin1Char('W')));
+}
+
+QTEST_MAIN(tst_mainfeaturewidget)
+#include "tst_mainfeaturewidget.moc"

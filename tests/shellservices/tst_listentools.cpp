@@ -1,0 +1,245 @@
+#include "ShellServicesModule/VexaListenTools.h"
+
+#include <QSemaphore>
+#include <QThread>
+#include <QtConcurrent>
+#include <QtTest>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+
+namespace {
+
+/// Notes its calls and does what a test asks it to do in them.
+class Listener : public IVexaListen
+{
+public:
+    explicit Listener(const QString &name = QString(), QStringList *log = nullptr)
+        : m_strName(name), m_pLog(log)
+    {
+    }
+    ~Listener() override { VexaListenTools::instance()->removeListener(this); }
+
+    void notify(int event, void *data) override
+    {
+        ++calls;
+        lastEvent = event;
+        lastData = data;
+        if (m_pLog) {
+            m_pLog->append(m_strName);
+        }
+        if (onNotify) {
+            onNotify();
+        }
+    }
+
+    std::function<void()> onNotify;
+    std::atomic<int> calls { 0 };
+    int lastEvent = -1;
+    void *lastData = nullptr;
+
+private:
+    QString m_strName;
+    QStringList *m_pLog;
+};
+
+} // namespace
+
+class tst_ListenTools : public QObject
+{
+    Q_OBJECT
+private slots:
+    void callsInOrderOfPriority();
+    void listenersChangeTheListWhileNotified_data();
+    void listenersChangeTheListWhileNotified();
+    void aListenerIsRegisteredOnce();
+    void notifiesWithinANotification();
+    void removalWaitsForTheOtherThread();
+    void mutualRemovalEnds();
+    void survivesTrafficFromManyThreads();
+};
+
+void tst_ListenTools::callsInOrderOfPriority()
+{
+    QStringList log;
+    Listener late("late", &log), first("first", &log), second("second", &log), early("early", &log);
+    auto *const pTools = VexaListenTools::instance();
+    pTools->addListener(&late, PRIORITY_LEVEL_2);
+    pTools->addListener(&first, PRIORITY_LEVEL_1);
+    pTools->addListener(&second, PRIORITY_LEVEL_1);
+    pTools->addListener(&early, PRIORITY_LEVEL_0);
+    long int cameraId = 7;
+    pTools->notifyListeners(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE, &cameraId);
+    QCOMPARE(log, QStringList({ "early", "first", "second", "late" }));
+    QCOMPARE(late.lastEvent, int(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE));
+    QCOMPARE(late.lastData, static_cast<void *>(&cameraId));
+}
+
+void tst_ListenTools::listenersChangeTheListWhileNotified_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QStringList>("firstRound");
+    QTest::addColumn<QStringList>("secondRound");
+
+    QTest::newRow("skips the one after a self-removal")
+        << "remove a" << QStringList({ "a", "b", "c" }) << QStringList({ "b", "c" });
+    QTest::newRow("calls one that was removed by an earlier one")
+        << "remove b" << QStringList({ "a", "c" }) << QStringList({ "a", "c" });
+    QTest::newRow("calls a new one in the round that added it")
+        << "add d" << QStringList({ "a", "b", "c" }) << QStringList({ "a", "b", "c", "d" });
+    QTest::newRow("calls one twice that was taken out and put back")
+        << "renew b" << QStringList({ "a", "c" }) << QStringList({ "a", "c", "b" });
+}
+
+void tst_ListenTools::listenersChangeTheListWhileNotified()
+{
+    QFETCH(QString, action);
+    QFETCH(QStringList, firstRound);
+    QFETCH(QStringList, secondRound);
+    QStringList log;
+    Listener a("a", &log), b("b", &log), c("c", &log), d("d", &log);
+    auto *const pTools = VexaListenTools::instance();
+    for (Listener *pListener : { &a, &b, &c }) {
+        pTools->addListener(pListener, PRIORITY_LEVEL_1);
+    }
+    const QMap<QString, std::function<void()>> actions {
+        { "remove a", [&] { pTools->removeListener(&a); } },
+        { "remove b", [&] { pTools->removeListener(&b); } },
+        { "add d", [&] { pTools->addListener(&d, PRIORITY_LEVEL_1); } },
+        { "renew b",
+          [&] {
+              pTools->removeListener(&b);
+              pTools->addListener(&b, PRIORITY_LEVEL_1);
+          } },
+    };
+    a.onNotify = actions.value(action);
+    pTools->notifyListeners(6, nullptr);
+    QCOMPARE(log, firstRound);
+    a.onNotify = nullptr;
+    log.clear();
+    pTools->notifyListeners(6, nullptr);
+    QCOMPARE(log, secondRound);
+}
+
+void tst_ListenTools::aListenerIsRegisteredOnce()
+{
+    QStringList log;
+    Listener a("a", &log), b("b", &log);
+    auto *const pTools = VexaListenTools::instance();
+    pTools->addListener(&a, PRIORITY_LEVEL_0);
+    pTools->addListener(&b, PRIORITY_LEVEL_1);
+    pTools->addListener(&a, PRIORITY_LEVEL_2);
+    pTools->notifyListeners(6, nullptr);
+    QCOMPARE(log, QStringList({ "b", "a" }));
+    pTools->removeListener(&a);
+    pTools->notifyListeners(6, nullptr);
+    QCOMPARE(log, QStringList({ "b", "a", "b" }));
+}
+
+void tst_ListenTools::notifiesWithinANotification()
+{
+    Listener outer, inner;
+    auto *const pTools = VexaListenTools::instance();
+    pTools->addListener(&outer, PRIORITY_LEVEL_0);
+    pTools->addListener(&inner, PRIORITY_LEVEL_1);
+    outer.onNotify = [&] {
+        outer.onNotify = nullptr;
+        pTools->notifyListeners(15, nullptr);
+        pTools->removeListener(&outer); // of a call that is still on this thread's own stack
+    };
+    pTools->notifyListeners(3, nullptr);
+    QCOMPARE(outer.calls.load(), 2);
+    QCOMPARE(inner.calls.load(), 2);
+}
+
+void tst_ListenTools::removalWaitsForTheOtherThread()
+{
+    auto *const pTools = VexaListenTools::instance();
+    Listener listener;
+    QSemaphore entered, leave;
+    std::atomic<bool> bLeft { false };
+    listener.onNotify = [&] {
+        entered.release();
+        leave.acquire();
+        bLeft = true;
+    };
+    pTools->addListener(&listener, PRIORITY_LEVEL_1);
+    std::thread notifier([&] { pTools->notifyListeners(7, nullptr); });
+    entered.acquire();
+    std::atomic<bool> bRemoved { false };
+    std::atomic<bool> bLeftBefore { false };
+    std::thread remover([&] {
+        pTools->removeListener(&listener);
+        bLeftBefore = bLeft.load();
+        bRemoved = true;
+    });
+    QTest::qWait(20); // a removal that does not wait returns within this time
+    QVERIFY(!bRemoved);
+    leave.release();
+    remover.join();
+    notifier.join();
+    QVERIFY(bLeftBefore);
+    pTools->notifyListeners(7, nullptr);
+    QCOMPARE(listener.calls.load(), 1);
+}
+
+void tst_ListenTools::mutualRemovalEnds()
+{
+    auto *const pTools = VexaListenTools::instance();
+    Listener a, b;
+    QSemaphore inA, inB;
+    // One thread is inside a, the other inside b; each removes the other.
+    std::thread::id first = std::this_thread::get_id();
+    a.onNotify = [&] {
+        if (std::this_thread::get_id() == first) {
+            inA.release();
+            inB.acquire();
+            pTools->removeListener(&b);
+        }
+    };
+    b.onNotify = [&] {
+        if (std::this_thread::get_id() != first) {
+            inB.release();
+            inA.acquire();
+            pTools->removeListener(&a);
+        }
+    };
+    pTools->addListener(&a, PRIORITY_LEVEL_0);
+    pTools->addListener(&b, PRIORITY_LEVEL_1);
+    std::thread other([&] { pTools->notifyListeners(3, nullptr); });
+    pTools->notifyListeners(3, nullptr);
+    other.join();
+    const int nCalls = a.calls + b.calls;
+    pTools->notifyListeners(3, nullptr);
+    QCOMPARE(a.calls + b.calls, nCalls);
+}
+
+void tst_ListenTools::survivesTrafficFromManyThreads()
+{
+    auto *const pTools = VexaListenTools::instance();
+    std::atomic<bool> bStop { false };
+    QVector<QFuture<void>> notifiers;
+    for (int i = 0; i < 2; ++i) {
+        notifiers.append(QtConcurrent::run([&] {
+            while (!bStop) {
+                pTools->notifyListeners(6, nullptr);
+            }
+        }));
+    }
+    for (int i = 0; i < 2000; ++i) {
+        // A listener that is called after its removal is used after it was freed.
+        auto pListener = std::make_unique<Listener>();
+        pTools->addListener(pListener.get(), PriorityLevel(i % 3));
+        if (i % 16 == 0) {
+            QThread::yieldCurrentThread();
+        }
+    }
+    bStop = true;
+    for (QFuture<void> &notifier : notifiers) {
+        notifier.waitForFinished();
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_ListenTools)
+#include "tst_listentools.moc"

@@ -1,0 +1,440 @@
+#include "ShellServicesModule/QPropertyLineEdit.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QMenu>
+#include <QToolTip>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include <limits>
+
+using Mode = QPropertyLineEdit::TextMode;
+
+Q_DECLARE_METATYPE(QPropertyLineEdit::TextMode)
+
+/// Every text goes in as key presses, every value comes out as the delegate takes it.
+class tst_PropertyLineEdit : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    void typedTextBecomesAValue_data();
+    void typedTextBecomesAValue();
+    void refusesWithAReason_data();
+    void refusesWithAReason();
+    void keysThatNoValueHoldsAreRefused_data();
+    void keysThatNoValueHoldsAreRefused();
+    void ranges_data();
+    void ranges();
+    void numbersDoNotDependOnTheLocale_data();
+    void numbersDoNotDependOnTheLocale();
+    void anUnmodifiedTextIsNotSaved();
+    void aSavedTextIsNotSavedTwice();
+    void refillWhileTyping();
+    void refillBehindAContextMenu();
+    void refillKeepsTheCursor();
+    void escapeRestores();
+    void theMarkGoesWithTheNextKey();
+    void aModeChangeTakesTheRangeAway();
+    void aLongDeviceTextStaysUnmodified();
+    void thousandsAreCheap();
+
+private:
+    void type(const QString &text);
+    bool isMarked() const;
+
+    std::unique_ptr<QWidget> m_pWindow;
+    QPropertyLineEdit *m_pEdit = nullptr;
+    QLineEdit *m_pOther = nullptr;
+};
+
+void tst_PropertyLineEdit::init()
+{
+    m_pWindow = std::make_unique<QWidget>();
+    auto *pLayout = new QVBoxLayout(m_pWindow.get());
+    m_pEdit = new QPropertyLineEdit(1);
+    m_pOther = new QLineEdit;
+    pLayout->addWidget(m_pEdit);
+    pLayout->addWidget(m_pOther);
+    m_pWindow->show();
+    m_pWindow->activateWindow();
+    m_pEdit->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
+    QTRY_VERIFY(m_pEdit->hasFocus());
+}
+
+void tst_PropertyLineEdit::cleanup()
+{
+    QLocale::setDefault(QLocale::c());
+    m_pWindow.reset();
+}
+
+void tst_PropertyLineEdit::type(const QString &text)
+{
+    QTest::keyClick(m_pEdit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(m_pEdit, Qt::Key_Delete);
+    QTest::keyClicks(m_pEdit, text);
+}
+
+/// Whether the red frame shows.
+bool tst_PropertyLineEdit::isMarked() const
+{
+    return m_pEdit->grab().toImage().pixelColor(m_pEdit->width() / 2, 1) == QColor(0xFF, 0x52, 0x52);
+}
+
+void tst_PropertyLineEdit::typedTextBecomesAValue_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QVariant>("value");
+    const auto row = [](const char *name, Mode mode, const QString &typed, const QVariant &value) {
+        QTest::newRow(name) << mode << typed << value;
+    };
+    const qint64 nLargest = std::numeric_limits<qint64>::max();
+    const qint64 nSmallest = std::numeric_limits<qint64>::min();
+
+    row("integer cut to 32 bits", Mode::TEXT_DECIMAL, "4294967296", Q_INT64_C(4294967296));
+    row("largest integer through a double", Mode::TEXT_DECIMAL, QString::number(nLargest), nLargest);
+    row("smallest integer", Mode::TEXT_DECIMAL, QString::number(nSmallest), nSmallest);
+    row("leading zeros read as octal", Mode::TEXT_DECIMAL, "0010", Q_INT64_C(10));
+    row("blanks around a number", Mode::TEXT_DECIMAL, " 42 ", Q_INT64_C(42));
+    row("hex without prefix read as decimal", Mode::TEXT_HEX, "20", Q_INT64_C(32));
+    row("hex with prefix, mixed case", Mode::TEXT_HEX, "0XdeadBEEF", Q_INT64_C(0xDEADBEEF));
+    row("top bit of 64", Mode::TEXT_HEX, "0x8000000000000000", nSmallest);
+    row("hex with more digits than bits", Mode::TEXT_HEX, "0x000000000000000000FF", Q_INT64_C(255));
+    row("address with the top bit becomes negative", Mode::TEXT_IPV4, "192.168.0.1",
+        Q_INT64_C(0xC0A80001));
+    row("padded address read as octal", Mode::TEXT_IPV4, "010.001.000.099", Q_INT64_C(0x0A010063));
+    row("mask", Mode::TEXT_MASK, "255.255.252.0", Q_INT64_C(0xFFFFFC00));
+    row("mask of all ones", Mode::TEXT_MASK, "255.255.255.255", Q_INT64_C(0xFFFFFFFF));
+    row("mask of zeros", Mode::TEXT_MASK, "0.0.0.0", Q_INT64_C(0));
+    row("MAC with colons", Mode::TEXT_MAC, "00:1a:2B:3C:4D:5E", Q_INT64_C(0x001A2B3C4D5E));
+    row("MAC with dashes", Mode::TEXT_MAC, "FF-FF-FF-FF-FF-FF", Q_INT64_C(0xFFFFFFFFFFFF));
+    row("MAC without separators", Mode::TEXT_MAC, "001A2B3C4D5E", Q_INT64_C(0x001A2B3C4D5E));
+    row("float loses digits", Mode::TEXT_FLOAT, "-0.000123456789012", -0.000123456789012);
+    row("float with an exponent", Mode::TEXT_FLOAT, "1.5e-7", 1.5e-7);
+    row("decimal comma", Mode::TEXT_FLOAT, "12,5", 12.5);
+    row("string trimmed", Mode::TEXT_STRING, " a b ", QString(" a b "));
+    row("string emptied", Mode::TEXT_STRING, "", QString(""));
+    row("string that looks like a number", Mode::TEXT_STRING, "007", QString("007"));
+}
+
+void tst_PropertyLineEdit::typedTextBecomesAValue()
+{
+    QFETCH(Mode, mode);
+    QFETCH(QString, typed);
+    QFETCH(QVariant, value);
+    m_pEdit->SetText("7", mode);
+    type(typed);
+    QVariant saved;
+    QVERIFY(m_pEdit->SaveProperty(saved));
+    QCOMPARE(saved.userType(), value.userType());
+    QCOMPARE(saved, value);
+    QVERIFY(!isMarked());
+}
+
+void tst_PropertyLineEdit::refusesWithAReason_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<QString>("typed");
+    const auto row = [](const char *name, Mode mode, const QString &typed) {
+        QTest::newRow(name) << mode << typed;
+    };
+    row("nothing read as 0", Mode::TEXT_DECIMAL, "");
+    row("only blanks", Mode::TEXT_DECIMAL, "  ");
+    row("integer over 64 bits wraps", Mode::TEXT_DECIMAL, "9223372036854775808");
+    row("two numbers", Mode::TEXT_DECIMAL, "1 2");
+    row("sign inside", Mode::TEXT_DECIMAL, "1-2");
+    row("hex over 64 bits wraps", Mode::TEXT_HEX, "0x10000000000000000");
+    row("prefix alone", Mode::TEXT_HEX, "0x");
+    row("prefix twice", Mode::TEXT_HEX, "0x0x1");
+    row("address of three parts", Mode::TEXT_IPV4, "192.168.1");
+    row("address of five parts", Mode::TEXT_IPV4, "1.2.3.4.5");
+    row("part over 255", Mode::TEXT_IPV4, "192.168.1.256");
+    row("empty part", Mode::TEXT_IPV4, "192..1.1");
+    row("mask with a hole", Mode::TEXT_MASK, "255.0.255.0");
+    row("mask of the low bits", Mode::TEXT_MASK, "0.0.0.255");
+    row("MAC of five bytes", Mode::TEXT_MAC, "00:11:22:33:44");
+    row("MAC of mixed separators", Mode::TEXT_MAC, "00:11:22-33:44:55");
+    row("MAC with a short byte", Mode::TEXT_MAC, "0:11:22:33:44:55");
+    row("thousands and decimals", Mode::TEXT_FLOAT, "1,234.5");
+    row("two commas", Mode::TEXT_FLOAT, "1,234,567");
+    row("exponent alone", Mode::TEXT_FLOAT, "e5");
+    row("float beyond a double becomes infinite", Mode::TEXT_FLOAT, "1e999");
+}
+
+void tst_PropertyLineEdit::refusesWithAReason()
+{
+    QFETCH(Mode, mode);
+    QFETCH(QString, typed);
+    m_pEdit->setAccessibleDescription("Gain of the sensor");
+    m_pEdit->SetText("7", mode);
+    type(typed);
+    QVariant saved("untouched");
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    QCOMPARE(saved, QVariant("untouched"));
+    QCOMPARE(m_pEdit->text(), typed);
+    m_pEdit->Rollback();
+    QCOMPARE(m_pEdit->text(), QString("7"));
+    // The reason outlives the roll-back that follows at once.
+    QVERIFY(isMarked());
+    QVERIFY(m_pEdit->accessibleDescription() != "Gain of the sensor");
+    QTRY_VERIFY(QToolTip::text().contains(m_pEdit->accessibleDescription().toHtmlEscaped()));
+    type("1");
+    QCOMPARE(m_pEdit->accessibleDescription(), QString("Gain of the sensor"));
+}
+
+void tst_PropertyLineEdit::keysThatNoValueHoldsAreRefused_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("kept");
+    QTest::newRow("letters in an integer") << Mode::TEXT_DECIMAL << "1a2.b3" << "123";
+    QTest::newRow("letters after f in hex") << Mode::TEXT_HEX << "0xfg1" << "0xf1";
+    QTest::newRow("ideographs in a number") << Mode::TEXT_FLOAT << QString::fromUtf8("1五.5") << "1.5";
+    QTest::newRow("colon in an address") << Mode::TEXT_IPV4 << "1:2.3" << "12.3";
+    QTest::newRow("point in a MAC") << Mode::TEXT_MAC << "00.11" << "0011";
+    QTest::newRow("string loses nothing")
+        << Mode::TEXT_STRING << QString::fromUtf8("<a>&五") << QString::fromUtf8("<a>&五");
+}
+
+void tst_PropertyLineEdit::keysThatNoValueHoldsAreRefused()
+{
+    QFETCH(Mode, mode);
+    QFETCH(QString, typed);
+    QFETCH(QString, kept);
+    m_pEdit->SetText("7", mode);
+    type("");
+    for (const QChar character : typed) {
+        QTest::sendKeyEvent(QTest::Click, m_pEdit, Qt::Key_unknown, QString(character),
+                            Qt::NoModifier);
+        QCOMPARE(isMarked(), !kept.contains(character));
+    }
+    QCOMPARE(m_pEdit->text(), kept);
+}
+
+void tst_PropertyLineEdit::ranges_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<QVariant>("maximum");
+    QTest::addColumn<QVariant>("minimum");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("isSaved");
+    const auto row = [](const char *name, Mode mode, const QVariant &maximum,
+                        const QVariant &minimum, const QString &typed, bool saved) {
+        QTest::newRow(name) << mode << maximum << minimum << typed << saved;
+    };
+    const QVariant most(std::numeric_limits<qint64>::max());
+    const QVariant nearlyMost(std::numeric_limits<qint64>::max() - 1);
+
+    row("maximum itself refused", Mode::TEXT_DECIMAL, 10LL, -10LL, "10", true);
+    row("minimum itself refused", Mode::TEXT_DECIMAL, 10LL, -10LL, "-10", true);
+    row("one above", Mode::TEXT_DECIMAL, 10LL, -10LL, "11", false);
+    row("one below", Mode::TEXT_DECIMAL, 10LL, -10LL, "-11", false);
+    row("64-bit ends compared as doubles", Mode::TEXT_DECIMAL, nearlyMost, 0LL, most.toString(), false);
+    row("64-bit end itself", Mode::TEXT_DECIMAL, most, 0LL, most.toString(), true);
+    row("range upside down locks the value", Mode::TEXT_DECIMAL, 0LL, 5LL, "3", true);
+    row("no range", Mode::TEXT_DECIMAL, QVariant(), QVariant(), "99", true);
+    row("float end itself refused for its rounding", Mode::TEXT_FLOAT, 0.9f, 0.1f, "0.1", true);
+    row("float above", Mode::TEXT_FLOAT, 0.9f, 0.1f, "0.90001", false);
+    row("float below", Mode::TEXT_FLOAT, 0.9f, 0.1f, "0.09", false);
+    row("double compared in float", Mode::TEXT_FLOAT, 1.0, 0.0, "1.00000000001", false);
+    row("hex out of range", Mode::TEXT_HEX, 255LL, 0LL, "100", false);
+}
+
+void tst_PropertyLineEdit::ranges()
+{
+    QFETCH(Mode, mode);
+    QFETCH(QVariant, maximum);
+    QFETCH(QVariant, minimum);
+    QFETCH(QString, typed);
+    QFETCH(bool, isSaved);
+    m_pEdit->SetText("7", mode);
+    m_pEdit->SetRange(maximum, minimum);
+    type(typed);
+    QVariant saved;
+    QCOMPARE(m_pEdit->SaveProperty(saved), isSaved);
+    QCOMPARE(isMarked(), !isSaved);
+}
+
+void tst_PropertyLineEdit::numbersDoNotDependOnTheLocale_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::newRow("comma for decimals") << QLocale(QLocale::German);
+    QTest::newRow("apostrophe groups") << QLocale(QLocale::German, QLocale::Switzerland);
+    QTest::newRow("own digits") << QLocale(QLocale::Arabic, QLocale::Egypt);
+}
+
+void tst_PropertyLineEdit::numbersDoNotDependOnTheLocale()
+{
+    QFETCH(QLocale, locale);
+    QLocale::setDefault(locale);
+    m_pEdit->setLocale(locale);
+    QVariant saved;
+    for (const char *pTyped : { "1234.5", "1234,5" }) {
+        m_pEdit->SetText("0.00", Mode::TEXT_FLOAT);
+        type(pTyped);
+        QVERIFY(m_pEdit->SaveProperty(saved));
+        QCOMPARE(saved.toDouble(), 1234.5);
+    }
+}
+
+void tst_PropertyLineEdit::anUnmodifiedTextIsNotSaved()
+{
+    QVariant saved;
+    m_pEdit->SetText("10.00", Mode::TEXT_FLOAT);
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    type("10.00"); // the same again: the device may hold more digits than show
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    m_pEdit->SetText("what the device holds", Mode::TEXT_DECIMAL);
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    QVERIFY(!isMarked());
+}
+
+void tst_PropertyLineEdit::aSavedTextIsNotSavedTwice()
+{
+    int nSaved = 0;
+    QVariant value;
+    connect(m_pEdit, &QLineEdit::editingFinished, this, [&] {
+        if (m_pEdit->SaveProperty(value)) {
+            ++nSaved;
+        } else {
+            m_pEdit->Rollback();
+        }
+    });
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
+    type("2");
+    QTest::keyClick(m_pEdit, Qt::Key_Return);
+    QTest::keyClick(m_pEdit, Qt::Key_Tab); // finishes the edit a second time, before any refill
+    QCOMPARE(nSaved, 1);
+    QCOMPARE(m_pEdit->text(), QString("2"));
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL); // the device refused it
+    QCOMPARE(m_pEdit->text(), QString("1"));
+}
+
+void tst_PropertyLineEdit::refillWhileTyping()
+{
+    QVariant saved;
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
+    type("25");
+    m_pEdit->SetText("3", Mode::TEXT_DECIMAL);
+    QCOMPARE(m_pEdit->text(), QString("25"));
+    QTest::keyClicks(m_pEdit, "6");
+    QVERIFY(m_pEdit->SaveProperty(saved));
+    QCOMPARE(saved, QVariant(Q_INT64_C(256)));
+    m_pEdit->SetText("255", Mode::TEXT_DECIMAL); // committed: what the device made of it shows, focus or not
+    QCOMPARE(m_pEdit->text(), QString("255"));
+
+    type("9");
+    m_pEdit->SetText("4", Mode::TEXT_DECIMAL);
+    m_pEdit->Rollback();
+    QCOMPARE(m_pEdit->text(), QString("4"));
+
+    type("9");
+    m_pOther->setFocus();
+    m_pEdit->SetText("5", Mode::TEXT_DECIMAL); // nobody types here any more
+    QCOMPARE(m_pEdit->text(), QString("5"));
+}
+
+void tst_PropertyLineEdit::refillBehindAContextMenu()
+{
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
+    type("25");
+    QMenu menu(m_pEdit);
+    menu.addAction("Paste");
+    menu.popup(m_pEdit->mapToGlobal(QPoint()));
+    QTRY_VERIFY(menu.isVisible());
+    m_pEdit->SetText("3", Mode::TEXT_DECIMAL);
+    QCOMPARE(m_pEdit->text(), QString("25"));
+}
+
+void tst_PropertyLineEdit::refillKeepsTheCursor()
+{
+    m_pEdit->SetText("12345", Mode::TEXT_DECIMAL);
+    m_pEdit->setSelection(1, 2);
+    m_pEdit->SetText("12345", Mode::TEXT_DECIMAL);
+    QCOMPARE(m_pEdit->selectedText(), QString("23"));
+}
+
+void tst_PropertyLineEdit::escapeRestores()
+{
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
+    type("25");
+    m_pEdit->SetText("3", Mode::TEXT_DECIMAL);
+    QTest::keyClick(m_pEdit, Qt::Key_Escape);
+    QCOMPARE(m_pEdit->text(), QString("3"));
+    QVariant saved;
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+
+    // Without a change Escape belongs to the dialog around it.
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_pEdit, &escape);
+    QVERIFY(!escape.isAccepted());
+}
+
+void tst_PropertyLineEdit::theMarkGoesWithTheNextKey()
+{
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
+    m_pEdit->SetRange(5LL, 0LL);
+    type("9");
+    QVariant saved;
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    QVERIFY(isMarked());
+    QTest::keyClick(m_pEdit, Qt::Key_Escape);
+    QVERIFY(!isMarked());
+}
+
+void tst_PropertyLineEdit::aModeChangeTakesTheRangeAway()
+{
+    QVariant saved;
+    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
+    m_pEdit->SetRange(5LL, 0LL);
+    m_pEdit->SetText("2", Mode::TEXT_DECIMAL);
+    type("9");
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    m_pEdit->Rollback();
+    m_pEdit->SetText("0x2", Mode::TEXT_HEX);
+    type("9");
+    QVERIFY(m_pEdit->SaveProperty(saved));
+}
+
+void tst_PropertyLineEdit::aLongDeviceTextStaysUnmodified()
+{
+    const QString strLong(70000, QLatin1Char('x'));
+    m_pEdit->SetText(strLong, Mode::TEXT_STRING);
+    QVariant saved;
+    QVERIFY(!m_pEdit->SaveProperty(saved));
+    QCOMPARE(m_pEdit->text().size(), strLong.size());
+
+    m_pEdit->SetText("", Mode::TEXT_STRING);
+    m_pEdit->SetStringLength(5);
+    m_pEdit->setText(QString::fromUtf8("五五"));
+    QVERIFY2(!m_pEdit->SaveProperty(saved), "the limit counts bytes of UTF-8");
+    m_pEdit->setText(QString::fromUtf8("五ab"));
+    QVERIFY(m_pEdit->SaveProperty(saved));
+    m_pEdit->SetStringLength(0);
+    m_pEdit->setText(strLong.left(100));
+    QVERIFY(m_pEdit->SaveProperty(saved));
+}
+
+void tst_PropertyLineEdit::thousandsAreCheap()
+{
+    QWidget parent;
+    std::vector<QPropertyLineEdit *> edits;
+    for (int i = 0; i < 1000; ++i) {
+        edits.push_back(new QPropertyLineEdit(1, &parent));
+        edits.back()->SetText(QString::number(i), Mode::TEXT_FLOAT);
+        edits.back()->SetRange(1e6f, -1e6f);
+    }
+    for (QPropertyLineEdit *pEdit : edits) {
+        QVERIFY(pEdit->styleSheet().isEmpty());
+        QVERIFY(!pEdit->validator());
+        QVERIFY(pEdit->findChildren<QTimer *>().isEmpty());
+    }
+}
+
+QTEST_MAIN(tst_PropertyLineEdit)
+#include "tst_propertylineedit.moc"

@@ -1,0 +1,82 @@
+#include "tests/support/ModuleFixture.h"
+
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "host/shellservices/ShellHost.h"
+
+#include <QtTest>
+
+ModuleFixture::ModuleFixture()
+{
+    ShellHost::useTransientSettings();
+    m_pHost = std::make_unique<CameraHost>();
+    VexaMainFeatureWidget::instance();
+}
+
+ModuleFixture::~ModuleFixture()
+{
+    delete VexaMainFeatureWidget::instance();
+    m_pHost.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+ModuleFixture::Camera ModuleFixture::open(const SimulatedDevices::Simulated &device, unsigned int accessMode)
+{
+    Camera camera;
+    camera.device = device;
+    const CameraHost::OpenResult result = m_pHost->openCamera(*device.source);
+    if (result.cameraId == NO_CAMERA_ID) {
+        qWarning().noquote() << "refused:" << result.error;
+        return camera;
+    }
+    camera.id = result.cameraId;
+    camera.tree = mainWidget().featureTree(camera.id, true);
+    mainWidget().setCurrentCameraID(camera.id);
+    mainWidget().OnCameraOpen(camera.id);
+    camera.tree->OnCameraOpen(accessMode);
+    return camera;
+}
+
+ModuleFixture::Camera ModuleFixture::openDescription(const QByteArray &xml)
+{
+    return open(SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero));
+}
+
+void ModuleFixture::close(const Camera &camera)
+{
+    if (QCameraTask *task = taskOf(camera)) {
+        task->m_bReleasing = true;
+    }
+    camera.tree->readyForDelete();
+    mainWidget().OnCameraClose(camera.id);
+    camera.tree->OnCameraClose();
+    mainWidget().removeFeatureTree(camera.id);
+    m_pHost->closeCamera(camera.id);
+}
+
+bool ModuleFixture::waitForFirstUpdate(const Camera &camera, int timeout)
+{
+    return camera.tree && QTest::qWaitFor([&camera] { return camera.tree->IsUpdateFeatureOnce(); }, timeout);
+}
+
+QCameraTask *taskOf(const ModuleFixture::Camera &camera)
+{
+    QCameraBasicTask *basicTask = QTaskManager::Instance()->GetTaskByIDEx(camera.id);
+    return basicTask ? basicTask->_CameraTak() : nullptr;
+}
+
+QByteArray descriptionOf(const QStringList &rootFeatures, const QByteArray &elements)
+{
+    QByteArray root = "<Category Name=\"Root\">";
+    for (const QString &feature : rootFeatures) {
+        root += "<pFeature>" + feature.toUtf8() + "</pFeature>";
+    }
+    root += "</Category>\n";
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<RegisterDescription ModelName=\"Test\" VendorName=\"Test\" StandardNameSpace=\"None\" "
+           "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" "
+           "MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" ProductGuid=\"1\" VersionGuid=\"1\" "
+           "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n"
+        + root + elements + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
+}

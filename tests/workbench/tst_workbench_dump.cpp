@@ -1,0 +1,177 @@
+#include "host/simulator/SimulatedDevices.h"
+#include "tests/workbench/DeviceReference.h"
+#include "tests/workbench/WorkbenchProcess.h"
+
+#include <QDomDocument>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+/// Every value that vexa-workbench --dump prints, against what the simulator's registers hold.
+class WorkbenchDumpTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void valuesAreThoseOfTheDevice();
+    void valuesAreThoseOfTheRegisters();
+    void treeOrderIsTheDescriptions();
+    void entriesAreTheOfferedOnes();
+    void ungivenValuesAreNull();
+    void dumpFileHoldsTheSame();
+
+private:
+    /// Features that change by themselves between two readings, found out by reading twice.
+    bool moves(const QString &name) const { return m_first.value(name).value != m_second.value(name).value; }
+
+    WorkbenchProcess m_workbench;
+    QJsonArray m_items;
+    QMap<QString, QJsonObject> m_byName;
+    QMap<QString, DeviceReference::Value> m_first;
+    QMap<QString, DeviceReference::Value> m_second;
+};
+
+void WorkbenchDumpTest::initTestCase()
+{
+    m_first = DeviceReference::readFeatures("area-camera");
+    const WorkbenchProcess::Result result = m_workbench.run({"--device", "area-camera", "--dump", "-"});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    QCOMPARE(result.err, QByteArray());
+    m_items = QJsonDocument::fromJson(result.out).array();
+    for (const QJsonValue &item : qAsConst(m_items)) {
+        m_byName.insert(item["name"].toString(), item.toObject());
+    }
+    m_second = DeviceReference::readFeatures("area-camera");
+    QVERIFY(m_byName.size() >= 180);
+}
+
+void WorkbenchDumpTest::valuesAreThoseOfTheDevice()
+{
+    int compared = 0;
+    for (auto it = m_byName.cbegin(); it != m_byName.cend(); ++it) {
+        const DeviceReference::Value expected = m_first.value(it.key());
+        if (!expected.value.isValid() || moves(it.key())) {
+            continue;
+        }
+        const QByteArray name = it.key().toUtf8();
+        QVERIFY2(!it->value("value").isNull(), name + " was not read");
+        const QVariant value = it->value("value").toVariant();
+        if (it->value("tag") == QLatin1String("Float")) {
+            QVERIFY2(value.toFloat() == expected.value.toFloat(), name);
+            QVERIFY2(it->value("min").toVariant().toFloat() == expected.min.toFloat(), name);
+            QVERIFY2(it->value("max").toVariant().toFloat() == expected.max.toFloat(), name);
+        } else {
+            QVERIFY2(value.toString() == expected.value.toString(),
+                     name + ": " + value.toString().toUtf8() + " instead of " + expected.value.toString().toUtf8());
+        }
+        if (expected.inc.isValid()) {
+            QVERIFY2(it->value("min").toVariant().toLongLong() == expected.min.toLongLong(), name);
+            QVERIFY2(it->value("max").toVariant().toLongLong() == expected.max.toLongLong(), name);
+            QVERIFY2(it->value("inc").toVariant().toLongLong() == expected.inc.toLongLong(), name);
+        }
+        ++compared;
+    }
+    QVERIFY2(compared > 120, QByteArray::number(compared));
+}
+
+void WorkbenchDumpTest::valuesAreThoseOfTheRegisters()
+{
+    const QMap<QString, QVariant> registers = DeviceReference::decodePlainRegisters("area-camera");
+    int compared = 0;
+    for (auto it = registers.cbegin(); it != registers.cend(); ++it) {
+        const QJsonValue value = m_byName.value(it.key()).value("value");
+        if (value.isUndefined() || value.isNull() || moves(it.key())) {
+            continue;
+        }
+        const bool same = it->type() == QVariant::Double ? value.toVariant().toFloat() == it->toFloat()
+                                                         : value.toVariant().toString() == it->toString();
+        QVERIFY2(same, it.key().toUtf8() + ": " + value.toVariant().toString().toUtf8() + " instead of "
+                     + it->toString().toUtf8());
+        ++compared;
+    }
+    QVERIFY2(compared > 40, QByteArray::number(compared));
+}
+
+void WorkbenchDumpTest::treeOrderIsTheDescriptions()
+{
+    QDomDocument document;
+    QVERIFY(document.setContent(SimulatedDevices::builtIn("area-camera").control->description()));
+    QMap<QString, QDomElement> categories;
+    const QDomNodeList list = document.documentElement().elementsByTagName("Category");
+    for (int row = 0; row < list.size(); ++row) {
+        categories.insert(list.at(row).toElement().attribute("Name"), list.at(row).toElement());
+    }
+    QStringList expected;
+    const std::function<void(const QString &, const QString &)> walk = [&](const QString &category,
+                                                                           const QString &path) {
+        for (QDomElement feature = categories.value(category).firstChildElement("pFeature"); !feature.isNull();
+             feature = feature.nextSiblingElement("pFeature")) {
+            const QString line = path + feature.text().trimmed();
+            expected.append(line);
+            walk(feature.text().trimmed(), line + "/");
+        }
+    };
+    walk("Root", QString());
+    QStringList found;
+    for (const QJsonValue &item : qAsConst(m_items)) {
+        QStringList path = item["path"].toVariant().toStringList();
+        found.append((path << item["name"].toString()).join("/"));
+    }
+    QCOMPARE(found, expected);
+}
+
+void WorkbenchDumpTest::entriesAreTheOfferedOnes()
+{
+    int enumerations = 0;
+    for (auto it = m_byName.cbegin(); it != m_byName.cend(); ++it) {
+        if (it->value("tag") != QLatin1String("Enumeration") || it->value("value").isNull()) {
+            continue;
+        }
+        QList<qint64> values;
+        for (const QJsonValue &entry : it->value("entries").toArray()) {
+            QVERIFY2(!entry["name"].toString().isEmpty() && !entry["displayName"].toString().isEmpty(),
+                     it.key().toUtf8());
+            values.append(entry["value"].toVariant().toLongLong());
+        }
+        QVERIFY2(values.contains(it->value("value").toVariant().toLongLong()), it.key().toUtf8());
+        ++enumerations;
+    }
+    QVERIFY(enumerations > 10);
+}
+
+void WorkbenchDumpTest::ungivenValuesAreNull()
+{
+    int unread = 0;
+    for (const QJsonValue &item : qAsConst(m_items)) {
+        const QString name = item["name"].toString();
+        if (m_first.contains(name) && !m_first.value(name).readable) {
+            for (const char *field : {"value", "displayValue", "min", "max", "inc"}) {
+                QVERIFY2(item.toObject().contains(field) && item[QLatin1String(field)].isNull(), name.toUtf8());
+            }
+            ++unread;
+        }
+    }
+    QVERIFY(unread > 0);
+}
+
+void WorkbenchDumpTest::dumpFileHoldsTheSame()
+{
+    const QString path = m_workbench.path("dump.json");
+    const WorkbenchProcess::Result result = m_workbench.run({"--device", "area-camera", "--dump", path});
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.out, QByteArray());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QJsonArray items = QJsonDocument::fromJson(file.readAll()).array();
+    QCOMPARE(items.size(), m_items.size());
+    for (int row = 0; row < items.size(); ++row) {
+        if (!moves(items.at(row)["name"].toString())) {
+            QCOMPARE(items.at(row).toObject(), m_items.at(row).toObject());
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(WorkbenchDumpTest)
+#include "tst_workbench_dump.moc"

@@ -1,0 +1,158 @@
+#include "tree/FeatureToolTip.h"
+
+#include "ShellServicesModule/QFunction.h"
+#include "model/CTreeFloatItemValue.h"
+#include "model/CTreeIntergerItemValue.h"
+#include "tree/FeatureReader.h"
+
+#include <QColor>
+#include <QSet>
+
+namespace {
+
+const QLatin1String LANGUAGE_CHINESE("CH");
+constexpr float SMALLEST_SHOWN_MAXIMUM = 0.0001F;
+
+QString body(const QString &text)
+{
+    return QFunction::stringToHtmlFilter(text, QColor(250, 250, 250), false);
+}
+
+QString bodyLine(const QString &text)
+{
+    return body(text + QLatin1Char('\n'));
+}
+
+/// Labels never change, so that they are converted once.
+struct Labels
+{
+    const QString nodeName = body(QStringLiteral("Node Name: "));
+    const QString type = body(QStringLiteral("Type: "));
+    const QString nameSpace = body(QStringLiteral("Name Space: "));
+    const QString visibility = body(QStringLiteral("Visibility: "));
+    const QString streamable = body(QStringLiteral("Streamable: "));
+    const QString minimum = body(QStringLiteral("Min: "));
+    const QString maximum = body(QStringLiteral("Max: "));
+    const QString increment = body(QStringLiteral("Inc: "));
+    const QString entryName = body(QStringLiteral("Enum Entry Name: "));
+    const QString entryValue = body(QStringLiteral("Enum Entry Value: "));
+    const QString entryNameSpace = body(QStringLiteral("Name Spac: "));
+    const QString paragraph = body(QStringLiteral("\n\n"));
+    const QString assembly = QStringLiteral("%1%2") + nodeName + QStringLiteral("%3") + type + QStringLiteral("%4")
+        + nameSpace + QStringLiteral("%5") + visibility + QStringLiteral("%6") + streamable + QStringLiteral("%7%8");
+};
+
+const Labels &labels()
+{
+    static const Labels instance;
+    return instance;
+}
+
+bool isWithoutTail(const QString &nodeName)
+{
+    static const QSet<QString> names {QStringLiteral("GevCurrentIPAddress"), QStringLiteral("GevCurrentSubnetMask"),
+                                      QStringLiteral("GevCurrentDefaultGateway")};
+    return names.contains(nodeName);
+}
+
+bool isWithoutRange(const QString &nodeName)
+{
+    static const QSet<QString> names {QStringLiteral("GevPersistentIPAddress"),
+                                      QStringLiteral("GevPersistentSubnetMask"),
+                                      QStringLiteral("GevPersistentDefaultGateway"), QStringLiteral("GevSCDA"),
+                                      QStringLiteral("GevSCSP")};
+    return names.contains(nodeName);
+}
+
+QString integerInfo(const CTreeIntergerItemValue &value, const QString &nodeName)
+{
+    QString text;
+    if (!isWithoutRange(nodeName)) {
+        text += labels().minimum + bodyLine(QString::number(value.m_nMinValue));
+        text += labels().maximum + bodyLine(QString::number(value.m_nMaxValue));
+    }
+    if (value.m_nIncValue >= 1) {
+        text += labels().increment + bodyLine(QString::number(value.m_nIncValue));
+    }
+    return text;
+}
+
+QString floatInfo(const CTreeFloatItemValue &value)
+{
+    if (!(value.m_fMaxValue > SMALLEST_SHOWN_MAXIMUM)) {
+        return QString();
+    }
+    const auto number = [](float f) { return QString::number(static_cast<double>(f), 'g'); };
+    return labels().minimum + bodyLine(number(value.m_fMinValue)) + labels().maximum
+        + bodyLine(number(value.m_fMaxValue));
+}
+
+/// The heading of an entry is its name in both languages; neither display name nor translation is shown.
+QString entryInfo(const EnumEntryReading &entry)
+{
+    const QString name = entry.name == QLatin1String("Mode") ? QStringLiteral("AdvancedMode") : entry.name;
+    return bodyLine(QLatin1Char('\n') + name + QLatin1Char('\n')) + labels().entryName + bodyLine(name)
+        + labels().entryValue + bodyLine(entry.valueText) + labels().entryNameSpace + bodyLine(entry.nameSpace)
+        + labels().visibility + bodyLine(entry.visibility);
+}
+
+} // namespace
+
+QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const QString &language)
+{
+    if (source.element.isNull() || !source.value) {
+        return QString();
+    }
+    const CTreeItemValue &value = *source.value;
+    const QString nodeName = source.element.attribute(QStringLiteral("Name"));
+    QString title = nodeName;
+    QString description = value.m_strDescription;
+    if (language == LANGUAGE_CHINESE) {
+        title = value.translateName();
+        if (!value.m_strDescriptionTrans.isEmpty()) {
+            description = value.m_strDescriptionTrans;
+        }
+    }
+    const QString titleHtml
+        = QFunction::stringToHtmlFilter(title + QStringLiteral("\n\n"), QColor(255, 255, 255), true);
+    description.replace(QLatin1Char('"'), QLatin1Char('\''));
+    const QString nameSpace = source.element.attribute(QStringLiteral("NameSpace"));
+
+    // One arg call after the other: a percent sign and a digit in a text are taken for a placeholder.
+    QString text = labels().assembly;
+    text = text.arg(titleHtml);
+    text = text.arg(body(description) + labels().paragraph);
+    text = text.arg(bodyLine(nodeName));
+    text = text.arg(bodyLine(source.element.tagName()));
+    text = text.arg(bodyLine(nameSpace.isEmpty() ? QStringLiteral("Standard") : nameSpace));
+    text = text.arg(bodyLine(source.visibility));
+    text = text.arg(bodyLine(source.streamable));
+    text = text.arg(CreateValueInfo(source));
+    return QStringLiteral("<span style=\"width:2px;height:12px; background-color:#FF7500; \">&nbsp;</span>&nbsp;") + text;
+}
+
+QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
+{
+    const QString nodeName = source.element.attribute(QStringLiteral("Name"));
+    if (isWithoutTail(nodeName)) {
+        return QString();
+    }
+    QString text = QStringLiteral("\n");
+    const QString tagName = source.element.tagName();
+    if (tagName == QLatin1String("Integer")) {
+        if (const auto *value = dynamic_cast<const CTreeIntergerItemValue *>(source.value)) {
+            text += integerInfo(*value, nodeName);
+        }
+    } else if (tagName == QLatin1String("Enumeration")) {
+        for (const EnumEntryReading &entry : source.entries) {
+            if (entry.implementedAndAvailable) {
+                text += entryInfo(entry);
+            }
+        }
+    } else if (tagName == QLatin1String("Float")) {
+        if (const auto *value = dynamic_cast<const CTreeFloatItemValue *>(source.value)) {
+            text += floatInfo(*value);
+        }
+    }
+    return text;
+}

@@ -1,0 +1,390 @@
+#include "tree/FeatureUpdate.h"
+
+#include "DeviceTaskModule/DeviceTaskModuleGlobal.h"
+#include "DeviceTaskModule/VexaCameraTranslator.h"
+#include "ShellServicesModule/QLocalCfg.h"
+#include "UtilityKit/VexaInterface.h"
+#include "model/CTreeEnumationItemValue.h"
+#include "model/CTreeIntergerItemValue.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "tree/FeatureToolTip.h"
+
+#include <QDebug>
+#include <QSet>
+
+namespace {
+
+const QString &visibilityBeginner()
+{
+    static const QString text = QStringLiteral("Beginner");
+    return text;
+}
+
+const QString &visibilityInvisible()
+{
+    static const QString text = QStringLiteral("Invisible");
+    return text;
+}
+
+/// Tags of rows that may be shown; a row without a tag is one of a node that the description lacks.
+bool isShownTag(const QString &tagName)
+{
+    static const QSet<QString> tags {QString(),
+                                     QStringLiteral("Category"),
+                                     QStringLiteral("Boolean"),
+                                     QStringLiteral("Command"),
+                                     QStringLiteral("Integer"),
+                                     QStringLiteral("IntReg"),
+                                     QStringLiteral("Enumeration"),
+                                     QStringLiteral("Float"),
+                                     QStringLiteral("StringReg")};
+    return tags.contains(tagName);
+}
+
+/// Holds an item's update lock; the lock is short and never spans a device access or a notification.
+class ItemLock
+{
+public:
+    explicit ItemLock(VexaPropertyTreeItem *item)
+        : m_pItem(item)
+    {
+        m_pItem->updateLock();
+    }
+    ~ItemLock() { m_pItem->updateUnlock(); }
+    Q_DISABLE_COPY(ItemLock)
+
+private:
+    VexaPropertyTreeItem *m_pItem;
+};
+
+VexaCameraTranslator *translatorOf(long int cameraId)
+{
+    return cameraId == NO_CAMERA_ID
+        ? nullptr
+        : VexaCameraTranslatorManager::getInstance()->getCameraTranslator(static_cast<int>(cameraId));
+}
+
+} // namespace
+
+FeatureUpdate::FeatureUpdate(const FeatureUpdateContext &context, VexaPropertyTreeItem *item,
+                             QGetFeaturesThread::UpdateStatusFlags status)
+    : m_context(context)
+    , m_pItem(item)
+    , m_status(status)
+    , m_reader(context.cameraId)
+{
+}
+
+FeatureUpdate::~FeatureUpdate() = default;
+
+bool FeatureUpdate::IsVisibleAtLevel(const QString &visibility, int userLevel)
+{
+    if (visibility.isEmpty()) {
+        return true;
+    }
+    static const struct
+    {
+        QLatin1String visibility;
+        int lastLevel; ///< the highest level number that still shows it
+    } levels[] = {{QLatin1String("Guru"), 0}, {QLatin1String("Expert"), 1}, {QLatin1String("Beginner"), 2}};
+    for (const auto &row : levels) {
+        if (visibility == row.visibility) {
+            return userLevel >= 0 && userLevel <= row.lastLevel;
+        }
+    }
+    return false;
+}
+
+QVariant FeatureUpdate::readInteger() const
+{
+    const auto *value = dynamic_cast<const CTreeIntergerItemValue *>(m_pValue.get());
+    return value ? QVariant(value->m_nValue) : QVariant();
+}
+
+void FeatureUpdate::run()
+{
+    if (!m_pItem || !m_pItem->value()) {
+        return;
+    }
+    m_strNodeName = m_pItem->value()->m_strNodeName;
+    m_strTagName = m_pItem->tagName();
+    m_element = m_context.elements.value(m_strNodeName);
+    if (m_element.isNull()) {
+        qCritical("GetDomElementNode failed.");
+        return;
+    }
+    if (m_strNodeName == QLatin1String("Brightness")) {
+        qDebug("Brightness");
+    }
+    m_nReading = m_pItem->beginReading();
+
+    if (m_status & (QGetFeaturesThread::UPDATE_VISIBILITY | QGetFeaturesThread::UPDATE_ACCESS)) {
+        switch (readAccess()) {
+        case Access::Unknown:
+            return;
+        case Access::Hidden:
+            hide();
+            return;
+        case Access::Goes:
+            break;
+        }
+    }
+    // The wish is told first: whether the value is read depends on what is shown then.
+    if (m_bAccessRead) {
+        publishTexts();
+    }
+    const bool readsValue = (m_status & QGetFeaturesThread::UPDATE_VALUE)
+        || ((m_status & QGetFeaturesThread::UPDATE_VISIBLE_VALUE) && m_pItem->visible());
+    if (readsValue && !GetFeatureValue()) {
+        m_pValue.reset();
+    }
+    publish();
+}
+
+FeatureUpdate::Access FeatureUpdate::readAccess()
+{
+    if (!m_reader.task()) {
+        return Access::Unknown;
+    }
+    bool unreachable = false;
+    const int mode = m_reader.accessMode(m_strNodeName, unreachable);
+    if (unreachable) {
+        return Access::Unknown;
+    }
+    m_strVisibility = visibilityBeginner();
+    if (mode < 2 || mode > 4) {
+        return Access::Hidden;
+    }
+    m_bReadOnlyByAccess = mode == 3;
+    readElementTexts();
+
+    const PointerAnswer available = m_reader.IsAvailable(m_strIsAvailable);
+    if (available == PointerAnswer::Unreachable) {
+        return Access::Unknown;
+    }
+    m_bAvailable = available == PointerAnswer::Yes;
+    if (m_status & QGetFeaturesThread::UPDATE_VISIBILITY) {
+        const Access decided = decideVisibility();
+        if (decided != Access::Goes) {
+            return decided;
+        }
+    }
+    if (m_status & QGetFeaturesThread::UPDATE_ACCESS) {
+        const PointerAnswer locked = m_reader.IsLocked(m_strIsLocked);
+        if (locked == PointerAnswer::Unreachable) {
+            return Access::Unknown;
+        }
+        m_bReadOnly = !m_bAvailable || locked == PointerAnswer::Yes || m_bReadOnlyByAccess;
+    }
+    m_bAccessRead = true;
+    return Access::Goes;
+}
+
+void FeatureUpdate::readElementTexts()
+{
+    const struct
+    {
+        const char *tagName;
+        QString *text;
+    } children[] = {
+        {"DisplayName", &m_strDisplayName},
+        {"Description", &m_strDescription},
+        {"Streamable", &m_strStreamable},
+        {"Representation", &m_strRepresentation},
+        {"Visibility", &m_strVisibility},
+        {"pIsImplemented", &m_strIsImplemented},
+        {"pIsAvailable", &m_strIsAvailable},
+        {"pIsLocked", &m_strIsLocked},
+    };
+    for (QDomElement child = m_element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+        const QString tagName = child.tagName();
+        for (const auto &row : children) {
+            if (tagName == QLatin1String(row.tagName)) {
+                *row.text = child.text().trimmed();
+                break;
+            }
+        }
+    }
+
+    bool needsName = false;
+    bool needsDescription = false;
+    {
+        const ItemLock lock(m_pItem);
+        needsName = m_pItem->value()->m_strTranslateName.isEmpty();
+        needsDescription = m_pItem->value()->m_strDescriptionTrans.isEmpty();
+    }
+    VexaCameraTranslator *translator
+        = needsName || needsDescription ? translatorOf(m_context.cameraId) : nullptr;
+    if (translator && needsName && !m_strDisplayName.isEmpty()) {
+        m_strTranslateName = translator->getPropDisplayNameTrans(m_strNodeName);
+    }
+    if (translator && needsDescription && !m_strDescription.isEmpty()) {
+        m_strDescriptionTrans = translator->getPropDescriptionTrans(m_strNodeName);
+    }
+}
+
+FeatureUpdate::Access FeatureUpdate::decideVisibility()
+{
+    if (!isShownTag(m_strTagName)) {
+        return Access::Hidden;
+    }
+    switch (m_reader.IsImplemented(m_strIsImplemented)) {
+    case PointerAnswer::Unreachable:
+        return Access::Unknown;
+    case PointerAnswer::No:
+        return Access::Hidden;
+    case PointerAnswer::Yes:
+        break;
+    }
+    // By the element's tag: a category's row carries none of its own.
+    if (m_element.tagName() == QLatin1String("Category") && !m_bAvailable) {
+        return Access::Hidden;
+    }
+    m_bVisible = IsVisibleAtLevel(m_strVisibility, QLocalCfg::Instance()->GetUserLevel());
+    return Access::Goes;
+}
+
+bool FeatureUpdate::GetFeatureValue()
+{
+    m_pValue = m_reader.readValue(m_strTagName, m_strNodeName);
+    auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(m_pValue.get());
+    if (!enumeration) {
+        return m_pValue != nullptr;
+    }
+    enumeration->m_strNodeName = m_strNodeName;
+    m_bEntriesRead = m_reader.readEntries(m_element, m_entries);
+    if (!m_bEntriesRead) {
+        return false;
+    }
+    for (const EnumEntryReading &entry : qAsConst(m_entries)) {
+        AddEnumEntry(entry);
+    }
+    return true;
+}
+
+void FeatureUpdate::AddEnumEntry(const EnumEntryReading &entry)
+{
+    if (!entry.implementedAndAvailable || entry.locked) {
+        return;
+    }
+    QString displayName = entry.displayName;
+    if (displayName == QLatin1String(" Mode") && VexaInterface::isNeutralVision()) {
+        displayName = QStringLiteral("Advanced Mode");
+    }
+    if (displayName.isEmpty()) {
+        displayName = entry.name;
+    }
+    if (displayName == QLatin1String("Raw") && m_context.items.contains(QStringLiteral("RawModeEnable"))) {
+        return;
+    }
+    static_cast<CTreeEnumationItemValue *>(m_pValue.get())
+        ->updateDisplayName(displayName, entry.name, VexaInterface::string2Int(entry.valueText), m_context.cameraId);
+}
+
+void FeatureUpdate::hide()
+{
+    bool publishes = false;
+    {
+        const ItemLock lock(m_pItem);
+        publishes = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
+    }
+    if (publishes) {
+        m_pItem->setVisibilityString(visibilityInvisible());
+        m_pItem->setVisible(false, m_context.cameraId, true);
+    }
+}
+
+void FeatureUpdate::publishTexts()
+{
+    bool publishesVisibility = false;
+    {
+        const ItemLock lock(m_pItem);
+        CTreeItemValue *value = m_pItem->value();
+        const struct
+        {
+            const QString &read;
+            QString &kept;
+        } texts[] = {
+            {m_strDisplayName, value->m_strDisplayName},
+            {m_strTranslateName, value->m_strTranslateName},
+            {m_strDescription, value->m_strDescription},
+            {m_strDescriptionTrans, value->m_strDescriptionTrans},
+        };
+        for (const auto &row : texts) {
+            if (!row.read.isEmpty()) {
+                row.kept = row.read;
+            }
+        }
+        publishesVisibility = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
+    }
+    if (publishesVisibility) {
+        m_pItem->setVisibilityString(m_strVisibility);
+        if (m_status & QGetFeaturesThread::UPDATE_VISIBILITY) {
+            m_pItem->setVisible(m_bVisible, m_context.cameraId, true);
+        }
+    }
+}
+
+bool FeatureUpdate::publishValue()
+{
+    CTreeItemValue *value = m_pItem->value();
+    if (!m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VALUE)) {
+        return false;
+    }
+    if (auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(value)) {
+        enumeration->swapEntries(*static_cast<CTreeEnumationItemValue *>(m_pValue.get()));
+    } else {
+        if (auto *integer = dynamic_cast<CTreeIntergerItemValue *>(value)) {
+            static_cast<CTreeIntergerItemValue *>(m_pValue.get())->m_strRepresentation = integer->m_strRepresentation;
+        }
+        value->copy(m_pValue.get(), false);
+    }
+    m_pItem->setValueCached(true);
+    return true;
+}
+
+void FeatureUpdate::publish()
+{
+    const bool publishesAccess = m_bAccessRead && (m_status & QGetFeaturesThread::UPDATE_ACCESS);
+    bool accessIsNewest = false;
+    {
+        const ItemLock lock(m_pItem);
+        if (m_pValue) {
+            publishValue();
+        }
+        if (publishesAccess) {
+            accessIsNewest = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
+            auto *integer = dynamic_cast<CTreeIntergerItemValue *>(m_pItem->value());
+            if (integer && m_strTagName == QLatin1String("Integer")) {
+                integer->m_strRepresentation = m_strRepresentation;
+            }
+        }
+    }
+    if (accessIsNewest) {
+        m_pItem->setReadOnly(m_context.cameraId, m_bReadOnly);
+    }
+    if (publishesAccess) {
+        publishToolTips();
+    }
+    m_pItem->endUpdateItem(m_context.cameraId);
+}
+
+void FeatureUpdate::publishToolTips()
+{
+    if (!m_bEntriesRead && m_element.tagName() == QLatin1String("Enumeration")
+        && !m_reader.readEntries(m_element, m_entries)) {
+        return;
+    }
+    const std::unique_ptr<CTreeItemValue> snapshot = m_pItem->valueSnapshot();
+    FeatureToolTipSource source;
+    source.element = m_element;
+    source.streamable = m_strStreamable;
+    source.visibility = m_strVisibility;
+    source.value = snapshot.get();
+    source.entries = m_entries;
+    const QString english = FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG"));
+    const QString chinese = FeatureToolTip::CreateToolTip(source, QStringLiteral("CH"));
+    const ItemLock lock(m_pItem);
+    m_pItem->value()->m_strToolTip = english;
+    m_pItem->value()->m_strToolTipCn = chinese;
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "tree/FeatureReader.h"
+#include "tree/QGetFeaturesThread.h"
+
+#include <QDomElement>
+#include <QString>
+#include <QVector>
+
+#include <atomic>
+#include <memory>
+
+class CTreeItemValue;
+class VexaPropertyTreeItem;
+
+/// What an update of a node needs to know of its camera.
+struct FeatureUpdateContext
+{
+    const std::atomic<long int> &cameraId;
+    const QGetFeaturesThread::ElementMap &elements;
+    const QGetFeaturesThread::ItemMap &items;
+};
+
+/// One update of one node: it reads the device into values of its own, publishes them under the item's short lock and
+/// tells the views after that. An object is used once. Any thread.
+class FeatureUpdate
+{
+public:
+    FeatureUpdate(const FeatureUpdateContext &context, VexaPropertyTreeItem *item,
+                  QGetFeaturesThread::UpdateStatusFlags status);
+    ~FeatureUpdate();
+
+    void run();
+    /// The integer that was read, invalid when none was.
+    QVariant readInteger() const;
+
+    /// Whether a feature of this GenICam Visibility is shown at a user level: 0 guru, 1 expert, 2 beginner.
+    static bool IsVisibleAtLevel(const QString &visibility, int userLevel);
+
+private:
+    enum class Access { Goes, Hidden, Unknown };
+
+    Access readAccess();
+    void readElementTexts();
+    Access decideVisibility();
+    bool GetFeatureValue();
+    /// Fills an enumeration with the entries that the device offers now.
+    void AddEnumEntry(const EnumEntryReading &entry);
+    void hide();
+    void publish();
+    bool publishValue();
+    void publishTexts();
+    void publishToolTips();
+
+    const FeatureUpdateContext m_context;
+    VexaPropertyTreeItem *const m_pItem;
+    const QGetFeaturesThread::UpdateStatusFlags m_status;
+    FeatureReader m_reader;
+    QDomElement m_element;
+    QString m_strNodeName;
+    QString m_strTagName;
+    quint64 m_nReading = 0;
+
+    // What was read; names are empty where the description or the translator has none.
+    QString m_strDisplayName;
+    QString m_strTranslateName;
+    QString m_strDescription;
+    QString m_strDescriptionTrans;
+    QString m_strStreamable = QStringLiteral("No");
+    QString m_strRepresentation;
+    QString m_strVisibility;
+    QString m_strIsImplemented;
+    QString m_strIsAvailable;
+    QString m_strIsLocked;
+    bool m_bReadOnlyByAccess = false;
+    bool m_bReadOnly = false;
+    bool m_bAvailable = true;
+    bool m_bVisible = true;
+    bool m_bAccessRead = false; ///< access mode and pointer nodes were read
+    QVector<EnumEntryReading> m_entries;
+    bool m_bEntriesRead = false;
+    std::unique_ptr<CTreeItemValue> m_pValue;
+};

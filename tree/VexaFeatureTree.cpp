@@ -1,0 +1,235 @@
+#include "tree/VexaFeatureTree.h"
+
+#include "ControlKit/CustomLoadingDialog.h"
+#include "ControlKit/CustomMenu.h"
+#include "ControlKit/CustomMessageBox.h"
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "DeviceTaskModule/VexaFeatureObserverable.h"
+#include "ShellServicesModule/QFunction.h"
+#include "model/FeatureTreeBuilder.h"
+#include "model/NodeDependencyMaps.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "shell/VexaFeatureToolBar.h"
+#include "tree/QGetFeaturesThread.h"
+#include "tree/TreeCallScope.h"
+#include "view/VexaFeatureTreeView.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QEvent>
+#include <QMutexLocker>
+#include <QTimer>
+
+VexaFeatureTree::VexaFeatureTree(long int cameraId, QWidget *parent)
+    : IVexaFeatureWidget(PARENT_FEATURE_TREE, parent)
+    , m_lOpenedCameraID(cameraId)
+    , m_pBuilder(std::make_unique<FeatureTreeBuilder>())
+    , m_pMaps(std::make_unique<NodeDependencyMaps>())
+{
+    m_lCameraID = cameraId;
+    VexaListenTools::instance()->addListener(this, PRIORITY_LEVEL_1);
+    InitWidget();
+}
+
+VexaFeatureTree::~VexaFeatureTree()
+{
+    qInfo("~release VexaFeatureTree:%ld", m_lOpenedCameraID);
+    QList<VexaFeatureObserverable *> observers;
+    {
+        const QMutexLocker locker(&m_mutex);
+        observers.swap(m_observers);
+    }
+    // On a copy, outside the mutex: an observer may call back into the tree.
+    for (VexaFeatureObserverable *observer : qAsConst(observers)) {
+        observer->notifyFeatureTreeReleased(m_lOpenedCameraID);
+    }
+    hideLoading();
+    qInfo("VexaFeatureTree::~VexaFeatureTree Release begin");
+    Release();
+    qInfo("VexaFeatureTree::~VexaFeatureTree Release end");
+}
+
+bool VexaFeatureTree::InitWidget()
+{
+    if (InitCtrl() && InitLayout() && InitSignals()) {
+        return true;
+    }
+    Release();
+    return false;
+}
+
+bool VexaFeatureTree::InitMenu()
+{
+    return true;
+}
+
+void VexaFeatureTree::deleteWhenIdle()
+{
+    hide();
+    setParent(nullptr);
+    if (m_nCallsOnStack == 0) {
+        delete this;
+        return;
+    }
+    m_bDeleteWhenIdle = true;
+}
+
+QCameraTask *VexaFeatureTree::cameraTask() const
+{
+    QTaskManager *manager = m_lCameraID == NO_CAMERA_ID ? nullptr : QTaskManager::Instance();
+    QCameraBasicTask *basicTask = manager ? manager->GetTaskByIDEx(m_lCameraID) : nullptr;
+    return basicTask ? basicTask->_CameraTak() : nullptr;
+}
+
+long int VexaFeatureTree::GetCurCameraID() const
+{
+    return m_lCameraID;
+}
+
+QString VexaFeatureTree::GetCurCameraName() const
+{
+    QCameraTask *task = cameraTask();
+    return task ? task->GetCameraName() : QString();
+}
+
+bool VexaFeatureTree::isCanEdit() const
+{
+    return m_bCanEdit;
+}
+
+bool VexaFeatureTree::IsUpdateFeatureOnce() const
+{
+    return !m_bFirstUpdateOfAll;
+}
+
+void VexaFeatureTree::SetIsUpdateFeatureOnce(bool once)
+{
+    m_bFirstUpdateOfAll = !once;
+}
+
+void VexaFeatureTree::setMessageFalse(bool enable)
+{
+    m_bMessageEnable = enable;
+}
+
+void VexaFeatureTree::setTestRunning(bool running)
+{
+    m_bTestRunning = running;
+}
+
+void VexaFeatureTree::setViewForbiddenUpdate(bool forbid)
+{
+    if (m_pTreeView) {
+        m_pTreeView->setForbidUpdate(forbid);
+    }
+}
+
+void VexaFeatureTree::UpdateCameraItemName() { }
+
+void VexaFeatureTree::UpdateToolBarBtn(int state, int cameraId, bool busy)
+{
+    if (cameraId == m_lCameraID && m_pToolBar) {
+        m_pToolBar->UpdateToolBarBtn(state, cameraId, busy);
+    }
+}
+
+void VexaFeatureTree::AddFeatureObserverable(VexaFeatureObserverable *observer)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (observer && !m_observers.contains(observer)) {
+        m_observers.append(observer);
+    }
+}
+
+void VexaFeatureTree::RemoveFeatureObserverable(VexaFeatureObserverable *observer)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_observers.removeAll(observer);
+}
+
+void VexaFeatureTree::notify(int event, void *data)
+{
+    if (event != VEXA_EVENT_REFRESH_NODE || !data || m_lCameraID == NO_CAMERA_ID) {
+        return;
+    }
+    const auto *node = static_cast<const VexaNodeEventData *>(data);
+    if (node->cameraId == m_lCameraID && node->nodeName) {
+        UpdateFeatures(FEATURES_UPDATE_INVALIDATOR, {QString::fromUtf8(node->nodeName)},
+                       QGetFeaturesThread::UPDATE_REFRESH);
+    }
+}
+
+bool VexaFeatureTree::setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &)
+{
+    // The editors stay disabled until the typed writes stand, so that only a host can come here.
+    QFunction::Instance()->InsertMessageLog(
+        MESSAGE_LOG_ERROR, GetCurCameraName(),
+        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_writeunavailable").arg(strNodeName, strNodeType));
+    return false;
+}
+
+void VexaFeatureTree::SetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue)
+{
+    setFeatureValue(strNodeType, strNodeName, oNodeValue);
+}
+
+void VexaFeatureTree::LoadCamFeatures(bool, const QString &)
+{
+    QFunction::Instance()->InsertMessageLog(
+        MESSAGE_LOG_INFO, GetCurCameraName(),
+        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_importunavailable"));
+}
+
+void VexaFeatureTree::SaveCamFeatures(bool, const QString &)
+{
+    QFunction::Instance()->InsertMessageLog(
+        MESSAGE_LOG_INFO, GetCurCameraName(),
+        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_exportunavailable"));
+}
+
+void VexaFeatureTree::SetAutoSoftwareTrig(bool start, unsigned int intervalMs)
+{
+    if (!m_pAutoTriggerTimer) {
+        return;
+    }
+    if (start) {
+        m_pAutoTriggerTimer->start(static_cast<int>(intervalMs));
+    } else {
+        m_pAutoTriggerTimer->stop();
+    }
+}
+
+void VexaFeatureTree::OnTimerAutoTrigger()
+{
+    if (QCameraTask *task = cameraTask()) {
+        task->ExecuteCommand(QStringLiteral("TriggerSoftware"), nullptr);
+    }
+}
+
+void VexaFeatureTree::OnTriggerModeChanged(int mode)
+{
+    if (QCameraTask *task = cameraTask()) {
+        task->SetTriggerMode(mode);
+    }
+}
+
+void VexaFeatureTree::ShowSmartTune(const QString &strNode, const QVariant &oNodeValue)
+{
+    emit SigShowSmartTune(strNode, oNodeValue);
+}
+
+void VexaFeatureTree::GetFeatureValueByThread(QString strNodeName, QVariant oNodeValue)
+{
+    emit SigGetFeatureValueByThread(strNodeName, oNodeValue);
+}
+
+void VexaFeatureTree::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange && m_pUserLevelCombo) {
+        RefreshWidgetInfo();
+        translatePropTree(rootItem());
+    }
+    IVexaFeatureWidget::changeEvent(event);
+}

@@ -1,0 +1,258 @@
+#pragma once
+
+#include "ShellServicesModule/VexaListenTools.h"
+#include "model/IVexaFeatureWidget.h"
+
+#include <QDomDocument>
+#include <QFuture>
+#include <QModelIndex>
+#include <QMutex>
+#include <QPointer>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+class CustomLabel;
+class CustomLineEdit;
+class CustomMenu;
+class CustomMessageBox;
+class CustomPushButton;
+class FeatureTreeBuilder;
+class NodeDependencyMaps;
+class QAction;
+class QBoxLayout;
+class QCameraTask;
+class QDialog;
+class QGetFeaturesThread;
+class QTextEdit;
+class QTimer;
+class VexaFeatureObserverable;
+class VexaFeatureToolBar;
+class VexaPropertyComboBox;
+
+/// The feature tree of one camera: controller and page. It builds the item tree from the device description, keeps
+/// it up to date with four workers and shows it. All operations belong to the GUI thread.
+///
+/// Boxes and loading dialogs run other events in the middle of an operation, so a tree can be removed from inside
+/// one of its own calls; deleteWhenIdle waits for their end.
+class FEATURETREEMODULE_API VexaFeatureTree : public IVexaFeatureWidget, public IVexaListen
+{
+    Q_OBJECT
+public:
+    /// -1 makes a page without a camera.
+    explicit VexaFeatureTree(long int cameraId, QWidget *parent = nullptr);
+    ~VexaFeatureTree() override;
+
+    // Lifecycle.
+    bool InitWidget();
+    bool InitMenu();
+    /// Builds the tree of the camera and starts its first full update. `accessMode` 2 is read only. Does nothing for
+    /// a tree that has items or a camera without a task.
+    void OnCameraOpen(unsigned int accessMode);
+    /// Builds the tree anew after the camera was reconnected.
+    void OnResartCameraOpen(unsigned int accessMode);
+    /// Stops all work and clears the items; the tree has no camera afterwards.
+    void OnCameraClose();
+    /// Acquisition began or ended: the nodes that it locks are read again.
+    void OnCameraStartShot();
+    void OnCameraStopShot();
+    void Release();
+    /// From now on no message and no write; all workers stop.
+    void readyForDelete();
+    /// Stops the workers and waits for them, or makes them ready to run again.
+    void StopThread(bool stop);
+    /// Hides the tree at once and deletes it when none of its calls is on the stack any more.
+    void deleteWhenIdle();
+
+    // The page.
+    void ClearTreeViewInfo();
+    void RefreshWidgetInfo();
+    void OnOptionsChanged();
+    /// Refills the editors in the language of node texts.
+    void notifyEditorUpdate();
+    void setViewForbiddenUpdate(bool forbid);
+    /// Does nothing.
+    void UpdateCameraItemName();
+    void UpdateToolBarBtn(int state, int cameraId, bool busy);
+    /// A box that does not block; a new one replaces the old. Dropped while the tree goes away.
+    void ShowMessage(QWidget *parent, const QString &first, const QString &second, const QString &third,
+                     int hintStyle, bool openExternalLinks);
+    /// Busy dialog for devices of type 8: "setting" or "updating" features.
+    void ShowLoadingFeatures(bool show, bool setting);
+    void ShowLoadingDlg(bool show, const QString &text);
+
+    long int GetCurCameraID() const;
+    QString GetCurCameraName() const;
+    /// False on a tree that was opened read only.
+    bool isCanEdit() const;
+    /// Whether the first full update has ended.
+    bool IsUpdateFeatureOnce() const;
+    void SetIsUpdateFeatureOnce(bool once);
+    void setMessageFalse(bool enable);
+    void setTestRunning(bool running);
+    void AddFeatureObserverable(VexaFeatureObserverable *observer);
+    void RemoveFeatureObserverable(VexaFeatureObserverable *observer);
+
+    // Items and the description.
+    /// Null for an empty or unknown name.
+    VexaPropertyTreeItem *propertyItemByName(const QString &name) const;
+    /// All items by feature name, categories included.
+    QMap<QString, VexaPropertyTreeItem *> AllTreeItemsMap() const;
+    QMap<QString, VexaPropertyTreeItem *> favoriteItemsMap() const;
+    /// Root of the item tree, null before the first opening.
+    VexaPropertyTreeItem *rootItem() const;
+    bool GetDomElementNode(const QString &name, QDomElement &out) const;
+    void translatePropTree(VexaPropertyTreeItem *item);
+    /// Features to read again after this one was written.
+    QStringList GetFeatureInvalidatorList(const QString &name) const;
+
+    // Updates.
+    /// `status` holds flags of QGetFeaturesThread::UpdateStatus, `type` is one of _FEATURES_UPDATE_TYPE_.
+    void UpdateFeatures(int type, const QStringList &nodes, int status);
+    /// Nodes have changed on the device; they and their dependants are read again after 200 ms.
+    void OnAddValueChangedNodes(const QList<QString> &names);
+    void OnBtnRefresh();
+    /// One update of one item on the caller's thread.
+    void updateFeature(VexaPropertyTreeItem *item, int status);
+    void getFeatureValueFromCamera(VexaPropertyTreeItem *item);
+
+    // Narrowing what is shown.
+    /// Shows the description of a feature and selects its row.
+    void JumpToFeature(QString &name);
+    /// Does nothing: the rows follow the text of the search field as it is typed.
+    void OnEditSearchTextChanged(const QString &text);
+
+    // Feature files and trigger.
+    void LoadCamFeatures(bool silent, const QString &path);
+    void SaveCamFeatures(bool silent, const QString &path);
+    /// Runs "TriggerSoftware" every `intervalMs` milliseconds, or stops it.
+    void SetAutoSoftwareTrig(bool start, unsigned int intervalMs);
+    void OnTriggerModeChanged(int mode);
+    void ShowSmartTune(const QString &strNode, const QVariant &oNodeValue);
+
+    bool setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &oNodeValue) override;
+    void removeCameraID(long lCameraID) override;
+    bool isInitialized(long lCameraID) override;
+    void notify(int event, void *data) override;
+
+signals:
+    void SigHide();
+    void SigFirstEndUpdateFeature(long int lCameraID);
+    void SigEndExportFeature(bool bExportSuccess);
+    void SigEndImportFeature(bool bExportSuccess);
+    void SigToolBarBtnClicked(int nIndex);
+    void SigExpandTree();
+    void SigSetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue);
+    void SigGetFeatureValueByThread(QString strNodeName, QVariant oNodeValue);
+    void SigShowSmartTune(QString strNode, QVariant oNodeValue);
+    void SigRefreshFeatures();
+
+public slots:
+    /// A full update that spares hidden items.
+    void RefreshFeatures();
+    void OnChangeItem(const QModelIndex &index);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private slots:
+    void OnGetThreadStart();
+    void OnGetThreadEnd();
+    void OnUpdateRoundStart();
+    void OnUpdateRoundEnd();
+    void OnTimeInvalidaterFeaturesUpdate();
+    void OnTimerRefreshFinished();
+    void OnTimerAutoTrigger();
+    void OnTimerFeaturePolling();
+    void OnUserLevelChanged(int row);
+    void OnFeaturesSearch(const QString &text);
+    void OnBtnSearch();
+    void OnReturnClicked();
+    void OnTreeFeaturesCustomContextMenuRequested(const QPoint &pos);
+    void OnActionFavoriteAdd();
+    void OnActionFavoriteRemove();
+    void OnActionFavoriteRemoveAll();
+    void GetFeatureValueByThread(QString strNodeName, QVariant oNodeValue);
+    void SetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue);
+
+private:
+    friend class TreeCallScope;
+    bool InitCtrl();
+    void InitStyleSheet();
+    bool InitLayout();
+    bool InitSignals();
+    QWidget *makeTreeColumn();
+    QWidget *makeDescriptionColumn();
+
+    QCameraTask *cameraTask() const;
+    void takeDeviceType();
+    void applyAccessMode(unsigned int accessMode);
+    void buildTree();
+    void giveThreadsTheirData();
+    void tellChannels();
+    void updateAfterShot();
+    QVector<QGetFeaturesThread *> workers() const;
+    bool haveAllWorkers() const;
+    void hideLoading();
+    int loadingKey() const;
+    bool dropsCachesFirst() const;
+    void updateAll(int status);
+    void updateDependants(const QStringList &nodes);
+    void updateLocked();
+    void updatePolled(int status);
+    void startLevelPass();
+    void showDescription(VexaPropertyTreeItem *item);
+    void fillUserLevelCombo();
+    void clearMaps();
+    void releaseWidgets();
+    void search(const QString &text);
+
+    bool m_bMessageEnable = true;
+    bool m_bReadyForDelete = false;
+    bool m_bCanEdit = true;
+    bool m_bFirstUpdate = false; ///< the first-update pair
+    bool m_bFirstUpdateOfAll = false;
+    bool m_bUpdatePending = false; ///< grabbing was stopped and not started since
+    bool m_bLoading = false; ///< a loading dialog of a command or an import is up
+    bool m_bTestRunning = false;
+    bool m_bLevelPassPending = false; ///< the user level changed during a pass
+    bool m_bDeleteWhenIdle = false;
+    int m_nCallsOnStack = 0;
+    int m_nDeviceType = -1;
+    QString m_strSerialNumber;
+    long int m_lOpenedCameraID = -1; ///< kept beyond the close, for observers
+
+    QDomDocument m_domDocument;
+    QDomDocument m_elementsDocument; ///< keeps the elements in the maps whole: parents, siblings
+    std::unique_ptr<FeatureTreeBuilder> m_pBuilder;
+    std::unique_ptr<NodeDependencyMaps> m_pMaps;
+
+    CustomLineEdit *m_pSearchEdit = nullptr;
+    CustomLabel *m_pDescriptionTitle = nullptr;
+    QTextEdit *m_pDescriptionEdit = nullptr;
+    CustomLabel *m_pUserLevelTitle = nullptr;
+    VexaPropertyComboBox *m_pUserLevelCombo = nullptr;
+    CustomPushButton *m_pReturnButton = nullptr;
+    CustomLabel *m_pPageTitle = nullptr;
+    CustomMenu *m_pContextMenu = nullptr;
+    QAction *m_pActionFavoriteAdd = nullptr;
+    QAction *m_pActionFavoriteRemove = nullptr;
+    QAction *m_pActionFavoriteRemoveAll = nullptr;
+    VexaPropertyTreeItem *m_pContextItem = nullptr;
+    QTimer *m_pInvalidateTimer = nullptr;
+    QTimer *m_pRefreshTimer = nullptr;
+    QTimer *m_pAutoTriggerTimer = nullptr;
+    QTimer *m_pPollingTimer = nullptr;
+    QStringList m_pendingInvalidations;
+    QGetFeaturesThread *m_pInvalidateUpdateThread = nullptr;
+    QGetFeaturesThread *m_pLockAndRelativeThread = nullptr;
+    QGetFeaturesThread *m_pTimerAndAllThread = nullptr;
+    QGetFeaturesThread *m_pPollingThread = nullptr;
+    QMutex m_mutex; ///< guards m_observers
+    QList<VexaFeatureObserverable *> m_observers;
+    QPointer<QDialog> m_pModalDialog;
+    QPointer<CustomMessageBox> m_pMessageBox;
+    VexaFeatureToolBar *m_pToolBar = nullptr;
+    QVector<QFuture<void>> m_futures;
+};

@@ -1,0 +1,89 @@
+// The tree's one message box and its loading dialogs.
+
+#include "tree/VexaFeatureTree.h"
+
+#include "ControlKit/CustomLoadingDialog.h"
+#include "ControlKit/CustomMessageBox.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "tree/QGetFeaturesThread.h"
+#include "tree/TreeCallScope.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+
+namespace {
+
+constexpr int LOADING_KEY = 1;
+constexpr int LOADING_KEY_CL_OFFSET = 3;
+
+QString translated(const char *key)
+{
+    return QCoreApplication::translate("QFeatureTree", key);
+}
+
+} // namespace
+
+void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString &second, const QString &,
+                                  int hintStyle, bool openExternalLinks)
+{
+    if (m_bReadyForDelete) {
+        qInfo("ready for delete");
+        return;
+    }
+    if (!m_bMessageEnable) {
+        return;
+    }
+    QTaskManager *manager = QTaskManager::Instance();
+    if (manager && manager->IsCameraTaskReleased(m_lCameraID)) {
+        qInfo().noquote() << QStringLiteral("VexaFeatureTree::ShowMessage failed:cameraID:") + QString::number(m_lCameraID);
+        return;
+    }
+    delete m_pMessageBox;
+
+    const bool hasTitle = !second.isEmpty();
+    auto *box = new CustomMessageBox(this);
+    m_pMessageBox = box;
+    box->cSetButtons(1);
+    box->cSetOpenExternalLinks(openExternalLinks);
+    box->cSetContent(hasTitle ? second : first);
+    box->cSetTextTitle(hasTitle ? first : QString());
+    box->cSetHintStyle(hintStyle);
+    box->cEndSetParameter();
+    box->setModal(true);
+    box->show();
+}
+
+int VexaFeatureTree::loadingKey() const
+{
+    return m_nDeviceType == DEVICE_TYPE_CL ? static_cast<int>(m_lCameraID) + LOADING_KEY_CL_OFFSET : LOADING_KEY;
+}
+
+void VexaFeatureTree::ShowLoadingDlg(bool show, const QString &text)
+{
+    if (m_lCameraID == NO_CAMERA_ID) {
+        return;
+    }
+    if (show) {
+        CustomLoadingDialog::showLoading(text, loadingKey());
+    } else {
+        CustomLoadingDialog::hideLoading(loadingKey());
+    }
+}
+
+void VexaFeatureTree::ShowLoadingFeatures(bool show, bool setting)
+{
+    if (m_nDeviceType != DEVICE_TYPE_CL) {
+        return;
+    }
+    if (!show && m_pLockAndRelativeThread && m_pLockAndRelativeThread->isRunning()) {
+        return;
+    }
+    ShowLoadingDlg(show, translated(setting ? "lang_qfeaturetree_settingfeatures" : "lang_qfeaturetree_updatefeature"));
+    const TreeCallScope scope(this);
+    QCoreApplication::processEvents();
+}
+
+void VexaFeatureTree::hideLoading()
+{
+    ShowLoadingDlg(false, QString());
+}

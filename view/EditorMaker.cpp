@@ -1,0 +1,135 @@
+#include "view/EditorMaker.h"
+
+#include "ControlKit/CustomCalendar.h"
+#include "ControlKit/CustomCheckBox.h"
+#include "ControlKit/CustomComboBox.h"
+#include "ControlKit/CustomPushButton.h"
+#include "ShellServicesModule/QPropertyLineEdit.h"
+#include "editors/QCustomReverseHintWidget.h"
+#include "model/CTreeIntergerItemValue.h"
+#include "view/EditorCommit.h"
+#include "view/EditorValue.h"
+#include "view/ItemLocker.h"
+#include "view/NodeNameRules.h"
+#include "view/StringEditRules.h"
+#include "view/VexaPropertySpinBox.h"
+#include "view/VexaPropertyTreeDelegate.h"
+
+#include <QHash>
+
+namespace {
+
+using EditorMaker::Request;
+
+bool appliesFont(const VexaPropertyTreeItem *pItem)
+{
+    const ItemLocker lock(pItem);
+    return pItem->value() && pItem->value()->m_bApplyEditorFont;
+}
+
+/// What all editors have that take a value.
+template<typename Editor>
+Editor *finish(Editor *pEditor, const Request &request, bool bFont)
+{
+    pEditor->setEnabled(false);
+    if (bFont) {
+        pEditor->cSetFontFamily(Custom::globalFontFamily(Custom::LANGUAGE_ENGLISH));
+    }
+    EditorCommit::connectSignals(pEditor, request.pDelegate);
+    return pEditor;
+}
+
+QWidget *makeHint(const Request &request)
+{
+    const int nKind = request.nColumn == 0 ? NodeNameRules::hintKind(request.strNodeName) : NodeNameRules::NO_HINT;
+    return nKind == NodeNameRules::NO_HINT ? nullptr : new QCustomReverseHintWidget(request.pParent, nKind);
+}
+
+QWidget *makeLineEdit(const Request &request)
+{
+    return finish(new QPropertyLineEdit(1, request.pParent), request, appliesFont(request.pItem));
+}
+
+QWidget *makeBoolean(const Request &request)
+{
+    if (QWidget *const pHint = makeHint(request)) {
+        return pHint;
+    }
+    auto *const pEditor = finish(new CustomCheckBox(4, request.pParent), request, appliesFont(request.pItem));
+    pEditor->setFixedSize(pEditor->sizeHint());
+    pEditor->setFixedHeight(EditorMaker::EDITOR_HEIGHT);
+    return pEditor;
+}
+
+QWidget *makeCommand(const Request &request)
+{
+    return finish(new CustomPushButton(2, request.pParent), request,
+                  request.pDelegate->parentType() == PARENT_FEATURE_TREE);
+}
+
+QWidget *makeInteger(const Request &request)
+{
+    if (QWidget *const pHint = makeHint(request)) {
+        return pHint;
+    }
+    return EditorValue::isTextInteger(request.pItem)
+        ? makeLineEdit(request)
+        : finish(new VexaPropertySpinBox(request.pParent), request, appliesFont(request.pItem));
+}
+
+QWidget *makeEnumeration(const Request &request)
+{
+    return finish(new CustomComboBox(1, 0, request.pParent), request, appliesFont(request.pItem));
+}
+
+QWidget *makeCalendar(const Request &request)
+{
+    const QColor dark(0x58, 0x5a, 0x5d);
+    auto *const pCalendar = new CustomCalendar(2, request.pParent);
+    pCalendar->cSetDateFormat(QString::fromLatin1(EditorCommit::DATE_FORMAT));
+    pCalendar->cSetDateTime(QDateTime::currentDateTime());
+    pCalendar->cSetBackgroundColor(dark);
+    pCalendar->cGetLargeButton()->cSetBackgroundColor(dark);
+    pCalendar->cGetLargeButton()->cSetFontColor(QColor(0xD9, 0xD9, 0xD9));
+    pCalendar->cSetBorderColor(dark, Custom::STATUS_NORMAL, Custom::BORDER_LARGE_BUTTON);
+    pCalendar->cSetBorderColor(QColor(0x32, 0x32, 0x32), Custom::STATUS_NORMAL, Custom::BORDER_POPUP);
+    return pCalendar;
+}
+
+QWidget *makeString(const Request &request)
+{
+    if (request.strNodeName == QLatin1String("ManualSetTime")) {
+        return makeCalendar(request);
+    }
+    QWidget *const pEditor = makeLineEdit(request);
+    applyStringEditRules(static_cast<QPropertyLineEdit *>(pEditor), request.strNodeName);
+    return pEditor;
+}
+
+} // namespace
+
+QWidget *EditorMaker::make(const Request &request)
+{
+    using Maker = QWidget *(*)(const Request &);
+    static const QHash<QString, Maker> makers = {
+        {QStringLiteral("Boolean"), makeBoolean},
+        {QStringLiteral("Command"), makeCommand},
+        {QStringLiteral("CustomTime"), makeCalendar},
+        {QStringLiteral("Enumeration"), makeEnumeration},
+        {QStringLiteral("Float"), makeLineEdit},
+        {QStringLiteral("Integer"), makeInteger},
+        {QStringLiteral("StringReg"), makeString},
+    };
+    const Maker maker = makers.value(request.pItem->tagName(), nullptr);
+    QWidget *const pEditor = maker ? maker(request) : nullptr;
+    if (pEditor) {
+        pEditor->setObjectName(request.strNodeName);
+    }
+    return pEditor;
+}
+
+bool EditorMaker::hasNameEditor(const VexaPropertyTreeItem *pItem)
+{
+    return pItem->tagName() == QLatin1String("CustomWatermarkFeatureTag")
+        || NodeNameRules::hintKind(nodeNameOf(pItem)) != NodeNameRules::NO_HINT;
+}

@@ -1,0 +1,86 @@
+#include "view/VexaPropertySpinBox.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include <limits>
+
+VexaPropertySpinBox::VexaPropertySpinBox(QWidget *parent)
+    : CustomSpinBox(2, parent)
+{
+    // The own text stands for a value outside the range, so the first change by the user ends it.
+    connect(this, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] { m_bOwnText = false; });
+}
+
+void VexaPropertySpinBox::setLimits(int nMinimum, int nMaximum, qint64 nStep)
+{
+    setRange(nMinimum, nMaximum);
+    setSingleStep(int(qBound<qint64>(1, nStep, std::numeric_limits<int>::max())));
+    updateToolTip();
+}
+
+void VexaPropertySpinBox::snapValue(int nValue)
+{
+    m_bOwnText = false;
+    setValue(nValue);
+    const qint64 nShown = value();
+    qint64 nSnapped = nShown - (nShown - minimum()) % singleStep();
+    if (nShown <= minimum()) {
+        nSnapped = minimum();
+    } else if (nShown > maximum()) {
+        nSnapped = maximum();
+    }
+    setValue(int(nSnapped));
+    lineEdit()->setText(textFromValue(value()));
+    m_nLastAccepted = value();
+}
+
+void VexaPropertySpinBox::showText(const QString &strText)
+{
+    m_bOwnText = true;
+    m_strOwnText = strText;
+    lineEdit()->setText(strText);
+}
+
+void VexaPropertySpinBox::showBlank()
+{
+    showText(QString());
+}
+
+void VexaPropertySpinBox::rollback()
+{
+    if (m_bOwnText) {
+        lineEdit()->setText(m_strOwnText);
+        return;
+    }
+    setValue(m_nLastAccepted);
+    lineEdit()->setText(textFromValue(value()));
+}
+
+void VexaPropertySpinBox::changeEvent(QEvent *event)
+{
+    CustomSpinBox::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) {
+        updateToolTip();
+    }
+}
+
+void VexaPropertySpinBox::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && cHasUserText()) {
+        rollback();
+        event->accept();
+        return;
+    }
+    CustomSpinBox::keyPressEvent(event);
+}
+
+QString VexaPropertySpinBox::textFromValue(int nValue) const
+{
+    return m_bOwnText ? m_strOwnText : CustomSpinBox::textFromValue(nValue);
+}
+
+void VexaPropertySpinBox::updateToolTip()
+{
+    setToolTip(tr("Min:%1; Max:%2; Step Value:%3").arg(minimum()).arg(maximum()).arg(singleStep()));
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ControlKit/CustomSpinBox.h"
+
+/// Spin box for the value of an Integer node. Its value lies on the grid of the node's increment (GenICam Inc) that
+/// starts at the minimum. GUI thread.
+class VexaPropertySpinBox : public CustomSpinBox
+{
+    Q_OBJECT
+public:
+    explicit VexaPropertySpinBox(QWidget *parent = nullptr);
+
+    /// Range and step; a step below 1 counts as 1.
+    void setLimits(int nMinimum, int nMaximum, qint64 nStep);
+    /// Sets the value, rounded down to the grid, and takes it as accepted.
+    void snapValue(int nValue);
+    int lastAcceptedValue() const { return m_nLastAccepted; }
+    /// Shows this text in place of the value: a value that the box cannot hold. Any change of the value ends it.
+    void showText(const QString &strText);
+    bool isOwnText() const { return m_bOwnText; }
+    /// Shows nothing.
+    void showBlank();
+    /// Back to the last accepted value.
+    void rollback();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    QString textFromValue(int nValue) const override;
+
+private:
+    void updateToolTip();
+
+    int m_nLastAccepted = -1;
+    bool m_bOwnText = false;
+    QString m_strOwnText;
+};
