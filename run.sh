@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 source tools/packages.sh
 
-install_missing "${BUILD_PACKAGES[@]}" "${FONT_PACKAGES[@]}"
+install_missing "${BUILD_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}"
 
 cmake --preset release -DFTM_BUILD_TESTS=OFF -DFTM_BUILD_BENCHMARKS=OFF "${COMPILER_CACHE[@]}" >&2
 cmake --build build-release -j "$(nproc)" >&2

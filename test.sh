@@ -5,12 +5,11 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 source tools/packages.sh
 
-install_missing "${BUILD_PACKAGES[@]}" "${FONT_PACKAGES[@]}" "${CHECK_PACKAGES[@]}"
+install_missing "${BUILD_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}" "${CHECK_PACKAGES[@]}"
 
 tools/check_includes.sh
-find platform model tree view editors featurefile fileaccess shell host tests benchmarks \
-    \( -name '*.h' -o -name '*.cpp' \) -print0 2>/dev/null \
-    | xargs -0 -r clang-format-14 --dry-run -Werror
+find . -path './.*' -prune -o -path './build*' -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 \
+    | xargs -0 clang-format-14 --dry-run -Werror
 echo "format: every source file is as .clang-format says"
 
 for preset in dev asan; do

@@ -61,7 +61,7 @@ public:
 protected:
     void timerEvent(QTimerEvent *event) override;
 
-    int m_nPageCount = 1;
+    int m_nPageCount = 1; ///< pages to prepare
     int m_nPageIndex;
     long m_lCameraID = -1;
     VexaFeatureTreeView *m_pTreeView;
@@ -72,4 +72,9 @@ protected:
     QMap<int, bool> m_showBasicOnly; ///< by camera
     QMap<int, QList<VexaPropertyTreeItem *>> m_showInAllItems; ///< pages hidden in the basic view, by camera
     QBasicTimer m_updateTimer;
+
+private:
+    /// Takes the items that the feature tree owns out of a page tree, so that deleting it leaves them alone.
+    void detachFeatureItems(VexaPropertyTreeItem *pItem);
+    void retranslateItem(VexaPropertyTreeItem *pItem, int nPage);
 };

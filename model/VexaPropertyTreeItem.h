@@ -123,10 +123,15 @@ public:
     static void releaseTransInfo();
 
 private:
-    class Views;
+    /// Whether all branches above are open.
     bool branchesOpen() const;
+    /// Brings what a leaf shows in line with its wish and its branches.
     void applyLeafVisible(long lCameraID);
     void applyBranch(long lCameraID);
+    void copyToMapping(bool bCopyBase);
+    // Under the update lock.
+    bool editorIsBehind(bool &bNeedRecreateEditor) const;
+    std::unique_ptr<CTreeItemValue> snapshotUnderLock() const;
 
     std::atomic<bool> m_bBranchVisible {true}; ///< a branch's own switch
     std::atomic<bool> m_bVisible {true}; ///< leaf: what the views were last told
@@ -141,6 +146,7 @@ private:
     QSet<IVexaFeatureNotify *> m_views;
     QList<VexaPropertyTreeItem *> m_children;
     QMap<int, VexaPropertyTreeItem *> m_parents;
+    mutable int m_knownRows[2] = {-1, -1}; ///< last answer of indexInParent: feature tree, pages; GUI thread
     mutable QMutex m_updateMutex;
     std::atomic<bool> m_bValueCached {false};
     std::atomic<bool> m_bEditorCached {false}; ///< the editor's last fill showed a value that had been read

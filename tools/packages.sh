@@ -3,8 +3,8 @@
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config ccache
     qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools
     libaravis-dev libusb-1.0-0-dev libxml2-dev libglib2.0-dev zlib1g-dev)
-# Latin and Chinese; the icons are SVG.
-FONT_PACKAGES=(fonts-dejavu-core fonts-noto-cjk libqt5svg5)
+# What the program needs to be read: Latin and Chinese fonts, Qt's own texts in Chinese, icons from SVG.
+DISPLAY_PACKAGES=(fonts-dejavu-core fonts-noto-cjk qttranslations5-l10n libqt5svg5)
 CHECK_PACKAGES=(clang-format-14 binutils)
 
 # Installs the packages that are not there; asks the network only then.

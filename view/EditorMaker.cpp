@@ -41,7 +41,7 @@ Editor *finish(Editor *pEditor, const Request &request, bool bFont)
 
 QWidget *makeHint(const Request &request)
 {
-    const int nKind = request.nColumn == 0 ? NodeNameRules::hintKind(request.strNodeName) : NodeNameRules::NO_HINT;
+    const int nKind = NodeNameRules::hintKind(request.strNodeName);
     return nKind == NodeNameRules::NO_HINT ? nullptr : new QCustomReverseHintWidget(request.pParent, nKind);
 }
 
@@ -52,9 +52,6 @@ QWidget *makeLineEdit(const Request &request)
 
 QWidget *makeBoolean(const Request &request)
 {
-    if (QWidget *const pHint = makeHint(request)) {
-        return pHint;
-    }
     auto *const pEditor = finish(new CustomCheckBox(4, request.pParent), request, appliesFont(request.pItem));
     pEditor->setFixedSize(pEditor->sizeHint());
     pEditor->setFixedHeight(EditorMaker::EDITOR_HEIGHT);
@@ -69,9 +66,6 @@ QWidget *makeCommand(const Request &request)
 
 QWidget *makeInteger(const Request &request)
 {
-    if (QWidget *const pHint = makeHint(request)) {
-        return pHint;
-    }
     return EditorValue::isTextInteger(request.pItem)
         ? makeLineEdit(request)
         : finish(new VexaPropertySpinBox(request.pParent), request, appliesFont(request.pItem));
@@ -121,7 +115,12 @@ QWidget *EditorMaker::make(const Request &request)
         {QStringLiteral("StringReg"), makeString},
     };
     const Maker maker = makers.value(request.pItem->tagName(), nullptr);
-    QWidget *const pEditor = maker ? maker(request) : nullptr;
+    QWidget *pEditor = nullptr;
+    if (request.nColumn == 0) {
+        pEditor = makeHint(request);
+    } else if (maker) {
+        pEditor = maker(request);
+    }
     if (pEditor) {
         pEditor->setObjectName(request.strNodeName);
     }

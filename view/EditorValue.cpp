@@ -40,12 +40,11 @@ const TagRule *findRule(const QString &strTag)
         {QStringLiteral("Boolean"),
          {[](const CTreeItemValue *p, const QVariant &v) { return as<CTreeBooleanItemValue>(p).m_bValue == v.toBool(); },
           [](CTreeItemValue *p, const QVariant &v) { as<CTreeBooleanItemValue>(p).m_bValue = v.toBool(); }}},
-        // Beyond 32 bits toInt() gives 0, so that such a value is written again.
+        // A value beyond 32 bits never counts as held and is written again.
         {QStringLiteral("Integer"),
          {[](const CTreeItemValue *p, const QVariant &v) {
-              bool bFits = false;
-              const int nValue = v.toInt(&bFits);
-              return bFits && as<CTreeIntergerItemValue>(p).m_nValue == nValue;
+              const qint64 nValue = v.toLongLong();
+              return nValue == int(nValue) && as<CTreeIntergerItemValue>(p).m_nValue == nValue;
           },
           [](CTreeItemValue *p, const QVariant &v) { as<CTreeIntergerItemValue>(p).m_nValue = v.toLongLong(); }}},
         {QStringLiteral("Enumeration"),
@@ -86,7 +85,7 @@ void EditorValue::store(VexaPropertyTreeItem *pItem, const QVariant &value)
     const quint64 nReading = pItem->beginReading();
     const ItemLocker lock(pItem);
     if (pItem->value()) {
-        pItem->publishReading(nReading);
+        pItem->publishReading(nReading, VexaPropertyTreeItem::READING_VALUE);
         pRule->store(pItem->value(), value);
     }
 }

@@ -4,12 +4,15 @@
 #include "model/IVexaFeatureNotify.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "view/FeatureRows.h"
+#include "view/RowVisibility.h"
 
 #include <QList>
 #include <QMap>
 #include <QTreeView>
+#include <QVector>
 
 #include <atomic>
+#include <memory>
 
 class EditorOpener;
 class EditorPlacer;
@@ -111,7 +114,6 @@ protected:
     void updateEditorGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
     void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
-    QStyleOptionViewItem viewOptions() const override;
     bool focusNextPrevChild(bool next) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void rowsInserted(const QModelIndex &parent, int start, int end) override;
@@ -123,16 +125,20 @@ private:
     friend class PendingRowUpdates;
 
     bool concerns(long lCameraID, VexaPropertyTreeItem *pItem) const;
-    bool filterRows(VexaPropertyTreeItem *pItem);
-    bool decideRows(VexaPropertyTreeItem *pItem, bool bShow, bool bExpandHits);
-    void decideRow(VexaPropertyTreeItem *pItem);
+    RowVisibility rowVisibility() const;
+    bool filterRows();
+    bool decideRows(const RowVisibility &visibility, VexaPropertyTreeItem *pItem, bool bShow, bool bExpandHits);
+    void decideBranches(VexaPropertyTreeItem *pItem);
     void setItemHidden(VexaPropertyTreeItem *pItem, bool bHidden);
+    void collectRows(VexaPropertyTreeItem *pItem, QVector<VexaPropertyTreeItem *> &rows);
     void refillEditor(VexaPropertyTreeItem *pItem, bool bRecreate);
     void openRow(VexaPropertyTreeItem *pItem);
+    void openCell(const QModelIndex &index);
     void onEditorActivated(QWidget *pEditor);
+    void onRefillNeeded(QWidget *pEditor);
     void activateFeature(VexaPropertyTreeItem *pItem);
-    VexaPropertyTreeItem *itemOfFocus() const;
-    QWidget *focusableEditor(VexaPropertyTreeItem *pItem) const;
+    QModelIndex focusedRow() const;
+    QWidget *focusableEditor(const QModelIndex &row) const;
     bool leaveByTab(bool bNext);
     int shownRowCount(const QModelIndex &parent) const;
 
@@ -149,9 +155,9 @@ private:
     QMap<int, QList<VexaPropertyTreeItem *>> m_forceShowItems; ///< by camera
     QMap<int, QList<VexaPropertyTreeItem *>> m_forceHideItems; ///< by camera
     FeatureRows m_rows;
-    EditorOpener *m_pOpener;
-    EditorPlacer *m_pPlacer;
-    PendingRowUpdates *m_pPending;
+    std::unique_ptr<EditorPlacer> m_pPlacer;
+    std::unique_ptr<EditorOpener> m_pOpener;
+    std::unique_ptr<PendingRowUpdates> m_pPending;
     VexaPropertyTreeItem *m_pActiveItem = nullptr; ///< compared only, never followed
     int m_nDirectCalls = 0; ///< a notification of the GUI thread is being dealt with
 };

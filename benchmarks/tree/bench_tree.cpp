@@ -1,5 +1,7 @@
 // Budgets of building and updating a tree, each as a ratio within this run or a count.
 
+#include <arv.h> // first: glib uses names that Qt makes macros
+
 #include "model/FeatureTreeBuilder.h"
 #include "model/NodeDependencyMaps.h"
 #include "model/IVexaFeatureNotify.h"
@@ -16,8 +18,6 @@
 #include <QThread>
 #include <QTimer>
 #include <QtTest>
-
-#include <arv.h>
 
 #include <algorithm>
 #include <functional>

@@ -7,7 +7,10 @@
 #include <QCoreApplication>
 #include <QThread>
 
-QFunction::QFunction() = default;
+QFunction::QFunction()
+{
+    qRegisterMetaType<long>("long int"); // connections by text look the name up
+}
 
 QFunction *QFunction::Instance()
 {
@@ -24,7 +27,7 @@ QFunction *QFunction::Instance()
 void QFunction::InsertMessageLog(_MESSAGE_LOG_LEVEL_ level, const QString &camera,
                                  const QString &text)
 {
-    ShellHost::instance()->appendMessage({ QDateTime::currentDateTime(), level, camera, text });
+    ShellHost::instance()->appendMessage({QDateTime::currentDateTime(), level, camera, text});
     emit messageLogged(level, camera, text);
 }
 

@@ -11,12 +11,13 @@
 namespace {
 const QColor kRefusedFrame(0xFF, 0x52, 0x52);
 constexpr int kRefusedFrameWidth = 2;
-}
+} // namespace
 
 class QPropertyLineEdit::Private
 {
 public:
-    QString strBase; ///< the text that counts as unmodified: the device's, or the one that was saved last
+    QString
+        strBase; ///< the text that counts as unmodified: the device's, or the one that was saved last
     QVariant maximum;
     QVariant minimum;
     int nMode = TEXT_STRING;
@@ -25,7 +26,8 @@ public:
 };
 
 QPropertyLineEdit::QPropertyLineEdit(int style, QWidget *parent)
-    : CustomLineEdit(style, parent), d(std::make_unique<Private>())
+    : CustomLineEdit(style, parent)
+    , d(std::make_unique<Private>())
 {
 }
 
@@ -53,7 +55,8 @@ void QPropertyLineEdit::SetText(const QString &text, int mode)
         return;
     }
     if (text.size() > maxLength()) {
-        setMaxLength(std::numeric_limits<int>::max()); // else a long text is cut and then seen as modified
+        setMaxLength(
+            std::numeric_limits<int>::max()); // else a long text is cut and then seen as modified
     }
     if (this->text() != text) {
         setText(text);
@@ -131,7 +134,10 @@ void QPropertyLineEdit::keyPressEvent(QKeyEvent *event)
         return;
     }
     const QString strTyped = event->text();
-    const bool bPrintable = !strTyped.isEmpty() && strTyped.at(0).isPrint();
+    // Control with Alt is AltGr, which types.
+    const bool bShortcut = event->modifiers().testFlag(Qt::ControlModifier)
+        && !event->modifiers().testFlag(Qt::AltModifier);
+    const bool bPrintable = !bShortcut && !strTyped.isEmpty() && strTyped.at(0).isPrint();
     if (bPrintable && !isReadOnly() && !ValueText::mayHold(d->nMode, strTyped.at(0))) {
         refuse(ValueText::characterRefusal(strTyped.at(0), d->nMode));
         event->accept();

@@ -12,7 +12,7 @@ namespace {
 constexpr int kSteps = 1000; ///< of the bar, whose own numbers are 32-bit
 constexpr int kWidth = 380;
 constexpr int kMargin = 24;
-}
+} // namespace
 
 class QVexaProgressDialog::Private
 {
@@ -39,7 +39,8 @@ public:
 };
 
 QVexaProgressDialog::QVexaProgressDialog(bool isImport, QWidget *parent)
-    : CustomMainWindow(parent), d(std::make_unique<Private>())
+    : CustomMainWindow(parent)
+    , d(std::make_unique<Private>())
 {
     auto *pContent = new QWidget;
     d->pBar = new QProgressBar(pContent);

@@ -11,7 +11,8 @@ constexpr int kShowMs = 6000;
 
 RefusalMark::RefusalMark(QWidget *widget, const QString &reason)
     : m_pWidget(widget)
-    , m_strBubble(QLatin1String("<span>") + reason.toHtmlEscaped() + QLatin1String("</span>"))
+    , m_strBubble(QLatin1String("<p style=\"white-space:pre\">") + reason.toHtmlEscaped()
+                  + QLatin1String("</p>"))
     , m_strFormerDescription(widget->accessibleDescription())
 {
     m_pWidget->setAccessibleDescription(reason);

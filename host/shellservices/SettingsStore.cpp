@@ -23,7 +23,10 @@ QString checkedLanguage(const QString &language)
 
 } // namespace
 
-SettingsStore::SettingsStore() : m_values { kBeginner, QStringLiteral("ENG"), QString() } { }
+SettingsStore::SettingsStore()
+    : m_values{kBeginner, QStringLiteral("ENG"), QString()}
+{
+}
 
 SettingsStore &SettingsStore::instance()
 {
@@ -41,8 +44,8 @@ bool SettingsStore::useFile(const QString &path)
 void SettingsStore::useTransient()
 {
     QMutexLocker lock(&m_mutex);
-    m_pSettings.reset();
-    m_values = { kBeginner, QStringLiteral("ENG"), QString() };
+    m_strPath.clear();
+    m_values = {kBeginner, QStringLiteral("ENG"), QString()};
     m_bLoaded = true;
 }
 
@@ -57,31 +60,34 @@ void SettingsStore::ensureLoaded()
 bool SettingsStore::load(const QString &path)
 {
     m_bLoaded = true;
-    m_pSettings = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    const QSettings settings(path, QSettings::IniFormat);
     bool bNumber = false;
-    const int nLevel = m_pSettings->value(QLatin1String(kUserLevelKey)).toInt(&bNumber);
+    const int nLevel = settings.value(QLatin1String(kUserLevelKey)).toInt(&bNumber);
     m_values.nUserLevel = bNumber ? checkedLevel(nLevel) : kBeginner;
-    m_values.strLanguage = checkedLanguage(m_pSettings->value(QLatin1String(kLanguageKey)).toString());
-    m_values.strCodeFormat = m_pSettings->value(QLatin1String(kCodeFormatKey)).toString();
-    if (m_pSettings->status() != QSettings::NoError || !m_pSettings->isWritable()) {
-        qWarning("The settings file %s cannot be used; changes last for this run only.", qPrintable(path));
-        m_pSettings.reset();
-        return false;
+    m_values.strLanguage = checkedLanguage(settings.value(QLatin1String(kLanguageKey)).toString());
+    m_values.strCodeFormat = settings.value(QLatin1String(kCodeFormatKey)).toString();
+    const bool bUsable = settings.status() == QSettings::NoError && settings.isWritable();
+    m_strPath = bUsable ? path : QString();
+    if (!bUsable) {
+        qWarning("The settings file %s cannot be used; changes last for this run only.",
+                 qPrintable(path));
     }
-    return true;
+    return bUsable;
 }
 
 void SettingsStore::save(const char *key, const QVariant &value)
 {
-    if (!m_pSettings) {
+    if (m_strPath.isEmpty()) {
         return;
     }
-    m_pSettings->setValue(QLatin1String(key), value);
-    m_pSettings->sync();
-    if (m_pSettings->status() != QSettings::NoError) {
+    // One of its own each time: a QSettings that is kept belongs to the thread that made it.
+    QSettings settings(m_strPath, QSettings::IniFormat);
+    settings.setValue(QLatin1String(key), value);
+    settings.sync();
+    if (settings.status() != QSettings::NoError) {
         qWarning("The settings file %s cannot be written; changes last for this run only.",
-                 qPrintable(m_pSettings->fileName()));
-        m_pSettings.reset();
+                 qPrintable(m_strPath));
+        m_strPath.clear();
     }
 }
 

@@ -3,9 +3,6 @@
 #include <QMutex>
 #include <QString>
 
-#include <memory>
-
-class QSettings;
 class QVariant;
 
 /// The values that the client keeps between runs, cached in memory and written through to one INI file. Any thread.
@@ -42,5 +39,5 @@ private:
     QMutex m_mutex;
     Values m_values;
     bool m_bLoaded = false;
-    std::unique_ptr<QSettings> m_pSettings; ///< null while the values are transient
+    QString m_strPath; ///< empty while the values are transient
 };

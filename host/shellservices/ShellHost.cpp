@@ -1,6 +1,7 @@
 #include "host/shellservices/ShellHost.h"
 
 #include "host/shellservices/SettingsStore.h"
+#include "host/utilitykit/UtilityHost.h"
 
 #include <QCoreApplication>
 #include <QMutex>
@@ -13,16 +14,19 @@
 class ShellHost::Private
 {
 public:
-    std::atomic<long int> lCameraID { -1 };
-    std::atomic<bool> bCanSetProperty { true };
-    std::atomic<int> nDrawingMode { 0 };
+    std::atomic<long int> lCameraID{-1};
+    std::atomic<bool> bCanSetProperty{true};
+    std::atomic<int> nDrawingMode{0};
     QPointer<QWidget> pMainWindow;
     mutable QMutex mutex; ///< guards the two lists
     QStringList modified;
     std::deque<MessageLogEntry> history;
 };
 
-ShellHost::ShellHost() : d(std::make_unique<Private>()) { }
+ShellHost::ShellHost()
+    : d(std::make_unique<Private>())
+{
+}
 
 ShellHost::~ShellHost() = default;
 
@@ -46,6 +50,7 @@ bool ShellHost::useSettingsFile(const QString &path)
 void ShellHost::useTransientSettings()
 {
     SettingsStore::instance().useTransient();
+    UtilityHost::useTransientSettings(); // the client's language is kept there
 }
 
 void ShellHost::setCurrentCameraID(long int cameraId)

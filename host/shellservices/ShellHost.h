@@ -31,7 +31,7 @@ public:
     /// Where the configuration is kept; before anything else asks for it. Without a call it is the user's own file.
     /// False when the file cannot be used: the configuration then lasts for this run only.
     static bool useSettingsFile(const QString &path);
-    /// Default configuration in memory, for tests and headless runs.
+    /// Default configuration in memory, UtilityKit's included, for tests and headless runs.
     static void useTransientSettings();
 
     void setCurrentCameraID(long int cameraId);

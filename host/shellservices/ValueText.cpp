@@ -7,7 +7,6 @@
 #include <QLocale>
 #include <QStringList>
 
-
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -94,13 +93,15 @@ std::optional<qint64> maskToInteger(const QString &text)
 std::optional<qint64> macToInteger(const QString &text)
 {
     QString strDigits = text;
-    for (const QLatin1Char separator : { QLatin1Char(':'), QLatin1Char('-') }) {
+    for (const QLatin1Char separator : {QLatin1Char(':'), QLatin1Char('-')}) {
         const QStringList parts = text.split(separator);
         if (parts.size() == 1) {
             continue;
         }
-        const auto isByte = [](const QString &part) { return part.size() == 2 && isHexDigits(part); };
-        if (parts.size() != 6 || !std::all_of(parts.cbegin(), parts.cend(), isByte)) {
+        const auto isByte = [](const QString &part) {
+            return part.size() == 2 && isHexDigits(part);
+        };
+        if (!std::all_of(parts.cbegin(), parts.cend(), isByte)) {
             return std::nullopt;
         }
         strDigits = parts.join(QString());
@@ -112,12 +113,12 @@ std::optional<qint64> macToInteger(const QString &text)
 }
 
 const ModeRule kModeRules[] = {
-    { Mode::TEXT_FLOAT, "0123456789+-.,eE", "lang_qpropertylineedit_notfloat", nullptr },
-    { Mode::TEXT_DECIMAL, "0123456789+-", "lang_qpropertylineedit_notdecimal", decimalToInteger },
-    { Mode::TEXT_HEX, "0123456789abcdefABCDEFxX", "lang_qpropertylineedit_nothex", hexToInteger },
-    { Mode::TEXT_IPV4, "0123456789.", "lang_qpropertylineedit_notipv4", ipv4ToInteger },
-    { Mode::TEXT_MASK, "0123456789.", "lang_qpropertylineedit_notmask", maskToInteger },
-    { Mode::TEXT_MAC, "0123456789abcdefABCDEF:-", "lang_qpropertylineedit_notmac", macToInteger },
+    {Mode::TEXT_FLOAT, "0123456789+-.,eE", "lang_qpropertylineedit_notfloat", nullptr},
+    {Mode::TEXT_DECIMAL, "0123456789+-", "lang_qpropertylineedit_notdecimal", decimalToInteger},
+    {Mode::TEXT_HEX, "0123456789abcdefABCDEFxX", "lang_qpropertylineedit_nothex", hexToInteger},
+    {Mode::TEXT_IPV4, "0123456789.", "lang_qpropertylineedit_notipv4", ipv4ToInteger},
+    {Mode::TEXT_MASK, "0123456789.", "lang_qpropertylineedit_notmask", maskToInteger},
+    {Mode::TEXT_MAC, "0123456789abcdefABCDEF:-", "lang_qpropertylineedit_notmac", macToInteger},
 };
 
 const ModeRule *findRule(int mode)
@@ -210,7 +211,7 @@ Parsed parse(const QString &text, int mode)
 {
     const ModeRule *const pRule = findRule(mode);
     if (!pRule) {
-        return { text, QString() };
+        return {text, QString()};
     }
     const QString strTrimmed = text.trimmed();
     Parsed result;

@@ -45,7 +45,7 @@ public:
     /// calling thread itself.
     bool wouldWaitForItself(const IVexaListen *listener) const
     {
-        QVector<const IVexaListen *> pending { listener };
+        QVector<const IVexaListen *> pending{listener};
         for (int i = 0; i < pending.size(); ++i) {
             for (const ActiveCall &call : active) {
                 if (call.listener != pending.at(i)) {
@@ -90,7 +90,10 @@ public:
 
 IVexaListen::~IVexaListen() = default;
 
-VexaListenTools::VexaListenTools() : d(std::make_unique<Private>()) { }
+VexaListenTools::VexaListenTools()
+    : d(std::make_unique<Private>())
+{
+}
 
 VexaListenTools::~VexaListenTools() = default;
 
@@ -108,7 +111,7 @@ void VexaListenTools::addListener(IVexaListen *listener, PriorityLevel priority)
     }
     QMutexLocker lock(&d->mutex);
     auto &all = d->registrations;
-    Registration entry { listener, priority, d->nextId };
+    Registration entry{listener, priority, d->nextId};
     const auto old = std::find_if(all.begin(), all.end(), [listener](const Registration &r) {
         return r.listener == listener;
     });
@@ -132,7 +135,7 @@ void VexaListenTools::removeListener(IVexaListen *listener)
                              [listener](const Registration &r) { return r.listener == listener; }),
               all.end());
     while (d->isInsideElsewhere(listener) && !d->wouldWaitForItself(listener)) {
-        d->waits.append({ listener, QThread::currentThread() });
+        d->waits.append({listener, QThread::currentThread()});
         d->callEnded.wait(&d->mutex);
         Private::removeOne(d->waits, listener);
     }
@@ -146,7 +149,7 @@ void VexaListenTools::notifyListeners(int event, void *data)
         if (!d->isRegistered(entry.id)) {
             continue;
         }
-        d->active.append({ entry.listener, QThread::currentThread() });
+        d->active.append({entry.listener, QThread::currentThread()});
         lock.unlock();
         entry.listener->notify(event, data);
         lock.relock();

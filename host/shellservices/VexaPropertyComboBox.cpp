@@ -1,6 +1,9 @@
 #include "ShellServicesModule/VexaPropertyComboBox.h"
 
-VexaPropertyComboBox::VexaPropertyComboBox(QWidget *parent) : CustomComboBox(2, 0, parent) { }
+VexaPropertyComboBox::VexaPropertyComboBox(QWidget *parent)
+    : CustomComboBox(2, 0, parent)
+{
+}
 
 VexaPropertyComboBox::~VexaPropertyComboBox() = default;
 

@@ -16,8 +16,8 @@ struct LanguageFiles
 };
 
 const LanguageFiles kLanguages[] = {
-    { "ENG", ":/translations/vexa_en.qm", nullptr },
-    { "CH", ":/translations/vexa_zh_CN.qm", "qtbase_zh_CN" },
+    {"ENG", ":/translations/vexa_en.qm", nullptr},
+    {"CH", ":/translations/vexa_zh_CN.qm", "qtbase_zh_CN"},
 };
 
 const LanguageFiles &filesOf(const QString &language)

@@ -33,7 +33,8 @@ QCameraBasicTask *taskOf(long int cameraId)
 
 } // namespace
 
-CameraSession::CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> source, QObject *parent)
+CameraSession::CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> source,
+                             QObject *parent)
     : QObject(parent)
     , m_host(host)
     , m_pSource(std::move(source))
@@ -90,6 +91,9 @@ void CameraSession::takeOpenResult()
     }
     m_lCameraID = result.cameraId;
     bringUpTree(result.accessMode);
+    if (m_lostEarly.contains(result.cameraId)) {
+        onCameraLost(result.cameraId);
+    }
 }
 
 void CameraSession::bringUpTree(unsigned int accessMode)
@@ -151,8 +155,8 @@ void CameraSession::show()
 void CameraSession::updateToolBar()
 {
     if (m_lCameraID != NO_CAMERA_ID) {
-        VexaMainFeatureWidget::instance()->UpdateToolBarBtn(isLive() ? TOOL_BAR_LIVE : TOOL_BAR_DEAD,
-                                                            static_cast<int>(m_lCameraID), false);
+        VexaMainFeatureWidget::instance()->UpdateToolBarBtn(
+            isLive() ? TOOL_BAR_LIVE : TOOL_BAR_DEAD, static_cast<int>(m_lCameraID), false);
     }
 }
 
@@ -203,6 +207,9 @@ void CameraSession::close()
 
 void CameraSession::onCameraLost(long int cameraId)
 {
+    if (m_state == State::Opening && m_lCameraID == NO_CAMERA_ID) {
+        m_lostEarly.insert(cameraId);
+    }
     if (cameraId != m_lCameraID || !isLive()) {
         return;
     }
@@ -250,7 +257,8 @@ void CameraSession::takeDown(bool lost)
     mainWidget->removeFeatureTree(cameraId);
     m_host.closeCamera(cameraId);
     if (!lost) {
-        QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, name, workbenchText("lang_workbench_closed"));
+        QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, name,
+                                                workbenchText("lang_workbench_closed"));
     }
     emit stateChanged();
 }

@@ -5,6 +5,7 @@
 
 #include <QFutureWatcher>
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 #include <memory>
@@ -27,7 +28,8 @@ public:
         Closed
     };
 
-    CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> source, QObject *parent = nullptr);
+    CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> source,
+                  QObject *parent = nullptr);
     /// Closes the camera; waits for an opening that is under way.
     ~CameraSession() override;
 
@@ -73,4 +75,5 @@ private:
     State m_state = State::Idle;
     long int m_lCameraID = NO_CAMERA_ID;
     bool m_bFirstUpdateDone = false;
+    QSet<long int> m_lostEarly; ///< cameras lost during the opening: one of them may be this one
 };

@@ -10,21 +10,26 @@ struct Option
     bool repeatable;
 };
 
-const Option DEVICE {"device", "ID", "Open this device; may be given several times.", true};
-const Option DESCRIPTION {"description", "FILE", "Open a simulated device with this GenICam XML description.", true};
-const Option MEMORY_PATTERN {"memory-pattern", "zero|ugly", "What the registers of such a device hold at first.",
-                             false};
-const Option LIST {"list", nullptr, "Print the devices that can be opened.", false};
-const Option LANGUAGE {"language", "ENG|CH", "Language of the program and of the feature texts.", false};
-const Option USER_LEVEL {"user-level", "0|1|2", "Features to show: 0 guru, 1 expert, 2 beginner.", false};
-const Option DUMP {"dump", "FILE|-", "Write all features as JSON to the file or to the standard output.", false};
-const Option READ {"read", "NAME", "Print the value of this feature.", false};
-const Option SCREENSHOT {"screenshot", "FILE.png", "Save a picture of the window.", false};
-const Option HELP {"help", nullptr, "Print this help.", false};
-const Option VERSION {"version", nullptr, "Print the version.", false};
+const Option DEVICE{"device", "ID", "Open this device; may be given several times.", true};
+const Option DESCRIPTION{"description", "FILE",
+                         "Open a simulated device with this GenICam XML description.", true};
+const Option MEMORY_PATTERN{"memory-pattern", "zero|ugly",
+                            "What the registers of such a device hold at first.", false};
+const Option LIST{"list", nullptr, "Print the devices that can be opened.", false};
+const Option LANGUAGE{"language", "ENG|CH", "Language of the program and of the feature texts.",
+                      false};
+const Option USER_LEVEL{"user-level", "0|1|2", "Features to show: 0 guru, 1 expert, 2 beginner.",
+                        false};
+const Option DUMP{"dump", "FILE|-",
+                  "Write all features as JSON to the file or to the standard output.", false};
+const Option READ{"read", "NAME", "Print the value of this feature.", false};
+const Option SCREENSHOT{"screenshot", "FILE.png", "Save a picture of the window.", false};
+const Option HELP{"help", nullptr, "Print this help.", false};
+const Option VERSION{"version", nullptr, "Print the version.", false};
 
-const Option *const ALL_OPTIONS[] = {&DEVICE, &DESCRIPTION, &MEMORY_PATTERN, &LIST, &LANGUAGE, &USER_LEVEL,
-                                     &DUMP, &READ, &SCREENSHOT, &HELP, &VERSION};
+const Option *const ALL_OPTIONS[] = {&DEVICE,     &DESCRIPTION, &MEMORY_PATTERN, &LIST,
+                                     &LANGUAGE,   &USER_LEVEL,  &DUMP,           &READ,
+                                     &SCREENSHOT, &HELP,        &VERSION};
 
 QString nameOf(const Option &option)
 {
@@ -35,12 +40,14 @@ QString nameOf(const Option &option)
 
 CommandLine::CommandLine()
 {
-    m_parser.setApplicationDescription(QStringLiteral(
-        "Shows the feature trees of GenICam devices.\n"
-        "--dump, --read and --screenshot need no display: each waits for the first full update, acts and exits\n"
-        "(0 done, 1 refused or failed, 2 wrong usage)."));
+    m_parser.setApplicationDescription(
+        QStringLiteral("Shows the feature trees of GenICam devices.\n"
+                       "--dump, --read and --screenshot need no display: each waits for the first "
+                       "full update, acts and exits\n"
+                       "(0 done, 1 refused or failed, 2 wrong usage)."));
     for (const Option *option : ALL_OPTIONS) {
-        m_parser.addOption(QCommandLineOption(nameOf(*option), QString::fromLatin1(option->description),
+        m_parser.addOption(QCommandLineOption(nameOf(*option),
+                                              QString::fromLatin1(option->description),
                                               QString::fromLatin1(option->valueName)));
     }
 }
@@ -59,12 +66,15 @@ bool CommandLine::parse(const QStringList &arguments)
         return fail(m_parser.errorText());
     }
     if (!m_parser.positionalArguments().isEmpty()) {
-        return fail(QStringLiteral("Unexpected argument '%1'.").arg(m_parser.positionalArguments().constFirst()));
+        return fail(QStringLiteral("Unexpected argument '%1'.")
+                        .arg(m_parser.positionalArguments().constFirst()));
     }
     for (const Option *option : ALL_OPTIONS) {
-        const QStringList values = option->valueName ? m_parser.values(nameOf(*option)) : QStringList();
+        const QStringList values =
+            option->valueName ? m_parser.values(nameOf(*option)) : QStringList();
         if (values.size() > 1 && !option->repeatable) {
-            return fail(QStringLiteral("Option '--%1' may be given only once.").arg(nameOf(*option)));
+            return fail(
+                QStringLiteral("Option '--%1' may be given only once.").arg(nameOf(*option)));
         }
         if (values.contains(QString())) {
             return fail(QStringLiteral("Option '--%1' needs a value.").arg(nameOf(*option)));
@@ -93,8 +103,9 @@ bool CommandLine::takeChoices()
     for (const auto &row : TABLE) {
         const QString name = nameOf(*row.option);
         if (m_parser.isSet(name) && !row.choices.contains(m_parser.value(name))) {
-            return fail(QStringLiteral("Option '--%1' takes %2, not '%3'.")
-                            .arg(name, row.choices.join(QStringLiteral(" or ")), m_parser.value(name)));
+            return fail(
+                QStringLiteral("Option '--%1' takes %2, not '%3'.")
+                    .arg(name, row.choices.join(QStringLiteral(" or ")), m_parser.value(name)));
         }
     }
     if (m_parser.value(nameOf(MEMORY_PATTERN)) == QLatin1String("ugly")) {
@@ -117,7 +128,8 @@ bool CommandLine::checkCombination()
         return fail(QStringLiteral("Options '--dump' and '--read' work on one device."));
     }
     if (m_options.dumpFile == QLatin1String("-") && !m_options.readName.isEmpty()) {
-        return fail(QStringLiteral("Options '--dump -' and '--read' both need the standard output."));
+        return fail(
+            QStringLiteral("Options '--dump -' and '--read' both need the standard output."));
     }
     return true;
 }

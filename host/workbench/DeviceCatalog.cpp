@@ -42,18 +42,21 @@ QString DeviceCatalog::addBuiltIn(const QString &id, QString *error)
     return enter(freeId, SimulatedDevices::builtIn(model, number - 1));
 }
 
-QString DeviceCatalog::addDescription(const QString &path, SimulatorControl::MemoryPattern pattern, QString *error)
+QString DeviceCatalog::addDescription(const QString &path, SimulatorControl::MemoryPattern pattern,
+                                      QString *error)
 {
     const QFileInfo info(path);
     QFile file(path);
     if (info.isDir() || !file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("The description '%1' cannot be read: %2.")
-                     .arg(path, info.isDir() ? QStringLiteral("it is a folder") : file.errorString());
+        *error =
+            QStringLiteral("The description '%1' cannot be read: %2.")
+                .arg(path, info.isDir() ? QStringLiteral("it is a folder") : file.errorString());
         return QString();
     }
     const QByteArray xml = file.read(DESCRIPTION_READ_LIMIT);
     if (file.error() != QFileDevice::NoError) {
-        *error = QStringLiteral("The description '%1' cannot be read: %2.").arg(path, file.errorString());
+        *error = QStringLiteral("The description '%1' cannot be read: %2.")
+                     .arg(path, file.errorString());
         return QString();
     }
     int number = 1;
@@ -62,7 +65,8 @@ QString DeviceCatalog::addDescription(const QString &path, SimulatorControl::Mem
     }
     const SimulatedDevices::Simulated device =
         SimulatedDevices::fromDescription(xml, info.completeBaseName(), pattern);
-    QFile texts(info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".zh.json"));
+    QFile texts(info.path() + QLatin1Char('/') + info.completeBaseName()
+                + QStringLiteral(".zh.json"));
     if (texts.open(QIODevice::ReadOnly)) {
         device.source->translations = texts.read(DESCRIPTION_READ_LIMIT);
     }
@@ -91,7 +95,8 @@ QString DeviceCatalog::builtInList()
     QString text;
     for (const QString &id : SimulatedDevices::builtInIds()) {
         const SimulatedDevices::Simulated device = SimulatedDevices::builtIn(id);
-        text += QStringList {id, transportName(device.source->deviceType), device.source->model, device.source->serial}
+        text += QStringList{id, transportName(device.source->deviceType), device.source->model,
+                            device.source->serial}
                     .join(QLatin1Char('\t'))
             + QLatin1Char('\n');
     }

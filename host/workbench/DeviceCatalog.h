@@ -25,7 +25,8 @@ public:
     QString addBuiltIn(const QString &id, QString *error);
     /// Enters a device with the GenICam description in the file and, when one stands beside it (FILE without its suffix
     /// and ".zh.json"), with its Chinese texts. Empty with a reason in `error` when the file cannot be read.
-    QString addDescription(const QString &path, SimulatorControl::MemoryPattern pattern, QString *error);
+    QString addDescription(const QString &path, SimulatorControl::MemoryPattern pattern,
+                           QString *error);
 
     const QVector<Device> &devices() const { return m_devices; }
     /// Null for an unknown id.

@@ -124,7 +124,8 @@ DeviceListPanel::DeviceListPanel(QWidget *parent)
 
 DeviceListPanel::~DeviceListPanel() = default;
 
-CustomPushButton *DeviceListPanel::makeButton(const char *objectName, void (DeviceListPanel::*request)(QString))
+CustomPushButton *DeviceListPanel::makeButton(const char *objectName,
+                                              void (DeviceListPanel::*request)(QString))
 {
     auto *button = new CustomPushButton(BUTTON_STYLE, this);
     button->setObjectName(QLatin1String(objectName));
@@ -209,7 +210,8 @@ void DeviceListPanel::retranslate()
 {
     m_pTitle->setText(workbenchText("lang_workbench_devices"));
     m_pList->setAccessibleName(workbenchText("lang_workbench_devices"));
-    m_pList->setHeaderLabels({workbenchText("lang_workbench_device"), workbenchText("lang_workbench_state")});
+    m_pList->setHeaderLabels(
+        {workbenchText("lang_workbench_device"), workbenchText("lang_workbench_state")});
     m_pOpenButton->setText(workbenchText("lang_workbench_open"));
     m_pCloseButton->setText(workbenchText("lang_workbench_close"));
     m_pStartButton->setText(workbenchText("lang_workbench_start"));

@@ -35,7 +35,9 @@ QJsonValue jsonNumber(float value)
             return text.toDouble();
         }
     }
-    return QString::number(static_cast<double>(value), 'g', std::numeric_limits<float>::max_digits10).toDouble();
+    return QString::number(static_cast<double>(value), 'g',
+                           std::numeric_limits<float>::max_digits10)
+        .toDouble();
 }
 
 /// The entries that the device offers now, in the order of the description.
@@ -43,14 +45,14 @@ QJsonArray entriesOf(const CTreeEnumationItemValue &value, const QDomElement &el
 {
     const QMap<QString, QString> displayNames = value.getAllNameMap();
     QJsonArray entries;
-    for (QDomElement entry = element.firstChildElement(QStringLiteral("EnumEntry")); !entry.isNull();
-         entry = entry.nextSiblingElement(QStringLiteral("EnumEntry"))) {
+    for (QDomElement entry = element.firstChildElement(QStringLiteral("EnumEntry"));
+         !entry.isNull(); entry = entry.nextSiblingElement(QStringLiteral("EnumEntry"))) {
         const QString name = entry.attribute(QStringLiteral("Name"));
         if (displayNames.contains(name)) {
             const QString number = entry.firstChildElement(QStringLiteral("Value")).text();
-            entries.append(QJsonObject {{QStringLiteral("name"), name},
-                                        {QStringLiteral("displayName"), displayNames.value(name)},
-                                        {QStringLiteral("value"), number.toLongLong(nullptr, 0)}});
+            entries.append(QJsonObject{{QStringLiteral("name"), name},
+                                       {QStringLiteral("displayName"), displayNames.value(name)},
+                                       {QStringLiteral("value"), number.toLongLong(nullptr, 0)}});
         }
     }
     return entries;
@@ -72,7 +74,8 @@ QByteArray DumpWriter::toJson() const
     return "[\n" + lines + (lines.isEmpty() ? "]\n" : "\n]\n");
 }
 
-void DumpWriter::append(const VexaPropertyTreeItem &item, const QStringList &path, QByteArray &out) const
+void DumpWriter::append(const VexaPropertyTreeItem &item, const QStringList &path,
+                        QByteArray &out) const
 {
     for (int row = 0; row < item.childCount(); ++row) {
         VexaPropertyTreeItem *child = item.child(row);
@@ -92,18 +95,18 @@ void DumpWriter::append(const VexaPropertyTreeItem &item, const QStringList &pat
 QJsonObject DumpWriter::describe(VexaPropertyTreeItem &item, const QStringList &path) const
 {
     const std::unique_ptr<CTreeItemValue> value = item.valueSnapshot();
-    QJsonObject object {{QStringLiteral("name"), value->m_strNodeName},
-                        {QStringLiteral("displayName"), value->displayName()},
-                        {QStringLiteral("translateName"), value->translateName()},
-                        {QStringLiteral("tag"), item.tagName()},
-                        {QStringLiteral("path"), QJsonArray::fromStringList(path)},
-                        {QStringLiteral("itemType"), item.itemType()},
-                        {QStringLiteral("visibility"), item.visibilityString()},
-                        {QStringLiteral("visible"), item.visible()},
-                        {QStringLiteral("readOnly"), item.readOnly()},
-                        {QStringLiteral("accessMode"), accessMode(value->m_strNodeName)},
-                        {QStringLiteral("toolTip"), value->m_strToolTip},
-                        {QStringLiteral("toolTipCn"), value->m_strToolTipCn}};
+    QJsonObject object{{QStringLiteral("name"), value->m_strNodeName},
+                       {QStringLiteral("displayName"), value->displayName()},
+                       {QStringLiteral("translateName"), value->translateName()},
+                       {QStringLiteral("tag"), item.tagName()},
+                       {QStringLiteral("path"), QJsonArray::fromStringList(path)},
+                       {QStringLiteral("itemType"), item.itemType()},
+                       {QStringLiteral("visibility"), item.visibilityString()},
+                       {QStringLiteral("visible"), item.visible()},
+                       {QStringLiteral("readOnly"), item.readOnly()},
+                       {QStringLiteral("accessMode"), accessMode(value->m_strNodeName)},
+                       {QStringLiteral("toolTip"), value->m_strToolTip},
+                       {QStringLiteral("toolTipCn"), value->m_strToolTipCn}};
     for (const char *field : {"displayValue", "value", "min", "max", "inc"}) {
         object.insert(QLatin1String(field), QJsonValue::Null);
     }
@@ -145,7 +148,8 @@ void DumpWriter::describeValue(const CTreeItemValue &value, QJsonObject &object)
 QJsonValue DumpWriter::accessMode(const QString &nodeName) const
 {
     QTaskManager *manager = QTaskManager::Instance();
-    QCameraBasicTask *basicTask = manager ? manager->GetTaskByIDEx(m_tree.GetCurCameraID()) : nullptr;
+    QCameraBasicTask *basicTask =
+        manager ? manager->GetTaskByIDEx(m_tree.GetCurCameraID()) : nullptr;
     QCameraTask *task = basicTask ? basicTask->_CameraTak() : nullptr;
     if (!task || nodeName.isEmpty()) {
         return QJsonValue::Null;

@@ -18,7 +18,7 @@
 namespace {
 
 /// Editors beyond the first rows are opened in slices after the update: the picture waits for them.
-constexpr std::chrono::milliseconds PICTURE_SETTLE_TIME {300};
+constexpr std::chrono::milliseconds PICTURE_SETTLE_TIME{300};
 
 bool writeStandardOutput(const QByteArray &bytes)
 {
@@ -29,8 +29,9 @@ bool writeStandardOutput(const QByteArray &bytes)
 
 } // namespace
 
-HeadlessRunner::HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &options, const QStringList &deviceIds,
-                               std::chrono::milliseconds limit, QObject *parent)
+HeadlessRunner::HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &options,
+                               const QStringList &deviceIds, std::chrono::milliseconds limit,
+                               QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_options(options)
@@ -59,7 +60,8 @@ void HeadlessRunner::onDeviceUpdated(const QString &id)
 {
     m_waitingFor.removeAll(id);
     if (m_waitingFor.isEmpty() && !m_bFinished) {
-        QTimer::singleShot(m_options.screenshotFile.isEmpty() ? std::chrono::milliseconds(0) : PICTURE_SETTLE_TIME,
+        QTimer::singleShot(m_options.screenshotFile.isEmpty() ? std::chrono::milliseconds(0)
+                                                              : PICTURE_SETTLE_TIME,
                            this, &HeadlessRunner::runJobs);
     }
 }
@@ -84,7 +86,8 @@ void HeadlessRunner::runJobs()
         fail(workbenchText("lang_workbench_lost"));
         return;
     }
-    const bool done = (m_options.readName.isEmpty() || read(*tree)) && (m_options.dumpFile.isEmpty() || dump(*tree))
+    const bool done = (m_options.readName.isEmpty() || read(*tree))
+        && (m_options.dumpFile.isEmpty() || dump(*tree))
         && (m_options.screenshotFile.isEmpty() || takePicture());
     finish(done ? 0 : 1);
 }
@@ -117,7 +120,8 @@ bool HeadlessRunner::dump(const VexaFeatureTree &tree)
         // A file that cannot be written whole is left as it was.
         QSaveFile file(m_options.dumpFile);
         file.setDirectWriteFallback(true);
-        written = file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.commit();
+        written =
+            file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.commit();
     }
     if (!written) {
         fail(workbenchText("lang_workbench_writefailed").arg(m_options.dumpFile));

@@ -17,9 +17,10 @@ class HeadlessRunner : public QObject
     Q_OBJECT
 public:
     /// A device that has not given all its values by then is given up.
-    static constexpr std::chrono::seconds FIRST_UPDATE_LIMIT {60};
+    static constexpr std::chrono::seconds FIRST_UPDATE_LIMIT{60};
 
-    HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &options, const QStringList &deviceIds,
+    HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &options,
+                   const QStringList &deviceIds,
                    std::chrono::milliseconds limit = FIRST_UPDATE_LIMIT, QObject *parent = nullptr);
 
     void start();

@@ -74,7 +74,10 @@ public:
     }
 
 private:
-    QString olderName(int number) const { return m_file.fileName() + QLatin1Char('.') + QString::number(number); }
+    QString olderName(int number) const
+    {
+        return m_file.fileName() + QLatin1Char('.') + QString::number(number);
+    }
 
     void rotate()
     {
@@ -100,8 +103,10 @@ LogFile &logFile()
 void handle(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     const LevelRow &row = rowOf(type);
-    const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
-    logFile().write(QStringLiteral("%1 %2 ").arg(time, QLatin1String(row.name)).toUtf8() + message.toUtf8() + '\n');
+    const QString time =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+    logFile().write(QStringLiteral("%1 %2 ").arg(time, QLatin1String(row.name)).toUtf8()
+                    + message.toUtf8() + '\n');
     if (row.toStandardError && !isSuccessfulWrite(message)) {
         const QByteArray line = message.toUtf8() + '\n';
         std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);

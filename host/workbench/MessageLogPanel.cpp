@@ -21,9 +21,10 @@ struct LevelRow
 
 const LevelRow &rowOf(int level)
 {
-    static const LevelRow TABLE[] = {{MESSAGE_LOG_INFO, "lang_workbench_level_info", "#D1D1D1"},
-                                     {MESSAGE_LOG_WARNING, "lang_workbench_level_warning", "#FFC04D"},
-                                     {MESSAGE_LOG_ERROR, "lang_workbench_level_error", "#FF7A70"}};
+    static const LevelRow TABLE[] = {
+        {MESSAGE_LOG_INFO, "lang_workbench_level_info", "#D1D1D1"},
+        {MESSAGE_LOG_WARNING, "lang_workbench_level_warning", "#FFC04D"},
+        {MESSAGE_LOG_ERROR, "lang_workbench_level_error", "#FF7A70"}};
     for (const LevelRow &row : TABLE) {
         if (row.level == level) {
             return row;
@@ -58,8 +59,8 @@ MessageLogPanel::~MessageLogPanel() = default;
 void MessageLogPanel::addMessage(int level, const QString &camera, const QString &text)
 {
     const LevelRow &row = rowOf(level);
-    QString line = QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz")) + QStringLiteral("  ")
-        + workbenchText(row.textKey) + QStringLiteral("  ");
+    QString line = QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz"))
+        + QStringLiteral("  ") + workbenchText(row.textKey) + QStringLiteral("  ");
     if (!camera.isEmpty()) {
         line += camera + QStringLiteral(": ");
     }

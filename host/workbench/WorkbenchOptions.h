@@ -21,5 +21,8 @@ struct WorkbenchOptions
     QString screenshotFile;
 
     /// A job that needs no display and ends by itself.
-    bool isHeadless() const { return !dumpFile.isEmpty() || !readName.isEmpty() || !screenshotFile.isEmpty(); }
+    bool isHeadless() const
+    {
+        return !dumpFile.isEmpty() || !readName.isEmpty() || !screenshotFile.isEmpty();
+    }
 };

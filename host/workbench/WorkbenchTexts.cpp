@@ -8,8 +8,9 @@ void installWorkbenchTexts(const QString &language)
     Q_INIT_RESOURCE(workbench);
     static QTranslator translator;
     QCoreApplication::removeTranslator(&translator);
-    if (translator.load(language == QLatin1String("CH") ? QStringLiteral(":/workbench/workbench_zh.qm")
-                                                        : QStringLiteral(":/workbench/workbench_en.qm"))) {
+    if (translator.load(language == QLatin1String("CH")
+                            ? QStringLiteral(":/workbench/workbench_zh.qm")
+                            : QStringLiteral(":/workbench/workbench_en.qm"))) {
         QCoreApplication::installTranslator(&translator);
     }
 }

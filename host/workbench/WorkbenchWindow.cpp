@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr QSize WINDOW_SIZE {1280, 800};
+constexpr QSize WINDOW_SIZE{1280, 800};
 constexpr int DEVICES_WIDTH = 300;
 constexpr int MESSAGES_HEIGHT = 130;
 constexpr int PROMPT_HINT_STYLE = 2;
@@ -95,7 +95,8 @@ void WorkbenchWindow::layOut()
 void WorkbenchWindow::fillDeviceList()
 {
     for (const DeviceCatalog::Device &device : m_catalog.devices()) {
-        m_pDevices->addDevice(device.id, DeviceCatalog::transportName(device.source->deviceType), device.source->model);
+        m_pDevices->addDevice(device.id, DeviceCatalog::transportName(device.source->deviceType),
+                              device.source->model);
     }
 }
 
@@ -119,7 +120,8 @@ void WorkbenchWindow::connectPanel()
 
 void WorkbenchWindow::connectLog()
 {
-    connect(QFunction::Instance(), &QFunction::messageLogged, m_pMessages, &MessageLogPanel::addMessage);
+    connect(QFunction::Instance(), &QFunction::messageLogged, m_pMessages,
+            &MessageLogPanel::addMessage);
     connect(QFunction::Instance(), &QFunction::promptRequested, this,
             [this](long int, int level, const QString &text, const QString &title, bool richText) {
                 showPrompt(level, text, title, richText);
@@ -146,10 +148,10 @@ void WorkbenchWindow::openDevice(const QString &id)
     }
     auto *camera = new CameraSession(m_host, device->source, this);
     m_sessions.insert(id, camera);
-    connect(camera, &CameraSession::stateChanged, this, [this, id, camera] { onSessionChanged(id, camera); });
-    connect(camera, &CameraSession::openFailed, this, [this, id](const QString &error) {
-        emit deviceOpenFailed(id, error);
-    });
+    connect(camera, &CameraSession::stateChanged, this,
+            [this, id, camera] { onSessionChanged(id, camera); });
+    connect(camera, &CameraSession::openFailed, this,
+            [this, id](const QString &error) { emit deviceOpenFailed(id, error); });
     connect(camera, &CameraSession::firstUpdateDone, this, [this, id] { emit deviceUpdated(id); });
     camera->open();
 }
@@ -200,7 +202,8 @@ void WorkbenchWindow::setLanguage(const QString &language)
     m_pDevices->setLanguage(language);
 }
 
-void WorkbenchWindow::showPrompt(int level, const QString &text, const QString &title, bool richText)
+void WorkbenchWindow::showPrompt(int level, const QString &text, const QString &title,
+                                 bool richText)
 {
     QFunction::ShowMessage(this, title, richText ? text : text.toHtmlEscaped(), QString(),
                            level == PROMPT_FAILURE ? PROMPT_FAILURE : PROMPT_HINT_STYLE, false);

@@ -4,6 +4,7 @@
 #include "host/controlkit/CustomStyle.h"
 #include "host/devicetask/CameraHost.h"
 #include "host/shellservices/ShellHost.h"
+#include "host/utilitykit/UtilityHost.h"
 #include "host/workbench/CommandLine.h"
 #include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/HeadlessRunner.h"
@@ -24,7 +25,7 @@ namespace {
 
 enum ExitCode { EXIT_DONE = 0, EXIT_FAILED = 1, EXIT_USAGE = 2 };
 
-constexpr std::chrono::seconds SHUTDOWN_LIMIT {10};
+constexpr std::chrono::seconds SHUTDOWN_LIMIT{10};
 
 void print(FILE *stream, const QString &text)
 {
@@ -41,7 +42,8 @@ void complain(const QString &text)
 /// Headless jobs never look for a display; without one the window is drawn off screen too.
 void choosePlatform(bool headless)
 {
-    const bool hasDisplay = !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const bool hasDisplay =
+        !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     if (headless || (!hasDisplay && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
@@ -58,8 +60,8 @@ void limitShutdown(int exitCode)
 }
 
 /// Enters what the command line names, else `defaults`; the ids in that order, empty with a reason in `error`.
-QStringList fillCatalog(DeviceCatalog &catalog, const WorkbenchOptions &options, const QStringList &defaults,
-                        QString *error)
+QStringList fillCatalog(DeviceCatalog &catalog, const WorkbenchOptions &options,
+                        const QStringList &defaults, QString *error)
 {
     const bool anyGiven = !options.devices.isEmpty() || !options.descriptions.isEmpty();
     QStringList ids;
@@ -96,11 +98,13 @@ int runHeadless(WorkbenchWindow &window, const WorkbenchOptions &options, const 
     QObject::connect(QFunction::Instance(), &QFunction::messageLogged, &window,
                      [](int level, const QString &camera, const QString &text) {
                          if (level != MESSAGE_LOG_INFO) {
-                             complain(camera.isEmpty() ? text : camera + QStringLiteral(": ") + text);
+                             complain(camera.isEmpty() ? text
+                                                       : camera + QStringLiteral(": ") + text);
                          }
                      });
     HeadlessRunner runner(window, options, ids);
-    QObject::connect(&runner, &HeadlessRunner::finished, qApp, &QCoreApplication::exit, Qt::QueuedConnection);
+    QObject::connect(&runner, &HeadlessRunner::finished, qApp, &QCoreApplication::exit,
+                     Qt::QueuedConnection);
     QTimer::singleShot(0, &runner, &HeadlessRunner::start);
     return QApplication::exec();
 }
@@ -127,6 +131,7 @@ int run(const WorkbenchOptions &options)
     const bool headless = options.isHeadless();
     if (headless) {
         ShellHost::useTransientSettings();
+        UtilityHost::useTransientSettings();
     }
     QApplication::setStyle(new CustomStyle);
     MessageHandler::install(VexaInterface::programDataPath() + QStringLiteral("/log"));
@@ -136,7 +141,8 @@ int run(const WorkbenchOptions &options)
 
     DeviceCatalog catalog;
     QString error;
-    const QStringList ids = fillCatalog(catalog, options, headless ? defaultDevices().mid(0, 1) : defaultDevices(), &error);
+    const QStringList ids = fillCatalog(
+        catalog, options, headless ? defaultDevices().mid(0, 1) : defaultDevices(), &error);
     if (ids.isEmpty()) {
         complain(error);
         return EXIT_FAILED;
@@ -147,13 +153,14 @@ int run(const WorkbenchOptions &options)
 
     CameraHost host;
     WorkbenchWindow window(host, catalog);
-    window.setLanguage(options.language.isEmpty() ? VexaInterface::language(false) : options.language);
+    window.setLanguage(options.language.isEmpty() ? VexaInterface::language(false)
+                                                  : options.language);
     const TerminationSignals signalled;
-    QObject::connect(&signalled, &TerminationSignals::requested, qApp, [headless] {
-        QCoreApplication::exit(headless ? EXIT_FAILED : EXIT_DONE);
-    });
-    const int exitCode = headless ? runHeadless(window, options, ids)
-                                  : runWindow(window, ids, ids.size() - options.descriptions.size());
+    QObject::connect(&signalled, &TerminationSignals::requested, qApp,
+                     [headless] { QCoreApplication::exit(headless ? EXIT_FAILED : EXIT_DONE); });
+    const int exitCode = headless
+        ? runHeadless(window, options, ids)
+        : runWindow(window, ids, ids.size() - options.descriptions.size());
     limitShutdown(exitCode);
     return exitCode;
 }
@@ -194,7 +201,8 @@ int main(int argc, char *argv[])
     choosePlatform(options.isHeadless());
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
     const int exitCode = run(options);
     MessageHandler::uninstall();

@@ -13,7 +13,8 @@ class QWidget;
 
 /// Style attributes of one widget by state. A mix-in beside the widget's Qt base: it repaints the widget when an
 /// attribute changes; the kit's style draws it, no style sheet is involved. An attribute that was never set falls
-/// back to that of the normal state, then to the style. GUI thread.
+/// back to that of the normal state, then to the style; what a disabled widget takes over that way is greyed.
+/// GUI thread.
 class CONTROLKIT_API CustomObject
 {
 public:
@@ -39,9 +40,18 @@ public:
     class Attributes;
     /// For the kit's style and the kit's own widgets.
     const Attributes &cAttributes() const;
+    /// Whether any attribute was ever set here.
+    bool cHasAttributes() const;
+
+protected:
+    /// Called after every change, for widgets that hand attributes on to their parts.
+    virtual void cAttributesChanged();
 
 private:
     Q_DISABLE_COPY(CustomObject)
+    Attributes &ownAttributes();
+    void changed(Custom::ItemStatus status);
+
     QWidget *m_pOwner;
     std::unique_ptr<Attributes> m_pAttributes; ///< shared defaults until the first set
 };

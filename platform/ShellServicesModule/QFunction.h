@@ -22,12 +22,13 @@ public:
     /// A line of the message log; `camera` is the display name, empty for the client itself.
     void InsertMessageLog(_MESSAGE_LOG_LEVEL_ level, const QString &camera, const QString &text);
     /// A prompt that the host shows; `level` 2 is a hint, 3 a failure. `richText` says that the text is markup.
-    void SendShowPromptSignal(long int cameraId, int level, const QString &text, const QString &title, bool richText);
+    void SendShowPromptSignal(long int cameraId, int level, const QString &text,
+                              const QString &title, bool richText);
     /// A message box that does not block; GUI thread. The content is `second` under the title `first`; with an empty
     /// `second` it is `first`, without a title. `third` is not shown. `hintStyle`: 1 advice, 2 notice, 3 failure,
     /// 5 success.
-    static void ShowMessage(QWidget *parent, const QString &first, const QString &second, const QString &third,
-                            int hintStyle, bool openExternalLinks);
+    static void ShowMessage(QWidget *parent, const QString &first, const QString &second,
+                            const QString &third, int hintStyle, bool openExternalLinks);
     /// The text as an HTML fragment in that colour: markup in it is escaped, line ends become breaks, runs of spaces
     /// stay. An empty text gives an empty fragment.
     static QString stringToHtmlFilter(const QString &text, const QColor &colour, bool bold);

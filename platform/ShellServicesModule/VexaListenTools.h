@@ -17,7 +17,8 @@ enum VexaListenEvent {
     VEXA_EVENT_REFRESH_NODE = 7, ///< from the host; data points to a VexaNodeEventData
     VEXA_EVENT_RESET_DEVICE = 15, ///< a file was put on the device, which needs "DeviceReset"
     VEXA_EVENT_CAMERA_TARGET_CHANGED = 18, ///< a polling or protocol node was written
-    VEXA_EVENT_TEST_STATE = 19 ///< data points to a QString: "test_open", "test_close", "ftp_open", "ftp_close"
+    VEXA_EVENT_TEST_STATE =
+        19 ///< data points to a QString: "test_open", "test_close", "ftp_open", "ftp_close"
 };
 
 /// Data of VEXA_EVENT_REFRESH_NODE.

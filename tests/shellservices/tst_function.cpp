@@ -29,7 +29,9 @@ void tst_Function::htmlShowsTheText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("shown");
-    const auto same = [](const char *name, const QString &text) { QTest::newRow(name) << text << text; };
+    const auto same = [](const char *name, const QString &text) {
+        QTest::newRow(name) << text << text;
+    };
     same("markup is shown as markup", "<b>x</b> & \"y\" &lt; '");
     same("style sheet in a text", "</font><style>*{color:red}</style><script>");
     same("line ends vanish", "a\nb\n\nc");
@@ -43,12 +45,16 @@ void tst_Function::htmlShowsTheText_data()
     same("placeholder", "100%1 %2");
     same("only a blank", " ");
     same("nothing", "");
-    QTest::newRow("carriage returns double the lines") << "a\r\nb\rc" << "a\nb\nc";
+    QTest::newRow("carriage returns double the lines") << "a\r\nb\rc"
+                                                       << "a\nb\nc";
     QTest::newRow("Unicode line ends") << QString("a\u2028b\u2029c") << "a\nb\nc";
-    QTest::newRow("tab shrinks to a blank") << "a\tb" << "a    b";
-    QTest::newRow("frame marks of the document break it") << QString("a\uFDD0b\uFDD1c\uFFFCd")
-                                                          << QString("a\uFFFDb\uFFFDc\uFFFDd");
-    QTest::newRow("control characters") << QString("a\x01\x1F" "b") << QString("a\uFFFD\uFFFDb");
+    QTest::newRow("tab shrinks to a blank") << "a\tb"
+                                            << "a    b";
+    QTest::newRow("frame marks of the document break it")
+        << QString("a\uFDD0b\uFDD1c\uFFFCd") << QString("a\uFFFDb\uFFFDc\uFFFDd");
+    QTest::newRow("control characters") << QString("a\x01\x1F"
+                                                   "b")
+                                        << QString("a\uFFFD\uFFFDb");
     QTest::newRow("zero ends the text") << QString(QLatin1String("a\0b", 3)) << QString("a\uFFFDb");
 }
 
@@ -78,7 +84,8 @@ void tst_Function::htmlHasColourAndWeight()
 void tst_Function::fragmentsJoinWithoutLoss()
 {
     const QColor colour(250, 250, 250);
-    const QStringList parts { "Node Name: ", "Gain", "\n", "  indented", "\n\n", "Type: ", " Float ", "\n" };
+    const QStringList parts{"Node Name: ", "Gain",   "\n",      "  indented",
+                            "\n\n",        "Type: ", " Float ", "\n"};
     QString strHtml;
     for (const QString &strPart : parts) {
         strHtml += QFunction::stringToHtmlFilter(strPart, colour, false);
@@ -126,7 +133,8 @@ void tst_Function::promptsReachTheHost()
     QSignalSpy prompts(QFunction::Instance(), &QFunction::promptRequested);
     QFunction::Instance()->SendShowPromptSignal(5, 3, "<b>text</b>", "title", true);
     QCOMPARE(prompts.size(), 1);
-    QCOMPARE(prompts.at(0), QVariantList({ QVariant::fromValue(5L), 3, "<b>text</b>", "title", true }));
+    QCOMPARE(prompts.at(0),
+             QVariantList({QVariant::fromValue(5L), 3, "<b>text</b>", "title", true}));
 }
 
 void tst_Function::messageBoxes_data()
@@ -135,8 +143,14 @@ void tst_Function::messageBoxes_data()
     QTest::addColumn<QString>("second");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("content");
-    QTest::newRow("title and text") << "Failed" << "Gain" << "Failed" << "Gain";
-    QTest::newRow("text alone lands in the title") << "Advice" << "" << "" << "Advice";
+    QTest::newRow("title and text") << "Failed"
+                                    << "Gain"
+                                    << "Failed"
+                                    << "Gain";
+    QTest::newRow("text alone lands in the title") << "Advice"
+                                                   << ""
+                                                   << ""
+                                                   << "Advice";
 }
 
 void tst_Function::messageBoxes()

@@ -16,7 +16,8 @@ class Listener : public IVexaListen
 {
 public:
     explicit Listener(const QString &name = QString(), QStringList *log = nullptr)
-        : m_strName(name), m_pLog(log)
+        : m_strName(name)
+        , m_pLog(log)
     {
     }
     ~Listener() override { VexaListenTools::instance()->removeListener(this); }
@@ -35,7 +36,7 @@ public:
     }
 
     std::function<void()> onNotify;
-    std::atomic<int> calls { 0 };
+    std::atomic<int> calls{0};
     int lastEvent = -1;
     void *lastData = nullptr;
 
@@ -71,7 +72,7 @@ void tst_ListenTools::callsInOrderOfPriority()
     pTools->addListener(&early, PRIORITY_LEVEL_0);
     long int cameraId = 7;
     pTools->notifyListeners(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE, &cameraId);
-    QCOMPARE(log, QStringList({ "early", "first", "second", "late" }));
+    QCOMPARE(log, QStringList({"early", "first", "second", "late"}));
     QCOMPARE(late.lastEvent, int(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE));
     QCOMPARE(late.lastData, static_cast<void *>(&cameraId));
 }
@@ -83,13 +84,13 @@ void tst_ListenTools::listenersChangeTheListWhileNotified_data()
     QTest::addColumn<QStringList>("secondRound");
 
     QTest::newRow("skips the one after a self-removal")
-        << "remove a" << QStringList({ "a", "b", "c" }) << QStringList({ "b", "c" });
+        << "remove a" << QStringList({"a", "b", "c"}) << QStringList({"b", "c"});
     QTest::newRow("calls one that was removed by an earlier one")
-        << "remove b" << QStringList({ "a", "c" }) << QStringList({ "a", "c" });
+        << "remove b" << QStringList({"a", "c"}) << QStringList({"a", "c"});
     QTest::newRow("calls a new one in the round that added it")
-        << "add d" << QStringList({ "a", "b", "c" }) << QStringList({ "a", "b", "c", "d" });
+        << "add d" << QStringList({"a", "b", "c"}) << QStringList({"a", "b", "c", "d"});
     QTest::newRow("calls one twice that was taken out and put back")
-        << "renew b" << QStringList({ "a", "c" }) << QStringList({ "a", "c", "b" });
+        << "renew b" << QStringList({"a", "c"}) << QStringList({"a", "c", "b"});
 }
 
 void tst_ListenTools::listenersChangeTheListWhileNotified()
@@ -100,18 +101,18 @@ void tst_ListenTools::listenersChangeTheListWhileNotified()
     QStringList log;
     Listener a("a", &log), b("b", &log), c("c", &log), d("d", &log);
     auto *const pTools = VexaListenTools::instance();
-    for (Listener *pListener : { &a, &b, &c }) {
+    for (Listener *pListener : {&a, &b, &c}) {
         pTools->addListener(pListener, PRIORITY_LEVEL_1);
     }
-    const QMap<QString, std::function<void()>> actions {
-        { "remove a", [&] { pTools->removeListener(&a); } },
-        { "remove b", [&] { pTools->removeListener(&b); } },
-        { "add d", [&] { pTools->addListener(&d, PRIORITY_LEVEL_1); } },
-        { "renew b",
-          [&] {
-              pTools->removeListener(&b);
-              pTools->addListener(&b, PRIORITY_LEVEL_1);
-          } },
+    const QMap<QString, std::function<void()>> actions{
+        {"remove a", [&] { pTools->removeListener(&a); }},
+        {"remove b", [&] { pTools->removeListener(&b); }},
+        {"add d", [&] { pTools->addListener(&d, PRIORITY_LEVEL_1); }},
+        {"renew b",
+         [&] {
+             pTools->removeListener(&b);
+             pTools->addListener(&b, PRIORITY_LEVEL_1);
+         }},
     };
     a.onNotify = actions.value(action);
     pTools->notifyListeners(6, nullptr);
@@ -131,10 +132,10 @@ void tst_ListenTools::aListenerIsRegisteredOnce()
     pTools->addListener(&b, PRIORITY_LEVEL_1);
     pTools->addListener(&a, PRIORITY_LEVEL_2);
     pTools->notifyListeners(6, nullptr);
-    QCOMPARE(log, QStringList({ "b", "a" }));
+    QCOMPARE(log, QStringList({"b", "a"}));
     pTools->removeListener(&a);
     pTools->notifyListeners(6, nullptr);
-    QCOMPARE(log, QStringList({ "b", "a", "b" }));
+    QCOMPARE(log, QStringList({"b", "a", "b"}));
 }
 
 void tst_ListenTools::notifiesWithinANotification()
@@ -158,7 +159,7 @@ void tst_ListenTools::removalWaitsForTheOtherThread()
     auto *const pTools = VexaListenTools::instance();
     Listener listener;
     QSemaphore entered, leave;
-    std::atomic<bool> bLeft { false };
+    std::atomic<bool> bLeft{false};
     listener.onNotify = [&] {
         entered.release();
         leave.acquire();
@@ -167,8 +168,8 @@ void tst_ListenTools::removalWaitsForTheOtherThread()
     pTools->addListener(&listener, PRIORITY_LEVEL_1);
     std::thread notifier([&] { pTools->notifyListeners(7, nullptr); });
     entered.acquire();
-    std::atomic<bool> bRemoved { false };
-    std::atomic<bool> bLeftBefore { false };
+    std::atomic<bool> bRemoved{false};
+    std::atomic<bool> bLeftBefore{false};
     std::thread remover([&] {
         pTools->removeListener(&listener);
         bLeftBefore = bLeft.load();
@@ -218,7 +219,7 @@ void tst_ListenTools::mutualRemovalEnds()
 void tst_ListenTools::survivesTrafficFromManyThreads()
 {
     auto *const pTools = VexaListenTools::instance();
-    std::atomic<bool> bStop { false };
+    std::atomic<bool> bStop{false};
     QVector<QFuture<void>> notifiers;
     for (int i = 0; i < 2; ++i) {
         notifiers.append(QtConcurrent::run([&] {

@@ -60,9 +60,12 @@ void tst_LocalCfg::damagedFilesGiveDefaults_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("codeFormat");
-    QTest::newRow("words for numbers") << QByteArray("[User]\nLevel=guru\n[Property]\nLanguage=klingon\n") << "";
+    QTest::newRow("words for numbers")
+        << QByteArray("[User]\nLevel=guru\n[Property]\nLanguage=klingon\n") << "";
     QTest::newRow("number out of range") << QByteArray("[User]\nLevel=99\n") << "";
-    QTest::newRow("bytes of another file") << QByteArray("\x7f" "ELF\x01\x02\xff\xfe\n[[[") << "";
+    QTest::newRow("bytes of another file") << QByteArray("\x7f"
+                                                         "ELF\x01\x02\xff\xfe\n[[[")
+                                           << "";
     QTest::newRow("codec kept") << QByteArray("[Property]\nCodeFormat=GB18030\n") << "GB18030";
 }
 
@@ -109,7 +112,7 @@ void tst_LocalCfg::anUnusableFileIsSaid()
 void tst_LocalCfg::readersMeetAWriter()
 {
     ShellHost::useTransientSettings();
-    std::atomic<bool> bStop { false };
+    std::atomic<bool> bStop{false};
     QFuture<bool> reader = QtConcurrent::run([&bStop] {
         bool bWhole = true;
         while (!bStop) {

@@ -47,14 +47,16 @@ void tst_ShellHost::modifiedCameras_data()
     QTest::addColumn<QString>("action");
     QTest::addColumn<QStringList>("names");
     QTest::addColumn<bool>("isTold");
-    QTest::newRow("added") << "add c" << QStringList({ "a", "b", "c" }) << true;
-    QTest::newRow("added twice") << "add a" << QStringList({ "a", "b" }) << false;
-    QTest::newRow("nameless camera listed") << "add " << QStringList({ "a", "b" }) << false;
-    QTest::newRow("removed") << "remove a" << QStringList({ "b" }) << true;
-    QTest::newRow("unknown removed") << "remove x" << QStringList({ "a", "b" }) << false;
-    QTest::newRow("rename loses the mark") << "rename a z" << QStringList({ "z", "b" }) << true;
-    QTest::newRow("rename to a listed name doubles it") << "rename a b" << QStringList({ "b" }) << true;
-    QTest::newRow("rename marks an unmodified camera") << "rename x y" << QStringList({ "a", "b" }) << false;
+    QTest::newRow("added") << "add c" << QStringList({"a", "b", "c"}) << true;
+    QTest::newRow("added twice") << "add a" << QStringList({"a", "b"}) << false;
+    QTest::newRow("nameless camera listed") << "add " << QStringList({"a", "b"}) << false;
+    QTest::newRow("removed") << "remove a" << QStringList({"b"}) << true;
+    QTest::newRow("unknown removed") << "remove x" << QStringList({"a", "b"}) << false;
+    QTest::newRow("rename loses the mark") << "rename a z" << QStringList({"z", "b"}) << true;
+    QTest::newRow("rename to a listed name doubles it")
+        << "rename a b" << QStringList({"b"}) << true;
+    QTest::newRow("rename marks an unmodified camera")
+        << "rename x y" << QStringList({"a", "b"}) << false;
 }
 
 void tst_ShellHost::modifiedCameras()
@@ -91,10 +93,10 @@ void tst_ShellHost::busCrossesThreads()
     connect(QVexaEventBus::Instance(), &QVexaEventBus::SigVexaEventUpdateFeatureTree2, &context,
             [&received](long int, const QList<QString> &names) { received = names; });
     std::thread worker([] {
-        emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(4, { "Gain", "Width" });
+        emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(4, {"Gain", "Width"});
     });
     worker.join();
-    QTRY_COMPARE(received, QStringList({ "Gain", "Width" }));
+    QTRY_COMPARE(received, QStringList({"Gain", "Width"}));
     QVERIFY(QMetaType::type("QList<QString>") != QMetaType::UnknownType);
     QVERIFY(nodes.isValid());
 }

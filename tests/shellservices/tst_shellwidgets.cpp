@@ -1,5 +1,6 @@
 #include "ShellServicesModule/QVexaProgressDialog.h"
 #include "ShellServicesModule/VexaPropertyComboBox.h"
+#include "host/translations/Translations.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -11,6 +12,7 @@ class tst_ShellWidgets : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase() { installLanguage(*qApp, QStringLiteral("ENG")); }
     void comboSelectsByData_data();
     void comboSelectsByData();
     void progress_data();
@@ -52,8 +54,8 @@ void tst_ShellWidgets::progress_data()
     const qint64 nHuge = Q_INT64_C(1) << 40;
     QTest::newRow("half") << Q_INT64_C(1000) << Q_INT64_C(500) << false << 0.5;
     QTest::newRow("beyond 32 bits") << nHuge << nHuge / 4 << false << 0.25;
-    QTest::newRow("largest number overflows") << std::numeric_limits<qint64>::max()
-                                              << std::numeric_limits<qint64>::max() << false << 1.0;
+    QTest::newRow("largest number overflows")
+        << std::numeric_limits<qint64>::max() << std::numeric_limits<qint64>::max() << false << 1.0;
     QTest::newRow("more than all") << Q_INT64_C(10) << Q_INT64_C(20) << false << 1.0;
     QTest::newRow("unknown total divides by zero") << Q_INT64_C(0) << Q_INT64_C(20) << true << 0.0;
     QTest::newRow("no numbers yet") << Q_INT64_C(-1) << Q_INT64_C(-1) << true << 0.0;
@@ -90,7 +92,7 @@ void tst_ShellWidgets::theUserCannotEndATransfer()
     const auto closeByUser = [&dialog] {
         QCloseEvent close;
         QSpontaneKeyEvent::setSpontaneous(&close);
-        QCoreApplication::sendEvent(&dialog, &close);
+        qApp->notify(&dialog, &close); // sendEvent would make it the program's own
         return close.isAccepted();
     };
     QTest::keyClick(&dialog, Qt::Key_Escape);

@@ -33,8 +33,8 @@ Messages readMessages(const QString &fileName)
         for (QDomElement message = context.firstChildElement("message"); !message.isNull();
              message = message.nextSiblingElement("message")) {
             const QDomElement translation = message.firstChildElement("translation");
-            messages[strContext][message.firstChildElement("source").text()]
-                = { translation.text(), translation.attribute("type") };
+            messages[strContext][message.firstChildElement("source").text()] = {
+                translation.text(), translation.attribute("type")};
         }
     }
     return messages;
@@ -50,26 +50,22 @@ QSet<QString> placeholders(const QString &text)
     return found;
 }
 
-/// Every key that a source file of the module or the host mentions, with the files that do.
-QMap<QString, QStringList> keysInSources()
+/// Source texts of the module and the host, by file name.
+QMap<QString, QString> sourceFiles()
 {
-    // A key that ends in "_" is a prefix that code completes.
-    static const QRegularExpression s_key(QStringLiteral("\"(lang_[a-z0-9_]*[a-z0-9])\""));
-    QMap<QString, QStringList> keys;
-    for (const char *pFolder : { "shell", "model", "tree", "view", "editors", "featurefile", "fileaccess", "host" }) {
-        QDirIterator files(QStringLiteral(PROJECT_FOLDER "/") + QLatin1String(pFolder), { "*.cpp", "*.h" },
-                           QDir::Files, QDirIterator::Subdirectories);
+    QMap<QString, QString> sources;
+    for (const char *pFolder :
+         {"shell", "model", "tree", "view", "editors", "featurefile", "fileaccess", "host"}) {
+        QDirIterator files(QStringLiteral(PROJECT_FOLDER "/") + QLatin1String(pFolder),
+                           {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             QFile file(files.next());
-            if (!file.open(QIODevice::ReadOnly)) {
-                continue;
-            }
-            for (auto it = s_key.globalMatch(QString::fromUtf8(file.readAll())); it.hasNext();) {
-                keys[it.next().captured(1)].append(file.fileName());
+            if (file.open(QIODevice::ReadOnly)) {
+                sources.insert(file.fileName(), QString::fromUtf8(file.readAll()));
             }
         }
     }
-    return keys;
+    return sources;
 }
 
 } // namespace
@@ -80,6 +76,7 @@ class tst_Translations : public QObject
 private slots:
     void everyKeyOfTheSourcesHasWords_data();
     void everyKeyOfTheSourcesHasWords();
+    void textsStandUnderTheirContext();
     void bothLanguagesAgree();
     void switchesAtRunTime();
     void widgetsHearOfIt();
@@ -103,16 +100,48 @@ void tst_Translations::everyKeyOfTheSourcesHasWords()
             byKey.insert(it.key(), it.value());
         }
     }
-    const QMap<QString, QStringList> keys = keysInSources();
-    QVERIFY2(keys.size() > 10, "the sources were not found");
-    QStringList missing;
-    for (auto it = keys.cbegin(); it != keys.cend(); ++it) {
-        const Message message = byKey.value(it.key());
-        if (message.strTranslation.isEmpty() || !message.strType.isEmpty()) {
-            missing.append(it.key() + " of " + it.value().first());
+    // A key that ends in "_" is a prefix that code completes.
+    const QRegularExpression key(QStringLiteral("\"(lang_[a-z0-9_]*[a-z0-9])\""));
+    const QMap<QString, QString> sources = sourceFiles();
+    int nFound = 0;
+    QSet<QString> missing;
+    for (auto source = sources.cbegin(); source != sources.cend(); ++source) {
+        for (auto it = key.globalMatch(source.value()); it.hasNext(); ++nFound) {
+            const QString strKey = it.next().captured(1);
+            const Message message = byKey.value(strKey);
+            if (message.strTranslation.isEmpty() || !message.strType.isEmpty()) {
+                missing.insert(strKey + " of " + source.key());
+            }
         }
     }
-    QVERIFY2(missing.isEmpty(), qPrintable(missing.join('\n')));
+    QVERIFY2(nFound > 10, "the sources were not found");
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.values().join('\n')));
+}
+
+/// Of the look-ups that name their text in place: translate("Context", "text"), and tr("text") of the class that
+/// gives the file its name.
+void tst_Translations::textsStandUnderTheirContext()
+{
+    const QRegularExpression translate(
+        QStringLiteral("\\btranslate\\(\\s*\"(\\w+)\",\\s*\"([^\"]+)\""));
+    const QRegularExpression tr(QStringLiteral("(?:(\\w+)::)?\\btr\\(\\s*\"([^\"]+)\""));
+    const Messages messages = readMessages("vexa_en.ts");
+    const QMap<QString, QString> sources = sourceFiles();
+    QSet<QString> missing;
+    for (auto source = sources.cbegin(); source != sources.cend(); ++source) {
+        for (const QRegularExpression &lookUp : {translate, tr}) {
+            for (auto it = lookUp.globalMatch(source.value()); it.hasNext();) {
+                const QRegularExpressionMatch match = it.next();
+                const QString strContext = match.captured(1).isEmpty()
+                    ? QFileInfo(source.key()).completeBaseName()
+                    : match.captured(1);
+                if (!messages.value(strContext).contains(match.captured(2))) {
+                    missing.insert(strContext + ": " + match.captured(2));
+                }
+            }
+        }
+    }
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.values().join('\n')));
 }
 
 void tst_Translations::bothLanguagesAgree()
@@ -126,11 +155,14 @@ void tst_Translations::bothLanguagesAgree()
         for (auto it = context->cbegin(); it != context->cend(); ++it) {
             const Message other = chinese.value(context.key()).value(it.key());
             const QByteArray name = it.key().toUtf8();
-            QVERIFY2(!it->strTranslation.isEmpty() && !other.strTranslation.isEmpty(), name.constData());
+            QVERIFY2(!it->strTranslation.isEmpty() && !other.strTranslation.isEmpty(),
+                     name.constData());
             QVERIFY2(it->strType.isEmpty() && other.strType.isEmpty(), name.constData());
-            QVERIFY2(placeholders(it->strTranslation) == placeholders(other.strTranslation), name.constData());
+            QVERIFY2(placeholders(it->strTranslation) == placeholders(other.strTranslation),
+                     name.constData());
             if (!it.key().startsWith("lang_")) {
-                QVERIFY2(placeholders(it.key()) == placeholders(it->strTranslation), name.constData());
+                QVERIFY2(placeholders(it.key()) == placeholders(it->strTranslation),
+                         name.constData());
             }
         }
     }
@@ -138,7 +170,9 @@ void tst_Translations::bothLanguagesAgree()
 
 void tst_Translations::switchesAtRunTime()
 {
-    const auto guru = [] { return QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_guru"); };
+    const auto guru = [] {
+        return QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_guru");
+    };
     installLanguage(*qApp, "ENG");
     QCOMPARE(guru(), QString("Guru"));
     installLanguage(*qApp, "CH");
@@ -158,7 +192,8 @@ void tst_Translations::widgetsHearOfIt()
         void changeEvent(QEvent *event) override
         {
             if (event->type() == QEvent::LanguageChange) {
-                setText(QCoreApplication::translate("QFeatureToolBar", "lang_qfeaturetoolbar_featurerefresh"));
+                setText(QCoreApplication::translate("QFeatureToolBar",
+                                                    "lang_qfeaturetoolbar_featurerefresh"));
             }
             QPushButton::changeEvent(event);
         }
@@ -174,10 +209,11 @@ void tst_Translations::widgetsHearOfIt()
 
 void tst_Translations::unknownLanguagesAreEnglish()
 {
-    for (const char *pLanguage : { "", "FR", "ch" }) {
+    for (const char *pLanguage : {"", "FR", "ch"}) {
         installLanguage(*qApp, "CH");
         installLanguage(*qApp, pLanguage);
-        QCOMPARE(QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_guru"), QString("Guru"));
+        QCOMPARE(QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_guru"),
+                 QString("Guru"));
     }
 }
 

@@ -14,8 +14,10 @@ using DeviceReference::Value;
 
 void collect(const QDomElement &parent, QMap<QString, QDomElement> &elements)
 {
-    for (QDomElement element = parent.firstChildElement(); !element.isNull(); element = element.nextSiblingElement()) {
-        if (element.hasAttribute(QStringLiteral("Name")) && element.tagName() != QLatin1String("EnumEntry")) {
+    for (QDomElement element = parent.firstChildElement(); !element.isNull();
+         element = element.nextSiblingElement()) {
+        if (element.hasAttribute(QStringLiteral("Name"))
+            && element.tagName() != QLatin1String("EnumEntry")) {
             elements.insert(element.attribute(QStringLiteral("Name")), element);
         }
         collect(element, elements);
@@ -39,7 +41,8 @@ QString childText(const QDomElement &element, const char *tag)
 bool isReadable(ArvGcNode *node)
 {
     ArvGcFeatureNode *feature = ARV_GC_FEATURE_NODE(node);
-    return arv_gc_feature_node_is_implemented(feature, nullptr) && arv_gc_feature_node_is_available(feature, nullptr)
+    return arv_gc_feature_node_is_implemented(feature, nullptr)
+        && arv_gc_feature_node_is_available(feature, nullptr)
         && arv_gc_feature_node_get_actual_access_mode(feature) != ARV_GC_ACCESS_MODE_WO;
 }
 
@@ -86,7 +89,8 @@ QVariant decode(const QDomElement &reg, const SimulatorControl &control)
     }
     QByteArray bytes = control.peek(address.toULongLong(nullptr, 0), static_cast<quint32>(length));
     if (reg.tagName() == QLatin1String("StringReg")) {
-        return QString::fromUtf8(bytes.constData(), static_cast<int>(qstrnlen(bytes.constData(), bytes.size())));
+        return QString::fromUtf8(bytes.constData(),
+                                 static_cast<int>(qstrnlen(bytes.constData(), bytes.size())));
     }
     if (childText(reg, "Endianess") == QLatin1String("BigEndian")) {
         std::reverse(bytes.begin(), bytes.end());
@@ -98,7 +102,8 @@ QVariant decode(const QDomElement &reg, const SimulatorControl &control)
     if (reg.tagName() != QLatin1String("IntReg") || length > 8) {
         return QVariant();
     }
-    const bool negative = childText(reg, "Sign") == QLatin1String("Signed") && (bytes.back() & 0x80);
+    const bool negative =
+        childText(reg, "Sign") == QLatin1String("Signed") && (bytes.back() & 0x80);
     const QByteArray extended = bytes.leftJustified(8, negative ? '\xFF' : '\0');
     return qFromLittleEndian<qint64>(extended.constData());
 }
@@ -134,9 +139,10 @@ QMap<QString, QVariant> DeviceReference::decodePlainRegisters(const QString &bui
     const QMap<QString, QDomElement> elements = elementsOf(simulated);
     QMap<QString, QVariant> values;
     for (auto it = elements.cbegin(); it != elements.cend(); ++it) {
-        static const QStringList NUMBERS {QStringLiteral("Integer"), QStringLiteral("Float"),
-                                          QStringLiteral("Enumeration")};
-        const QDomElement reg = NUMBERS.contains(it->tagName()) ? elements.value(childText(*it, "pValue")) : *it;
+        static const QStringList NUMBERS{QStringLiteral("Integer"), QStringLiteral("Float"),
+                                         QStringLiteral("Enumeration")};
+        const QDomElement reg =
+            NUMBERS.contains(it->tagName()) ? elements.value(childText(*it, "pValue")) : *it;
         const QVariant value = reg.isNull() ? QVariant() : decode(reg, *simulated.control);
         if (value.isValid()) {
             values.insert(it.key(), value);

@@ -14,7 +14,7 @@ QString WorkbenchProcess::program()
 QStringList WorkbenchProcess::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "VEXA_DATA_PATH"}) {
         environment.remove(QString::fromLatin1(name));
     }
     environment.insert(QStringLiteral("HOME"), m_dir.path());
@@ -30,7 +30,8 @@ WorkbenchProcess::Result WorkbenchProcess::run(const QStringList &arguments, int
     process.setWorkingDirectory(m_dir.path());
     process.start(program(), arguments);
     Result result;
-    result.ended = process.waitForFinished(timeoutMs) && process.exitStatus() == QProcess::NormalExit;
+    result.ended =
+        process.waitForFinished(timeoutMs) && process.exitStatus() == QProcess::NormalExit;
     if (!result.ended) {
         process.kill();
         process.waitForFinished();
@@ -58,8 +59,10 @@ QByteArray workbenchDescription(const QStringList &features, const QByteArray &e
     }
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<RegisterDescription ModelName=\"Test\" VendorName=\"Test\" StandardNameSpace=\"None\" "
-           "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" "
-           "MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" ProductGuid=\"1\" VersionGuid=\"1\" "
+           "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" "
+           "MajorVersion=\"1\" "
+           "MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" ProductGuid=\"1\" "
+           "VersionGuid=\"1\" "
            "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n<Category Name=\"Root\">"
         + root + "</Category>\n" + elements + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
 }

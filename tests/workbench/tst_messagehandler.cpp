@@ -51,12 +51,16 @@ void MessageHandlerTest::routing_data()
     QTest::addColumn<bool>("onStandardError");
     QTest::newRow("info floods a script's stderr") << int(QtInfoMsg) << "ordinary" << false;
     QTest::newRow("warning lost") << int(QtWarningMsg) << "warned" << true;
-    QTest::newRow("failure lost") << int(QtCriticalMsg) << "errCodeStr: 0x90006104 [CameraID:0" << true;
+    QTest::newRow("failure lost") << int(QtCriticalMsg) << "errCodeStr: 0x90006104 [CameraID:0"
+                                  << true;
     QTest::newRow("successful write looks like a failure")
         << int(QtCriticalMsg) << "NodeName:Width, NodeValue:640, [CameraID:0]" << false;
-    QTest::newRow("quoted successful write") << int(QtCriticalMsg) << "\"NodeName:Width, NodeValue:640\"" << false;
-    QTest::newRow("value with a line end") << int(QtCriticalMsg) << "NodeName:A\nB, NodeValue:1" << false;
-    QTest::newRow("failure that names the node") << int(QtCriticalMsg) << "failed: NodeName:A, NodeValue:1" << true;
+    QTest::newRow("quoted successful write")
+        << int(QtCriticalMsg) << "\"NodeName:Width, NodeValue:640\"" << false;
+    QTest::newRow("value with a line end")
+        << int(QtCriticalMsg) << "NodeName:A\nB, NodeValue:1" << false;
+    QTest::newRow("failure that names the node")
+        << int(QtCriticalMsg) << "failed: NodeName:A, NodeValue:1" << true;
 }
 
 void MessageHandlerTest::routing()

@@ -12,7 +12,8 @@
 namespace {
 
 const char *const LEVEL_REGISTER =
-    "<IntReg Name=\"LevelReg\"><Address>0x100</Address><Length>4</Length><AccessMode>RW</AccessMode>"
+    "<IntReg "
+    "Name=\"LevelReg\"><Address>0x100</Address><Length>4</Length><AccessMode>RW</AccessMode>"
     "<pPort>Device</pPort><Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess></IntReg>\n"
     "<Integer Name=\"Level\"><DisplayName>Level</DisplayName><pValue>LevelReg</pValue></Integer>\n"
     "<Command Name=\"Reset\"><pValue>LevelReg</pValue><CommandValue>1</CommandValue></Command>\n";
@@ -56,20 +57,30 @@ void WorkbenchCliTest::wrongUsage_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("reason");
-    QTest::newRow("unknown option taken for a device") << QStringList {"--devcie", "x"} << QByteArray("devcie");
-    QTest::newRow("stray argument ignored") << QStringList {"area-camera"} << QByteArray("'area-camera'");
-    QTest::newRow("value missing at the end") << QStringList {"--device"} << QByteArray("device");
-    QTest::newRow("empty value taken for not given") << QStringList {"--dump="} << QByteArray("needs a value");
-    QTest::newRow("level above the table") << QStringList {"--user-level", "3"} << QByteArray("'3'");
-    QTest::newRow("level that is no number read as 0") << QStringList {"--user-level", "guru"} << QByteArray("'guru'");
-    QTest::newRow("language by another name") << QStringList {"--language", "eng"} << QByteArray("ENG or CH");
-    QTest::newRow("pattern that does not exist") << QStringList {"--description", "x", "--memory-pattern", "random"}
-                                                << QByteArray("zero or ugly");
-    QTest::newRow("pattern without effect") << QStringList {"--memory-pattern", "ugly"} << QByteArray("--description");
-    QTest::newRow("first of two dumps lost") << QStringList {"--dump", "a", "--dump", "b"} << QByteArray("once");
-    QTest::newRow("dump of which device") << QStringList {"--device", "area-camera", "--device", "area-camera", "--dump", "-"}
-                                          << QByteArray("one device");
-    QTest::newRow("two jobs mixed on stdout") << QStringList {"--dump", "-", "--read", "Width"} << QByteArray("standard output");
+    QTest::newRow("unknown option taken for a device")
+        << QStringList{"--devcie", "x"} << QByteArray("devcie");
+    QTest::newRow("stray argument ignored")
+        << QStringList{"area-camera"} << QByteArray("'area-camera'");
+    QTest::newRow("value missing at the end") << QStringList{"--device"} << QByteArray("device");
+    QTest::newRow("empty value taken for not given")
+        << QStringList{"--dump="} << QByteArray("needs a value");
+    QTest::newRow("level above the table") << QStringList{"--user-level", "3"} << QByteArray("'3'");
+    QTest::newRow("level that is no number read as 0")
+        << QStringList{"--user-level", "guru"} << QByteArray("'guru'");
+    QTest::newRow("language by another name")
+        << QStringList{"--language", "eng"} << QByteArray("ENG or CH");
+    QTest::newRow("pattern that does not exist")
+        << QStringList{"--description", "x", "--memory-pattern", "random"}
+        << QByteArray("zero or ugly");
+    QTest::newRow("pattern without effect")
+        << QStringList{"--memory-pattern", "ugly"} << QByteArray("--description");
+    QTest::newRow("first of two dumps lost")
+        << QStringList{"--dump", "a", "--dump", "b"} << QByteArray("once");
+    QTest::newRow("dump of which device")
+        << QStringList{"--device", "area-camera", "--device", "area-camera", "--dump", "-"}
+        << QByteArray("one device");
+    QTest::newRow("two jobs mixed on stdout")
+        << QStringList{"--dump", "-", "--read", "Width"} << QByteArray("standard output");
 }
 
 void WorkbenchCliTest::wrongUsage()
@@ -118,8 +129,10 @@ void WorkbenchCliTest::readsOneValue()
     QFETCH(QString, name);
     QFETCH(int, exitCode);
     QFETCH(QByteArray, out);
-    const QString file = m_workbench.write("level.xml", workbenchDescription({"Level", "Reset"}, LEVEL_REGISTER));
-    const WorkbenchProcess::Result result = m_workbench.run({"--description", file, "--read", name});
+    const QString file =
+        m_workbench.write("level.xml", workbenchDescription({"Level", "Reset"}, LEVEL_REGISTER));
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--description", file, "--read", name});
     QVERIFY(result.ended);
     QCOMPARE(result.exitCode, exitCode);
     QCOMPARE(result.out, out);
@@ -143,11 +156,13 @@ void WorkbenchCliTest::refusedDescription()
 {
     QFETCH(QByteArray, xml);
     const QString file = m_workbench.write("refused.xml", xml);
-    for (const QStringList &job : {QStringList {"--dump", "-"}, QStringList()}) {
-        const WorkbenchProcess::Result result = m_workbench.run(QStringList {"--description", file} + job);
+    for (const QStringList &job : {QStringList{"--dump", "-"}, QStringList()}) {
+        const WorkbenchProcess::Result result =
+            m_workbench.run(QStringList{"--description", file} + job);
         QVERIFY(result.ended);
         QCOMPARE(result.exitCode, 1);
-        QVERIFY2(result.err.contains("refused.xml") || result.err.contains("refused:"), result.err.constData());
+        QVERIFY2(result.err.contains("refused.xml") || result.err.contains("refused:"),
+                 result.err.constData());
         QCOMPARE(result.out, QByteArray());
     }
 }
@@ -167,10 +182,13 @@ void WorkbenchCliTest::descriptionWithoutRoot()
 
 void WorkbenchCliTest::categoriesInACircleEnd()
 {
-    const QByteArray circle = "<Category Name=\"A\"><pFeature>B</pFeature><pFeature>Level</pFeature></Category>\n"
-                              "<Category Name=\"B\"><pFeature>A</pFeature><pFeature>Root</pFeature></Category>\n";
-    const QString file = m_workbench.write("circle.xml", workbenchDescription({"A"}, circle + LEVEL_REGISTER));
-    const WorkbenchProcess::Result result = m_workbench.run({"--description", file, "--read", "Level"});
+    const QByteArray circle =
+        "<Category Name=\"A\"><pFeature>B</pFeature><pFeature>Level</pFeature></Category>\n"
+        "<Category Name=\"B\"><pFeature>A</pFeature><pFeature>Root</pFeature></Category>\n";
+    const QString file =
+        m_workbench.write("circle.xml", workbenchDescription({"A"}, circle + LEVEL_REGISTER));
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--description", file, "--read", "Level"});
     QVERIFY(result.ended);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.out, QByteArray("0\n"));
@@ -178,7 +196,8 @@ void WorkbenchCliTest::categoriesInACircleEnd()
 
 void WorkbenchCliTest::memoryPatternFillsRegisters()
 {
-    const QString file = m_workbench.write("pattern.xml", workbenchDescription({"Level"}, LEVEL_REGISTER));
+    const QString file =
+        m_workbench.write("pattern.xml", workbenchDescription({"Level"}, LEVEL_REGISTER));
     const WorkbenchProcess::Result result =
         m_workbench.run({"--description", file, "--memory-pattern", "ugly", "--read", "Level"});
     QVERIFY(result.ended);
@@ -201,8 +220,8 @@ void WorkbenchCliTest::picture()
     QFETCH(QSize, size);
     qputenv("QT_SCALE_FACTOR", scale);
     const QString file = m_workbench.path("window.png");
-    const WorkbenchProcess::Result result =
-        m_workbench.run({"--device", "area-camera", "--device", "area-camera", "--screenshot", file});
+    const WorkbenchProcess::Result result = m_workbench.run(
+        {"--device", "area-camera", "--device", "area-camera", "--screenshot", file});
     qunsetenv("QT_SCALE_FACTOR");
     QVERIFY(result.ended);
     QCOMPARE(result.exitCode, 0);
@@ -214,12 +233,17 @@ void WorkbenchCliTest::picture()
 void WorkbenchCliTest::unwritableTargetsFail_data()
 {
     QTest::addColumn<QStringList>("job");
-    QTest::newRow("dump into a missing folder") << QStringList {"--dump", "/nonexistent/dump.json"};
-    QTest::newRow("picture into a missing folder") << QStringList {"--screenshot", "/nonexistent/window.png"};
-    QTest::newRow("description that is a folder") << QStringList {"--description", "/tmp", "--dump", "-"};
-    QTest::newRow("description that is not there") << QStringList {"--description", "/nonexistent/x.xml", "--dump", "-"};
-    QTest::newRow("device that is not there") << QStringList {"--device", "no-such-camera", "--dump", "-"};
-    QTest::newRow("device number below one") << QStringList {"--device", "area-camera#0", "--dump", "-"};
+    QTest::newRow("dump into a missing folder") << QStringList{"--dump", "/nonexistent/dump.json"};
+    QTest::newRow("picture into a missing folder")
+        << QStringList{"--screenshot", "/nonexistent/window.png"};
+    QTest::newRow("description that is a folder")
+        << QStringList{"--description", "/tmp", "--dump", "-"};
+    QTest::newRow("description that is not there")
+        << QStringList{"--description", "/nonexistent/x.xml", "--dump", "-"};
+    QTest::newRow("device that is not there")
+        << QStringList{"--device", "no-such-camera", "--dump", "-"};
+    QTest::newRow("device number below one")
+        << QStringList{"--device", "area-camera#0", "--dump", "-"};
 }
 
 void WorkbenchCliTest::unwritableTargetsFail()
@@ -235,8 +259,8 @@ void WorkbenchCliTest::unwritableTargetsFail()
 void WorkbenchCliTest::languageAndLevelReachTheDump()
 {
     const auto visibleCount = [this](const QString &level) {
-        const WorkbenchProcess::Result result =
-            m_workbench.run({"--device", "area-camera", "--language", "CH", "--user-level", level, "--dump", "-"});
+        const WorkbenchProcess::Result result = m_workbench.run(
+            {"--device", "area-camera", "--language", "CH", "--user-level", level, "--dump", "-"});
         int visible = 0;
         for (const QJsonValue &item : parsed(result.out)) {
             visible += item["visible"].toBool() && item["itemType"].toInt() == 2 ? 1 : 0;
@@ -254,7 +278,8 @@ void WorkbenchCliTest::headlessRunLeavesSettingsAlone()
 {
     const auto settings = [this] {
         QMap<QString, QByteArray> contents;
-        QDirIterator it(m_workbench.path("config"), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        QDirIterator it(m_workbench.path("config"), QDir::Files | QDir::Hidden,
+                        QDirIterator::Subdirectories);
         while (it.hasNext()) {
             QFile file(it.next());
             if (file.open(QIODevice::ReadOnly)) {
@@ -264,8 +289,8 @@ void WorkbenchCliTest::headlessRunLeavesSettingsAlone()
         return contents;
     };
     const QMap<QString, QByteArray> before = settings();
-    const WorkbenchProcess::Result result =
-        m_workbench.run({"--device", "area-camera", "--user-level", "0", "--language", "CH", "--read", "Width"});
+    const WorkbenchProcess::Result result = m_workbench.run(
+        {"--device", "area-camera", "--user-level", "0", "--language", "CH", "--read", "Width"});
     QVERIFY(result.ended);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(settings(), before);
@@ -280,7 +305,8 @@ void WorkbenchCliTest::terminationSignalEndsCleanly()
     QVERIFY(process.waitForStarted());
     // The log in the data folder tells when the window is up and its camera open.
     const auto isOpen = [&workbench] {
-        QDirIterator it(workbench.path("data"), {"vexa-workbench.log"}, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator it(workbench.path("data"), {"vexa-workbench.log"}, QDir::Files,
+                        QDirIterator::Subdirectories);
         QFile file(it.hasNext() ? it.next() : QString());
         return file.open(QIODevice::ReadOnly) && file.readAll().contains("OnCameraOpen:");
     };

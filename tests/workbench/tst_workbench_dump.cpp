@@ -23,7 +23,10 @@ private slots:
 
 private:
     /// Features that change by themselves between two readings, found out by reading twice.
-    bool moves(const QString &name) const { return m_first.value(name).value != m_second.value(name).value; }
+    bool moves(const QString &name) const
+    {
+        return m_first.value(name).value != m_second.value(name).value;
+    }
 
     WorkbenchProcess m_workbench;
     QJsonArray m_items;
@@ -35,7 +38,8 @@ private:
 void WorkbenchDumpTest::initTestCase()
 {
     m_first = DeviceReference::readFeatures("area-camera");
-    const WorkbenchProcess::Result result = m_workbench.run({"--device", "area-camera", "--dump", "-"});
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--device", "area-camera", "--dump", "-"});
     QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
     QCOMPARE(result.err, QByteArray());
     m_items = QJsonDocument::fromJson(result.out).array();
@@ -63,7 +67,8 @@ void WorkbenchDumpTest::valuesAreThoseOfTheDevice()
             QVERIFY2(it->value("max").toVariant().toFloat() == expected.max.toFloat(), name);
         } else {
             QVERIFY2(value.toString() == expected.value.toString(),
-                     name + ": " + value.toString().toUtf8() + " instead of " + expected.value.toString().toUtf8());
+                     name + ": " + value.toString().toUtf8() + " instead of "
+                         + expected.value.toString().toUtf8());
         }
         if (expected.inc.isValid()) {
             QVERIFY2(it->value("min").toVariant().toLongLong() == expected.min.toLongLong(), name);
@@ -84,9 +89,11 @@ void WorkbenchDumpTest::valuesAreThoseOfTheRegisters()
         if (value.isUndefined() || value.isNull() || moves(it.key())) {
             continue;
         }
-        const bool same = it->type() == QVariant::Double ? value.toVariant().toFloat() == it->toFloat()
-                                                         : value.toVariant().toString() == it->toString();
-        QVERIFY2(same, it.key().toUtf8() + ": " + value.toVariant().toString().toUtf8() + " instead of "
+        const bool same = it->type() == QVariant::Double
+            ? value.toVariant().toFloat() == it->toFloat()
+            : value.toVariant().toString() == it->toString();
+        QVERIFY2(same,
+                 it.key().toUtf8() + ": " + value.toVariant().toString().toUtf8() + " instead of "
                      + it->toString().toUtf8());
         ++compared;
     }
@@ -105,8 +112,8 @@ void WorkbenchDumpTest::treeOrderIsTheDescriptions()
     QStringList expected;
     const std::function<void(const QString &, const QString &)> walk = [&](const QString &category,
                                                                            const QString &path) {
-        for (QDomElement feature = categories.value(category).firstChildElement("pFeature"); !feature.isNull();
-             feature = feature.nextSiblingElement("pFeature")) {
+        for (QDomElement feature = categories.value(category).firstChildElement("pFeature");
+             !feature.isNull(); feature = feature.nextSiblingElement("pFeature")) {
             const QString line = path + feature.text().trimmed();
             expected.append(line);
             walk(feature.text().trimmed(), line + "/");
@@ -130,7 +137,8 @@ void WorkbenchDumpTest::entriesAreTheOfferedOnes()
         }
         QList<qint64> values;
         for (const QJsonValue &entry : it->value("entries").toArray()) {
-            QVERIFY2(!entry["name"].toString().isEmpty() && !entry["displayName"].toString().isEmpty(),
+            QVERIFY2(!entry["name"].toString().isEmpty()
+                         && !entry["displayName"].toString().isEmpty(),
                      it.key().toUtf8());
             values.append(entry["value"].toVariant().toLongLong());
         }
@@ -147,7 +155,8 @@ void WorkbenchDumpTest::ungivenValuesAreNull()
         const QString name = item["name"].toString();
         if (m_first.contains(name) && !m_first.value(name).readable) {
             for (const char *field : {"value", "displayValue", "min", "max", "inc"}) {
-                QVERIFY2(item.toObject().contains(field) && item[QLatin1String(field)].isNull(), name.toUtf8());
+                QVERIFY2(item.toObject().contains(field) && item[QLatin1String(field)].isNull(),
+                         name.toUtf8());
             }
             ++unread;
         }
@@ -158,7 +167,8 @@ void WorkbenchDumpTest::ungivenValuesAreNull()
 void WorkbenchDumpTest::dumpFileHoldsTheSame()
 {
     const QString path = m_workbench.path("dump.json");
-    const WorkbenchProcess::Result result = m_workbench.run({"--device", "area-camera", "--dump", path});
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--device", "area-camera", "--dump", path});
     QVERIFY(result.ended);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.out, QByteArray());

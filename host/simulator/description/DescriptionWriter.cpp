@@ -50,6 +50,12 @@ void writeNode(QXmlStreamWriter &xml, const NodeRow &node)
         xml.writeAttribute("NameSpace", QString::fromUtf8(node.m_strNameSpace));
     }
     QVector<PropertyRow> properties = node.m_properties;
+    const bool isShown = std::any_of(properties.cbegin(), properties.cend(), [](const PropertyRow &property) {
+        return property.m_strTag == "Visibility";
+    });
+    if (!isShown && !node.m_strNameSpace.isEmpty() && node.m_strTag != "EnumEntry") {
+        properties.append({"Visibility", "Beginner", {}, {}});
+    }
     std::stable_sort(properties.begin(), properties.end(), [](const PropertyRow &a, const PropertyRow &b) {
         return rank(a.m_strTag) < rank(b.m_strTag);
     });

@@ -12,9 +12,13 @@ FeatureBuilder &FeatureBuilder::in(const RegisterSpec &spec)
 
 FeatureBuilder &FeatureBuilder::range(const char *min, const char *max, const char *inc)
 {
-    property("Min", min);
-    property("Max", max);
-    return *inc ? property("Inc", inc) : *this;
+    const QPair<const char *, const char *> bounds[] = {{"Min", min}, {"Max", max}, {"Inc", inc}};
+    for (const auto &bound : bounds) {
+        if (*bound.second) {
+            property(bound.first, bound.second);
+        }
+    }
+    return *this;
 }
 
 FeatureBuilder &FeatureBuilder::numbers(const char *on, const char *off)

@@ -26,7 +26,7 @@ public:
     FeatureBuilder &from(const char *node) { return property("pValue", node); }
     /// The value stands in the description.
     FeatureBuilder &value(const char *text) { return property("Value", text); }
-    /// Integer and Float: constant limits, then limits from nodes.
+    /// Integer and Float: constant limits; an empty text leaves the limit to a node or to the register.
     FeatureBuilder &range(const char *min, const char *max, const char *inc = "");
     FeatureBuilder &min(const char *node) { return property("pMin", node); }
     FeatureBuilder &max(const char *node) { return property("pMax", node); }

@@ -164,6 +164,12 @@ const RegisterRow *FeatureTable::findRegister(const QByteArray &name) const
     return found == m_registerIndex.constEnd() ? nullptr : &m_registers.at(*found);
 }
 
+const FieldRow *FeatureTable::findField(const QByteArray &name) const
+{
+    const auto found = m_fields.constFind(name);
+    return found == m_fields.constEnd() ? nullptr : &*found;
+}
+
 NodeRow &FeatureTable::node(const QByteArray &name)
 {
     Q_ASSERT_X(m_nodeIndex.contains(name), "FeatureTable", name.constData());
@@ -195,7 +201,7 @@ void FeatureTable::addTexts(NodeRow &row, const Texts &texts)
 {
     const QByteArray description = texts.m_strDescription;
     const int firstSentence = description.indexOf(". ");
-    row.m_properties.append({"ToolTip", description.left(firstSentence < 0 ? -1 : firstSentence + 1), {}, {}});
+    row.m_properties.append({"ToolTip", firstSentence < 0 ? description : description.left(firstSentence + 1), {}, {}});
     row.m_properties.append({"Description", description, {}, {}});
     row.m_properties.append({"DisplayName", spacedName(row.m_strName), {}, {}});
     m_texts.insert(row.m_strName, {texts.m_strNameCn, texts.m_strDescriptionCn, {}});
@@ -216,13 +222,13 @@ quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &spec)
     }
     RegisterRow row;
     row.m_strName = name;
-    row.m_nAddress = spec.m_nAddress ? spec.m_nAddress : m_nNextAddress;
+    const bool isNextFree = spec.m_nAddress == RegisterSpec::kNextFree;
+    row.m_nAddress = isNextFree ? m_nNextAddress : spec.m_nAddress;
     row.m_initial = bytes;
     row.m_bWritable = spec.isWritable();
     row.m_bStored = spec.m_bStored;
     row.m_bLittleEndian = spec.m_bLittleEndian;
-    row.m_nElementLength = spec.m_nLength;
-    if (!spec.m_nAddress) {
+    if (isNextFree) {
         m_nNextAddress += (quint64(bytes.size()) + kAlignment - 1) / kAlignment * kAlignment;
     }
     m_registerIndex.insert(name, m_registers.size());
@@ -232,6 +238,7 @@ quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &spec)
 
 void FeatureTable::describeRegister(NodeRow &row, const RegisterSpec &spec, quint64 address)
 {
+    m_fields.insert(row.m_strName, {spec, address});
     auto &properties = row.m_properties;
     const auto add = [&properties](const char *tag, const QByteArray &text) {
         properties.append({tag, text, {}, {}});

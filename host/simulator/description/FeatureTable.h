@@ -38,7 +38,13 @@ struct RegisterRow
     bool m_bWritable = false;
     bool m_bStored = false; ///< belongs to the user sets
     bool m_bLittleEndian = false;
-    quint32 m_nElementLength = 4;
+};
+
+/// What a register node reads and writes.
+struct FieldRow
+{
+    RegisterSpec m_spec;
+    quint64 m_nAddress = 0;
 };
 
 /// The Chinese texts of a node.
@@ -102,6 +108,7 @@ public:
     const QMap<QByteArray, TextRow> &texts() const { return m_texts; }
     /// Null for an unknown name.
     const RegisterRow *findRegister(const QByteArray &name) const;
+    const FieldRow *findField(const QByteArray &name) const;
 
 private:
     friend class FeatureBuilder;
@@ -119,6 +126,7 @@ private:
     QHash<QByteArray, int> m_nodeIndex;
     QVector<RegisterRow> m_registers;
     QHash<QByteArray, int> m_registerIndex;
+    QHash<QByteArray, FieldRow> m_fields;
     QMap<QByteArray, TextRow> m_texts;
     QByteArray m_strCategory;
     quint64 m_nNextAddress = 0;

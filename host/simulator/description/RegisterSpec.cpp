@@ -9,6 +9,12 @@ RegisterSpec &RegisterSpec::at(quint64 address)
     return *this;
 }
 
+RegisterSpec &RegisterSpec::within(const char *word)
+{
+    m_strWord = word;
+    return *this;
+}
+
 RegisterSpec &RegisterSpec::readOnly()
 {
     m_strAccess = "RO";

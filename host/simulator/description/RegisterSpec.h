@@ -8,17 +8,18 @@
 struct RegisterSpec
 {
     enum class Kind { Integer, Masked, Float, Text };
+    static constexpr quint64 kNextFree = ~quint64(0); ///< behind the register that the category had last
 
     Kind m_eKind = Kind::Integer;
     quint32 m_nLength = 4; ///< bytes of one element
     QVector<qint64> m_values {0}; ///< initial values of the elements; the last one repeats
     QVector<double> m_numbers {0.0}; ///< the same for Kind::Float
     QByteArray m_text; ///< initial content for Kind::Text
-    quint64 m_nAddress = 0; ///< 0: the next free address of the category
+    quint64 m_nAddress = kNextFree;
     quint32 m_nCount = 1; ///< elements that lie one behind the other
     QByteArray m_strIndex; ///< integer node for pIndex, its step is the element length
     QByteArray m_strOffset; ///< integer node for pAddress, added to the address
-    QByteArray m_strWord; ///< Kind::Masked: name of the register word that several fields share
+    QByteArray m_strWord; ///< register whose bytes this one shares, empty for bytes of its own
     int m_nShift = 0; ///< Kind::Masked: position of the lowest bit, counted from the least significant
     int m_nWidth = 0; ///< Kind::Masked: bits
     QByteArray m_strAccess = "RW";
@@ -30,6 +31,8 @@ struct RegisterSpec
     bool m_bStored = true; ///< belongs to the user sets
 
     RegisterSpec &at(quint64 address);
+    /// Another view of the bytes of a register that has a row already.
+    RegisterSpec &within(const char *word);
     RegisterSpec &readOnly();
     RegisterSpec &writeOnly();
     /// A setting that user sets leave alone.

@@ -1,9 +1,9 @@
+#include <QApplication>
+
 #include <model/CTreeIntergerItemValue.h>
 #include <model/VexaPropertyTreeItem.h>
 #include <shell/VexaMainFeatureWidget.h>
 #include <tree/VexaFeatureTree.h>
-
-#include <QApplication>
 
 int main(int argc, char *argv[])
 {
@@ -15,7 +15,8 @@ int main(int argc, char *argv[])
     item.setTagName(QStringLiteral("Integer"));
     const auto *value = dynamic_cast<CTreeIntergerItemValue *>(item.value());
     const bool works = value && value->type() == CTreeIntergerItemValue::KIND_DECIMAL
-        && !widget->isFeatureTreeExist(1) && widget->metaObject()->inherits(&QWidget::staticMetaObject);
+        && !widget->isFeatureTreeExist(1)
+        && widget->metaObject()->inherits(&QWidget::staticMetaObject);
     delete widget;
     return works ? 0 : 1;
 }

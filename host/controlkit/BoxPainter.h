@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ControlKit/CustomObject.h"
+#include "host/controlkit/CustomObjectAttributes.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QRect>
+
+class QPainter;
+class QStyleOption;
+class QWidget;
+
+/// How a box is drawn: one background, one border, rounded corners.
+struct BoxLook
+{
+    QBrush background;
+    QColor border;
+    int borderWidth = 1;
+    int radius = 2;
+    QString image; ///< drawn over the background
+    qreal opacity = 1.0;
+};
+
+namespace BoxPainter {
+
+/// The style attributes of a widget; null when it has none.
+const CustomObject::Attributes *attributesOf(const QWidget *widget);
+Custom::ItemStatus statusOf(const QStyleOption *option);
+/// The status of a widget that paints itself.
+Custom::ItemStatus statusOf(const QWidget *widget);
+/// Puts what the attributes set over the look.
+void apply(BoxLook &look, const CustomObject::Attributes *attributes, Custom::ItemStatus status);
+/// The text colour that the attributes give, else `otherwise`.
+QColor textColour(const CustomObject::Attributes *attributes, Custom::ItemStatus status, const QColor &otherwise);
+/// `font` with the size and family that a state other than the normal one was given.
+QFont font(const QFont &font, const CustomObject::Attributes *attributes, Custom::ItemStatus status);
+void draw(QPainter *painter, const QRect &rect, const BoxLook &look);
+/// The accent frame of the widget that has the keyboard.
+void drawFocus(QPainter *painter, const QRect &rect, int width, int radius);
+
+} // namespace BoxPainter

@@ -1,0 +1,84 @@
+#include "host/devicetask/OperateThread.h"
+
+#include <chrono>
+
+namespace {
+
+struct CurrentThread
+{
+    std::mutex mutex;
+    std::shared_ptr<OperateThread> thread;
+};
+
+CurrentThread &currentThread()
+{
+    static auto *const s_pCurrent = new CurrentThread;
+    return *s_pCurrent;
+}
+
+} // namespace
+
+OperateThread::OperateThread()
+{
+    m_thread = std::thread([this] { run(); });
+}
+
+OperateThread::~OperateThread()
+{
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_bStop = true;
+        m_changed.notify_all();
+    }
+    if (m_thread.get_id() == std::this_thread::get_id()) {
+        m_thread.detach();
+    } else {
+        m_thread.join();
+    }
+}
+
+void OperateThread::post(Job job)
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    m_jobs.push_back(std::move(job));
+    m_changed.notify_all();
+}
+
+void OperateThread::waitIdle(int milliseconds)
+{
+    std::unique_lock<std::mutex> guard(m_mutex);
+    m_changed.wait_for(guard, std::chrono::milliseconds(milliseconds),
+                       [this] { return m_jobs.empty() && !m_bRunning; });
+}
+
+std::shared_ptr<OperateThread> OperateThread::current()
+{
+    const std::lock_guard<std::mutex> guard(currentThread().mutex);
+    return currentThread().thread;
+}
+
+void OperateThread::setCurrent(std::shared_ptr<OperateThread> thread)
+{
+    const std::lock_guard<std::mutex> guard(currentThread().mutex);
+    currentThread().thread.swap(thread);
+}
+
+void OperateThread::run()
+{
+    std::unique_lock<std::mutex> guard(m_mutex);
+    for (;;) {
+        m_changed.wait(guard, [this] { return m_bStop || !m_jobs.empty(); });
+        if (m_jobs.empty()) {
+            return;
+        }
+        Job job = std::move(m_jobs.front());
+        m_jobs.pop_front();
+        m_bRunning = true;
+        guard.unlock();
+        job();
+        job = nullptr;
+        guard.lock();
+        m_bRunning = false;
+        m_changed.notify_all();
+    }
+}

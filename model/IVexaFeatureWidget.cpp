@@ -1,0 +1,222 @@
+#include "model/IVexaFeatureWidget.h"
+
+#include "model/CTreeItemValue.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "view/VexaFeatureTreeView.h"
+
+#include <QTimerEvent>
+
+namespace {
+
+constexpr int TIMER_PERIOD_MS = 200;
+
+bool changesWithLanguage(const VexaPropertyTreeItem &item)
+{
+    return item.tagName() == QLatin1String("Command") || item.tagName() == QLatin1String("Enumeration");
+}
+
+} // namespace
+
+IVexaFeatureWidget::IVexaFeatureWidget(int nPageIndex, QWidget *parent)
+    : CustomWidget(parent)
+    , m_nPageIndex(nPageIndex)
+    , m_pTreeView(new VexaFeatureTreeView(nPageIndex, this))
+{
+}
+
+IVexaFeatureWidget::~IVexaFeatureWidget()
+{
+    const QList<int> cameras = m_rootItems.keys();
+    for (const int camera : cameras) {
+        IVexaFeatureWidget::removeCameraID(camera);
+    }
+}
+
+bool IVexaFeatureWidget::afterSetFeatureValue(const QString &)
+{
+    return true;
+}
+
+void IVexaFeatureWidget::itemValueChanged(VexaPropertyTreeItem *, bool) { }
+void IVexaFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *) { }
+void IVexaFeatureWidget::itemExpandedChanged(VexaPropertyTreeItem *, bool) { }
+void IVexaFeatureWidget::itemSpecialChanged(VexaPropertyTreeItem *, int) { }
+void IVexaFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *, bool) { }
+void IVexaFeatureWidget::afterInitialized(long) { }
+void IVexaFeatureWidget::preparePage(int) { }
+void IVexaFeatureWidget::cameraWithoutTree(long) { }
+
+VexaPropertyTreeItem *IVexaFeatureWidget::createPageRoot()
+{
+    return nullptr;
+}
+
+bool IVexaFeatureWidget::updateTimerElapsed()
+{
+    return false;
+}
+
+bool IVexaFeatureWidget::isInitialized(long lCameraID)
+{
+    return m_rootItems.contains(static_cast<int>(lCameraID));
+}
+
+void IVexaFeatureWidget::setCameraID(long lCameraID)
+{
+    if (lCameraID == m_lCameraID || !m_pTreeView) {
+        return;
+    }
+    m_updateTimer.stop();
+    m_lCameraID = lCameraID;
+    const int nCamera = static_cast<int>(lCameraID);
+    const bool bInitialized = isInitialized(lCameraID);
+    if (!bInitialized) {
+        m_pTreeView->setForbidUpdate(true);
+        m_showBasicOnly.insert(nCamera, false);
+        VexaPropertyTreeItem *pNewRoot = createPageRoot();
+        m_pTreeView->setForbidUpdate(false);
+        if (pNewRoot) {
+            m_rootItems.insert(nCamera, pNewRoot);
+        }
+    }
+    VexaPropertyTreeItem *pRoot = m_rootItems.value(nCamera, nullptr);
+    if (bInitialized) {
+        afterInitialized(lCameraID);
+    } else {
+        cameraWithoutTree(lCameraID);
+    }
+    retranslatePages();
+    m_pTreeView->setCameraAndRoot(pRoot ? lCameraID : -1, pRoot);
+    if (!pRoot) {
+        m_lCameraID = -1;
+        return;
+    }
+    afterCameraChanged(pRoot);
+    m_updateTimer.start(TIMER_PERIOD_MS, this);
+}
+
+void IVexaFeatureWidget::removeCameraID(long lCameraID)
+{
+    const int nCamera = static_cast<int>(lCameraID);
+    VexaPropertyTreeItem *pRoot = m_rootItems.take(nCamera);
+    if (lCameraID == m_lCameraID) {
+        m_lCameraID = -1;
+        m_updateTimer.stop();
+        if (m_pTreeView) {
+            m_pTreeView->setCameraAndRoot(-1, nullptr);
+        }
+    }
+    m_platformKeys.remove(nCamera);
+    m_platformHints.remove(nCamera);
+    m_showBasicOnly.remove(nCamera);
+    m_showInAllItems.remove(nCamera);
+    if (pRoot) {
+        detachFeatureItems(pRoot);
+        delete pRoot;
+    }
+}
+
+void IVexaFeatureWidget::detachFeatureItems(VexaPropertyTreeItem *pItem)
+{
+    for (int nRow = pItem->childCount() - 1; nRow >= 0; --nRow) {
+        VexaPropertyTreeItem *pChild = pItem->child(nRow);
+        if (pChild->isFeatureTreeItem()) {
+            // The feature tree owns it and goes on showing it.
+            pChild->removeView(m_pTreeView);
+            pChild->setParent(nullptr, m_nPageIndex);
+        } else {
+            detachFeatureItems(pChild);
+        }
+    }
+}
+
+void IVexaFeatureWidget::setExpandAll(bool bExpand)
+{
+    if (!m_pTreeView) {
+        return;
+    }
+    if (bExpand) {
+        m_pTreeView->expandAll();
+    } else {
+        m_pTreeView->collapseAll();
+    }
+}
+
+void IVexaFeatureWidget::retranslatePages()
+{
+    VexaPropertyTreeItem *pRoot = m_rootItems.value(static_cast<int>(m_lCameraID), nullptr);
+    for (int nPage = 0; nPage < m_nPageCount; ++nPage) {
+        m_stepPageNames.clear();
+        preparePage(nPage);
+        if (pRoot) {
+            retranslateItem(pRoot, nPage);
+        }
+    }
+}
+
+void IVexaFeatureWidget::retranslateItem(VexaPropertyTreeItem *pItem, int nPage)
+{
+    for (int nRow = 0; nRow < pItem->childCount(); ++nRow) {
+        retranslateItem(pItem->child(nRow), nPage);
+    }
+    if (!pItem->value()) {
+        return;
+    }
+    const auto title = m_stepPageNames.constFind(pItem->value()->m_strNodeName);
+    if (title != m_stepPageNames.cend()) {
+        pItem->updateLock();
+        pItem->value()->m_stepPageNames.insert(nPage, *title);
+        pItem->updateUnlock();
+    }
+    if (changesWithLanguage(*pItem)) {
+        pItem->notifyViewUpdate(m_lCameraID, -1, false, false);
+    }
+}
+
+void IVexaFeatureWidget::afterCameraChanged(VexaPropertyTreeItem *pItem)
+{
+    if (!m_pTreeView || !pItem) {
+        return;
+    }
+    m_pTreeView->openEditors(pItem);
+    m_pTreeView->setExpanded(m_pTreeView->indexOfItem(pItem->child(0), 0), true);
+}
+
+bool IVexaFeatureWidget::isHiddenByBasic(long lCameraID, VexaPropertyTreeItem *pItem) const
+{
+    const int nCamera = static_cast<int>(lCameraID);
+    if (!m_showBasicOnly.value(nCamera, false)) {
+        return false;
+    }
+    const QList<VexaPropertyTreeItem *> hidden = m_showInAllItems.value(nCamera);
+    for (VexaPropertyTreeItem *pBranch = pItem; pBranch; pBranch = pBranch->parent(m_nPageIndex)) {
+        if (hidden.contains(pBranch)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void IVexaFeatureWidget::toggleShowBasic(long lCameraID)
+{
+    bool &bBasicOnly = m_showBasicOnly[static_cast<int>(lCameraID)];
+    bBasicOnly = !bBasicOnly;
+    VexaPropertyTreeItem *pRoot = m_rootItems.value(static_cast<int>(lCameraID), nullptr);
+    if (pRoot && m_pTreeView) {
+        m_pTreeView->refreshRows(pRoot, true);
+    }
+}
+
+VexaFeatureTreeView *IVexaFeatureWidget::treeView() const
+{
+    return m_pTreeView;
+}
+
+void IVexaFeatureWidget::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_updateTimer.timerId()) {
+        CustomWidget::timerEvent(event);
+    } else if (updateTimerElapsed()) {
+        m_updateTimer.stop();
+    }
+}

@@ -1,0 +1,280 @@
+// What an item shows of itself, and what it tells its views and the partner row of the same feature.
+
+#include "ShellServicesModule/COMMONINTERFACE.h"
+#include "model/CTreeItemValue.h"
+#include "model/IVexaFeatureNotify.h"
+#include "model/ItemLocks.h"
+#include "model/VexaPropertyTreeItem.h"
+
+#include <QMutexLocker>
+
+#include <algorithm>
+
+namespace {
+
+using ViewsLocker = QMutexLocker<QRecursiveMutex>;
+
+/// Nodes that the user sets by drawing on the image while drawing mode is on.
+bool isSetByDrawing(const QString &strNodeName)
+{
+    static const QSet<QString> nodes {
+        QStringLiteral("OffsetX"),
+        QStringLiteral("OffsetY"),
+        QStringLiteral("Width"),
+        QStringLiteral("Height"),
+        QStringLiteral("AutoFunctionAOIWidth"),
+        QStringLiteral("AutoFunctionAOIHeight"),
+        QStringLiteral("AutoFunctionAOIOffsetX"),
+        QStringLiteral("AutoFunctionAOIOffsetY"),
+    };
+    return nodes.contains(strNodeName);
+}
+
+/// The part of a fingerprint that asks for another editor; null when there is none.
+QStringRef editorKind(const QString &strStatus)
+{
+    const int nStart = strStatus.indexOf(QLatin1String("NeedRecreateEditor:"));
+    return nStart < 0 ? QStringRef() : strStatus.midRef(nStart);
+}
+
+} // namespace
+
+QRecursiveMutex &ItemLocks::views()
+{
+    static QRecursiveMutex mutex;
+    return mutex;
+}
+
+bool ItemLocks::isValueTag(const QString &strTagName)
+{
+    static const QSet<QString> tags {QStringLiteral("Boolean"), QStringLiteral("Integer"),
+                                     QStringLiteral("Enumeration"), QStringLiteral("Float"),
+                                     QStringLiteral("StringReg")};
+    return tags.contains(strTagName);
+}
+
+template <typename Call>
+void VexaPropertyTreeItem::tellViews(const Call &call) const
+{
+    // On a copy: a view may take itself or another one out while it is told.
+    const QSet<IVexaFeatureNotify *> views = m_views;
+    for (IVexaFeatureNotify *pView : views) {
+        if (pView && m_views.contains(pView)) {
+            call(*pView);
+        }
+    }
+}
+
+void VexaPropertyTreeItem::registerView(IVexaFeatureNotify *pView)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    m_views.insert(pView);
+}
+
+void VexaPropertyTreeItem::removeView(IVexaFeatureNotify *pView)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    m_views.remove(pView);
+}
+
+bool VexaPropertyTreeItem::readOnly() const
+{
+    return m_bReadOnly;
+}
+
+void VexaPropertyTreeItem::setReadOnly(long lCameraID, bool bReadOnly)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
+        if (pItem && pItem->m_bReadOnly.exchange(bReadOnly) != bReadOnly) {
+            pItem->tellViews([&](IVexaFeatureNotify &view) {
+                view.itemReadOnlyChanged(lCameraID, pItem, bReadOnly);
+            });
+        }
+    }
+}
+
+bool VexaPropertyTreeItem::visible() const
+{
+    if (m_children.isEmpty()) {
+        return m_bVisible && branchesOpen();
+    }
+    return branchesOpen() && shownBelow();
+}
+
+bool VexaPropertyTreeItem::branchesOpen() const
+{
+    for (const VexaPropertyTreeItem *pBranch = parent(PARENT_FEATURE_TREE); pBranch;
+         pBranch = pBranch->parent(PARENT_FEATURE_TREE)) {
+        if (!pBranch->m_bBranchVisible) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool VexaPropertyTreeItem::shownBelow() const
+{
+    if (m_children.isEmpty()) {
+        return m_bVisible;
+    }
+    return m_bBranchVisible
+        && std::any_of(m_children.cbegin(), m_children.cend(),
+                       [this](const VexaPropertyTreeItem *pChild) {
+                           if (!pChild) {
+                               return false;
+                           }
+                           // A page's row of a feature has other branches above it in the feature tree.
+                           return pChild->parent(PARENT_FEATURE_TREE) == this ? pChild->shownBelow()
+                                                                              : pChild->visible();
+                       });
+}
+
+int VexaPropertyTreeItem::visibleChildCount() const
+{
+    return static_cast<int>(std::count_if(
+        m_children.cbegin(), m_children.cend(),
+        [](const VexaPropertyTreeItem *pChild) { return pChild && pChild->visible(); }));
+}
+
+void VexaPropertyTreeItem::setVisible(bool bVisible, long lCameraID, bool bRecursive)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    applyVisible(bVisible, lCameraID, bRecursive);
+    if (m_pMappingItem) {
+        m_pMappingItem->applyVisible(bVisible, lCameraID, bRecursive);
+    }
+}
+
+void VexaPropertyTreeItem::applyVisible(bool bVisible, long lCameraID, bool bRecursive)
+{
+    if (m_children.isEmpty()) {
+        m_bWantsVisible = bVisible;
+        applyLeafVisible(lCameraID);
+        return;
+    }
+    // Without recursion a branch always reopens, whatever is asked for.
+    m_bBranchVisible = bVisible || !bRecursive;
+    applyBranch(lCameraID);
+}
+
+void VexaPropertyTreeItem::applyBranch(long lCameraID)
+{
+    for (VexaPropertyTreeItem *pChild : qAsConst(m_children)) {
+        if (!pChild) {
+            continue;
+        }
+        if (pChild->m_children.isEmpty()) {
+            pChild->applyLeafVisible(lCameraID);
+        } else {
+            pChild->applyBranch(lCameraID);
+        }
+    }
+}
+
+void VexaPropertyTreeItem::applyLeafVisible(long lCameraID)
+{
+    bool bVisible = m_bWantsVisible && branchesOpen();
+    if (bVisible && m_nItemType == ITEM_FAVORITE && m_pMappingItem) {
+        bVisible = m_pMappingItem->branchesOpen();
+    }
+    if (bVisible != m_bVisible
+        && !(bVisible && COMMONINTERFACE::drawingMode() != 0 && isSetByDrawing(ownNodeName()))) {
+        m_bVisible = bVisible;
+        tellViews([&](IVexaFeatureNotify &view) {
+            view.itemVisibleChanged(lCameraID, this, bVisible);
+        });
+    }
+    if (m_pMappingItem && m_nItemType != ITEM_FAVORITE
+        && m_pMappingItem->m_nItemType == ITEM_FAVORITE) {
+        m_pMappingItem->applyLeafVisible(lCameraID);
+    }
+}
+
+void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    if (m_children.isEmpty()) {
+        return;
+    }
+    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
+        if (pItem) {
+            pItem->tellViews([&](IVexaFeatureNotify &view) {
+                view.itemExpandedChanged(lCameraID, pItem, bExpanded);
+            });
+        }
+    }
+}
+
+void VexaPropertyTreeItem::notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor,
+                                            bool bFromUiJson)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    bringPartnerUp(false);
+    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
+        if (pItem) {
+            pItem->tellViews([&](IVexaFeatureNotify &view) {
+                view.itemDataChanged(lCameraID, pItem, nType, bNeedRecreateEditor, bFromUiJson);
+            });
+        }
+    }
+}
+
+void VexaPropertyTreeItem::bringPartnerUp(bool bCopyBase)
+{
+    if (!m_pMappingItem) {
+        return;
+    }
+    // Never two update locks at once.
+    const std::unique_ptr<CTreeItemValue> snapshot = valueSnapshot();
+    const ItemLock lock(m_pMappingItem);
+    if (m_pMappingItem->m_pValue) {
+        m_pMappingItem->m_pValue->copy(snapshot.get(), bCopyBase);
+    }
+    if (m_bValueCached) {
+        m_pMappingItem->m_bValueCached = true;
+    }
+}
+
+void VexaPropertyTreeItem::notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID)
+{
+    const ViewsLocker locker(&ItemLocks::views());
+    tellViews([&](IVexaFeatureNotify &view) {
+        view.itemSpecialChanged(lCameraID, this, eType);
+        if (m_pMappingItem) {
+            view.itemSpecialChanged(lCameraID, m_pMappingItem, eType);
+        }
+    });
+    bringPartnerUp(false);
+    if (VexaPropertyTreeItem *pPartner = m_pMappingItem) {
+        pPartner->tellViews([&](IVexaFeatureNotify &view) {
+            view.itemSpecialChanged(lCameraID, pPartner, eType);
+        });
+    }
+}
+
+void VexaPropertyTreeItem::endUpdateItem(long lCameraID)
+{
+    QString strShown;
+    QString strStatus;
+    bool bEditorLags = false;
+    {
+        const ItemLock lock(this);
+        if (!m_pValue) {
+            return;
+        }
+        strShown = m_pValue->m_strCurrentStatus;
+        strStatus = m_pValue->createCurrentStauts(m_bReadOnly);
+        bEditorLags = m_bValueCached != m_bEditorCached && ItemLocks::isValueTag(m_strTagName);
+    }
+    if (strShown == strStatus && !bEditorLags) {
+        return;
+    }
+    const QStringRef shownKind = editorKind(strShown);
+    const QStringRef kind = editorKind(strStatus);
+    const bool bNeedRecreateEditor = !shownKind.isNull() && !kind.isNull() && shownKind != kind;
+
+    const ViewsLocker locker(&ItemLocks::views());
+    bringPartnerUp(true);
+    notifyViewUpdate(lCameraID, -1, bNeedRecreateEditor, false);
+}

@@ -1,0 +1,212 @@
+#include "OpenedDevice.h"
+
+#include "host/devicetask/CameraHost.h"
+
+#include <QMutex>
+#include <QVariant>
+
+namespace {
+
+QMutex s_warningMutex;
+QStringList s_warnings;
+
+void keepLine(const char *text)
+{
+    const QMutexLocker lock(&s_warningMutex);
+    s_warnings.append(QString::fromUtf8(text).trimmed());
+}
+
+void keepLog(const char *, GLogLevelFlags, const char *text, void *) { keepLine(text); }
+
+} // namespace
+
+OpenedDevice::OpenedDevice(const SimulatedDevices::Simulated &simulated)
+{
+    GError *error = nullptr;
+    m_pDevice = simulated.source->create(&error);
+    finish(error);
+}
+
+OpenedDevice::~OpenedDevice() { g_clear_object(&m_pDevice); }
+
+ArvGcNode *OpenedDevice::node(const QString &name) const
+{
+    return arv_device_get_feature(m_pDevice, name.toUtf8().constData());
+}
+
+qint64 OpenedDevice::integer(const QString &name)
+{
+    GError *error = nullptr;
+    const qint64 value = arv_gc_integer_get_value(ARV_GC_INTEGER(node(name)), &error);
+    finish(error);
+    return value;
+}
+
+double OpenedDevice::number(const QString &name)
+{
+    GError *error = nullptr;
+    const double value = arv_gc_float_get_value(ARV_GC_FLOAT(node(name)), &error);
+    finish(error);
+    return value;
+}
+
+bool OpenedDevice::boolean(const QString &name)
+{
+    GError *error = nullptr;
+    const bool value = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node(name)), &error);
+    finish(error);
+    return value;
+}
+
+QString OpenedDevice::text(const QString &name)
+{
+    GError *error = nullptr;
+    const QString value = QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(node(name)), &error));
+    finish(error);
+    return value;
+}
+
+QVariant OpenedDevice::value(const QString &name)
+{
+    ArvGcNode *found = node(name);
+    if (ARV_IS_GC_BOOLEAN(found)) {
+        return boolean(name);
+    }
+    if (ARV_IS_GC_ENUMERATION(found)) {
+        GError *error = nullptr;
+        const qint64 number = arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(found), &error);
+        finish(error);
+        return number;
+    }
+    if (ARV_IS_GC_STRING(found)) {
+        return text(name);
+    }
+    if (ARV_IS_GC_FLOAT(found) && !ARV_IS_GC_INTEGER(found)) {
+        return number(name);
+    }
+    return ARV_IS_GC_INTEGER(found) ? QVariant(integer(name)) : QVariant();
+}
+
+bool OpenedDevice::setInteger(const QString &name, qint64 value)
+{
+    GError *error = nullptr;
+    ArvGcNode *found = node(name);
+    if (ARV_IS_GC_BOOLEAN(found)) {
+        arv_gc_boolean_set_value(ARV_GC_BOOLEAN(found), value != 0, &error);
+    } else if (ARV_IS_GC_ENUMERATION(found)) {
+        arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(found), value, &error);
+    } else {
+        arv_gc_integer_set_value(ARV_GC_INTEGER(found), value, &error);
+    }
+    return finish(error);
+}
+
+bool OpenedDevice::setNumber(const QString &name, double value)
+{
+    GError *error = nullptr;
+    arv_gc_float_set_value(ARV_GC_FLOAT(node(name)), value, &error);
+    return finish(error);
+}
+
+bool OpenedDevice::setText(const QString &name, const QString &value)
+{
+    GError *error = nullptr;
+    arv_gc_string_set_value(ARV_GC_STRING(node(name)), value.toUtf8().constData(), &error);
+    return finish(error);
+}
+
+bool OpenedDevice::execute(const QString &name)
+{
+    GError *error = nullptr;
+    arv_gc_command_execute(ARV_GC_COMMAND(node(name)), &error);
+    return finish(error);
+}
+
+bool OpenedDevice::read(quint64 address, quint32 length, QByteArray *bytes)
+{
+    GError *error = nullptr;
+    QByteArray buffer(int(length), '\0');
+    arv_device_read_memory(m_pDevice, address, length, buffer.data(), &error);
+    if (bytes) {
+        *bytes = buffer;
+    }
+    return finish(error);
+}
+
+bool OpenedDevice::write(quint64 address, const QByteArray &bytes)
+{
+    GError *error = nullptr;
+    QByteArray buffer = bytes;
+    arv_device_write_memory(m_pDevice, address, quint32(buffer.size()), buffer.data(), &error);
+    return finish(error);
+}
+
+bool OpenedDevice::flag(gboolean (*question)(ArvGcFeatureNode *, GError **), const QString &name)
+{
+    GError *error = nullptr;
+    const bool answer = question(ARV_GC_FEATURE_NODE(node(name)), &error);
+    finish(error);
+    return answer;
+}
+
+bool OpenedDevice::finish(GError *error)
+{
+    m_strError = error ? QString::fromUtf8(error->message) : QString();
+    m_nErrorCode = error ? error->code : -1;
+    g_clear_error(&error);
+    return m_strError.isEmpty();
+}
+
+PrintedWarnings::PrintedWarnings()
+{
+    s_warnings.clear();
+    g_set_print_handler(keepLine);
+    g_set_printerr_handler(keepLine);
+    g_log_set_default_handler(keepLog, nullptr);
+}
+
+PrintedWarnings::~PrintedWarnings()
+{
+    g_set_print_handler(nullptr);
+    g_set_printerr_handler(nullptr);
+    g_log_set_default_handler(g_log_default_handler, nullptr);
+}
+
+QStringList PrintedWarnings::lines()
+{
+    const QMutexLocker lock(&s_warningMutex);
+    return s_warnings;
+}
+
+QDomDocument parsedDescription(const SimulatedDevices::Simulated &simulated)
+{
+    QDomDocument document;
+    document.setContent(simulated.control->description());
+    return document;
+}
+
+QStringList elementTexts(const QDomDocument &document, const QString &tag)
+{
+    QStringList texts;
+    const QDomNodeList elements = document.elementsByTagName(tag);
+    for (int i = 0; i < elements.size(); ++i) {
+        texts.append(elements.at(i).toElement().text());
+    }
+    return texts;
+}
+
+QDomElement namedElement(const QDomDocument &document, const QString &name)
+{
+    QList<QDomElement> open {document.documentElement()};
+    while (!open.isEmpty()) {
+        const QDomElement element = open.takeFirst();
+        if (element.tagName() != QLatin1String("EnumEntry") && element.attribute("Name") == name
+            && element.tagName() != QLatin1String("pVariable")) {
+            return element;
+        }
+        for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+            open.append(child);
+        }
+    }
+    return {};
+}

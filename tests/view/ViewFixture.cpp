@@ -1,0 +1,190 @@
+#include "tests/view/ViewFixture.h"
+
+#include "model/CTreeBooleanItemValue.h"
+#include "model/CTreeEnumationItemValue.h"
+#include "model/CTreeFloatItemValue.h"
+#include "model/CTreeIntergerItemValue.h"
+#include "model/CTreeStringItemValue.h"
+#include "view/ItemLocker.h"
+#include "view/VexaPropertyTreeModel.h"
+
+#include <QHBoxLayout>
+#include <QRegExp>
+#include <QScrollBar>
+#include <QTest>
+
+RecordingFeatureWidget::RecordingFeatureWidget(int nPageIndex)
+    : IVexaFeatureWidget(nPageIndex)
+{
+    auto *const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_pTreeView);
+}
+
+RecordingFeatureWidget::~RecordingFeatureWidget() = default;
+
+bool RecordingFeatureWidget::setFeatureValue(const QString &strNodeType, const QString &strNodeName,
+                                             const QVariant &oNodeValue)
+{
+    m_writes.append(strNodeType + ' ' + strNodeName + ' ' + oNodeValue.toString());
+    return m_bAnswer;
+}
+
+bool RecordingFeatureWidget::afterSetFeatureValue(const QString &strNodeName)
+{
+    m_calls.append("after " + strNodeName);
+    return true;
+}
+
+void RecordingFeatureWidget::itemValueChanged(VexaPropertyTreeItem *pItem, bool)
+{
+    m_calls.append("value " + nodeNameOf(pItem));
+}
+
+void RecordingFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *pItem)
+{
+    m_calls.append("visible " + nodeNameOf(pItem));
+}
+
+void RecordingFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool bReadOnly)
+{
+    m_calls.append((bReadOnly ? "readonly " : "writable ") + nodeNameOf(pItem));
+}
+
+void RecordingFeatureWidget::hideBelow(VexaPropertyTreeItem *pItem)
+{
+    m_showBasicOnly[int(ViewFixture::CAMERA)] = true;
+    m_showInAllItems[int(ViewFixture::CAMERA)] = {pItem};
+}
+
+ViewFixture::ViewFixture(const QString &strTree, int nPageIndex)
+    : m_pOwner(std::make_unique<RecordingFeatureWidget>(nPageIndex))
+    , m_pRoot(std::make_unique<VexaPropertyTreeItem>())
+{
+    QVector<VexaPropertyTreeItem *> path {m_pRoot.get()};
+    for (const QString &strLine : strTree.split('\n', Qt::SkipEmptyParts)) {
+        const int nDepth = int(strLine.size() - QString(strLine).replace(QRegExp("^ +"), QString()).size()) / 2;
+        const QStringList words = strLine.split(' ', Qt::SkipEmptyParts);
+        path.resize(nDepth + 1);
+        auto *const pItem = new VexaPropertyTreeItem(path.last(), nPageIndex);
+        pItem->value()->m_strNodeName = words.first();
+        pItem->value()->m_strDisplayName = words.first();
+        pItem->setItemType(words.size() > 1 ? ITEM_FEATURE : ITEM_CATEGORY);
+        pItem->setTagName(words.value(1));
+        pItem->registerView(&view());
+        path.append(pItem);
+    }
+    view().setCameraAndRoot(CAMERA, m_pRoot.get());
+}
+
+ViewFixture::~ViewFixture()
+{
+    clear();
+}
+
+void ViewFixture::clear()
+{
+    view().ClearTreeViewInfo();
+}
+
+VexaPropertyTreeItem *ViewFixture::item(const QString &strName) const
+{
+    QVector<VexaPropertyTreeItem *> waiting {m_pRoot.get()};
+    while (!waiting.isEmpty()) {
+        VexaPropertyTreeItem *const pItem = waiting.takeLast();
+        if (nodeNameOf(pItem) == strName) {
+            return pItem;
+        }
+        for (int i = pItem->childCount() - 1; i >= 0; --i) {
+            waiting.append(pItem->child(i));
+        }
+    }
+    return nullptr;
+}
+
+QWidget *ViewFixture::editor(const QString &strName, int nColumn)
+{
+    return view().indexWidget(view().indexOfItem(item(strName), nColumn));
+}
+
+void ViewFixture::show(const QSize &size)
+{
+    view().expandAll();
+    view().openEditors(m_pRoot.get());
+    m_pOwner->resize(size);
+    m_pOwner->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_pOwner.get()));
+}
+
+QString ViewFixture::shownRows()
+{
+    QStringList lines;
+    view().doItemsLayout();
+    for (QModelIndex index = view().indexAt(QPoint(0, -view().verticalScrollBar()->value())); index.isValid();
+         index = view().indexBelow(index)) {
+        int nDepth = 0;
+        for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
+            ++nDepth;
+        }
+        lines.append(QString(2 * nDepth, ' ') + nodeNameOf(view().itemAt(index)));
+    }
+    return lines.join('\n');
+}
+
+void ViewFixture::finish(VexaPropertyTreeItem *pItem)
+{
+    pItem->setValueCached(true);
+    pItem->endUpdateItem(CAMERA);
+}
+
+void ViewFixture::setInteger(const QString &strName, qint64 nValue, qint64 nMinimum, qint64 nMaximum,
+                             qint64 nIncrement, const QString &strRepresentation)
+{
+    auto *const pValue = static_cast<CTreeIntergerItemValue *>(item(strName)->value());
+    pValue->m_nValue = nValue;
+    pValue->m_nMinValue = nMinimum;
+    pValue->m_nMaxValue = nMaximum;
+    pValue->m_nIncValue = nIncrement;
+    pValue->m_strRepresentation = strRepresentation;
+    finish(item(strName));
+}
+
+void ViewFixture::setFloat(const QString &strName, float fValue, float fMinimum, float fMaximum)
+{
+    auto *const pValue = static_cast<CTreeFloatItemValue *>(item(strName)->value());
+    pValue->m_fValue = fValue;
+    pValue->m_fMinValue = fMinimum;
+    pValue->m_fMaxValue = fMaximum;
+    finish(item(strName));
+}
+
+void ViewFixture::setBoolean(const QString &strName, bool bValue)
+{
+    item(strName)->value()->setValue(bValue);
+    finish(item(strName));
+}
+
+void ViewFixture::setString(const QString &strName, const QString &strValue, int nMaxLength)
+{
+    auto *const pValue = static_cast<CTreeStringItemValue *>(item(strName)->value());
+    pValue->m_strValue = strValue;
+    pValue->m_nMaxLength = nMaxLength;
+    finish(item(strName));
+}
+
+void ViewFixture::setEnumeration(const QString &strName, const QStringList &entries, qint64 nValue)
+{
+    auto *const pValue = static_cast<CTreeEnumationItemValue *>(item(strName)->value());
+    pValue->clearItems();
+    for (int i = 0; i < entries.size(); ++i) {
+        pValue->updateDisplayName(entries.at(i), entries.at(i), 10 * i, CAMERA);
+    }
+    pValue->m_nValue = nValue;
+    finish(item(strName));
+}
+
+void ViewFixture::setReadOnly(const QString &strName, bool bReadOnly)
+{
+    item(strName)->setReadOnly(CAMERA, bReadOnly);
+    item(strName)->endUpdateItem(CAMERA);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "model/IVexaFeatureWidget.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "view/VexaFeatureTreeView.h"
+
+#include <QStringList>
+
+/// A feature widget that notes what the view asks of it. Writes answer m_bAnswer.
+class RecordingFeatureWidget : public IVexaFeatureWidget
+{
+    Q_OBJECT
+public:
+    explicit RecordingFeatureWidget(int nPageIndex = 0);
+    ~RecordingFeatureWidget() override;
+
+    bool setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &oNodeValue) override;
+    bool afterSetFeatureValue(const QString &strNodeName) override;
+    void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson) override;
+    void itemVisibleStateChanged(VexaPropertyTreeItem *pItem) override;
+    void itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool bReadOnly) override;
+
+    void hideBelow(VexaPropertyTreeItem *pItem);
+
+    QStringList m_writes; ///< "Tag Name value"
+    QStringList m_calls; ///< everything else, "operation Name"
+    bool m_bAnswer = true;
+};
+
+/// A tree made from text in the view of a recording widget: a line an item, two blanks an indentation; "Name" is a
+/// category, "Name Tag" a feature. The camera is 1.
+class ViewFixture
+{
+public:
+    static constexpr long CAMERA = 1;
+
+    explicit ViewFixture(const QString &strTree, int nPageIndex = 0);
+    ~ViewFixture();
+    Q_DISABLE_COPY(ViewFixture)
+
+    RecordingFeatureWidget &owner() { return *m_pOwner; }
+    VexaFeatureTreeView &view() { return *m_pOwner->treeView(); }
+    VexaPropertyTreeItem *root() { return m_pRoot.get(); }
+    /// Depth first; null when there is none.
+    VexaPropertyTreeItem *item(const QString &strName) const;
+    QWidget *editor(const QString &strName, int nColumn = 1);
+    /// Opens all editors, expands and shows the view.
+    void show(const QSize &size = QSize(600, 400));
+    /// The rows that are laid out, as the text that the tree is made from, without tags.
+    QString shownRows();
+    /// Deletes the items and their view's hold on them.
+    void clear();
+
+    void setInteger(const QString &strName, qint64 nValue, qint64 nMinimum, qint64 nMaximum, qint64 nIncrement = 1,
+                    const QString &strRepresentation = QString());
+    void setFloat(const QString &strName, float fValue, float fMinimum, float fMaximum);
+    void setBoolean(const QString &strName, bool bValue);
+    void setString(const QString &strName, const QString &strValue, int nMaxLength = 64);
+    /// Entries "name" with the numbers 0, 10, 20...
+    void setEnumeration(const QString &strName, const QStringList &entries, qint64 nValue);
+    void setReadOnly(const QString &strName, bool bReadOnly);
+
+private:
+    void finish(VexaPropertyTreeItem *pItem);
+
+    std::unique_ptr<RecordingFeatureWidget> m_pOwner;
+    std::unique_ptr<VexaPropertyTreeItem> m_pRoot;
+};

@@ -1,0 +1,384 @@
+#include "tests/view/ViewFixture.h"
+#include "view/VexaPropertySpinBox.h"
+#include "view/VexaPropertyTreeModel.h"
+
+#include <QApplication>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <thread>
+
+class TestVexaFeatureTreeView : public QObject
+{
+    Q_OBJECT
+private slots:
+    void updateBits_data();
+    void updateBits();
+    void ignoresOtherCamerasAndForbiddenTimes();
+    void categoriesFollowTheirLeaves();
+    void visibility_data();
+    void visibility();
+    void search_data();
+    void search();
+    void namesThatAreNeverShown();
+    void rowsAreDecidedAfterAForbiddenTime();
+    void burstFromAWorkerEndsWithTheNewestValue();
+    void clearingUnderQueuedNotifications();
+    void jumpsToAFeature();
+    void onlyRowsInSightShowTheirEditors();
+    void largeTreeOpensInSlices();
+    void wideCategoryHidesInLinearTime();
+    void fixedHeight();
+    void openAndClose();
+};
+
+static const char *const TREE = "A\n"
+                                "  Width Integer\n"
+                                "  Height Integer\n"
+                                "B\n"
+                                "  Inner\n"
+                                "    Gain Integer\n";
+
+void TestVexaFeatureTreeView::updateBits_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("refills");
+    QTest::addColumn<bool>("tells");
+    QTest::newRow("editor alone") << 1 << true << false;
+    QTest::newRow("owner alone") << 2 << false << true;
+    QTest::newRow("both bits") << 3 << true << true;
+    QTest::newRow("all") << -1 << true << true;
+    QTest::newRow("none") << 0 << false << false;
+}
+
+void TestVexaFeatureTreeView::updateBits()
+{
+    QFETCH(int, type);
+    ViewFixture fixture(TREE);
+    fixture.show();
+    fixture.setInteger("Width", 5, 0, 100);
+    fixture.owner().m_calls.clear();
+    fixture.item("Width")->value()->setValue(6);
+    fixture.item("Width")->notifyViewUpdate(ViewFixture::CAMERA, type, false, false);
+    QTEST(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value() == 6, "refills");
+    QTEST(fixture.owner().m_calls.contains("value Width"), "tells");
+}
+
+void TestVexaFeatureTreeView::ignoresOtherCamerasAndForbiddenTimes()
+{
+    ViewFixture fixture(TREE);
+    fixture.show();
+    fixture.setInteger("Width", 5, 0, 100);
+    fixture.owner().m_calls.clear();
+    VexaPropertyTreeItem *const pItem = fixture.item("Width");
+    pItem->value()->setValue(6);
+    for (const long lCamera : {-1L, 2L}) {
+        pItem->notifyViewUpdate(lCamera, -1, false, false);
+        pItem->setVisible(false, lCamera, true);
+        pItem->setVisible(true, lCamera, true);
+    }
+    fixture.view().setForbidUpdate(true);
+    pItem->endUpdateItem(ViewFixture::CAMERA);
+    fixture.view().setForbidUpdate(false);
+    QCOMPARE(fixture.owner().m_calls, QStringList());
+    QCOMPARE(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value(), 5);
+    pItem->endUpdateItem(ViewFixture::CAMERA); // the fingerprint was not taken over, so it is told again
+    QCOMPARE(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value(), 6);
+}
+
+void TestVexaFeatureTreeView::categoriesFollowTheirLeaves()
+{
+    ViewFixture fixture(TREE);
+    fixture.show();
+    const QString strAll = "A\n  Width\n  Height\nB\n  Inner\n    Gain";
+    QCOMPARE(fixture.shownRows(), strAll);
+    fixture.item("Gain")->setVisible(false, ViewFixture::CAMERA, true);
+    fixture.item("Width")->setVisible(false, ViewFixture::CAMERA, true);
+    QCOMPARE(fixture.shownRows(), QString("A\n  Height"));
+    fixture.item("Height")->setVisible(false, ViewFixture::CAMERA, true);
+    QCOMPARE(fixture.shownRows(), QString());
+    for (const char *name : {"Gain", "Width", "Height"}) {
+        fixture.item(name)->setVisible(true, ViewFixture::CAMERA, true);
+    }
+    QCOMPARE(fixture.shownRows(), strAll);
+}
+
+void TestVexaFeatureTreeView::visibility_data()
+{
+    QTest::addColumn<QStringList>("show");
+    QTest::addColumn<QStringList>("hide");
+    QTest::addColumn<QStringList>("invisible");
+    QTest::addColumn<QString>("basic");
+    QTest::addColumn<QString>("rows");
+    const QStringList none;
+    QTest::newRow("forced row of an invisible item")
+        << QStringList("Width") << none << QStringList {"Width", "Height", "Gain"} << "" << "A\n  Width";
+    QTest::newRow("forced away") << none << QStringList("Gain") << none << "" << "A\n  Width\n  Height";
+    QTest::newRow("both lists: shown wins") << QStringList("Gain") << QStringList("Gain") << none << ""
+                                            << "A\n  Width\n  Height\nB\n  Inner\n    Gain";
+    QTest::newRow("category forced away") << none << QStringList("B") << none << "" << "A\n  Width\n  Height";
+    QTest::newRow("forced row in a category forced away")
+        << QStringList("Gain") << QStringList("B") << none << "" << "A\n  Width\n  Height\nB\n  Inner\n    Gain";
+    QTest::newRow("basic view wins over all") << QStringList("Width") << none << none << "A" << "B\n  Inner\n    Gain";
+}
+
+void TestVexaFeatureTreeView::visibility()
+{
+    QFETCH(QStringList, show);
+    QFETCH(QStringList, hide);
+    QFETCH(QStringList, invisible);
+    QFETCH(QString, basic);
+    ViewFixture fixture(TREE);
+    fixture.show();
+    const auto items = [&](const QStringList &names) {
+        QList<VexaPropertyTreeItem *> list;
+        for (const QString &name : names) {
+            list.append(fixture.item(name));
+        }
+        return list;
+    };
+    for (VexaPropertyTreeItem *pItem : items(invisible)) {
+        pItem->setVisible(false, ViewFixture::CAMERA, true);
+    }
+    fixture.view().setForceShowItems(ViewFixture::CAMERA, items(show));
+    fixture.view().setForceHideItems(ViewFixture::CAMERA, items(hide));
+    if (!basic.isEmpty()) {
+        fixture.owner().hideBelow(fixture.item(basic));
+    }
+    fixture.view().refreshAllRows();
+    QTEST(fixture.shownRows(), "rows");
+    // A single notification decides as the whole pass does.
+    for (const char *name : {"Width", "Height", "Gain"}) {
+        fixture.view().onSetItemVisible(ViewFixture::CAMERA, fixture.item(name), fixture.item(name)->visible());
+    }
+    QTEST(fixture.shownRows(), "rows");
+}
+
+void TestVexaFeatureTreeView::search_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("found");
+    QTest::addColumn<QString>("rows");
+    QTest::newRow("case and blanks") << "  gAI " << true << "B\n  Inner\n    Gain";
+    QTest::newRow("hidden features stay hidden") << "Height" << false << "";
+    QTest::newRow("category name is no hit") << "Inner" << false << "";
+    QTest::newRow("nothing") << "zzz" << false << "";
+    QTest::newRow("empty text shows the level's rows") << "" << true << "A\n  Width\nB\n  Inner\n    Gain";
+}
+
+void TestVexaFeatureTreeView::search()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, rows);
+    ViewFixture fixture(TREE);
+    fixture.show();
+    fixture.view().collapseAll();
+    fixture.item("Height")->setVisible(false, ViewFixture::CAMERA, true);
+    QTEST(fixture.view().setSearchText(text), "found");
+    QCOMPARE(fixture.shownRows(), rows);
+    // A row that becomes visible during a search is shown only when it matches.
+    fixture.item("Height")->setVisible(true, ViewFixture::CAMERA, true);
+    QCOMPARE(fixture.shownRows().contains("Height"), fixture.item("Height")->searchVisible(text));
+    QVERIFY(fixture.view().setSearchText(QString()));
+    QCOMPARE(fixture.shownRows(), QString("A\n  Width\n  Height\nB\n  Inner\n    Gain"));
+}
+
+void TestVexaFeatureTreeView::namesThatAreNeverShown()
+{
+    ViewFixture fixture("A\n  EMMCCloseTime Integer\n  EMMCStateShowStr StringReg\nB\n  EMMCCloseTimeShowMin Integer\n"
+                        "  EMMCStateJpegShowStr StringReg\n  Gain Integer\n");
+    fixture.show();
+    fixture.item("EMMCCloseTime")->setVisible(false, ViewFixture::CAMERA, true);
+    fixture.item("EMMCCloseTime")->setVisible(true, ViewFixture::CAMERA, true);
+    fixture.view().setForceShowItems(ViewFixture::CAMERA, {fixture.item("EMMCStateShowStr")});
+    fixture.view().refreshAllRows();
+    QCOMPARE(fixture.shownRows(), QString("B\n  Gain"));
+    QVERIFY(!fixture.editor("EMMCCloseTime"));
+}
+
+void TestVexaFeatureTreeView::rowsAreDecidedAfterAForbiddenTime()
+{
+    ViewFixture fixture(TREE);
+    fixture.show();
+    fixture.view().setForbidUpdate(true);
+    fixture.item("Width")->setVisible(false, ViewFixture::CAMERA, true);
+    QVERIFY(fixture.shownRows().contains("Width"));
+    fixture.view().setForbidUpdate(false);
+    QVERIFY(!fixture.shownRows().contains("Width"));
+}
+
+void TestVexaFeatureTreeView::burstFromAWorkerEndsWithTheNewestValue()
+{
+    ViewFixture fixture(TREE);
+    fixture.show();
+    std::thread worker([&] {
+        for (int i = 0; i <= 1000; ++i) {
+            VexaPropertyTreeItem *const pItem = fixture.item(i % 2 ? "Width" : "Gain");
+            fixture.setInteger(i % 2 ? "Width" : "Gain", i, 0, 2000);
+            pItem->setVisible(i % 3 != 0, ViewFixture::CAMERA, true);
+        }
+    });
+    worker.join();
+    QTRY_COMPARE(qobject_cast<QSpinBox *>(fixture.editor("Gain"))->value(), 1000);
+    QTRY_COMPARE(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value(), 999);
+    QCOMPARE(fixture.shownRows().contains("Width"), fixture.item("Width")->visible());
+    QCOMPARE(fixture.shownRows().contains("Gain"), fixture.item("Gain")->visible());
+}
+
+void TestVexaFeatureTreeView::clearingUnderQueuedNotifications()
+{
+    ViewFixture fixture(TREE);
+    fixture.show();
+    std::thread worker([&] {
+        fixture.setInteger("Width", 1, 0, 10);
+        fixture.item("Width")->setReadOnly(ViewFixture::CAMERA, false);
+        fixture.item("Width")->setVisible(false, ViewFixture::CAMERA, true);
+        fixture.item("A")->setExpanded(false, ViewFixture::CAMERA);
+    });
+    worker.join();
+    VexaPropertyTreeItem *const pGone = fixture.item("Width");
+    fixture.clear();
+    fixture.owner().m_calls.clear();
+    QCoreApplication::processEvents();
+    fixture.view().onUpdateEditorData(ViewFixture::CAMERA, pGone, -1, true, false);
+    fixture.view().onSetItemVisible(ViewFixture::CAMERA, pGone, false);
+    QCOMPARE(fixture.owner().m_calls, QStringList());
+    QTRY_VERIFY(fixture.view().viewport()->findChildren<VexaPropertySpinBox *>().isEmpty());
+}
+
+void TestVexaFeatureTreeView::jumpsToAFeature()
+{
+    QString strTree = "A\n";
+    for (int i = 0; i < 200; ++i) {
+        strTree += QString("  F%1 Integer\n").arg(i);
+    }
+    ViewFixture fixture(strTree);
+    fixture.show();
+    fixture.view().collapseAll();
+    QSignalSpy activated(&fixture.view(), &VexaFeatureTreeView::sigFeatureActivated);
+    QVERIFY(fixture.view().scrollToFeature("F150"));
+    const QModelIndex index = fixture.view().indexOfItem(fixture.item("F150"), 0);
+    QCOMPARE(fixture.view().currentIndex(), index);
+    const int nMiddle = fixture.view().viewport()->height() / 2;
+    QVERIFY(qAbs(fixture.view().visualRect(index).center().y() - nMiddle) < 40);
+    QVERIFY(fixture.editor("F150")->isVisible());
+    QCOMPARE(activated.count(), 1);
+    QVERIFY(!fixture.view().scrollToFeature("F999"));
+    QCOMPARE(fixture.view().currentIndex(), index);
+}
+
+void TestVexaFeatureTreeView::onlyRowsInSightShowTheirEditors()
+{
+    QString strTree = "A\n";
+    for (int i = 0; i < 500; ++i) {
+        strTree += QString("  F%1 Command\n").arg(i);
+    }
+    ViewFixture fixture(strTree);
+    fixture.show();
+    const auto check = [&] {
+        const QRect viewport = fixture.view().viewport()->rect();
+        for (int i = 0; i < 500; ++i) {
+            const QString strName = QString("F%1").arg(i);
+            const QRect row = fixture.view().visualRect(fixture.view().indexOfItem(fixture.item(strName), 1));
+            const QWidget *const pEditor = fixture.editor(strName);
+            const bool bInSight = row.isValid() && row.intersects(viewport);
+            if (pEditor->isVisible() != bInSight || (bInSight && !row.contains(pEditor->geometry()))) {
+                return QString("%1 %2").arg(strName).arg(pEditor->isVisible());
+            }
+        }
+        return QString();
+    };
+    QCOMPARE(check(), QString());
+    for (const int nPosition : {1, 40, 3000, 3001, 100000, 0}) {
+        fixture.view().verticalScrollBar()->setValue(nPosition);
+        QCOMPARE(check(), QString());
+    }
+    fixture.owner().resize(600, 900);
+    QCOMPARE(check(), QString());
+    fixture.view().collapseAll();
+    QCOMPARE(check(), QString());
+    fixture.view().expandAll();
+    QCOMPARE(check(), QString());
+    fixture.view().setSearchText("F33");
+    fixture.view().doItemsLayout();
+    QCOMPARE(check(), QString());
+}
+
+void TestVexaFeatureTreeView::largeTreeOpensInSlices()
+{
+    QString strTree;
+    for (int i = 0; i < 3000; ++i) {
+        strTree += (i % 100 ? QString() : QString("C%1\n").arg(i)) + QString("  F%1 Command\n").arg(i);
+    }
+    ViewFixture fixture(strTree);
+    fixture.owner().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&fixture.owner()));
+    fixture.view().expandAll();
+    fixture.view().openEditors(fixture.root());
+    QVERIFY(fixture.editor("F0") && fixture.editor("F0")->isVisible());
+    QVERIFY(!fixture.editor("F2999"));
+    fixture.view().scrollToFeature("F2500");
+    QVERIFY(fixture.editor("F2500") && fixture.editor("F2500")->isVisible());
+    QTRY_VERIFY(fixture.editor("F2999"));
+}
+
+void TestVexaFeatureTreeView::wideCategoryHidesInLinearTime()
+{
+    QString strTree = "A\n";
+    for (int i = 0; i < 20000; ++i) {
+        strTree += QString("  F%1\n").arg(i);
+    }
+    ViewFixture fixture(strTree);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    VexaPropertyTreeItem *const pCategory = fixture.item("A");
+    for (int i = 0; i < pCategory->childCount(); ++i) {
+        pCategory->child(i)->setVisible(false, ViewFixture::CAMERA, true);
+    }
+    QVERIFY(elapsed.elapsed() < 5000); // asking all siblings each time takes minutes
+    QCOMPARE(fixture.shownRows(), QString());
+}
+
+void TestVexaFeatureTreeView::fixedHeight()
+{
+    ViewFixture fixture(TREE);
+    fixture.show();
+    fixture.view().setFixedHeightByRows(true);
+    QCOMPARE(fixture.view().height(), 6 * 38);
+    fixture.view().setExpanded(fixture.view().indexOfItem(fixture.item("B"), 0), false);
+    QCOMPARE(fixture.view().height(), 4 * 38);
+    fixture.item("Width")->setVisible(false, ViewFixture::CAMERA, true);
+    fixture.view().doItemsLayout();
+    QCOMPARE(fixture.view().height(), 3 * 38);
+}
+
+void TestVexaFeatureTreeView::openAndClose()
+{
+    ViewFixture fixture(TREE);
+    for (int i = 0; i < 20; ++i) {
+        fixture.show();
+        fixture.setInteger("Width", i, 0, 100);
+        fixture.editor("Width")->setFocus();
+        fixture.clear();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(fixture.view().viewport()->findChildren<QSpinBox *>().size(), 0);
+        auto *const pCategory = new VexaPropertyTreeItem(fixture.root());
+        auto *const pItem = new VexaPropertyTreeItem(pCategory);
+        pItem->value()->m_strNodeName = "Width";
+        pItem->setTagName("Integer");
+        pItem->registerView(&fixture.view());
+        fixture.view().setCameraAndRoot(ViewFixture::CAMERA, fixture.root());
+    }
+    QCOMPARE(fixture.owner().m_writes, QStringList());
+}
+
+int main(int argc, char *argv[])
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QApplication application(argc, argv);
+    TestVexaFeatureTreeView test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_VexaFeatureTreeView.moc"

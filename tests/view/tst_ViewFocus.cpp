@@ -1,0 +1,206 @@
+#include "ShellServicesModule/QPropertyLineEdit.h"
+#include "tests/view/ViewFixture.h"
+#include "view/VexaPropertySpinBox.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+#include <QWheelEvent>
+
+/// Keyboard, mouse and focus in a view that is on screen.
+class TestViewFocus : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup() { m_pFixture.reset(); }
+    void tabWalksTheRows();
+    void tabLeavesAtTheEnds();
+    void tabPassesDisabledRows();
+    void forcedOffViewIsLeftAtOnce();
+    void focusedEditorSurvivesScrolling();
+    void focusOfAHiddenRowGoesToTheView();
+    void typedTextSurvivesARefill();
+    void featureFollowsMouseKeyboardAndFocus();
+    void givingUpTakesNothingOver();
+    void wheelOverAnEditorScrolls();
+
+private:
+    QString focused() const { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : "none"; }
+    ViewFixture &fixture() { return *m_pFixture; }
+    std::unique_ptr<ViewFixture> m_pFixture;
+};
+
+void TestViewFocus::init()
+{
+    QString strTree = "A\n";
+    for (int i = 0; i < 60; ++i) {
+        strTree += QString("  F%1 Integer\n").arg(i);
+    }
+    m_pFixture = std::make_unique<ViewFixture>(strTree + "B\n  Last Float\n");
+    auto *const pBefore = new QLineEdit(&fixture().owner());
+    pBefore->setObjectName("before");
+    auto *const pAfter = new QLineEdit(&fixture().owner());
+    pAfter->setObjectName("after");
+    fixture().owner().layout()->addWidget(pBefore);
+    fixture().owner().layout()->addWidget(pAfter);
+    fixture().view().setObjectName("view");
+    fixture().show();
+    for (int i = 0; i < 60; ++i) {
+        fixture().setReadOnly(QString("F%1").arg(i), false);
+        fixture().setInteger(QString("F%1").arg(i), i, 0, 100);
+    }
+    fixture().setReadOnly("Last", false);
+    fixture().setFloat("Last", 1, 0, 10);
+    QApplication::setActiveWindow(&fixture().owner());
+    QVERIFY(QTest::qWaitForWindowActive(&fixture().owner()));
+    QWidget::setTabOrder(pBefore, &fixture().view());
+    QWidget::setTabOrder(&fixture().view(), pAfter);
+    fixture().editor("F0")->setFocus();
+}
+
+void TestViewFocus::tabWalksTheRows()
+{
+    QStringList walked;
+    for (int i = 0; i < 60; ++i) {
+        walked.append(focused());
+        QVERIFY(QApplication::focusWidget()->isVisible());
+        QVERIFY(fixture().view().viewport()->rect().contains(QApplication::focusWidget()->geometry()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    for (int i = 0; i < 60; ++i) {
+        QCOMPARE(walked.at(i), QString("F%1").arg(i));
+    }
+    QCOMPARE(focused(), QString("Last")); // past the category
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(focused(), QString("F59"));
+    QCOMPARE(fixture().owner().m_writes, QStringList());
+}
+
+void TestViewFocus::tabLeavesAtTheEnds()
+{
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(focused(), QString("before"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(focused(), QString("view"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(focused(), QString("F0"));
+    fixture().view().scrollToFeature("Last");
+    fixture().editor("Last")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(focused(), QString("after"));
+}
+
+void TestViewFocus::tabPassesDisabledRows()
+{
+    fixture().setReadOnly("F1", true);
+    fixture().item("F2")->setVisible(false, ViewFixture::CAMERA, true);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(focused(), QString("F3"));
+}
+
+void TestViewFocus::forcedOffViewIsLeftAtOnce()
+{
+    fixture().view().setDelegateEnable(false);
+    fixture().view().notifyEditorUpdate();
+    fixture().view().setFocus();
+    QTest::keyClick(&fixture().view(), Qt::Key_Tab);
+    QCOMPARE(focused(), QString("after"));
+}
+
+void TestViewFocus::focusedEditorSurvivesScrolling()
+{
+    fixture().view().verticalScrollBar()->setValue(1500);
+    QCOMPARE(focused(), QString("F0"));
+    QVERIFY(!fixture().view().viewport()->rect().intersects(fixture().editor("F0")->geometry()));
+    fixture().view().verticalScrollBar()->setValue(0);
+    QVERIFY(fixture().view().viewport()->rect().contains(fixture().editor("F0")->geometry()));
+}
+
+void TestViewFocus::focusOfAHiddenRowGoesToTheView()
+{
+    fixture().item("F0")->setVisible(false, ViewFixture::CAMERA, true);
+    fixture().view().doItemsLayout();
+    QCOMPARE(focused(), QString("view"));
+    QVERIFY(!fixture().editor("F0")->isVisible());
+    fixture().editor("F1")->setFocus();
+    fixture().view().collapseAll();
+    QCOMPARE(focused(), QString("view"));
+}
+
+void TestViewFocus::typedTextSurvivesARefill()
+{
+    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F0"));
+    pSpin->selectAll();
+    QTest::keyClicks(pSpin, "7");
+    fixture().setInteger("F0", 33, 0, 100);
+    QCOMPARE(pSpin->text(), QString("7"));
+    QTest::keyClick(pSpin, Qt::Key_Escape);
+    QTRY_COMPARE(pSpin->text(), QString("33"));
+    QCOMPARE(fixture().owner().m_writes, QStringList());
+
+    fixture().view().scrollToFeature("Last");
+    auto *const pEdit = qobject_cast<QPropertyLineEdit *>(fixture().editor("Last"));
+    pEdit->setFocus();
+    pEdit->selectAll();
+    QTest::keyClicks(pEdit, "2.5");
+    fixture().setFloat("Last", 3, 0, 10);
+    QCOMPARE(pEdit->text(), QString("2.5"));
+    QCOMPARE(pEdit->cursorPosition(), 3);
+}
+
+void TestViewFocus::featureFollowsMouseKeyboardAndFocus()
+{
+    QSignalSpy activated(&fixture().view(), &VexaFeatureTreeView::sigFeatureActivated);
+    const auto last = [&] { return fixture().view().itemAt(activated.last().first().toModelIndex()); };
+    fixture().editor("F2")->setFocus();
+    QCOMPARE(last(), fixture().item("F2"));
+    const QRect row = fixture().view().visualRect(fixture().view().indexOfItem(fixture().item("F4"), 0));
+    QTest::mouseMove(fixture().view().viewport(), row.center());
+    QTest::mouseMove(fixture().view().viewport(), row.center() + QPoint(3, 2));
+    QCOMPARE(last(), fixture().item("F4"));
+    fixture().view().setFocus();
+    fixture().view().setCurrentIndex(fixture().view().indexOfItem(fixture().item("F5"), 0));
+    QTest::keyClick(&fixture().view(), Qt::Key_Down);
+    QCOMPARE(last(), fixture().item("F6"));
+    QCOMPARE(activated.count(), 4); // once a change
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(fixture().editor("F7"), &enter);
+    QCOMPARE(last(), fixture().item("F7"));
+}
+
+void TestViewFocus::givingUpTakesNothingOver()
+{
+    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F0"));
+    pSpin->selectAll();
+    QTest::keyClicks(pSpin, "9");
+    fixture().view().setCurrentIndex(fixture().view().indexOfItem(fixture().item("F0"), 0));
+    fixture().view().giveUpEditor();
+    QCOMPARE(fixture().owner().m_writes, QStringList());
+    QCOMPARE(pSpin->text(), QString("0"));
+    QVERIFY(!fixture().view().currentIndex().isValid());
+    QCOMPARE(focused(), QString("view"));
+}
+
+void TestViewFocus::wheelOverAnEditorScrolls()
+{
+    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F3"));
+    const QPointF position = pSpin->rect().center();
+    QWheelEvent wheel(position, pSpin->mapToGlobal(position.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(pSpin, &wheel);
+    QCOMPARE(pSpin->value(), 3);
+    QVERIFY(fixture().view().verticalScrollBar()->value() > 0);
+}
+
+int main(int argc, char *argv[])
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QApplication application(argc, argv);
+    TestViewFocus test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_ViewFocus.moc"

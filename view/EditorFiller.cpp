@@ -1,0 +1,358 @@
+#include "view/EditorFiller.h"
+
+#include "ControlKit/CustomCalendar.h"
+#include "ControlKit/CustomCheckBox.h"
+#include "ControlKit/CustomComboBox.h"
+#include "ControlKit/CustomPushButton.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "ShellServicesModule/QLocalCfg.h"
+#include "ShellServicesModule/QPropertyLineEdit.h"
+#include "UtilityKit/VexaInterface.h"
+#include "model/CTreeBooleanItemValue.h"
+#include "model/CTreeEnumationItemValue.h"
+#include "model/CTreeFloatItemValue.h"
+#include "model/CTreeIntergerItemValue.h"
+#include "model/CTreeStringItemValue.h"
+#include "view/CodeNumberLimit.h"
+#include "view/EditorCommit.h"
+#include "view/ItemLocker.h"
+#include "view/PropertyLanguage.h"
+#include "view/VexaPropertySpinBox.h"
+#include "view/VexaPropertyTreeDelegate.h"
+
+#include <QHash>
+#include <QTextCodec>
+
+#include <limits>
+
+namespace {
+
+using EditorFiller::Request;
+using EditorFiller::Result;
+using EditorFiller::RESULT_FILLED;
+using EditorFiller::RESULT_LEFT;
+using EditorFiller::RESULT_PUT_OFF;
+
+/// Keeps the commit signals of an editor away from the delegate for its own life.
+class CommitPause
+{
+public:
+    explicit CommitPause(const Request &request)
+        : m_pEditor(request.pEditor)
+        , m_pDelegate(request.pDelegate)
+    {
+        EditorCommit::disconnectSignals(m_pEditor, m_pDelegate);
+    }
+    ~CommitPause() { EditorCommit::connectSignals(m_pEditor, m_pDelegate); }
+    Q_DISABLE_COPY(CommitPause)
+
+private:
+    QWidget *m_pEditor;
+    const VexaPropertyTreeDelegate *m_pDelegate;
+};
+
+void showBlank(QPropertyLineEdit *pEdit)
+{
+    pEdit->SetText(QString(), QPropertyLineEdit::TEXT_STRING);
+    pEdit->setEnabled(false);
+}
+
+void settleLineEdit(QPropertyLineEdit *pEdit, const Request &request)
+{
+    if (!EditorCommit::hasUserText(pEdit)) {
+        pEdit->setCursorPosition(0);
+    }
+    pEdit->setEnabled(!request.bReadOnly);
+    if (request.bReadOnly) {
+        pEdit->deselect();
+    }
+}
+
+Result fillBoolean(const Request &request)
+{
+    auto *const pCheck = qobject_cast<CustomCheckBox *>(request.pEditor);
+    const auto *const pValue = dynamic_cast<const CTreeBooleanItemValue *>(request.pValue);
+    if (!pCheck || !pValue) {
+        return RESULT_LEFT;
+    }
+    const CommitPause pause(request);
+    pCheck->setChecked(request.bCached && pValue->m_bValue);
+    pCheck->setEnabled(request.bCached && !request.bReadOnly);
+    return RESULT_FILLED;
+}
+
+void fillTextInteger(QPropertyLineEdit *pEdit, const CTreeIntergerItemValue &value, const Request &request)
+{
+    pEdit->SetText(value.displayValue(), value.type());
+    if (value.m_strRepresentation == QLatin1String("PureNumber")) {
+        pEdit->SetRange(value.m_nMaxValue, value.m_nMinValue);
+    }
+    settleLineEdit(pEdit, request);
+}
+
+void fillSpinBox(VexaPropertySpinBox *pSpin, const CTreeIntergerItemValue &value, const Request &request)
+{
+    constexpr qint64 nHighest = std::numeric_limits<int>::max();
+    constexpr qint64 nLowest = std::numeric_limits<int>::min();
+    const qint64 nLimit = codeNumberLimit(request.lCameraID, request.strNodeName, qMin(value.m_nMaxValue, nHighest));
+    const int nUpper = int(qBound(nLowest, nLimit, nHighest));
+    const int nLower = int(quint32(value.m_nMinValue)); // the low 32 bits, as the box has no more
+    pSpin->setLimits(nLower, nUpper, value.m_nIncValue);
+    pSpin->snapValue(int(qBound(nLowest, value.m_nValue, nHighest)));
+    const QString strShown = value.displayValue();
+    const qint64 nShown = strShown.toLongLong();
+    const bool bCutLimits = value.m_nMaxValue > nHighest || value.m_nMinValue != nLower;
+    if (bCutLimits && (nShown < nLower || nShown > nUpper)) {
+        pSpin->showText(strShown); // true, though the box could not hold it
+    }
+    pSpin->setEnabled(!request.bReadOnly);
+    if (request.bReadOnly) {
+        pSpin->cInterLineEdit()->deselect();
+    }
+}
+
+Result fillInteger(const Request &request)
+{
+    const auto *const pValue = dynamic_cast<const CTreeIntergerItemValue *>(request.pValue);
+    auto *const pEdit = qobject_cast<QPropertyLineEdit *>(request.pEditor);
+    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(request.pEditor);
+    if (!pValue || (!pEdit && !pSpin)) {
+        return RESULT_LEFT;
+    }
+    if (pSpin && pSpin->cHasUserText()) {
+        return RESULT_PUT_OFF;
+    }
+    const CommitPause pause(request);
+    if (pEdit && request.bCached) {
+        fillTextInteger(pEdit, *pValue, request);
+    } else if (pEdit) {
+        showBlank(pEdit);
+    } else if (request.bCached) {
+        fillSpinBox(pSpin, *pValue, request);
+    } else {
+        pSpin->showBlank();
+        pSpin->setEnabled(false);
+    }
+    return RESULT_FILLED;
+}
+
+Result fillFloat(const Request &request)
+{
+    auto *const pEdit = qobject_cast<QPropertyLineEdit *>(request.pEditor);
+    const auto *const pValue = dynamic_cast<const CTreeFloatItemValue *>(request.pValue);
+    if (!pEdit || !pValue) {
+        return RESULT_LEFT;
+    }
+    const CommitPause pause(request);
+    if (!request.bCached) {
+        showBlank(pEdit);
+        return RESULT_FILLED;
+    }
+    pEdit->SetText(pValue->displayValue(), QPropertyLineEdit::TEXT_FLOAT);
+    pEdit->SetRange(double(pValue->m_fMaxValue), double(pValue->m_fMinValue));
+    settleLineEdit(pEdit, request);
+    return RESULT_FILLED;
+}
+
+Result fillCalendar(const Request &request)
+{
+    EditorCommit::connectSignals(request.pEditor, request.pDelegate);
+    request.pEditor->setEnabled(!request.bReadOnly);
+    return RESULT_FILLED;
+}
+
+Result fillString(const Request &request)
+{
+    if (qobject_cast<CustomCalendar *>(request.pEditor)) {
+        return fillCalendar(request);
+    }
+    auto *const pEdit = qobject_cast<QPropertyLineEdit *>(request.pEditor);
+    const auto *const pValue = dynamic_cast<const CTreeStringItemValue *>(request.pValue);
+    QTaskManager *const pManager = QTaskManager::Instance();
+    if (!pEdit || !pValue || (request.bCached && (!pManager || !pManager->GetTaskByID(request.lCameraID)))) {
+        return RESULT_LEFT;
+    }
+    const CommitPause pause(request);
+    if (!request.bCached) {
+        showBlank(pEdit);
+        return RESULT_FILLED;
+    }
+    pEdit->SetText(pValue->m_strValue, QPropertyLineEdit::TEXT_STRING);
+    pEdit->SetStringLength(pValue->m_nMaxLength);
+    settleLineEdit(pEdit, request);
+    return RESULT_FILLED;
+}
+
+struct ComboRow
+{
+    QString strText;
+    qint64 nValue;
+};
+
+/// The rows with the numbers of their entries. Two entries that share a display name have one row, which carries the
+/// present value if that is one of them.
+QVector<ComboRow> comboRows(const CTreeEnumationItemValue &value, bool bChinese)
+{
+    const QMap<qint64, QString> entries = value.getAllEnumationMap();
+    const QStringList names = value.getDisplayList();
+    const QStringList namesCn = value.getDisplayListCN();
+    const QStringList &texts = bChinese && !namesCn.isEmpty() ? namesCn : names;
+    QHash<QString, qint64> numbers;
+    for (auto it = entries.constBegin(); it != entries.constEnd(); ++it) {
+        if (!numbers.contains(it.value()) || it.key() == value.m_nValue) {
+            numbers.insert(it.value(), it.key());
+        }
+    }
+    QVector<ComboRow> rows;
+    for (int i = 0; i < qMin(texts.size(), names.size()); ++i) {
+        if (!texts.at(i).isEmpty()) {
+            rows.append({texts.at(i), numbers.value(names.at(i))});
+        }
+    }
+    return rows;
+}
+
+void setComboRows(QComboBox *pCombo, const QVector<ComboRow> &rows)
+{
+    bool bSame = rows.size() == pCombo->count();
+    for (int i = 0; bSame && i < rows.size(); ++i) {
+        bSame = pCombo->itemText(i) == rows.at(i).strText && pCombo->itemData(i).toLongLong() == rows.at(i).nValue;
+    }
+    if (bSame) {
+        return;
+    }
+    pCombo->clear();
+    for (const ComboRow &row : rows) {
+        pCombo->addItem(row.strText, row.nValue);
+    }
+}
+
+Result fillEnumeration(const Request &request)
+{
+    auto *const pCombo = qobject_cast<CustomComboBox *>(request.pEditor);
+    const auto *const pValue = dynamic_cast<const CTreeEnumationItemValue *>(request.pValue);
+    // A refill inside a refill comes from an event loop that runs in the first one; the item notifies again.
+    if (!pCombo || !pValue || !request.pComboMutex->tryLock()) {
+        return RESULT_LEFT;
+    }
+    {
+        const CommitPause pause(request);
+        if (request.bCached) {
+            setComboRows(pCombo, comboRows(*pValue, isPropertyLanguageChinese(request.pDelegate->parentType())));
+            const bool bKnown = pValue->m_enumationMap.contains(pValue->m_nValue);
+            pCombo->setCurrentIndex(bKnown ? pCombo->findData(pValue->m_nValue) : -1);
+        } else {
+            pCombo->clear();
+        }
+        pCombo->setEnabled(request.bCached && !request.bReadOnly && pCombo->count() > 0);
+    }
+    request.pComboMutex->unlock();
+    return RESULT_FILLED;
+}
+
+/// The Chinese caption of commands, which the client's codec for local strings decodes from GBK bytes.
+QString executeTextCn()
+{
+    static const QByteArray bytes("\xD6\xB4\xD0\xD0");
+    const QLocalCfg *const pConfiguration = QLocalCfg::Instance();
+    QByteArray format = pConfiguration ? QLocalCfg::Instance()->GetCodeFormat().toLatin1() : QByteArray();
+    if (format.isEmpty()) {
+        format = "GBK";
+    }
+    if (const QTextCodec *const pCodec = QTextCodec::codecForName(format)) {
+        QTextCodec::ConverterState state;
+        const QString strText = pCodec->toUnicode(bytes.constData(), bytes.size(), &state);
+        if (state.invalidChars == 0 && state.remainingChars == 0 && strText.size() == 2) {
+            return strText;
+        }
+    }
+    return QStringLiteral(u"\u6267\u884c");
+}
+
+Result fillCommand(const Request &request)
+{
+    auto *const pButton = qobject_cast<CustomPushButton *>(request.pEditor);
+    if (!pButton) {
+        return RESULT_LEFT;
+    }
+    const CommitPause pause(request);
+    if (request.strNodeName == QLatin1String("Custom_RegularExpressionFilterRules")) {
+        pButton->setText(VexaPropertyTreeDelegate::tr("Set"));
+    } else if (isPropertyLanguageChinese(request.pDelegate->parentType())) {
+        pButton->setText(executeTextCn());
+    } else {
+        pButton->setText(QStringLiteral("Execute"));
+    }
+    if (request.strNodeName != QLatin1String("TriggerSoftware")) {
+        pButton->cSetControlClickEvent(1);
+    }
+    pButton->setEnabled(!request.bReadOnly);
+    return RESULT_FILLED;
+}
+
+struct TagRule
+{
+    Result (*fill)(const Request &request);
+    bool bReadFromDevice;
+};
+
+const TagRule *findRule(const QString &strTag)
+{
+    static const QHash<QString, TagRule> rules = {
+        {QStringLiteral("Boolean"), {fillBoolean, true}},
+        {QStringLiteral("Command"), {fillCommand, false}},
+        {QStringLiteral("CustomTime"), {fillCalendar, false}},
+        {QStringLiteral("Enumeration"), {fillEnumeration, true}},
+        {QStringLiteral("Float"), {fillFloat, true}},
+        {QStringLiteral("Integer"), {fillInteger, true}},
+        {QStringLiteral("StringReg"), {fillString, true}},
+    };
+    const auto it = rules.constFind(strTag);
+    return it == rules.constEnd() ? nullptr : &*it;
+}
+
+} // namespace
+
+EditorFiller::Result EditorFiller::fill(const Request &request)
+{
+    const TagRule *const pRule = findRule(request.pItem->tagName());
+    return pRule ? pRule->fill(request) : RESULT_LEFT;
+}
+
+bool EditorFiller::isReadFromDevice(const QString &strTag)
+{
+    const TagRule *const pRule = findRule(strTag);
+    return pRule && pRule->bReadFromDevice;
+}
+
+void EditorFiller::applyNeutralNames(VexaPropertyTreeItem *pItem, const QString &strNodeName)
+{
+    if (strNodeName != QLatin1String("VerifyEdition") || !VexaInterface::isNeutralVision()) {
+        return;
+    }
+    const QString strBranded = QStringLiteral(" Mode");
+    const QString strNeutral = QStringLiteral("Advanced Mode");
+    const ItemLocker lock(pItem);
+    auto *const pValue = dynamic_cast<CTreeEnumationItemValue *>(pItem->value());
+    if (!pValue) {
+        return;
+    }
+    const QMutexLocker entriesLock(&pValue->m_mutex);
+    if (pValue->m_displayList.isEmpty() || pValue->m_displayListCN.isEmpty()) {
+        return;
+    }
+    for (int i = 0; i < pValue->m_displayList.size(); ++i) {
+        if (pValue->m_displayList.at(i) == strBranded) {
+            pValue->m_displayList[i] = strNeutral;
+            if (i < pValue->m_displayListCN.size()) {
+                pValue->m_displayListCN[i] = QStringLiteral(u"\u5148\u8fdb\u6a21\u5f0f");
+            }
+        }
+    }
+    for (QString &strName : pValue->m_enumationMap) {
+        strName = strName == strBranded ? strNeutral : strName;
+    }
+    for (QString &strName : pValue->m_nameMap) {
+        strName = strName == strBranded ? strNeutral : strName;
+    }
+}

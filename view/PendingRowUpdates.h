@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QTimer>
+#include <QVector>
+
+class VexaFeatureTreeView;
+class VexaPropertyTreeItem;
+
+/// Editors that are to be refilled because a worker has changed their items: a burst refills each editor once, rows in
+/// sight first, in slices between the events of the user. GUI thread.
+class PendingRowUpdates : public QObject
+{
+    Q_OBJECT
+public:
+    explicit PendingRowUpdates(VexaFeatureTreeView *pView);
+
+    void add(VexaPropertyTreeItem *pItem, bool bRecreate);
+    void remove(VexaPropertyTreeItem *pItem) { m_recreate.remove(pItem); }
+    void clear();
+    /// Refills everything now.
+    void flush();
+
+private:
+    void refillSlice();
+    void refill(VexaPropertyTreeItem *pItem);
+
+    VexaFeatureTreeView *m_pView;
+    QTimer m_timer;
+    QHash<VexaPropertyTreeItem *, bool> m_recreate; ///< what waits, and whether the editor is to be made anew
+    QVector<VexaPropertyTreeItem *> m_order; ///< may hold items that wait no more
+    int m_nNext = 0;
+};

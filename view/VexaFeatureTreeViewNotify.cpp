@@ -1,0 +1,178 @@
+// What items tell the view: signals on any thread, slots on the GUI thread.
+#include "model/IVexaFeatureWidget.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "view/EditorOpener.h"
+#include "view/EditorPlacer.h"
+#include "view/ItemLocker.h"
+#include "view/NodeNameRules.h"
+#include "view/PendingRowUpdates.h"
+#include "view/VexaFeatureTreeView.h"
+#include "view/VexaPropertyTreeDelegate.h"
+#include "view/VexaPropertyTreeModel.h"
+
+#include <QThread>
+
+namespace {
+
+/// Counts the notifications of the GUI thread that are being dealt with: their slots run before the emit returns.
+class DirectCall
+{
+public:
+    DirectCall(const QObject *pView, int &nCalls)
+        : m_pCalls(QThread::currentThread() == pView->thread() ? &nCalls : nullptr)
+    {
+        if (m_pCalls) {
+            ++*m_pCalls;
+        }
+    }
+    ~DirectCall()
+    {
+        if (m_pCalls) {
+            --*m_pCalls;
+        }
+    }
+    Q_DISABLE_COPY(DirectCall)
+
+private:
+    int *m_pCalls;
+};
+
+} // namespace
+
+void VexaFeatureTreeView::itemVisibleChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bVisible)
+{
+    if (m_bForbidUpdate) {
+        return;
+    }
+    const bool bNever = pItem && NodeNameRules::isNeverShown(nodeNameOf(pItem));
+    emit sigSetItemVisible(lCameraID, pItem, bVisible && !bNever);
+}
+
+void VexaFeatureTreeView::itemExpandedChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded)
+{
+    if (!m_bForbidUpdate) {
+        emit sigSetItemExpended(lCameraID, pItem, bExpanded);
+    }
+}
+
+void VexaFeatureTreeView::itemDataChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
+                                          bool bNeedRecreateEditor, bool bFromUiJson)
+{
+    if (!m_bForbidUpdate) {
+        const DirectCall direct(this, m_nDirectCalls);
+        emit sigUpdateEditorData(lCameraID, pItem, nType, bNeedRecreateEditor, bFromUiJson);
+    }
+}
+
+void VexaFeatureTreeView::itemSpecialChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType)
+{
+    if (!m_bForbidUpdate) {
+        emit sigUpdateSpecialInfo(lCameraID, pItem, nType);
+    }
+}
+
+void VexaFeatureTreeView::itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly)
+{
+    if (!m_bForbidUpdate) {
+        emit sigSetItemReadOnly(lCameraID, pItem, bReadOnly);
+    }
+}
+
+bool VexaFeatureTreeView::concerns(long lCameraID, VexaPropertyTreeItem *pItem) const
+{
+    // A call that waited in the queue may name an item that has gone.
+    return lCameraID != -1 && lCameraID == m_lCameraID && pItem && m_rows.contains(pItem);
+}
+
+void VexaFeatureTreeView::onUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
+                                             bool bNeedRecreateEditor, bool bFromUiJson)
+{
+    if (!concerns(lCameraID, pItem)) {
+        return;
+    }
+    if (bNeedRecreateEditor || nType == -1 || (nType & 1)) {
+        if (m_nDirectCalls == 0 && sender() == this) {
+            m_pPending->add(pItem, bNeedRecreateEditor);
+        } else {
+            m_pPending->remove(pItem);
+            refillEditor(pItem, bNeedRecreateEditor);
+        }
+    }
+    // The owner may have cleared the tree while an editor was refilled.
+    if (m_pOwner && m_rows.contains(pItem) && (nType == -1 || (nType & 2))) {
+        m_pOwner->itemValueChanged(pItem, bFromUiJson);
+    }
+}
+
+void VexaFeatureTreeView::refillEditor(VexaPropertyTreeItem *pItem, bool bRecreate)
+{
+    if (!m_rows.isOpened(pItem)) {
+        return; // filled when it is opened
+    }
+    const QModelIndex index = indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_VALUE);
+    QWidget *pEditor = indexWidget(index);
+    if (!pEditor) {
+        pItem->editorTookOver();
+        return;
+    }
+    if (bRecreate) {
+        closePersistentEditor(index);
+        openCell(index);
+        m_pPlacer->place();
+        return;
+    }
+    const bool bBlank = m_pDelegate->isBlank(pEditor);
+    m_pDelegate->setEditorData(pEditor, index);
+    if (bBlank != m_pDelegate->isBlank(pEditor)) {
+        m_pPlacer->place();
+    }
+}
+
+void VexaFeatureTreeView::onUpdateSpecialInfo(long lCameraID, VexaPropertyTreeItem *pItem, int nType)
+{
+    if (concerns(lCameraID, pItem) && m_pOwner) {
+        m_pOwner->itemSpecialChanged(pItem, nType);
+    }
+}
+
+void VexaFeatureTreeView::onSetItemVisible(long lCameraID, VexaPropertyTreeItem *pItem, bool)
+{
+    if (!concerns(lCameraID, pItem) || !m_pOwner) {
+        return;
+    }
+    m_pOwner->itemVisibleStateChanged(pItem);
+    if (!m_rows.contains(pItem) || pItem->childCount() > 0) {
+        return; // branches follow from their leaves
+    }
+    // The item's present state counts: a queued call may be older than a direct one that came before it.
+    setItemHidden(pItem, !rowVisibility().isLeafShown(pItem));
+    decideBranches(pItem);
+}
+
+void VexaFeatureTreeView::onSetItemReadOnly(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly)
+{
+    if (concerns(lCameraID, pItem) && m_pOwner) {
+        m_pOwner->itemReadOnlyChanged(pItem, bReadOnly);
+    }
+}
+
+void VexaFeatureTreeView::onSetItemExpended(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded)
+{
+    if (concerns(lCameraID, pItem)) {
+        setExpanded(indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME), bExpanded);
+    }
+}
+
+void VexaFeatureTreeView::OnSigExpanded(QModelIndex index)
+{
+    if (m_pOwner && itemAt(index)) {
+        m_pOwner->itemExpandedChanged(itemAt(index), true);
+    }
+}
+
+void VexaFeatureTreeView::OnSigCollapsed(QModelIndex index)
+{
+    if (m_pOwner && itemAt(index)) {
+        m_pOwner->itemExpandedChanged(itemAt(index), false);
+    }
+}

@@ -1,0 +1,362 @@
+#include "view/VexaPropertyTreeDelegate.h"
+
+#include "ControlKit/CustomCheckBox.h"
+#include "ControlKit/CustomComboBox.h"
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "ShellServicesModule/COMMONINTERFACE.h"
+#include "editors/QCustomReverseHintWidget.h"
+#include "view/EditorCommit.h"
+#include "view/EditorFiller.h"
+#include "view/EditorMaker.h"
+#include "view/ItemLocker.h"
+#include "view/NodeNameRules.h"
+#include "view/PropertyLanguage.h"
+#include "view/RowFramePainter.h"
+#include "view/VexaPropertyTreeModel.h"
+
+#include <QApplication>
+#include <QDebug>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QTimer>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr int COMMAND_TIMER_MS = 150;
+constexpr int ROW_HEIGHT = 38;
+
+VexaPropertyTreeItem *itemOf(const QModelIndex &index)
+{
+    return VexaPropertyTreeModel::itemFromIndex(index);
+}
+
+bool isCategoryRow(const VexaPropertyTreeItem *pItem)
+{
+    return pItem->itemType() == ITEM_CATEGORY || pItem->itemType() == ITEM_FAVORITES_CATEGORY;
+}
+
+} // namespace
+
+VexaPropertyTreeDelegate::VexaPropertyTreeDelegate(ParentType eType, QObject *parent)
+    : QStyledItemDelegate(parent)
+    , m_eType(eType)
+    , m_pCommandTimer(new QTimer(this))
+{
+    m_pCommandTimer->setSingleShot(true);
+    connect(m_pCommandTimer, &QTimer::timeout, this, &VexaPropertyTreeDelegate::on_CommandTimeout);
+    // Before the view connects its own slot: the camera counts as modified before the write.
+    connect(this, &QAbstractItemDelegate::commitData, this, &VexaPropertyTreeDelegate::on_CommitRecord);
+}
+
+void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                     const QModelIndex &index) const
+{
+    const VexaPropertyTreeItem *const pItem = itemOf(index);
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    if (pItem && index.column() == VexaPropertyTreeModel::COLUMN_NAME) {
+        const int nRight = option.widget ? option.widget->rect().right() - 2 : cell.rect.right();
+        if (isCategoryRow(pItem)) {
+            RowFramePainter::paintCategoryRow(painter, cell.rect, cell.rect.left(), nRight,
+                                              option.state.testFlag(QStyle::State_Open));
+            cell.font.setWeight(75);
+            cell.rect.setTop(cell.rect.top() + RowFramePainter::CATEGORY_TOP_GAP);
+        } else {
+            if (pItem->childCount() == 0 && index.parent().isValid()) {
+                cell.rect.setLeft(cell.rect.left() - 20);
+            }
+            // The tree tells by this state whether a row of the same parent is shown below.
+            RowFramePainter::paintFeatureRow(painter, cell.rect, cell.rect.left(), nRight,
+                                             !option.state.testFlag(QStyle::State_Sibling));
+        }
+    } else if (index.column() == VexaPropertyTreeModel::COLUMN_VALUE) {
+        cell.rect.setRight(cell.rect.right() - 6);
+    }
+    const QStyle *const pStyle = cell.widget ? cell.widget->style() : QApplication::style();
+    pStyle->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+}
+
+QSize VexaPropertyTreeDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    struct TagHeight
+    {
+        QLatin1String tag;
+        int height;
+    };
+    static const TagHeight heights[] = {
+        {QLatin1String("CustomLightingSelector"), 155},
+        {QLatin1String("CustomScreen"), 110},
+    };
+    const VexaPropertyTreeItem *const pItem = itemOf(index);
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    if (!pItem) {
+        return size;
+    }
+    if (!isCategoryRow(pItem)) {
+        size.setHeight(qMax(size.height(), ROW_HEIGHT));
+    }
+    const QString strTag = pItem->tagName();
+    const auto it = std::find_if(std::begin(heights), std::end(heights),
+                                 [&](const TagHeight &row) { return strTag == row.tag; });
+    if (it != std::end(heights)) {
+        size.setHeight(it->height);
+    }
+    return size;
+}
+
+QWidget *VexaPropertyTreeDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                                                const QModelIndex &index) const
+{
+    VexaPropertyTreeItem *const pItem = itemOf(index);
+    if (!pItem || !pItem->value()) {
+        return nullptr;
+    }
+    EditorMaker::Request request;
+    request.pDelegate = this;
+    request.pParent = m_pEditorHost ? m_pEditorHost.data() : parent;
+    request.pItem = pItem;
+    request.nColumn = index.column();
+    request.strNodeName = nodeNameOf(pItem, index.column());
+    QWidget *const pEditor = EditorMaker::make(request);
+    if (!pEditor) {
+        return nullptr;
+    }
+    // Tab goes from row to row, which is the view's business.
+    if (pEditor->focusPolicy() & Qt::TabFocus) {
+        pEditor->setFocusPolicy(Qt::ClickFocus);
+    }
+    EditorRow row;
+    row.pItem = pItem;
+    row.nColumn = index.column();
+    m_editors.insert(pEditor, row);
+    const ItemLocker lock(pItem);
+    pItem->value()->updateEditorInfo(!pEditor->isEnabled());
+    return pEditor;
+}
+
+void VexaPropertyTreeDelegate::destroyEditor(QWidget *editor, const QModelIndex &) const
+{
+    if (editor) {
+        m_editors.remove(editor);
+        editor->deleteLater();
+    }
+}
+
+void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    VexaPropertyTreeItem *const pItem = itemOf(index);
+    if (!editor || !pItem || !pItem->value()) {
+        return;
+    }
+    if (auto *const pHint = qobject_cast<QCustomReverseHintWidget *>(editor)) {
+        pHint->setLanguage(propertyLanguage(m_eType));
+        return;
+    }
+    const auto *const pModel = qobject_cast<const VexaPropertyTreeModel *>(index.model());
+    const QString strTag = pItem->tagName();
+    EditorFiller::Request request;
+    request.strNodeName = nodeNameOf(pItem, index.column());
+    EditorFiller::applyNeutralNames(pItem, request.strNodeName);
+    // The state is taken before the value: a change between the two is told again.
+    const bool bCached = pItem->isValueCached();
+    request.bReadOnly = pItem->readOnly();
+    const std::unique_ptr<CTreeItemValue> snapshot = pItem->valueSnapshot();
+    if (!snapshot) {
+        return;
+    }
+    request.pDelegate = this;
+    request.pEditor = editor;
+    request.pItem = pItem;
+    request.pValue = snapshot.get();
+    request.bCached = bCached || !EditorFiller::isReadFromDevice(strTag);
+    request.lCameraID = pModel ? pModel->cameraID() : -1;
+    request.pComboMutex = &m_comboMutex;
+    const EditorFiller::Result result = EditorFiller::fill(request);
+    const auto row = m_editors.find(editor);
+    if (row != m_editors.end()) {
+        row->bRefillPutOff = result == EditorFiller::RESULT_PUT_OFF;
+        if (result == EditorFiller::RESULT_FILLED) {
+            row->bBlank = !request.bCached && qobject_cast<CustomCheckBox *>(editor);
+        }
+    }
+    if (!m_bEditorsEnabled) {
+        editor->setDisabled(true);
+    }
+    if (result == EditorFiller::RESULT_FILLED) {
+        pItem->editorTookOver(*snapshot, request.bReadOnly, bCached);
+    }
+}
+
+void VexaPropertyTreeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
+{
+    const VexaPropertyTreeItem *const pItem = itemOf(index);
+    if (!m_bCommit || !editor || !model || !pItem || pItem->readOnly()) {
+        return;
+    }
+    const EditorCommit::Result result = EditorCommit::takeValue(editor, pItem);
+    if (!result.bWrite) {
+        return;
+    }
+    if (!result.value.isNull()) {
+        model->setData(index, result.value, Qt::EditRole);
+    }
+    if (result.bStartTimer) {
+        m_pCommandTimer->start(COMMAND_TIMER_MS);
+    }
+}
+
+void VexaPropertyTreeDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                                    const QModelIndex &index) const
+{
+    const VexaPropertyTreeItem *const pItem = itemOf(index);
+    // A row that has no place in the view yet comes with an empty rectangle.
+    if (!editor || !pItem || option.rect.isEmpty()) {
+        return;
+    }
+    QRect rect = option.rect;
+    int nAvailable = 0;
+    if (index.column() == VexaPropertyTreeModel::COLUMN_NAME) {
+        rect.setLeft(rect.left() - 18);
+        nAvailable = rect.right() - rect.left() + 1;
+    } else {
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        cell.showDecorationSelected = true;
+        cell.rect.adjust(5, 0, -10, 0);
+        const QStyle *const pStyle = cell.widget ? cell.widget->style() : QApplication::style();
+        rect.setLeft(pStyle->subElementRect(QStyle::SE_ItemViewItemText, &cell, cell.widget).left());
+        nAvailable = cell.rect.right() - rect.left() + 1;
+    }
+    const QSize hint = editor->sizeHint();
+    if (hint.width() > nAvailable) {
+        rect.setRight(rect.left() + nAvailable - 1);
+    }
+    if (index.column() == VexaPropertyTreeModel::COLUMN_VALUE) {
+        const QString strTag = pItem->tagName();
+        if (strTag == QLatin1String("CustomAlgorithmCodeTag") || strTag == QLatin1String("CustomFormatTextEdit")) {
+            rect.setLeft(20);
+        } else if (strTag == QLatin1String("CustomScreen") && rect.width() < 268) {
+            rect.setLeft(rect.right() - 267);
+        }
+    }
+    // Editors of one line stand in the middle of their row, so that rows do not touch.
+    if (hint.height() <= EditorMaker::EDITOR_HEIGHT && rect.height() > EditorMaker::EDITOR_HEIGHT) {
+        rect.setTop(rect.top() + (rect.height() - EditorMaker::EDITOR_HEIGHT) / 2);
+        rect.setHeight(EditorMaker::EDITOR_HEIGHT);
+    }
+    editor->setGeometry(rect);
+}
+
+void VexaPropertyTreeDelegate::rollback(QWidget *pEditor) const
+{
+    EditorCommit::rollback(pEditor);
+}
+
+VexaPropertyTreeItem *VexaPropertyTreeDelegate::itemOfEditor(const QObject *pEditor) const
+{
+    return m_editors.value(pEditor).pItem;
+}
+
+int VexaPropertyTreeDelegate::columnOfEditor(const QObject *pEditor) const
+{
+    return m_editors.value(pEditor).nColumn;
+}
+
+bool VexaPropertyTreeDelegate::isBlank(const QObject *pEditor) const
+{
+    return m_editors.value(pEditor).bBlank;
+}
+
+void VexaPropertyTreeDelegate::commit(QWidget *pEditor)
+{
+    if (m_bCommitBlocked || !pEditor) {
+        return;
+    }
+    m_bCommit = true;
+    emit commitData(pEditor);
+    m_bCommit = false;
+}
+
+void VexaPropertyTreeDelegate::on_CommitData()
+{
+    commit(qobject_cast<QWidget *>(sender()));
+}
+
+void VexaPropertyTreeDelegate::on_CommitData_Combox(int)
+{
+    const auto *const pCombo = qobject_cast<CustomComboBox *>(sender());
+    if (!pCombo || pCombo->count() > 0) {
+        commit(qobject_cast<QWidget *>(sender()));
+    }
+}
+
+void VexaPropertyTreeDelegate::on_CommandTimeout()
+{
+}
+
+void VexaPropertyTreeDelegate::on_CommitData_Time()
+{
+    commit(qobject_cast<QWidget *>(sender()));
+}
+
+void VexaPropertyTreeDelegate::on_CommitRecord(QWidget *pEditor)
+{
+    static const QLatin1String userSetCommands[] = {
+        QLatin1String("UserSetLoad"),
+        QLatin1String("UserSetSave"),
+        QLatin1String("UserSetRecoverDefault"),
+        QLatin1String("UserSetRecoverFactory"),
+    };
+    if (!pEditor || !m_bCommit) {
+        return;
+    }
+    const QString strName = pEditor->objectName();
+    if (std::find(std::begin(userSetCommands), std::end(userSetCommands), strName) != std::end(userSetCommands)) {
+        qInfo() << "on_CommitRecord just return" << strName;
+        return;
+    }
+    QTaskManager *const pManager = QTaskManager::Instance();
+    QCameraBasicTask *const pBasic = pManager ? pManager->GetTaskByID(COMMONINTERFACE::currentCameraID()) : nullptr;
+    QCameraTask *const pTask = pBasic ? pBasic->_CameraTak() : nullptr;
+    if (!pTask) {
+        return;
+    }
+    const QString strCamName = pTask->GetCameraName();
+    qInfo() << "VexaPropertyTreeDelegate::on_CommitRecord strCamName = " << strCamName;
+    COMMONINTERFACE::AddCurrentCamModified(strCamName);
+}
+
+bool VexaPropertyTreeDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    // The base class would commit and close on Enter, Tab, Escape and a loss of focus: these editors commit by their
+    // own signals and stay open.
+    auto *const pEditor = qobject_cast<QWidget *>(object);
+    const auto row = m_editors.constFind(object);
+    if (!pEditor || row == m_editors.constEnd()) {
+        return false;
+    }
+    switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::FocusIn:
+        emit sigEditorActivated(pEditor);
+        break;
+    case QEvent::FocusOut:
+    case QEvent::KeyRelease:
+        if (row->bRefillPutOff && !EditorCommit::hasUserText(pEditor)) {
+            emit sigRefillNeeded(pEditor);
+        } else if (row->bRefillPutOff && event->type() == QEvent::FocusOut) {
+            // The editor sees its loss of focus after this filter, and commits then.
+            QMetaObject::invokeMethod(
+                pEditor, [this, pEditor] { emit sigRefillNeeded(pEditor); }, Qt::QueuedConnection);
+        }
+        break;
+    default:
+        break;
+    }
+    return false;
+}
