@@ -1,51 +1,5 @@
 #include "model/CTreeItemValue.h"
 
-#include "model/CTreeBooleanItemValue.h"
-#include "model/CTreeCommandItemValue.h"
-#include "model/CTreeCustomDrawItemValue.h"
-#include "model/CTreeCustomWaterMarkItemValue.h"
-#include "model/CTreeEnumationItemValue.h"
-#include "model/CTreeFloatItemValue.h"
-#include "model/CTreeFormatStringItemValue.h"
-#include "model/CTreeIntergerItemValue.h"
-#include "model/CTreeStringItemValue.h"
-#include "model/CustomItemValues.h"
-
-#include <new>
-
-namespace {
-
-template <typename Value>
-std::unique_ptr<CTreeItemValue> make()
-{
-    return std::make_unique<Value>();
-}
-
-struct TagClass
-{
-    const char *tagName;
-    std::unique_ptr<CTreeItemValue> (*make)();
-};
-
-const TagClass tagClasses[] = {
-    {"Boolean", make<CTreeBooleanItemValue>},
-    {"Command", make<CTreeCommandItemValue>},
-    {"Integer", make<CTreeIntergerItemValue>},
-    {"Enumeration", make<CTreeEnumationItemValue>},
-    {"Float", make<CTreeFloatItemValue>},
-    {"StringReg", make<CTreeStringItemValue>},
-    {"CustomDrawFeatureTag", make<CTreeCustomDrawItemValue>},
-    {"CustomWatermarkFeatureTag", make<CTreeCustomWaterMarkItemValue>},
-    {"CustomAlgorithmCodeTag", make<CTreeCustomAlgorithmCodeItemValue>},
-    {"CustomLightingSelector", make<CTreeCustomLightingSelectorItemValue>},
-    {"CustomSpinBox", make<CTreeHorSpinBoxItemValue>},
-    {"CustomFormatEdit", make<CTreeFormatStringItemValue>},
-    {"CustomFormatTextEdit", make<CTreeFormatStringTextItemValue>},
-    {"CustomScreen", make<CTreeScreenSelectItemValue>},
-};
-
-} // namespace
-
 CTreeItemValue::CTreeItemValue() = default;
 
 CTreeItemValue::CTreeItemValue(const CTreeItemValue &other)
@@ -130,18 +84,4 @@ void CTreeItemValue::copy(CTreeItemValue *pSource, bool bCopyBase)
 void CTreeItemValue::updateEditorInfo(bool bReadOnly)
 {
     m_strCurrentStatus = createCurrentStauts(bReadOnly);
-}
-
-std::unique_ptr<CTreeItemValue> CTreeItemValue::create(const QString &strTagName)
-{
-    try {
-        for (const TagClass &row : tagClasses) {
-            if (strTagName == QLatin1String(row.tagName)) {
-                return row.make();
-            }
-        }
-        return std::make_unique<CTreeItemValue>();
-    } catch (const std::bad_alloc &) {
-        return nullptr;
-    }
 }

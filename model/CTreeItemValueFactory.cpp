@@ -2,13 +2,15 @@
 
 #include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeCommandItemValue.h"
-#include "model/CTreeCustomItemValues.h"
+#include "model/CTreeCustomDrawItemValue.h"
+#include "model/CTreeCustomWaterMarkItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeFormatStringItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeItemValue.h"
 #include "model/CTreeStringItemValue.h"
+#include "model/CustomItemValues.h"
 
 #include <QHash>
 

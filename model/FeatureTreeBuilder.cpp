@@ -1,10 +1,10 @@
 #include "model/FeatureTreeBuilder.h"
 
 #include "model/CTreeItemValue.h"
+#include "model/ElementWalk.h"
 #include "model/VexaPropertyTreeItem.h"
 
 #include <QDebug>
-#include <QDomDocument>
 
 namespace {
 
@@ -47,6 +47,7 @@ void FeatureTreeBuilder::reset()
     m_favoriteItems.clear();
     m_featureParentMap.clear();
     m_allFeatureNames.clear();
+    m_domDocument.clear();
 }
 
 void FeatureTreeBuilder::deleteRoot()
@@ -60,22 +61,15 @@ void FeatureTreeBuilder::GenerateDomElementMap(const QDomElement &element)
     if (element.isNull()) {
         return;
     }
-    // Without recursion: a description may nest its groups as deep as it likes.
-    QDomElement present = element.firstChildElement();
-    while (!present.isNull()) {
-        const bool bEntry = present.tagName() == QLatin1String("EnumEntry");
-        if (!bEntry) {
-            const QString strName = present.attribute(QStringLiteral("Name"));
-            if (!strName.isEmpty()) {
-                m_domElementMap.insert(strName, present);
-            }
+    m_domDocument = element.ownerDocument();
+    bool bEntry = false;
+    for (QDomElement node = ElementWalk::next(element, element); !node.isNull();
+         node = ElementWalk::next(node, element, !bEntry)) {
+        bEntry = node.tagName() == QLatin1String("EnumEntry");
+        const QString strName = bEntry ? QString() : ElementWalk::name(node);
+        if (!strName.isEmpty()) {
+            m_domElementMap.insert(strName, node);
         }
-        QDomElement next = bEntry ? QDomElement() : present.firstChildElement();
-        while (next.isNull() && present != element) {
-            next = present.nextSiblingElement();
-            present = present.parentNode().toElement();
-        }
-        present = next;
     }
 }
 
@@ -89,12 +83,12 @@ void FeatureTreeBuilder::createItems(const QDomDocument &document, IVexaFeatureN
     m_favoriteItems.clear();
     m_pRootItem->registerView(pView);
     m_pView = pView;
-    m_bFull = false;
+    m_nLinks = 0;
 
     const QDomNodeList categories = document.documentElement().elementsByTagName(TAG_CATEGORY);
     for (int i = 0; i < categories.size(); ++i) {
         const QDomElement category = categories.at(i).toElement();
-        const QString strName = category.attribute(QStringLiteral("Name"));
+        const QString strName = ElementWalk::name(category);
         if (!m_categories.contains(strName)) {
             m_categories.insert(strName, category);
         }
@@ -132,19 +126,19 @@ VexaPropertyTreeItem *FeatureTreeBuilder::createItem(VexaPropertyTreeItem *pPare
 void FeatureTreeBuilder::creatItemRecursion(VexaPropertyTreeItem *pParent, const QDomElement &element)
 {
     const bool bCategory = element.tagName() == TAG_CATEGORY;
-    const QString strCategory = element.attribute(QStringLiteral("Name"));
+    const QString strCategory = ElementWalk::name(element);
     for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
         if (child.tagName() != QLatin1String("pFeature")) {
             continue;
         }
-        if (m_allFeatureNames.size() >= MAX_FEATURES) {
-            if (!m_bFull) {
-                qWarning("The description links more than %d features; the rest has no rows.", MAX_FEATURES);
-                m_bFull = true;
-            }
+        if (m_nLinks > MAX_FEATURES) {
             return;
         }
-        const QString strName = child.text().trimmed();
+        if (++m_nLinks > MAX_FEATURES) {
+            qWarning("The description links more than %d features; the rest has no rows.", MAX_FEATURES);
+            return;
+        }
+        const QString strName = ElementWalk::text(child);
         m_allFeatureNames.append(strName);
         VexaPropertyTreeItem *pItemParent = pParent;
         if (bCategory) {

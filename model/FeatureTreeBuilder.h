@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDomDocument>
 #include <QDomElement>
 #include <QHash>
 #include <QMap>
@@ -10,7 +11,6 @@
 #include <memory>
 
 class IVexaFeatureNotify;
-class QDomDocument;
 class VexaPropertyTreeItem;
 
 /// Builds the item tree of one camera from its device description (GenICam XML): the tree of its categories, with some
@@ -57,6 +57,7 @@ private:
     VexaPropertyTreeItem *createItem(VexaPropertyTreeItem *pParent, const QString &strName);
 
     std::unique_ptr<VexaPropertyTreeItem> m_pRootItem;
+    QDomDocument m_domDocument; ///< keeps the elements whole: parents, siblings
     ElementMap m_domElementMap;
     ItemMap m_allTreeItems;
     ItemMap m_favoriteItems;
@@ -67,5 +68,5 @@ private:
     QHash<QString, QDomElement> m_categories;
     QSet<QString> m_path; ///< categories above the one in hand
     IVexaFeatureNotify *m_pView = nullptr;
-    bool m_bFull = false; ///< the limit of items was met and logged
+    int m_nLinks = 0; ///< pFeature links followed
 };

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int TIMER_PERIOD_MS = 200;
+constexpr long NO_CAMERA = -1;
 
 bool changesWithLanguage(const VexaPropertyTreeItem &item)
 {
@@ -53,7 +54,7 @@ VexaPropertyTreeItem *IVexaFeatureWidget::createPageRoot()
 
 bool IVexaFeatureWidget::updateTimerElapsed()
 {
-    return false;
+    return true;
 }
 
 bool IVexaFeatureWidget::isInitialized(long lCameraID)
@@ -70,7 +71,7 @@ void IVexaFeatureWidget::setCameraID(long lCameraID)
     m_lCameraID = lCameraID;
     const int nCamera = static_cast<int>(lCameraID);
     const bool bInitialized = isInitialized(lCameraID);
-    if (!bInitialized) {
+    if (!bInitialized && lCameraID != NO_CAMERA) {
         m_pTreeView->setForbidUpdate(true);
         m_showBasicOnly.insert(nCamera, false);
         VexaPropertyTreeItem *pNewRoot = createPageRoot();
@@ -86,11 +87,12 @@ void IVexaFeatureWidget::setCameraID(long lCameraID)
         cameraWithoutTree(lCameraID);
     }
     retranslatePages();
-    m_pTreeView->setCameraAndRoot(pRoot ? lCameraID : -1, pRoot);
+    m_pTreeView->setCameraAndRoot(pRoot ? lCameraID : NO_CAMERA, pRoot);
     if (!pRoot) {
-        m_lCameraID = -1;
+        m_lCameraID = NO_CAMERA;
         return;
     }
+    m_pTreeView->openEditors(pRoot);
     afterCameraChanged(pRoot);
     m_updateTimer.start(TIMER_PERIOD_MS, this);
 }
@@ -100,10 +102,10 @@ void IVexaFeatureWidget::removeCameraID(long lCameraID)
     const int nCamera = static_cast<int>(lCameraID);
     VexaPropertyTreeItem *pRoot = m_rootItems.take(nCamera);
     if (lCameraID == m_lCameraID) {
-        m_lCameraID = -1;
+        m_lCameraID = NO_CAMERA;
         m_updateTimer.stop();
         if (m_pTreeView) {
-            m_pTreeView->setCameraAndRoot(-1, nullptr);
+            m_pTreeView->setCameraAndRoot(NO_CAMERA, nullptr);
         }
     }
     m_platformKeys.remove(nCamera);
@@ -179,7 +181,9 @@ void IVexaFeatureWidget::afterCameraChanged(VexaPropertyTreeItem *pItem)
         return;
     }
     m_pTreeView->openEditors(pItem);
-    m_pTreeView->setExpanded(m_pTreeView->indexOfItem(pItem->child(0), 0), true);
+    if (VexaPropertyTreeItem *pFirst = pItem->child(0)) {
+        m_pTreeView->setExpanded(m_pTreeView->indexOfItem(pFirst, 0), true);
+    }
 }
 
 bool IVexaFeatureWidget::isHiddenByBasic(long lCameraID, VexaPropertyTreeItem *pItem) const

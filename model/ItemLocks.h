@@ -2,7 +2,7 @@
 
 #include "model/VexaPropertyTreeItem.h"
 
-#include <QRecursiveMutex>
+#include <QMutex>
 
 /// Holds an item's update lock for its own life. No view is told and no other item is locked under it.
 class ItemLock

@@ -1,514 +1,259 @@
+// The look-ups. How the maps come about is in NodeDependencyMapsGenerate.cpp.
+
 #include "model/NodeDependencyMaps.h"
+
+#include "model/ElementWalk.h"
+#include "model/NodeDependencyMapsData.h"
 
 #include <QSet>
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
 
 namespace {
 
-constexpr int MAX_CHAIN_DEPTH = 1000;
-constexpr qint64 NO_CACHE_PERIOD_MS = 2000;
-constexpr qint64 POLLING_GRID_MS = 50;
-
-/// How the child elements of a node lead on to what it depends on.
-struct ReferenceRow
+/// Nodes that change together though the description does not say so.
+struct CompanionRow
 {
-    const char *tagName;
-    bool entersInvalidators;
-    bool entersVariables;
-    bool leadsOn;
+    const char *node;
+    const char *companions[2];
 };
 
-const ReferenceRow REFERENCES[] = {
-    {"pInvalidator", true, false, false}, {"pVariable", true, true, true},
-    {"pValue", true, false, true},        {"pMin", false, false, true},
-    {"pMax", false, false, true},         {"pInc", false, false, true},
-    {"pIsLocked", false, false, true},    {"pIsImplemented", false, false, true},
-    {"pIsAvailable", false, false, true},
+const CompanionRow companionRows[] = {
+    {"AcquisitionStart", {"AcquisitionStop", "AcquisitionStart"}},
+    {"AcquisitionStop", {"AcquisitionStop", "AcquisitionStart"}},
+    {"DeviceStreamChannelPacketSize", {"GevSCPSPacketSize", "DeviceStreamChannelPacketSize"}},
+    {"GevSCPSPacketSize", {"GevSCPSPacketSize", "DeviceStreamChannelPacketSize"}},
 };
 
-const ReferenceRow *referenceOf(const QString &tagName)
+bool childText(const QDomElement *pElement, const char *tagName, QString &out)
 {
-    const auto found = std::find_if(std::begin(REFERENCES), std::end(REFERENCES), [&](const ReferenceRow &row) {
-        return tagName == QLatin1String(row.tagName);
-    });
-    return found == std::end(REFERENCES) ? nullptr : found;
-}
-
-bool isFeatureTag(const QString &tagName)
-{
-    static const QSet<QString> tags {QStringLiteral("Enumeration"), QStringLiteral("Integer"), QStringLiteral("Boolean"),
-                                     QStringLiteral("Float"),       QStringLiteral("Command"), QStringLiteral("StringReg")};
-    return tags.contains(tagName);
-}
-
-QString textOf(const QDomElement &element)
-{
-    return element.text().trimmed();
-}
-
-bool childText(const QDomElement *element, const char *tagName, QString &out)
-{
-    for (QDomElement child = element ? element->firstChildElement() : QDomElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        if (child.tagName() == QLatin1String(tagName)) {
-            out = textOf(child);
-            return true;
-        }
+    const QDomElement child
+        = pElement ? pElement->firstChildElement(QString::fromLatin1(tagName)) : QDomElement();
+    if (child.isNull()) {
+        return false;
     }
-    return false;
+    out = ElementWalk::text(child);
+    return true;
 }
 
-/// The next element below `top` in document order after `present`, its children first; null at the end.
-QDomElement nextElement(QDomElement present, const QDomElement &top)
-{
-    QDomElement next = present.firstChildElement();
-    while (next.isNull() && present != top) {
-        next = present.nextSiblingElement();
-        present = present.parentNode().toElement();
-    }
-    return next;
-}
+} // namespace
 
-/// Appends what is not there yet and keeps the order.
-class UniqueList
+/// A list that takes each text once and keeps the order. Keys of the invalidator map go by their numbers.
+class NodeDependencyMaps::Answer
 {
 public:
-    void add(const QString &text)
+    explicit Answer(const Data &data)
+        : m_data(data)
+        , m_heldKeys(data.m_keys.size(), false)
     {
-        if (!m_known.contains(text)) {
-            m_known.insert(text);
-            m_list.append(text);
+    }
+    void addKey(int nKey)
+    {
+        if (!m_heldKeys.at(nKey)) {
+            m_heldKeys[nKey] = true;
+            m_list.append(m_data.m_keys.at(nKey));
         }
     }
-    void add(const QStringList &texts)
+    void add(const QString &strText)
     {
-        for (const QString &text : texts) {
-            add(text);
+        const int nKey = m_data.m_keyNumbers.value(strText, -1);
+        if (nKey >= 0) {
+            addKey(nKey);
+        } else if (!m_heldTexts.contains(strText)) {
+            m_heldTexts.insert(strText);
+            m_list.append(strText);
         }
     }
     const QStringList &list() const { return m_list; }
 
 private:
-    QSet<QString> m_known;
+    const Data &m_data;
+    QVector<bool> m_heldKeys;
+    QSet<QString> m_heldTexts;
     QStringList m_list;
 };
 
-/// Nodes that change together with the key though the description does not say so.
-struct CompanionRow
+NodeDependencyMaps::NodeDependencyMaps()
+    : d(new Data)
+    , m_bStopRequested(std::make_shared<std::atomic<bool>>(false))
 {
-    const char *node;
-    const char *companions[3];
-};
-
-const CompanionRow COMPANIONS[] = {
-    {"AcquisitionStart", {"AcquisitionStop", "AcquisitionStart", nullptr}},
-    {"AcquisitionStop", {"AcquisitionStop", "AcquisitionStart", nullptr}},
-    {"DeviceStreamChannelPacketSize", {"GevSCPSPacketSize", "DeviceStreamChannelPacketSize", nullptr}},
-    {"GevSCPSPacketSize", {"GevSCPSPacketSize", "DeviceStreamChannelPacketSize", nullptr}},
-};
-
-} // namespace
-
-void NodeDependencyMaps::generate(const QDomElement &documentElement, const ElementMap &elements,
-                                  const QStringList &itemNames)
-{
-    m_documentElement = documentElement;
-    m_elements = elements;
-    m_itemNames = itemNames;
-    ResetFeaturesInvalidatorMap();
-    GenerateFeaturePValueList();
-    GenerateFeaturePairList();
-    GenerateFeaturesTLParamsLocked();
-    GeneratePSelectedList();
-    GenerateFeatureNoCacheList();
-    GenerateFeaturePollingList();
-    generateInvertedIndex();
 }
+
+NodeDependencyMaps::~NodeDependencyMaps() = default;
+NodeDependencyMaps::NodeDependencyMaps(const NodeDependencyMaps &other) = default;
+NodeDependencyMaps &NodeDependencyMaps::operator=(const NodeDependencyMaps &other) = default;
 
 void NodeDependencyMaps::clear()
 {
-    generate(QDomElement(), ElementMap(), QStringList());
+    d = new Data;
 }
 
-void NodeDependencyMaps::setStopRequested(bool stop)
+void NodeDependencyMaps::setStopRequested(bool bStop)
 {
-    m_bStopRequested = stop;
+    *m_bStopRequested = bStop;
 }
 
-void NodeDependencyMaps::ResetFeaturesInvalidatorMap()
+bool NodeDependencyMaps::isStopRequested() const
 {
-    m_featureInvalidatorMap.clear();
-    m_featurePVariableMap.clear();
-    GenerateFeaturesInvalidatorMap(m_documentElement);
+    return *m_bStopRequested;
 }
 
-void NodeDependencyMaps::GenerateFeaturesInvalidatorMap(const QDomElement &element)
+QStringList NodeDependencyMaps::GetFeatureInvalidatorList(const QString &strName) const
 {
-    for (QDomElement present = element; !present.isNull(); present = nextElement(present, element)) {
-        if (isFeatureTag(present.tagName())) {
-            InsertFeatureInvalidator(present);
-        }
+    if (strName == QLatin1String("AlgoRegionIndex")) {
+        return {QStringLiteral("AlgoRegionEnable"), QStringLiteral("AlgoRegionHeight"),
+                QStringLiteral("AlgoRegionLeftX"),  QStringLiteral("AlgoRegionLeftY"),
+                QStringLiteral("AlgoRegionWidth"),  QStringLiteral("PollingAlgoROIRegionIndex"),
+                strName};
     }
-}
-
-void NodeDependencyMaps::InsertFeatureInvalidator(const QDomElement &element)
-{
-    QStringList invalidators;
-    QStringList variables;
-    QSet<QString> visited;
-    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        const QString tagName = child.tagName();
-        const ReferenceRow *row = referenceOf(tagName);
-        if (!row || !row->leadsOn) {
-            continue;
-        }
-        if (row->entersVariables) {
-            // A formula of the feature itself: its variables count, what lies behind them does not.
-            invalidators.append(textOf(child));
-            variables.append(textOf(child));
-        } else {
-            GenerateInvalidatorListByProperty(textOf(child), invalidators, variables, visited);
-        }
+    if (isStopRequested()) {
+        return {};
     }
-    if (!invalidators.isEmpty()) {
-        const QString name = element.attribute(QStringLiteral("Name"));
-        m_featureInvalidatorMap.insert(name, invalidators);
-        m_featurePVariableMap.insert(name, variables);
-    }
-}
-
-void NodeDependencyMaps::GenerateInvalidatorListByProperty(const QString &name, QStringList &invalidators,
-                                                           QStringList &variables, QSet<QString> &visited) const
-{
-    // With a stack of its own: chains of references come from outside and may be long, shared or circular.
-    QVector<QDomElement> nextChildren;
-    const auto enter = [&](const QString &node) {
-        const QDomElement element = elementOf(node);
-        if (element.isNull() || visited.contains(node)) {
-            return;
-        }
-        visited.insert(node);
-        if (element.tagName() == QLatin1String("StructEntry")) {
-            for (QDomElement sibling = element.previousSiblingElement(); !sibling.isNull();
-                 sibling = sibling.previousSiblingElement()) {
-                if (sibling.tagName() == QLatin1String("pInvalidator")) {
-                    invalidators.append(textOf(sibling));
-                }
-            }
-        }
-        nextChildren.append(element.firstChildElement());
-    };
-    enter(name);
-    while (!nextChildren.isEmpty()) {
-        const QDomElement child = nextChildren.last();
-        if (child.isNull()) {
-            nextChildren.removeLast();
-            continue;
-        }
-        nextChildren.last() = child.nextSiblingElement();
-        const ReferenceRow *row = referenceOf(child.tagName());
-        if (!row) {
-            continue;
-        }
-        const QString text = textOf(child);
-        if (row->entersInvalidators) {
-            invalidators.append(text);
-        }
-        if (row->entersVariables) {
-            variables.append(text);
-        }
-        if (row->leadsOn) {
-            enter(text);
-        }
-    }
-}
-
-void NodeDependencyMaps::GenerateFeaturePValueList()
-{
-    m_featurePValueMap.clear();
-    for (const QString &name : qAsConst(m_itemNames)) {
-        const QDomElement element = elementOf(name);
-        QString text;
-        if (GetPValueText(&element, text)) {
-            m_featurePValueMap.insert(name, text);
-        }
-    }
-}
-
-void NodeDependencyMaps::GenerateFeaturePairList()
-{
-    m_featurePairMap.clear();
-    const QSet<QString> items(m_itemNames.cbegin(), m_itemNames.cend());
-    for (auto row = m_featurePValueMap.cbegin(); row != m_featurePValueMap.cend(); ++row) {
-        const QDomElement target = elementOf(row.value());
-        QString partner;
-        if (GetPValueText(&target, partner) && partner != row.key() && items.contains(partner)) {
-            m_featurePairMap.insert(row.key(), partner);
-            m_featurePairMap.insert(partner, row.key());
-        }
-    }
-}
-
-void NodeDependencyMaps::GenerateFeaturesTLParamsLocked()
-{
-    m_featuresLockedList.clear();
-    for (const QString &name : qAsConst(m_itemNames)) {
-        const QDomElement element = elementOf(name);
-        QString text;
-        if (GetPIsLockedText(&element, text)) {
-            m_featuresLockedList.append(name);
-        }
-    }
-}
-
-void NodeDependencyMaps::GeneratePSelectedList()
-{
-    m_featurePSelectedMap.clear();
-    m_pSelectedRecords.clear();
-    for (const QString &name : qAsConst(m_itemNames)) {
-        QStringList list;
-        GenerateFeaturePSelectedList(name, list);
-        if (!list.isEmpty()) {
-            m_featurePSelectedMap.insert(name, list);
-        }
-    }
-}
-
-void NodeDependencyMaps::GenerateFeaturePSelectedList(const QString &name, QStringList &list)
-{
-    for (QDomElement child = elementOf(name).firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        if (child.tagName() == QLatin1String("pSelected")) {
-            list.append(textOf(child));
-            m_pSelectedRecords.append({name, textOf(child)});
-        }
-    }
-}
-
-void NodeDependencyMaps::GenerateFeatureNoCacheList()
-{
-    m_featureNoCacheList.clear();
-    for (const QString &name : qAsConst(m_itemNames)) {
-        if (IsNoCacheFeature(name)) {
-            m_featureNoCacheList.append(name);
-        }
-    }
-}
-
-void NodeDependencyMaps::GenerateFeaturePollingList()
-{
-    m_featurePollingMap.clear();
-    const QSet<QString> noCache(m_featureNoCacheList.cbegin(), m_featureNoCacheList.cend());
-    for (const QString &name : qAsConst(m_itemNames)) {
-        qint64 period = 0;
-        if (!IsPollingFeature(name, period)) {
-            if (!noCache.contains(name)) {
-                continue;
-            }
-            period = NO_CACHE_PERIOD_MS;
-        }
-        if (period < 1) {
-            continue; // would never fire
-        }
-        // One grid, so that few wake-ups serve all features.
-        const double steps = std::floor(static_cast<double>(period) / POLLING_GRID_MS + 0.5);
-        const qint64 rounded = std::max(POLLING_GRID_MS, static_cast<qint64>(steps) * POLLING_GRID_MS);
-        m_featurePollingMap[rounded].append(name);
-    }
-}
-
-void NodeDependencyMaps::generateInvertedIndex()
-{
-    const auto invert = [](const QMap<QString, QStringList> &map, QHash<QString, QStringList> &index) {
-        index.clear();
-        for (auto row = map.cbegin(); row != map.cend(); ++row) {
-            for (const QString &text : row.value()) {
-                QStringList &users = index[text];
-                if (users.isEmpty() || users.last() != row.key()) {
-                    users.append(row.key());
-                }
-            }
-        }
-    };
-    invert(m_featureInvalidatorMap, m_invalidatedBy);
-    invert(m_featurePVariableMap, m_usersOfVariable);
-}
-
-QStringList NodeDependencyMaps::GetFeatureInvalidatorList(const QString &name) const
-{
-    if (name == QLatin1String("AlgoRegionIndex")) {
-        return {QStringLiteral("AlgoRegionEnable"), QStringLiteral("AlgoRegionHeight"), QStringLiteral("AlgoRegionLeftX"),
-                QStringLiteral("AlgoRegionLeftY"),  QStringLiteral("AlgoRegionWidth"),
-                QStringLiteral("PollingAlgoROIRegionIndex"), name};
-    }
-    if (m_bStopRequested) {
-        return QStringList();
-    }
+    const Data &data = *d;
     // Who has the name in its list, or the node that the name mirrors.
-    QStringList invalidated = m_invalidatedBy.value(name);
-    const auto mirrored = m_featurePValueMap.constFind(name);
-    if (mirrored != m_featurePValueMap.cend()) {
-        const QStringList ofMirrored = m_invalidatedBy.value(*mirrored);
-        QStringList merged;
-        std::set_union(invalidated.cbegin(), invalidated.cend(), ofMirrored.cbegin(), ofMirrored.cend(),
-                       std::back_inserter(merged));
-        invalidated = merged;
+    QVector<int> invalidated = data.m_keysInvalidatedBy.value(strName);
+    const auto mirrored = data.m_featurePValueMap.constFind(strName);
+    if (mirrored != data.m_featurePValueMap.cend()) {
+        const QVector<int> byMirrored = data.m_keysInvalidatedBy.value(*mirrored);
+        QVector<int> both;
+        both.reserve(invalidated.size() + byMirrored.size());
+        std::set_union(invalidated.cbegin(), invalidated.cend(), byMirrored.cbegin(), byMirrored.cend(),
+                       std::back_inserter(both));
+        invalidated.swap(both);
     }
-    UniqueList result;
-    result.add(invalidated);
-    for (const QString &text : qAsConst(invalidated)) {
-        QString partner;
-        if (GetFeatureInPair(text, partner)) {
-            result.add(partner);
+    Answer answer(data);
+    for (const int nKey : qAsConst(invalidated)) {
+        if (isStopRequested()) {
+            return {};
+        }
+        answer.addKey(nKey);
+    }
+    for (const int nKey : qAsConst(invalidated)) {
+        if (isStopRequested()) {
+            return {};
+        }
+        if (!data.m_partners.at(nKey).isNull()) {
+            answer.add(data.m_partners.at(nKey));
         }
     }
-    QString partner;
-    if (GetFeatureInPair(name, partner)) {
-        // The letters one by one, kept so: no node has such a name, and the reader passes over them.
-        for (const QChar letter : qAsConst(partner)) {
-            result.add(QString(letter));
+    // The letters of the partner one by one, kept so: no node has such a name, and the reader passes over them.
+    const QString strPartner = data.m_featurePairMap.value(strName);
+    for (const QChar letter : strPartner) {
+        answer.add(QString(letter));
+    }
+    const QStringList sharers = GetFeaturesHaveSamePVariable(strName);
+    const QStringList selected = data.m_featurePSelectedMap.value(strName);
+    for (const QStringList *pTexts : {&sharers, &selected}) {
+        for (const QString &strText : *pTexts) {
+            if (isStopRequested()) {
+                return {};
+            }
+            answer.add(strText);
         }
     }
-    if (m_bStopRequested) {
-        return QStringList();
-    }
-    result.add(GetFeaturesHaveSamePVariable(name));
-    QList<QString> selected;
-    if (GetFeaturePSelectedList(name, selected)) {
-        result.add(selected);
-    }
-    for (const CompanionRow &row : COMPANIONS) {
-        for (int i = 0; name == QLatin1String(row.node) && row.companions[i]; ++i) {
-            result.add(QString::fromLatin1(row.companions[i]));
+    for (const CompanionRow &row : companionRows) {
+        if (strName == QLatin1String(row.node)) {
+            answer.add(QString::fromLatin1(row.companions[0]));
+            answer.add(QString::fromLatin1(row.companions[1]));
         }
     }
-    result.add(name);
-    if (name == QLatin1String("ContrastEnable")) {
-        result.add(QStringLiteral("LineSource"));
+    answer.add(strName);
+    if (strName == QLatin1String("ContrastEnable")) {
+        answer.add(QStringLiteral("LineSource"));
     }
-    return m_bStopRequested ? QStringList() : result.list();
+    return isStopRequested() ? QStringList() : answer.list();
 }
 
-QStringList NodeDependencyMaps::GetFeaturesHaveSamePVariable(const QString &name) const
+QStringList NodeDependencyMaps::GetFeaturesHaveSamePVariable(const QString &strName) const
 {
-    const QStringList variables = GetFeaturePVariableList(name);
-    QMap<QString, bool> found;
-    for (const QString &variable : variables) {
-        const QStringList users = m_usersOfVariable.value(variable);
-        for (const QString &user : users) {
-            if (user != variable) {
-                found.insert(user, true);
+    const Data &data = *d;
+    QStringList variables = data.m_featurePVariableMap.value(strName);
+    variables.removeDuplicates();
+    QVector<int> sharers;
+    for (const QString &strVariable : qAsConst(variables)) {
+        for (const int nKey : data.m_keysWithVariable.value(strVariable)) {
+            if (data.m_keys.at(nKey) != strVariable) {
+                sharers.append(nKey);
             }
         }
     }
-    return found.keys();
+    if (variables.size() > 1) {
+        std::sort(sharers.begin(), sharers.end());
+        sharers.erase(std::unique(sharers.begin(), sharers.end()), sharers.end());
+    }
+    QStringList names;
+    names.reserve(sharers.size());
+    for (const int nKey : qAsConst(sharers)) {
+        names.append(data.m_keys.at(nKey));
+    }
+    return names;
 }
 
-QStringList NodeDependencyMaps::GetFeaturePVariableList(const QString &name) const
+QStringList NodeDependencyMaps::GetFeaturePVariableList(const QString &strName) const
 {
-    return m_featurePVariableMap.value(name);
+    return d->m_featurePVariableMap.value(strName);
 }
 
-bool NodeDependencyMaps::GetFeaturePSelectedList(const QString &name, QList<QString> &out) const
+bool NodeDependencyMaps::GetFeaturePSelectedList(const QString &strName, QList<QString> &out) const
 {
-    const auto found = m_featurePSelectedMap.constFind(name);
-    if (found == m_featurePSelectedMap.cend()) {
+    const auto found = d->m_featurePSelectedMap.constFind(strName);
+    if (found == d->m_featurePSelectedMap.cend()) {
         return false;
     }
     out = *found;
     return true;
 }
 
-QStringList NodeDependencyMaps::GetFeaturesNameByPValue(const QString &pValue) const
+QStringList NodeDependencyMaps::GetFeaturesNameByPValue(const QString &strPValue) const
 {
-    return m_featurePValueMap.keys(pValue);
+    return d->m_featurePValueMap.keys(strPValue);
 }
 
-bool NodeDependencyMaps::GetFeatureInPair(const QString &name, QString &out) const
+bool NodeDependencyMaps::GetFeatureInPair(const QString &strName, QString &out) const
 {
-    const auto found = m_featurePairMap.constFind(name);
-    if (found == m_featurePairMap.cend()) {
+    const auto found = d->m_featurePairMap.constFind(strName);
+    if (found == d->m_featurePairMap.cend()) {
         return false;
     }
     out = *found;
     return true;
 }
 
-bool NodeDependencyMaps::IsFeatureInQList(const QString &name, const QStringList &list) const
+bool NodeDependencyMaps::IsFeatureInQList(const QString &strName, const QStringList &list) const
 {
-    const auto mirrored = m_featurePValueMap.constFind(name);
-    return list.contains(name) || (mirrored != m_featurePValueMap.cend() && list.contains(*mirrored));
+    const auto mirrored = d->m_featurePValueMap.constFind(strName);
+    return list.contains(strName) || (mirrored != d->m_featurePValueMap.cend() && list.contains(*mirrored));
 }
 
-bool NodeDependencyMaps::IsNoCacheFeature(const QString &name) const
+bool NodeDependencyMaps::IsNoCacheFeature(const QString &strName) const
 {
-    QSet<QString> visited;
-    return isNoCache(name, visited);
+    ReferenceWalk walk(d->m_references);
+    return d->isNoCache(strName, walk);
 }
 
-bool NodeDependencyMaps::isNoCache(const QString &name, QSet<QString> &visited) const
+bool NodeDependencyMaps::IsPollingFeature(const QString &strName, qint64 &nPeriod) const
 {
-    if (visited.contains(name) || visited.size() >= MAX_CHAIN_DEPTH) {
-        return false;
-    }
-    visited.insert(name);
-    for (QDomElement child = elementOf(name).firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        const QString tagName = child.tagName();
-        if (tagName == QLatin1String("pValue") || tagName == QLatin1String("pVariable")) {
-            if (isNoCache(textOf(child), visited)) {
-                return true;
-            }
-        } else if (tagName == QLatin1String("Cachable") && textOf(child) == QLatin1String("NoCache")) {
-            return true;
-        }
-    }
-    return false;
+    ReferenceWalk walk(d->m_references);
+    return d->isPolling(strName, nPeriod, walk);
 }
 
-bool NodeDependencyMaps::IsPollingFeature(const QString &name, qint64 &period) const
+bool NodeDependencyMaps::GetPValueText(const QDomElement *pElement, QString &out)
 {
-    QSet<QString> visited;
-    return isPolling(name, period, visited);
+    return childText(pElement, "pValue", out);
 }
 
-bool NodeDependencyMaps::isPolling(const QString &name, qint64 &period, QSet<QString> &visited) const
+bool NodeDependencyMaps::GetPIsLockedText(const QDomElement *pElement, QString &out)
 {
-    if (visited.contains(name) || visited.size() >= MAX_CHAIN_DEPTH) {
-        return false;
-    }
-    visited.insert(name);
-    for (QDomElement child = elementOf(name).firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        const QString tagName = child.tagName();
-        const QString text = textOf(child);
-        if (tagName == QLatin1String("pValue") || tagName == QLatin1String("pVariable")) {
-            if (isPolling(text, period, visited)) {
-                return true;
-            }
-        } else if (tagName == QLatin1String("PollingTime") && !text.isEmpty()) {
-            bool converts = false;
-            period = text.toLongLong(&converts);
-            return converts;
-        }
-    }
-    return false;
+    return childText(pElement, "pIsLocked", out);
 }
 
-bool NodeDependencyMaps::GetPValueText(const QDomElement *element, QString &out)
+bool NodeDependencyMaps::GetFeatureNode(const QString &strName, const QDomElement &parent, QDomElement &out)
 {
-    return childText(element, "pValue", out);
-}
-
-bool NodeDependencyMaps::GetPIsLockedText(const QDomElement *element, QString &out)
-{
-    return childText(element, "pIsLocked", out);
-}
-
-bool NodeDependencyMaps::GetFeatureNode(const QString &name, const QDomElement &parent, QDomElement &out)
-{
-    for (QDomElement present = parent.firstChildElement(); !present.isNull(); present = nextElement(present, parent)) {
-        if (present.attribute(QStringLiteral("Name")) == name) {
-            out = present;
+    for (QDomElement element = ElementWalk::next(parent, parent); !element.isNull();
+         element = ElementWalk::next(element, parent)) {
+        if (ElementWalk::name(element) == strName) {
+            out = element;
             return true;
         }
     }
@@ -517,9 +262,34 @@ bool NodeDependencyMaps::GetFeatureNode(const QString &name, const QDomElement &
 
 QString NodeDependencyMaps::GetValueAccessMode(const QDomElement &element)
 {
-    QString text;
-    if (!childText(&element, "ImposedAccessMode", text)) {
-        childText(&element, "AccessMode", text);
+    QString strMode;
+    if (!childText(&element, "ImposedAccessMode", strMode)) {
+        childText(&element, "AccessMode", strMode);
     }
-    return text;
+    return strMode;
+}
+
+const QStringList &NodeDependencyMaps::lockedList() const
+{
+    return d->m_featuresLockedList;
+}
+
+const QStringList &NodeDependencyMaps::noCacheList() const
+{
+    return d->m_featureNoCacheList;
+}
+
+const NodeDependencyMaps::PollingMap &NodeDependencyMaps::pollingMap() const
+{
+    return d->m_featurePollingMap;
+}
+
+const QMap<QString, QStringList> &NodeDependencyMaps::invalidatorMap() const
+{
+    return d->m_featureInvalidatorMap;
+}
+
+const QVector<QPair<QString, QString>> &NodeDependencyMaps::pSelectedRecords() const
+{
+    return d->m_pSelectedRecords;
 }

@@ -1,101 +1,93 @@
 #pragma once
 
 #include <QDomElement>
-#include <QHash>
 #include <QMap>
 #include <QPair>
-#include <QSet>
+#include <QSharedDataPointer>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
 #include <atomic>
+#include <memory>
+
+class NodeReferences;
+class ReferenceWalk;
 
 /// Which nodes of a device description depend on which (GenICam pValue, pMin, pMax, pInc, pIsLocked, pIsImplemented,
 /// pIsAvailable, pVariable, pInvalidator, pSelected), worked out once an opening, so that after a write the tree can
-/// tell at once what must be read again. generate() and clear() belong to the GUI thread while no job looks anything
-/// up; the Get and Is operations may run on any threads together.
+/// tell at once what must be read again. generate() and clear() belong to the GUI thread. A copy is cheap and shares
+/// the stop request; the const operations of one copy may run on any threads together.
 class NodeDependencyMaps
 {
 public:
     using ElementMap = QMap<QString, QDomElement>;
+    /// Polling period in milliseconds to item names.
+    using PollingMap = QMap<qint64, QStringList>;
 
-    NodeDependencyMaps() = default;
-    Q_DISABLE_COPY(NodeDependencyMaps)
+    NodeDependencyMaps();
+    ~NodeDependencyMaps();
+    NodeDependencyMaps(const NodeDependencyMaps &other);
+    NodeDependencyMaps &operator=(const NodeDependencyMaps &other);
 
-    /// Works all maps out anew for these items. The elements stay in use: keep a handle of their document.
+    /// Works all maps out anew for these items. The elements are not kept.
     void generate(const QDomElement &documentElement, const ElementMap &elements, const QStringList &itemNames);
     void clear();
-    /// While set, GetFeatureInvalidatorList gives up at once. Any thread.
-    void setStopRequested(bool stop);
+    /// While set, GetFeatureInvalidatorList gives up at once, also in copies. Any thread.
+    void setStopRequested(bool bStop);
 
-    /// Features to read again after `name` was written; empty while a stop is requested.
-    QStringList GetFeatureInvalidatorList(const QString &name) const;
-    /// Features that share a pVariable with `name`, itself included, in key order.
-    QStringList GetFeaturesHaveSamePVariable(const QString &name) const;
-    QStringList GetFeaturePVariableList(const QString &name) const;
+    /// Features to read again after `strName` was written; empty while a stop is requested.
+    QStringList GetFeatureInvalidatorList(const QString &strName) const;
+    /// Features that share a pVariable with this one, itself included, in key order.
+    QStringList GetFeaturesHaveSamePVariable(const QString &strName) const;
+    QStringList GetFeaturePVariableList(const QString &strName) const;
     /// The pSelected texts of a selector; false and `out` untouched when it has none.
-    bool GetFeaturePSelectedList(const QString &name, QList<QString> &out) const;
+    bool GetFeaturePSelectedList(const QString &strName, QList<QString> &out) const;
     /// Items whose direct pValue this is, in key order.
-    QStringList GetFeaturesNameByPValue(const QString &pValue) const;
-    /// The feature that drives the same register the other way round.
-    bool GetFeatureInPair(const QString &name, QString &out) const;
-    /// Whether the list holds `name` or the node that it mirrors by its pValue.
-    bool IsFeatureInQList(const QString &name, const QStringList &list) const;
+    QStringList GetFeaturesNameByPValue(const QString &strPValue) const;
+    /// The feature that drives the same register the other way round; false when there is none.
+    bool GetFeatureInPair(const QString &strName, QString &out) const;
+    /// Whether the list holds the name or the node that it mirrors by its pValue.
+    bool IsFeatureInQList(const QString &strName, const QStringList &list) const;
     /// Whether the node or anything it reads through pValue or pVariable is Cachable "NoCache".
-    bool IsNoCacheFeature(const QString &name) const;
+    bool IsNoCacheFeature(const QString &strName) const;
     /// Period in milliseconds of the first PollingTime on the node's pValue and pVariable chain.
-    bool IsPollingFeature(const QString &name, qint64 &period) const;
+    bool IsPollingFeature(const QString &strName, qint64 &nPeriod) const;
 
     /// Text of the first child with that tag; false when there is none.
-    static bool GetPValueText(const QDomElement *element, QString &out);
-    static bool GetPIsLockedText(const QDomElement *element, QString &out);
+    static bool GetPValueText(const QDomElement *pElement, QString &out);
+    static bool GetPIsLockedText(const QDomElement *pElement, QString &out);
     /// The first element below `parent` with this Name.
-    static bool GetFeatureNode(const QString &name, const QDomElement &parent, QDomElement &out);
+    static bool GetFeatureNode(const QString &strName, const QDomElement &parent, QDomElement &out);
     /// Text of ImposedAccessMode, else of AccessMode.
     static QString GetValueAccessMode(const QDomElement &element);
 
     /// Items with a pIsLocked child, in key order.
-    const QStringList &lockedList() const { return m_featuresLockedList; }
-    const QStringList &noCacheList() const { return m_featureNoCacheList; }
-    /// Polling period in milliseconds, a multiple of 50, to item names.
-    const QMap<long long, QStringList> &pollingMap() const { return m_featurePollingMap; }
-    const QMap<QString, QStringList> &invalidatorMap() const { return m_featureInvalidatorMap; }
+    const QStringList &lockedList() const;
+    const QStringList &noCacheList() const;
+    /// On a grid of 50 ms, never 0 or below: such a period would not fire.
+    const PollingMap &pollingMap() const;
+    const QMap<QString, QStringList> &invalidatorMap() const;
     /// (feature, selected node) for each pSelected, in walking order.
-    const QVector<QPair<QString, QString>> &pSelectedRecords() const { return m_pSelectedRecords; }
+    const QVector<QPair<QString, QString>> &pSelectedRecords() const;
 
 private:
-    void ResetFeaturesInvalidatorMap();
-    void GenerateFeaturesInvalidatorMap(const QDomElement &element);
-    void InsertFeatureInvalidator(const QDomElement &element);
-    void GenerateInvalidatorListByProperty(const QString &name, QStringList &invalidators, QStringList &variables,
-                                           QSet<QString> &visited) const;
+    class Data;
+    class Answer;
+
+    void ResetFeaturesInvalidatorMap(ReferenceWalk &walk);
+    void GenerateFeaturesInvalidatorMap(ReferenceWalk &walk);
+    void InsertFeatureInvalidator(int nName, int nNode, ReferenceWalk &walk);
     void GenerateFeaturePValueList();
     void GenerateFeaturePairList();
     void GenerateFeaturesTLParamsLocked();
     void GeneratePSelectedList();
-    void GenerateFeaturePSelectedList(const QString &name, QStringList &list);
-    void GenerateFeatureNoCacheList();
-    void GenerateFeaturePollingList();
-    void generateInvertedIndex();
-    bool isNoCache(const QString &name, QSet<QString> &visited) const;
-    bool isPolling(const QString &name, qint64 &period, QSet<QString> &visited) const;
-    QDomElement elementOf(const QString &name) const { return m_elements.value(name); }
+    void GenerateFeaturePSelectedList(const QString &strName, QStringList &list);
+    void GenerateFeatureNoCacheList(ReferenceWalk &walk);
+    void GenerateFeaturePollingList(ReferenceWalk &walk);
+    void generateIndex();
+    bool isStopRequested() const;
 
-    QDomElement m_documentElement;
-    ElementMap m_elements;
-    QStringList m_itemNames; ///< in key order
-    QMap<QString, QStringList> m_featureInvalidatorMap;
-    QMap<QString, QStringList> m_featurePVariableMap;
-    QMap<QString, QString> m_featurePValueMap;
-    QMap<QString, QString> m_featurePairMap;
-    QMap<QString, QStringList> m_featurePSelectedMap;
-    QVector<QPair<QString, QString>> m_pSelectedRecords;
-    QStringList m_featuresLockedList;
-    QStringList m_featureNoCacheList;
-    QMap<long long, QStringList> m_featurePollingMap;
-    // Beside the maps: who has this text in its list, in key order, so that a look-up need not walk all features.
-    QHash<QString, QStringList> m_invalidatedBy;
-    QHash<QString, QStringList> m_usersOfVariable;
-    std::atomic<bool> m_bStopRequested {false};
+    QSharedDataPointer<Data> d;
+    std::shared_ptr<std::atomic<bool>> m_bStopRequested; ///< one for all copies
 };

@@ -8,11 +8,14 @@
 
 #include <QMutexLocker>
 
+#include <utility>
+
 VexaPropertyTreeItem::VexaPropertyTreeItem(VexaPropertyTreeItem *pParent, ParentType eType)
     : m_pValue(std::make_unique<CTreeItemValue>())
 {
     if (pParent) {
         // A new item cannot be in the list yet; looking for it would make large categories quadratic.
+        m_knownRows[eType != PARENT_FEATURE_TREE] = pParent->m_children.size();
         pParent->m_children.append(this);
         m_parents.insert(eType, pParent);
     }
@@ -86,7 +89,14 @@ void VexaPropertyTreeItem::setParent(VexaPropertyTreeItem *pParent, ParentType e
 int VexaPropertyTreeItem::indexInParent(ParentType eType) const
 {
     const VexaPropertyTreeItem *pParent = parent(eType);
-    return pParent ? pParent->m_children.indexOf(const_cast<VexaPropertyTreeItem *>(this)) : -1;
+    if (!pParent) {
+        return -1;
+    }
+    int &nRow = m_knownRows[eType != PARENT_FEATURE_TREE];
+    if (pParent->child(nRow) != this) {
+        nRow = pParent->m_children.indexOf(const_cast<VexaPropertyTreeItem *>(this));
+    }
+    return nRow;
 }
 
 void VexaPropertyTreeItem::clear()
@@ -165,13 +175,13 @@ void VexaPropertyTreeItem::setIsFeatureTreeItem(bool bFeatureTreeItem)
 
 VexaPropertyTreeItem *VexaPropertyTreeItem::mappingItem() const
 {
-    const QMutexLocker<QRecursiveMutex> locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     return m_pMappingItem;
 }
 
 void VexaPropertyTreeItem::setMappingItem(VexaPropertyTreeItem *pItem)
 {
-    const QMutexLocker<QRecursiveMutex> locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     if (pItem == m_pMappingItem || pItem == this) {
         return;
     }
@@ -196,7 +206,7 @@ QString VexaPropertyTreeItem::visibilityString() const
 
 void VexaPropertyTreeItem::setVisibilityString(const QString &strVisibility)
 {
-    const QMutexLocker<QRecursiveMutex> locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
         if (pItem) {
             const ItemLock lock(pItem);

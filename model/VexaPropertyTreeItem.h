@@ -125,13 +125,16 @@ public:
 private:
     /// Whether all branches above are open.
     bool branchesOpen() const;
+    /// Whether the item, or any leaf below it, is shown as far as the branches from here down go.
+    bool shownBelow() const;
+    void applyVisible(bool bVisible, long lCameraID, bool bRecursive);
     /// Brings what a leaf shows in line with its wish and its branches.
     void applyLeafVisible(long lCameraID);
     void applyBranch(long lCameraID);
-    void copyToMapping(bool bCopyBase);
-    // Under the update lock.
-    bool editorIsBehind(bool &bNeedRecreateEditor) const;
-    std::unique_ptr<CTreeItemValue> snapshotUnderLock() const;
+    /// Hands the value, and the names when `bCopyBase`, to the partner row.
+    void bringPartnerUp(bool bCopyBase);
+    template<typename Call>
+    void tellViews(const Call &call) const;
 
     std::atomic<bool> m_bBranchVisible {true}; ///< a branch's own switch
     std::atomic<bool> m_bVisible {true}; ///< leaf: what the views were last told
@@ -142,8 +145,8 @@ private:
     QString m_strTagName;
     QString m_strVisibility = QStringLiteral("Beginner");
     std::unique_ptr<CTreeItemValue> m_pValue;
-    VexaPropertyTreeItem *m_pMappingItem = nullptr;
-    QSet<IVexaFeatureNotify *> m_views;
+    VexaPropertyTreeItem *m_pMappingItem = nullptr; ///< guarded by the lock of the views
+    QSet<IVexaFeatureNotify *> m_views; ///< one lock for all items, held while a view is told
     QList<VexaPropertyTreeItem *> m_children;
     QMap<int, VexaPropertyTreeItem *> m_parents;
     mutable int m_knownRows[2] = {-1, -1}; ///< last answer of indexInParent: feature tree, pages; GUI thread

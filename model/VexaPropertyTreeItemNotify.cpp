@@ -12,10 +12,8 @@
 
 namespace {
 
-using ViewsLocker = QMutexLocker<QRecursiveMutex>;
-
 /// Nodes that the user sets by drawing on the image while drawing mode is on.
-bool isSetByDrawing(const QString &strNodeName)
+bool isSetByDrawing(const VexaPropertyTreeItem *pItem)
 {
     static const QSet<QString> nodes {
         QStringLiteral("OffsetX"),
@@ -27,7 +25,11 @@ bool isSetByDrawing(const QString &strNodeName)
         QStringLiteral("AutoFunctionAOIOffsetX"),
         QStringLiteral("AutoFunctionAOIOffsetY"),
     };
-    return nodes.contains(strNodeName);
+    if (COMMONINTERFACE::drawingMode() == 0) {
+        return false;
+    }
+    const ItemLock lock(pItem);
+    return pItem->value() && nodes.contains(pItem->value()->m_strNodeName);
 }
 
 /// The part of a fingerprint that asks for another editor; null when there is none.
@@ -53,7 +55,7 @@ bool ItemLocks::isValueTag(const QString &strTagName)
     return tags.contains(strTagName);
 }
 
-template <typename Call>
+template<typename Call>
 void VexaPropertyTreeItem::tellViews(const Call &call) const
 {
     // On a copy: a view may take itself or another one out while it is told.
@@ -67,13 +69,13 @@ void VexaPropertyTreeItem::tellViews(const Call &call) const
 
 void VexaPropertyTreeItem::registerView(IVexaFeatureNotify *pView)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     m_views.insert(pView);
 }
 
 void VexaPropertyTreeItem::removeView(IVexaFeatureNotify *pView)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     m_views.remove(pView);
 }
 
@@ -84,7 +86,7 @@ bool VexaPropertyTreeItem::readOnly() const
 
 void VexaPropertyTreeItem::setReadOnly(long lCameraID, bool bReadOnly)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
         if (pItem && pItem->m_bReadOnly.exchange(bReadOnly) != bReadOnly) {
             pItem->tellViews([&](IVexaFeatureNotify &view) {
@@ -139,7 +141,7 @@ int VexaPropertyTreeItem::visibleChildCount() const
 
 void VexaPropertyTreeItem::setVisible(bool bVisible, long lCameraID, bool bRecursive)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     applyVisible(bVisible, lCameraID, bRecursive);
     if (m_pMappingItem) {
         m_pMappingItem->applyVisible(bVisible, lCameraID, bRecursive);
@@ -178,8 +180,7 @@ void VexaPropertyTreeItem::applyLeafVisible(long lCameraID)
     if (bVisible && m_nItemType == ITEM_FAVORITE && m_pMappingItem) {
         bVisible = m_pMappingItem->branchesOpen();
     }
-    if (bVisible != m_bVisible
-        && !(bVisible && COMMONINTERFACE::drawingMode() != 0 && isSetByDrawing(ownNodeName()))) {
+    if (bVisible != m_bVisible && !(bVisible && isSetByDrawing(this))) {
         m_bVisible = bVisible;
         tellViews([&](IVexaFeatureNotify &view) {
             view.itemVisibleChanged(lCameraID, this, bVisible);
@@ -193,7 +194,7 @@ void VexaPropertyTreeItem::applyLeafVisible(long lCameraID)
 
 void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     if (m_children.isEmpty()) {
         return;
     }
@@ -209,7 +210,7 @@ void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
 void VexaPropertyTreeItem::notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor,
                                             bool bFromUiJson)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     bringPartnerUp(false);
     for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
         if (pItem) {
@@ -238,7 +239,7 @@ void VexaPropertyTreeItem::bringPartnerUp(bool bCopyBase)
 
 void VexaPropertyTreeItem::notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID)
 {
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     tellViews([&](IVexaFeatureNotify &view) {
         view.itemSpecialChanged(lCameraID, this, eType);
         if (m_pMappingItem) {
@@ -274,7 +275,7 @@ void VexaPropertyTreeItem::endUpdateItem(long lCameraID)
     const QStringRef kind = editorKind(strStatus);
     const bool bNeedRecreateEditor = !shownKind.isNull() && !kind.isNull() && shownKind != kind;
 
-    const ViewsLocker locker(&ItemLocks::views());
+    const QMutexLocker locker(&ItemLocks::views());
     bringPartnerUp(true);
     notifyViewUpdate(lCameraID, -1, bNeedRecreateEditor, false);
 }

@@ -119,7 +119,7 @@ Result fillInteger(const Request &request)
     if (!pValue || (!pEdit && !pSpin)) {
         return RESULT_LEFT;
     }
-    if (pSpin && pSpin->cHasUserText()) {
+    if (pSpin && pSpin->cHasUserText() && !request.pDelegate->isCommitting()) {
         return RESULT_PUT_OFF;
     }
     const CommitPause pause(request);

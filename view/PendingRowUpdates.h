@@ -19,6 +19,7 @@ public:
     void add(VexaPropertyTreeItem *pItem, bool bRecreate);
     void remove(VexaPropertyTreeItem *pItem) { m_recreate.remove(pItem); }
     void clear();
+    bool isActive() const { return m_timer.isActive(); }
     /// Refills everything now.
     void flush();
 

@@ -112,8 +112,8 @@ void applyStringEditRules(QLineEdit *pEdit, const QString &strNodeName)
         const QRegExp expression(pRule->pattern, Qt::CaseSensitive, QRegExp::RegExp);
         pEdit->setValidator(new QRegExpValidator(expression, pEdit));
     }
+    pEdit->setEchoMode(pRule->echoMode); // turns the input method on or off by itself
     if (!pRule->bInputMethod) {
         pEdit->setAttribute(Qt::WA_InputMethodEnabled, false);
     }
-    pEdit->setEchoMode(pRule->echoMode);
 }

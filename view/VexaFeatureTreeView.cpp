@@ -45,6 +45,10 @@ VexaFeatureTreeView::VexaFeatureTreeView(int nPageIndex, IVexaFeatureWidget *pOw
     , m_pDelegate(nullptr)
     , m_rows(nPageIndex)
 {
+    // First of all: many a setter of the base lays the view out.
+    m_pPlacer = std::make_unique<EditorPlacer>(this);
+    m_pOpener = std::make_unique<EditorOpener>(this);
+    m_pPending = std::make_unique<PendingRowUpdates>(this);
     qRegisterMetaType<VexaPropertyTreeItem *>();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setFrameStyle(0);
@@ -60,9 +64,6 @@ VexaFeatureTreeView::VexaFeatureTreeView(int nPageIndex, IVexaFeatureWidget *pOw
     setTextElideMode(Qt::ElideRight);
     viewport()->setMouseTracking(true);
 
-    m_pPlacer = std::make_unique<EditorPlacer>(this);
-    m_pOpener = std::make_unique<EditorOpener>(this);
-    m_pPending = std::make_unique<PendingRowUpdates>(this);
     m_pModel = new VexaPropertyTreeModel(nPageIndex, this);
     m_pDelegate = new VexaPropertyTreeDelegate(nPageIndex, this);
     m_pDelegate->setEditorHost(m_pPlacer->park());
@@ -105,11 +106,9 @@ void VexaFeatureTreeView::setCameraAndRoot(long lCameraID, VexaPropertyTreeItem 
 void VexaFeatureTreeView::reset()
 {
     // Items may have gone already: nothing of the old rows is followed.
-    if (m_pPending) {
-        m_pPending->clear();
-        m_pOpener->clear();
-        m_pPlacer->forget();
-    }
+    m_pPending->clear();
+    m_pOpener->clear();
+    m_pPlacer->forget();
     m_rows.clear();
     m_pActiveItem = nullptr;
     QTreeView::reset();
@@ -349,6 +348,11 @@ void VexaFeatureTreeView::flushEditorUpdates()
 {
     m_pPending->flush();
     m_pPlacer->place();
+}
+
+bool VexaFeatureTreeView::hasWaitingRows() const
+{
+    return m_pOpener->isActive() || m_pPending->isActive();
 }
 
 QModelIndex VexaFeatureTreeView::indexOfItem(VexaPropertyTreeItem *pItem, int nColumn) const

@@ -59,6 +59,8 @@ public:
     void notifyEditorUpdate();
     /// Fills at once what was put off: editors of rows out of sight follow the device with a delay.
     void flushEditorUpdates();
+    /// Rows wait for their editors or for a refill.
+    bool hasWaitingRows() const;
 
     QModelIndex indexOfItem(VexaPropertyTreeItem *pItem, int nColumn) const;
     VexaPropertyTreeItem *itemAt(const QModelIndex &index) const;

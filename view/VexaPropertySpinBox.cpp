@@ -8,8 +8,6 @@
 VexaPropertySpinBox::VexaPropertySpinBox(QWidget *parent)
     : CustomSpinBox(2, parent)
 {
-    // The own text stands for a value outside the range, so the first change by the user ends it.
-    connect(this, QOverload<int>::of(&QSpinBox::valueChanged), this, [this] { m_bOwnText = false; });
 }
 
 void VexaPropertySpinBox::setLimits(int nMinimum, int nMaximum, qint64 nStep)
@@ -39,6 +37,7 @@ void VexaPropertySpinBox::showText(const QString &strText)
 {
     m_bOwnText = true;
     m_strOwnText = strText;
+    m_nLastAccepted = value();
     lineEdit()->setText(strText);
 }
 
@@ -49,10 +48,6 @@ void VexaPropertySpinBox::showBlank()
 
 void VexaPropertySpinBox::rollback()
 {
-    if (m_bOwnText) {
-        lineEdit()->setText(m_strOwnText);
-        return;
-    }
     setValue(m_nLastAccepted);
     lineEdit()->setText(textFromValue(value()));
 }
@@ -77,7 +72,19 @@ void VexaPropertySpinBox::keyPressEvent(QKeyEvent *event)
 
 QString VexaPropertySpinBox::textFromValue(int nValue) const
 {
-    return m_bOwnText ? m_strOwnText : CustomSpinBox::textFromValue(nValue);
+    return m_bOwnText && nValue == m_nLastAccepted ? m_strOwnText : CustomSpinBox::textFromValue(nValue);
+}
+
+int VexaPropertySpinBox::valueFromText(const QString &strText) const
+{
+    return m_bOwnText && strText == m_strOwnText ? m_nLastAccepted : CustomSpinBox::valueFromText(strText);
+}
+
+QValidator::State VexaPropertySpinBox::validate(QString &strInput, int &nPosition) const
+{
+    // Otherwise the arrows would do nothing while the own text stands.
+    return m_bOwnText && strInput == m_strOwnText ? QValidator::Acceptable
+                                                  : CustomSpinBox::validate(strInput, nPosition);
 }
 
 void VexaPropertySpinBox::updateToolTip()

@@ -17,7 +17,7 @@ public:
     int lastAcceptedValue() const { return m_nLastAccepted; }
     /// Shows this text in place of the value: a value that the box cannot hold. Any change of the value ends it.
     void showText(const QString &strText);
-    bool isOwnText() const { return m_bOwnText; }
+    bool isOwnText() const { return m_bOwnText && value() == m_nLastAccepted; }
     /// Shows nothing.
     void showBlank();
     /// Back to the last accepted value.
@@ -27,6 +27,8 @@ protected:
     void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     QString textFromValue(int nValue) const override;
+    int valueFromText(const QString &strText) const override;
+    QValidator::State validate(QString &strInput, int &nPosition) const override;
 
 private:
     void updateToolTip();

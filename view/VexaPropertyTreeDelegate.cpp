@@ -28,7 +28,8 @@
 namespace {
 
 constexpr int COMMAND_TIMER_MS = 150;
-constexpr int ROW_HEIGHT = 38;
+constexpr int ROW_HEIGHT = 38; // pixels
+constexpr int TEXT_MARGIN = 5; // pixels above and below a name
 
 VexaPropertyTreeItem *itemOf(const QModelIndex &index)
 {
@@ -93,14 +94,15 @@ QSize VexaPropertyTreeDelegate::sizeHint(const QStyleOptionViewItem &option, con
         {QLatin1String("CustomScreen"), 110},
     };
     const VexaPropertyTreeItem *const pItem = itemOf(index);
-    QSize size = QStyledItemDelegate::sizeHint(option, index);
-    if (!pItem) {
+    if (!pItem || isCategoryRow(pItem)) {
+        return QStyledItemDelegate::sizeHint(option, index);
+    }
+    // A name takes one line. The base class would lay its text out, twice for each row of every layout.
+    QSize size(option.rect.width(), qMax(ROW_HEIGHT, option.fontMetrics.height() + 2 * TEXT_MARGIN));
+    const QString strTag = pItem->tagName();
+    if (!strTag.startsWith(QLatin1String("Custom"))) {
         return size;
     }
-    if (!isCategoryRow(pItem)) {
-        size.setHeight(qMax(size.height(), ROW_HEIGHT));
-    }
-    const QString strTag = pItem->tagName();
     const auto it = std::find_if(std::begin(heights), std::end(heights),
                                  [&](const TagHeight &row) { return strTag == row.tag; });
     if (it != std::end(heights)) {

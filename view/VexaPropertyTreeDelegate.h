@@ -41,6 +41,8 @@ public:
     /// An editor that has nothing to show, not even an empty field: a switch whose state was never read.
     bool isBlank(const QObject *pEditor) const;
     ParentType parentType() const { return m_eType; }
+    /// A commit signal is being handled: what the user typed may be replaced.
+    bool isCommitting() const { return m_bCommit; }
 
 signals:
     /// The mouse has come over an editor or the focus into it.

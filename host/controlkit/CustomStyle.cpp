@@ -22,6 +22,7 @@
 namespace {
 
 constexpr int FONT_SIZE = 13;
+constexpr int ROW_HEIGHT = 24;
 constexpr int BUTTON_PADDING = 24;
 constexpr int BUTTON_MIN_WIDTH = 64;
 
@@ -132,7 +133,7 @@ void CustomStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         StyleButtons::drawToolPanel(option, painter);
         return;
     case PE_FrameFocusRect:
-        if (option->state & State_KeyboardFocusChange) {
+        if ((option->state & State_KeyboardFocusChange) && !(widget && widget->inherits("QComboBoxListView"))) {
             BoxPainter::drawFocus(painter, option->rect, 1, 2);
         }
         return;
@@ -292,12 +293,16 @@ QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     case CT_MenuItem:
         if (const auto *menu = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
             const bool separator = menu->menuItemType == QStyleOptionMenuItem::Separator;
-            result = QSize(size.width() + StyleViews::MENU_LEFT + StyleViews::MENU_RIGHT,
+            const int shortcut = menu->text.contains(QLatin1Char('\t')) ? StyleViews::MENU_RIGHT : 0;
+            result = QSize(size.width() + StyleViews::MENU_LEFT + StyleViews::MENU_RIGHT + shortcut,
                            separator ? StyleViews::MENU_SEPARATOR_HEIGHT : qMax(StyleViews::MENU_ITEM_HEIGHT, size.height() + 6));
         }
         break;
     case CT_MenuBarItem:
         result = size + QSize(20, 10);
+        break;
+    case CT_ItemViewItem:
+        result.setHeight(qMax(ROW_HEIGHT, result.height()));
         break;
     case CT_TabBarTab:
         result.setHeight(qMax(30, result.height()));
@@ -375,6 +380,14 @@ QIcon CustomStyle::standardIcon(StandardPixmap icon, const QStyleOption *option,
     case SP_DockWidgetCloseButton:
     case SP_LineEditClearButton:
         return QIcon(KitIcons::path("close"));
+    case SP_ArrowLeft:
+        return QIcon(KitIcons::path("arrow_left"));
+    case SP_ArrowRight:
+        return QIcon(KitIcons::path("arrow_right"));
+    case SP_ArrowUp:
+        return QIcon(KitIcons::path("arrow_up"));
+    case SP_ArrowDown:
+        return QIcon(KitIcons::path("arrow_down"));
     default:
         return QProxyStyle::standardIcon(icon, option, widget);
     }

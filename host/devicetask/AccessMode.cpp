@@ -5,8 +5,14 @@
 
 namespace {
 
-bool isReadable(int mode) { return mode == NODE_RO || mode == NODE_RW; }
-bool isWritable(int mode) { return mode == NODE_WO || mode == NODE_RW; }
+bool isReadable(int mode)
+{
+    return mode == NODE_RO || mode == NODE_RW;
+}
+bool isWritable(int mode)
+{
+    return mode == NODE_WO || mode == NODE_RW;
+}
 
 int modeOf(bool readable, bool writable)
 {
@@ -40,7 +46,8 @@ DeviceError evaluate(const GcSession &session, const QByteArray &condition, bool
 }
 
 /// Evaluates until one condition has the value `until`; `found` tells whether one had.
-DeviceError findCondition(const GcSession &session, const QVector<QByteArray> &conditions, bool until, bool *found)
+DeviceError findCondition(const GcSession &session, const QVector<QByteArray> &conditions,
+                          bool until, bool *found)
 {
     *found = false;
     for (const QByteArray &condition : conditions) {
@@ -63,7 +70,8 @@ int ownMode(ArvGcFeatureNode *node)
     if (ARV_IS_GC_REGISTER(node)) {
         return fromAravis(arv_gc_feature_node_get_actual_access_mode(node));
     }
-    if (ARV_IS_GC_INT_SWISS_KNIFE_NODE(node) || ARV_IS_GC_SWISS_KNIFE_NODE(node) || ARV_IS_GC_PORT(node)) {
+    if (ARV_IS_GC_INT_SWISS_KNIFE_NODE(node) || ARV_IS_GC_SWISS_KNIFE_NODE(node)
+        || ARV_IS_GC_PORT(node)) {
         return NODE_RO;
     }
     return fromAravis(arv_gc_feature_node_get_imposed_access_mode(node));
@@ -74,7 +82,8 @@ int ownMode(ArvGcFeatureNode *node)
 DeviceError workOut(const GcSession &session, const QByteArray &name, bool withLocks, int *mode)
 {
     int result = NODE_RW;
-    for (QByteArray current = name; !current.isEmpty();) {
+    QByteArray current = name;
+    do {
         const NodeInfo *info = session.index.find(current);
         ArvGcNode *node = arv_gc_get_node(session.gc, current.constData());
         if (!info || !info->problem.isEmpty() || !ARV_IS_GC_FEATURE_NODE(node)) {
@@ -97,7 +106,8 @@ DeviceError workOut(const GcSession &session, const QByteArray &name, bool withL
             return {};
         }
         const int own = ownMode(ARV_GC_FEATURE_NODE(node));
-        result = modeOf(isReadable(result) && isReadable(own), isWritable(result) && isWritable(own));
+        result =
+            modeOf(isReadable(result) && isReadable(own), isWritable(result) && isWritable(own));
         if (withLocks && isWritable(result)) {
             error = findCondition(session, info->lockedBy, true, &found);
             if (error.failed()) {
@@ -117,7 +127,7 @@ DeviceError workOut(const GcSession &session, const QByteArray &name, bool withL
             }
         }
         current = info->valueTarget;
-    }
+    } while (!current.isEmpty());
     *mode = result;
     return {};
 }
@@ -146,9 +156,11 @@ DeviceError require(const GcSession &session, const QByteArray &name, bool forWr
         error = workOut(session, name, forWriting, &mode);
     }
     if (!error.failed() && !(forWriting ? isWritable(mode) : isReadable(mode))) {
-        static const char *const DETAILS[] = {"not implemented", "not available", "write only", "read only", ""};
-        error = {NODE_NOT_ACCESSIBLE,
-                 QStringLiteral("%1 is %2").arg(QString::fromUtf8(name), QLatin1String(DETAILS[mode]))};
+        static const char *const DETAILS[] = {"not implemented", "not available", "write only",
+                                              "read only", ""};
+        error = {
+            NODE_NOT_ACCESSIBLE,
+            QStringLiteral("%1 is %2").arg(QString::fromUtf8(name), QLatin1String(DETAILS[mode]))};
     }
     return error;
 }

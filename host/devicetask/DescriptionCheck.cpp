@@ -38,10 +38,11 @@ const ReferenceRule REFERENCE_RULES[] = {
     {"pPort", ReferenceKind::Port},
 };
 
-const char *const VALUE_TAGS[] = {"Value", "pValue", "ValueIndexed", "pValueIndexed", "ValueDefault", "pValueDefault"};
+const char *const VALUE_TAGS[] = {"Value",         "pValue",       "ValueIndexed",
+                                  "pValueIndexed", "ValueDefault", "pValueDefault"};
 const char *const RANGE_TAGS[] = {"Min", "Max", "pMin", "pMax"};
 
-template <std::size_t N>
+template<std::size_t N>
 bool isOneOf(const char *const (&tags)[N], const QByteArray &tag)
 {
     for (const char *candidate : tags) {
@@ -246,8 +247,9 @@ bool DescriptionCheck::check(const QByteArray &xml, DescriptionIndex *index, QSt
         switch (reader.readNext()) {
         case QXmlStreamReader::StartElement:
             if (++nesting == 1 && reader.name() != QLatin1String("RegisterDescription")) {
-                reader.raiseError(QStringLiteral("the first element is <%1>, not <RegisterDescription>")
-                                      .arg(reader.name().toString()));
+                reader.raiseError(
+                    QStringLiteral("the first element is <%1>, not <RegisterDescription>")
+                        .arg(reader.name().toString()));
             } else if (nesting > MAX_NESTING) {
                 reader.raiseError(QStringLiteral("elements nest deeper than %1").arg(MAX_NESTING));
             }

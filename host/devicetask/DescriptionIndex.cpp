@@ -134,7 +134,8 @@ void DescriptionIndex::findOwnProblems(const KindOf &kindOf)
             if (kind == TargetKind::Missing) {
                 it->problem = "it refers to " + reference.target + ", which does not exist";
             } else if (!accepts(reference.kind, kind)) {
-                it->problem = "it refers to " + reference.target + ", which has no value that it can use";
+                it->problem =
+                    "it refers to " + reference.target + ", which has no value that it can use";
             }
         }
     }
@@ -202,7 +203,8 @@ void DescriptionIndex::logProblems() const
     int count = 0;
     for (auto it = m_nodes.cbegin(); it != m_nodes.cend(); ++it) {
         if (!it->problem.isEmpty() && ++count <= MAX_LINES) {
-            qCWarning(lcDescription, "Node %s is left out: %s.", it.key().constData(), it->problem.constData());
+            qCWarning(lcDescription, "Node %s is left out: %s.", it.key().constData(),
+                      it->problem.constData());
         }
     }
     if (count > MAX_LINES) {

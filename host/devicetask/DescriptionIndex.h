@@ -22,9 +22,11 @@ struct NodeInfo
     };
 
     QByteArray tag; ///< element name, "IntReg"
-    QVector<Reference> references; ///< everything that is evaluated with the node, those below included
+    QVector<Reference>
+        references; ///< everything that is evaluated with the node, those below included
     QByteArray valueTarget; ///< pValue
-    QVector<QByteArray> implementedBy; ///< pIsImplemented; a StructEntry inherits those of its StructReg
+    QVector<QByteArray>
+        implementedBy; ///< pIsImplemented; a StructEntry inherits those of its StructReg
     QVector<QByteArray> availableBy; ///< pIsAvailable
     QVector<QByteArray> lockedBy; ///< pIsLocked
     QVector<QByteArray> variables; ///< pVariable

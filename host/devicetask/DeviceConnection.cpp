@@ -56,10 +56,17 @@ TargetKind kindOf(ArvGc *gc, const QByteArray &name)
 
 } // namespace
 
-DeviceConnection::FreeHere::FreeHere() { ++t_nFreeHere; }
-DeviceConnection::FreeHere::~FreeHere() { --t_nFreeHere; }
+DeviceConnection::FreeHere::FreeHere()
+{
+    ++t_nFreeHere;
+}
+DeviceConnection::FreeHere::~FreeHere()
+{
+    --t_nFreeHere;
+}
 
-DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source, std::function<void()> onLost)
+DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
+                                                std::function<void()> onLost)
 {
     Opened result;
     GErrorBox error;
@@ -78,9 +85,10 @@ DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source, std:
         if (text && size <= std::size_t(DescriptionCheck::MAX_SIZE) + 1) {
             xml = DescriptionCheck::withoutPadding(QByteArray(text, static_cast<int>(size)));
         } else if (text) {
-            result.error = QStringLiteral("The device description has %1 bytes; at most %2 are read.")
-                               .arg(size)
-                               .arg(DescriptionCheck::MAX_SIZE);
+            result.error =
+                QStringLiteral("The device description has %1 bytes; at most %2 are read.")
+                    .arg(size)
+                    .arg(DescriptionCheck::MAX_SIZE);
         }
         if (ARV_IS_GV_DEVICE(device) && !arv_gv_device_is_controller(ARV_GV_DEVICE(device))) {
             result.accessMode = 2;
@@ -113,10 +121,11 @@ DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source, std:
 }
 
 DeviceConnection::DeviceConnection(ArvDevice *device, ArvGc *gc, const QByteArray &xml,
-                                   std::unique_ptr<DescriptionIndex> index, std::function<void()> onLost)
+                                   std::unique_ptr<DescriptionIndex> index,
+                                   std::function<void()> onLost)
     : m_xml(xml)
     , m_pIndex(std::move(index))
-    , m_session {device, gc, *m_pIndex}
+    , m_session{device, gc, *m_pIndex}
     , m_pControl(std::make_shared<ControlState>())
 {
     m_pControl->onLost = std::move(onLost);
@@ -131,18 +140,25 @@ DeviceConnection::~DeviceConnection()
     g_object_unref(m_session.device);
 }
 
+void DeviceConnection::ControlState::tell()
+{
+    if (!told.exchange(true)) {
+        onLost();
+    }
+}
+
 void DeviceConnection::watchControl()
 {
     using Holder = std::shared_ptr<ControlState>;
     const auto lost = +[](ArvDevice *, gpointer data) {
         ControlState &control = **static_cast<Holder *>(data);
-        if (!control.lost.exchange(true)) {
-            control.onLost();
-        }
+        control.lost = true;
+        control.tell();
     };
     const auto destroy = +[](gpointer data, GClosure *) { delete static_cast<Holder *>(data); };
-    m_nControlHandler = g_signal_connect_data(m_session.device, "control-lost", G_CALLBACK(lost),
-                                              new Holder(m_pControl), destroy, static_cast<GConnectFlags>(0));
+    m_nControlHandler =
+        g_signal_connect_data(m_session.device, "control-lost", G_CALLBACK(lost),
+                              new Holder(m_pControl), destroy, static_cast<GConnectFlags>(0));
 }
 
 void DeviceConnection::close()
@@ -190,18 +206,20 @@ bool DeviceConnection::probe()
     const bool answers = !error.failed() || !error.error(QString()).isTransport();
     if (answers) {
         m_bLost = false;
+        m_pControl->told = m_pControl->lost.load();
     } else {
-        loseDevice();
+        m_nNextProbe = (Clock::now() + PROBE_INTERVAL).time_since_epoch().count();
+        m_bLost = true;
+        m_pControl->tell();
     }
     return answers;
 }
 
-void DeviceConnection::loseDevice()
+bool DeviceConnection::beginLast(int milliseconds)
 {
-    m_nNextProbe = (Clock::now() + PROBE_INTERVAL).time_since_epoch().count();
-    if (!m_bLost.exchange(true)) {
-        m_pControl->onLost();
-    }
+    const auto deadline = Clock::now() + std::chrono::milliseconds(milliseconds);
+    return m_lock.lock(
+        [this, deadline] { return m_bLost || m_pControl->lost || Clock::now() > deadline; });
 }
 
 int DeviceConnection::lastAccessMode(const QByteArray &name) const

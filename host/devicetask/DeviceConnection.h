@@ -32,8 +32,8 @@ public:
         QString error;
     };
 
-    /// Opens a device; may block for as long as the transport takes. `onLost` runs on any thread, once a loss, with
-    /// no lock of the connection held by the caller's choice: it must only post.
+    /// Opens a device; may block for as long as the transport takes. `onLost` runs once a loss, on any thread and
+    /// under the device's lock: it must only post.
     static Opened open(const DeviceSource &source, std::function<void()> onLost);
     /// Frees the connection when its last holder drops it: on the dropping thread when that thread may wait for a
     /// device, else on the library's own.
@@ -52,7 +52,7 @@ public:
 
     /// Runs `work` (DeviceError(const GcSession &)) under the device's lock. Fails at once when the camera is closed,
     /// on its way out or lost.
-    template <class Work>
+    template<class Work>
     DeviceError run(const std::atomic<bool> &releasing, Work &&work)
     {
         DeviceError error = begin(releasing);
@@ -61,6 +61,17 @@ public:
             end(error);
         }
         return error;
+    }
+
+    /// One last piece of work on a closed connection, by whoever takes it apart. Left out when the device is lost or
+    /// a hanging call keeps the lock longer than that.
+    template<class Work>
+    void runLast(int milliseconds, Work &&work)
+    {
+        if (beginLast(milliseconds)) {
+            work(m_session);
+            m_lock.unlock();
+        }
     }
 
     /// Every access fails from now on, those that wait for their turn included. Does not wait for a hanging one.
@@ -72,19 +83,22 @@ public:
     void keepAccessMode(const QByteArray &name, int mode);
 
 private:
-    DeviceConnection(ArvDevice *device, ArvGc *gc, const QByteArray &xml, std::unique_ptr<DescriptionIndex> index,
-                     std::function<void()> onLost);
+    DeviceConnection(ArvDevice *device, ArvGc *gc, const QByteArray &xml,
+                     std::unique_ptr<DescriptionIndex> index, std::function<void()> onLost);
     DeviceError begin(const std::atomic<bool> &releasing);
     void end(const DeviceError &error);
+    bool beginLast(int milliseconds);
     bool probe();
-    void loseDevice();
     bool answersLost() const;
     void watchControl();
 
     /// What the control-lost handler touches; it may still run while the connection is taken apart.
     struct ControlState
     {
-        std::atomic<bool> lost {false};
+        void tell();
+
+        std::atomic<bool> lost{false};
+        std::atomic<bool> told{false}; ///< of the present loss
         std::function<void()> onLost;
     };
 
@@ -94,9 +108,9 @@ private:
     DeviceLock m_lock;
     std::shared_ptr<ControlState> m_pControl;
     gulong m_nControlHandler = 0;
-    std::atomic<bool> m_bClosed {false};
-    std::atomic<bool> m_bLost {false};
-    std::atomic<std::chrono::steady_clock::rep> m_nNextProbe {0};
+    std::atomic<bool> m_bClosed{false};
+    std::atomic<bool> m_bLost{false};
+    std::atomic<std::chrono::steady_clock::rep> m_nNextProbe{0};
     mutable std::mutex m_modesMutex;
     QHash<QByteArray, int> m_modes;
 };

@@ -69,7 +69,7 @@ const StatusCode GENICAM_STATUS_CODES[] = {
     {ARV_GC_ERROR_INVALID_SYNTAX, NODE_ARGUMENT},
 };
 
-template <std::size_t N>
+template<std::size_t N>
 DeviceErrorCode codeOf(const StatusCode (&table)[N], int status)
 {
     for (const StatusCode &row : table) {
@@ -99,7 +99,8 @@ QString DeviceError::remark() const
         return {};
     }
     const QString meaning = remarkOf(m_nCode);
-    return m_strDetail.isEmpty() ? meaning : meaning + QLatin1String(" (") + m_strDetail + QLatin1Char(')');
+    return m_strDetail.isEmpty() ? meaning
+                                 : meaning + QLatin1String(" (") + m_strDetail + QLatin1Char(')');
 }
 
 QString DeviceError::remarkOf(int code)

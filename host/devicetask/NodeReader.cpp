@@ -15,16 +15,10 @@ constexpr qint64 INT_MIN64 = std::numeric_limits<qint64>::min();
 constexpr qint64 INT_MAX64 = std::numeric_limits<qint64>::max();
 constexpr qint64 MAX_STRING = 64 * 1024 * 1024;
 
-/// A finite number keeps finite, so that a Float without bounds does not end at infinity.
-float toFloat(double number)
-{
-    constexpr double LIMIT = static_cast<double>(std::numeric_limits<float>::max());
-    return static_cast<float>(qIsFinite(number) ? std::clamp(number, -LIMIT, LIMIT) : number);
-}
-
 /// One bound of a node: its own, or `fallback` where the node has none.
-template <class Number, class Node>
-DeviceError bound(Number (*get)(Node *, GError **), Node *node, const QByteArray &name, Number fallback, Number *out)
+template<class Number, class Node>
+DeviceError bound(Number (*get)(Node *, GError **), Node *node, const QByteArray &name,
+                  Number fallback, Number *out)
 {
     GErrorBox error;
     const Number number = get(node, error.next());
@@ -52,19 +46,27 @@ void entryRange(ArvGcEnumeration *node, _NODE_INT_VALUE_ *out)
 
 } // namespace
 
-DeviceError NodeReader::wrongKind(const QByteArray &name, const char *wanted)
+float NodeReader::toFloat(double number)
 {
-    return {NODE_PROPERTY, QStringLiteral("%1 is no %2").arg(QString::fromUtf8(name), QLatin1String(wanted))};
+    constexpr double LIMIT = static_cast<double>(std::numeric_limits<float>::max());
+    return static_cast<float>(qIsFinite(number) ? std::clamp(number, -LIMIT, LIMIT) : number);
 }
 
-DeviceError NodeReader::integer(const GcSession &session, const QByteArray &name, _NODE_INT_VALUE_ *out)
+DeviceError NodeReader::wrongKind(const QByteArray &name, const char *wanted)
+{
+    return {NODE_PROPERTY,
+            QStringLiteral("%1 is no %2").arg(QString::fromUtf8(name), QLatin1String(wanted))};
+}
+
+DeviceError NodeReader::integer(const GcSession &session, const QByteArray &name,
+                                _NODE_INT_VALUE_ *out)
 {
     DeviceError failure = AccessMode::requireReadable(session, name);
     if (failure.failed()) {
         return failure;
     }
     ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    _NODE_INT_VALUE_ result {};
+    _NODE_INT_VALUE_ result{};
     GErrorBox error;
     if (ARV_IS_GC_BOOLEAN(node)) {
         result.value = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error.next()) ? 1 : 0;
@@ -83,7 +85,8 @@ DeviceError NodeReader::integer(const GcSession &session, const QByteArray &name
     return failure;
 }
 
-DeviceError NodeReader::integerRange(const GcSession &session, const QByteArray &name, _NODE_INT_VALUE_ *out)
+DeviceError NodeReader::integerRange(const GcSession &session, const QByteArray &name,
+                                     _NODE_INT_VALUE_ *out)
 {
     ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
     out->min = INT_MIN64;
@@ -119,7 +122,8 @@ DeviceError NodeReader::integerRange(const GcSession &session, const QByteArray 
     return failure;
 }
 
-DeviceError NodeReader::floating(const GcSession &session, const QByteArray &name, _NODE_FLOAT_VALUE_ *out)
+DeviceError NodeReader::floating(const GcSession &session, const QByteArray &name,
+                                 _NODE_FLOAT_VALUE_ *out)
 {
     DeviceError failure = AccessMode::requireReadable(session, name);
     if (failure.failed()) {
@@ -143,7 +147,8 @@ DeviceError NodeReader::floating(const GcSession &session, const QByteArray &nam
     return failure;
 }
 
-DeviceError NodeReader::floatRange(const GcSession &session, const QByteArray &name, double *min, double *max)
+DeviceError NodeReader::floatRange(const GcSession &session, const QByteArray &name, double *min,
+                                   double *max)
 {
     constexpr double LIMIT = std::numeric_limits<double>::max();
     ArvGcFloat *node = ARV_GC_FLOAT(arv_gc_get_node(session.gc, name.constData()));
@@ -154,7 +159,8 @@ DeviceError NodeReader::floatRange(const GcSession &session, const QByteArray &n
     return failure;
 }
 
-DeviceError NodeReader::availableEntries(const GcSession &session, const QByteArray &name, QVector<qint64> *entries)
+DeviceError NodeReader::availableEntries(const GcSession &session, const QByteArray &name,
+                                         QVector<qint64> *entries)
 {
     ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
     GErrorBox error;
@@ -169,7 +175,8 @@ DeviceError NodeReader::availableEntries(const GcSession &session, const QByteAr
     return error.error(QString::fromUtf8(name));
 }
 
-DeviceError NodeReader::enumeration(const GcSession &session, const QByteArray &name, _NODE_ENUM_VALUE_ *out)
+DeviceError NodeReader::enumeration(const GcSession &session, const QByteArray &name,
+                                    _NODE_ENUM_VALUE_ *out)
 {
     DeviceError failure = AccessMode::requireReadable(session, name);
     if (failure.failed()) {
@@ -216,7 +223,8 @@ DeviceError NodeReader::boolean(const GcSession &session, const QByteArray &name
     return error.error(QString::fromUtf8(name));
 }
 
-DeviceError NodeReader::stringLength(const GcSession &session, const QByteArray &name, qint64 *maxLength)
+DeviceError NodeReader::stringLength(const GcSession &session, const QByteArray &name,
+                                     qint64 *maxLength)
 {
     ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
     if (!ARV_IS_GC_STRING(node) || ARV_IS_GC_ENUMERATION(node)) {
@@ -229,13 +237,16 @@ DeviceError NodeReader::stringLength(const GcSession &session, const QByteArray 
     }
     // A String that is a constant has no register and no limit.
     if (length < 0 || (length > MAX_STRING && length != INT_MAX64)) {
-        return {NODE_LOGICAL, QStringLiteral("%1 has a length of %2 bytes").arg(QString::fromUtf8(name)).arg(length)};
+        return {
+            NODE_LOGICAL,
+            QStringLiteral("%1 has a length of %2 bytes").arg(QString::fromUtf8(name)).arg(length)};
     }
     *maxLength = qMin(length, MAX_STRING);
     return {};
 }
 
-DeviceError NodeReader::string(const GcSession &session, const QByteArray &name, QString *out, qint64 *maxLength)
+DeviceError NodeReader::string(const GcSession &session, const QByteArray &name, QString *out,
+                               qint64 *maxLength)
 {
     DeviceError failure = AccessMode::requireReadable(session, name);
     qint64 length = 0;

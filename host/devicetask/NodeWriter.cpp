@@ -22,12 +22,13 @@ bool takesAll64Bits(const GcSession &session, const QByteArray &name)
     while (info && !info->hasRange && info->tag == "Integer" && !info->valueTarget.isEmpty()) {
         info = session.index.find(info->valueTarget);
     }
-    return info && !info->isSigned && ((info->tag == "IntReg" && info->length == 8) || info->bits() == 64);
+    return info && !info->isSigned
+        && ((info->tag == "IntReg" && info->length == 8) || info->bits() == 64);
 }
 
 DeviceError checkInteger(const GcSession &session, const QByteArray &name, qint64 value)
 {
-    _NODE_INT_VALUE_ range {};
+    _NODE_INT_VALUE_ range{};
     const DeviceError failure = NodeReader::integerRange(session, name, &range);
     if (failure.failed() || takesAll64Bits(session, name)) {
         return failure;
@@ -44,8 +45,9 @@ DeviceError checkInteger(const GcSession &session, const QByteArray &name, qint6
     return {};
 }
 
-template <class Matches>
-DeviceError writeEntry(const GcSession &session, const QByteArray &name, const QString &shown, Matches &&matches)
+template<class Matches>
+DeviceError writeEntry(const GcSession &session, const QByteArray &name, const QString &shown,
+                       Matches &&matches)
 {
     QVector<qint64> entries;
     const DeviceError failure = NodeReader::availableEntries(session, name, &entries);
@@ -72,7 +74,8 @@ DeviceError NodeWriter::integer(const GcSession &session, const QByteArray &name
     }
     ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
     if (ARV_IS_GC_ENUMERATION(node)) {
-        return writeEntry(session, name, QString::number(value), [value](qint64 entry) { return entry == value; });
+        return writeEntry(session, name, QString::number(value),
+                          [value](qint64 entry) { return entry == value; });
     }
     GErrorBox error;
     if (!ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_BOOLEAN(node)) {
@@ -107,12 +110,15 @@ DeviceError NodeWriter::floating(const GcSession &session, const QByteArray &nam
         return failure;
     }
     // A bound such as 0.1 rounds up to a float beyond it; the caller who writes that float means the bound.
-    if (!(value >= static_cast<float>(min) && value <= static_cast<float>(max))) {
-        return outOfRange(name, QStringLiteral("%1; it takes %2 to %3").arg(value).arg(min).arg(max));
+    const double exactValue = static_cast<double>(value);
+    const bool fits = (exactValue >= min || value == NodeReader::toFloat(min))
+        && (exactValue <= max || value == NodeReader::toFloat(max));
+    if (!fits) {
+        return outOfRange(name,
+                          QStringLiteral("%1; it takes %2 to %3").arg(value).arg(min).arg(max));
     }
     GErrorBox error;
-    const double exact = min <= max ? std::clamp(static_cast<double>(value), min, max) : static_cast<double>(value);
-    arv_gc_float_set_value(ARV_GC_FLOAT(node), exact, error.next());
+    arv_gc_float_set_value(ARV_GC_FLOAT(node), qBound(min, exactValue, max), error.next());
     return error.error(QString::fromUtf8(name));
 }
 
@@ -144,7 +150,8 @@ DeviceError NodeWriter::boolean(const GcSession &session, const QByteArray &name
     return error.error(QString::fromUtf8(name));
 }
 
-DeviceError NodeWriter::string(const GcSession &session, const QByteArray &name, const QByteArray &value)
+DeviceError NodeWriter::string(const GcSession &session, const QByteArray &name,
+                               const QByteArray &value)
 {
     DeviceError failure = AccessMode::requireWritable(session, name);
     qint64 length = 0;
@@ -155,7 +162,9 @@ DeviceError NodeWriter::string(const GcSession &session, const QByteArray &name,
         return failure;
     }
     if (value.size() > length || value.contains('\0')) {
-        return outOfRange(name, QStringLiteral("this text of %1 bytes; it takes %2").arg(value.size()).arg(length));
+        return outOfRange(
+            name,
+            QStringLiteral("this text of %1 bytes; it takes %2").arg(value.size()).arg(length));
     }
     GErrorBox error;
     ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());

@@ -16,6 +16,7 @@ public:
     static DeviceError enumeration(const GcSession &session, const QByteArray &name, quint32 value);
     static DeviceError boolean(const GcSession &session, const QByteArray &name, bool value);
     /// UTF-8; the rest of the register is filled with zeros.
-    static DeviceError string(const GcSession &session, const QByteArray &name, const QByteArray &value);
+    static DeviceError string(const GcSession &session, const QByteArray &name,
+                              const QByteArray &value);
     static DeviceError execute(const GcSession &session, const QByteArray &name);
 };

@@ -18,7 +18,8 @@ CurrentThread &currentThread()
 
 } // namespace
 
-OperateThread::OperateThread()
+OperateThread::OperateThread(CloseNotice notice)
+    : m_closeNotice(std::move(notice))
 {
     m_thread = std::thread([this] { run(); });
 }
@@ -30,11 +31,7 @@ OperateThread::~OperateThread()
         m_bStop = true;
         m_changed.notify_all();
     }
-    if (m_thread.get_id() == std::this_thread::get_id()) {
-        m_thread.detach();
-    } else {
-        m_thread.join();
-    }
+    m_thread.join();
 }
 
 void OperateThread::post(Job job)
@@ -42,6 +39,11 @@ void OperateThread::post(Job job)
     const std::lock_guard<std::mutex> guard(m_mutex);
     m_jobs.push_back(std::move(job));
     m_changed.notify_all();
+}
+
+void OperateThread::requestClose(long int cameraId, bool lost)
+{
+    post([this, cameraId, lost] { m_closeNotice(cameraId, lost); });
 }
 
 void OperateThread::waitIdle(int milliseconds)

@@ -13,14 +13,18 @@ class OperateThread
 {
 public:
     using Job = std::function<void()>;
+    using CloseNotice = std::function<void(long int cameraId, bool lost)>;
 
-    OperateThread();
+    /// `notice` runs on this thread.
+    explicit OperateThread(CloseNotice notice);
     /// Runs what is queued, then ends the thread.
     ~OperateThread();
     OperateThread(const OperateThread &) = delete;
     OperateThread &operator=(const OperateThread &) = delete;
 
     void post(Job job);
+    /// Tells the client that the module wants this camera closed.
+    void requestClose(long int cameraId, bool lost);
     /// Waits until the queue is empty and nothing runs, for at most that long.
     void waitIdle(int milliseconds);
 
@@ -31,6 +35,7 @@ public:
 private:
     void run();
 
+    const CloseNotice m_closeNotice;
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Job> m_jobs;

@@ -12,7 +12,8 @@ public:
     virtual ~DeviceBehaviour() = default;
 
     /// An ArvDeviceError when the device refuses this write, -1 when it takes it.
-    virtual int refusal(const RegisterMemory &, quint64 /*address*/, const QByteArray & /*bytes*/) const
+    virtual int refusal(const RegisterMemory &, quint64 /*address*/,
+                        const QByteArray & /*bytes*/) const
     {
         return -1;
     }

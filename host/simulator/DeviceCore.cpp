@@ -3,7 +3,6 @@
 #include <QThread>
 
 #include <arv.h>
-
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -189,7 +188,8 @@ void DeviceCore::removeHandle(int handle)
     m_handles.remove(handle);
 }
 
-int DeviceCore::arrive(SimulatorAccess::Kind kind, quint64 address, quint32 length, quint64 *logGeneration)
+int DeviceCore::arrive(SimulatorAccess::Kind kind, quint64 address, quint32 length,
+                       quint64 *logGeneration)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     int line = -1;
@@ -219,7 +219,9 @@ int DeviceCore::failure(quint64 address, quint32 length) const
     if (fault != m_failing.constEnd() && fault.key() - address < length) {
         return *fault;
     }
-    return m_pMemory->covers(address, length) ? -1 : int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS);
+    return m_pMemory->covers(address, length)
+        ? -1
+        : int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS);
 }
 
 void DeviceCore::noteFailure(int logLine, quint64 logGeneration)

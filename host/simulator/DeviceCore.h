@@ -60,7 +60,8 @@ private:
     QMap<quint64, int> m_failing;
     QMap<int, std::function<void()>> m_handles;
     QVector<SimulatorAccess> m_log;
-    quint64 m_nLogGeneration = 0; ///< lines of a log that was cleared meanwhile are not touched again
+    quint64 m_nLogGeneration =
+        0; ///< lines of a log that was cleared meanwhile are not touched again
     BlockState m_eBlock = BlockState::None;
     int m_nLatency = 0;
     int m_nRestartTime = 2000;

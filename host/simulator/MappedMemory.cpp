@@ -4,11 +4,7 @@ void MappedMemory::map(quint64 address, const QByteArray &content)
 {
     QByteArray bytes = content;
     bytes.append(QByteArray((4 - content.size() % 4) % 4, '\0'));
-    const auto behind = m_stretches.constFind(address + quint64(bytes.size()));
-    if (behind != m_stretches.constEnd()) {
-        bytes += *behind;
-        m_stretches.remove(behind.key());
-    }
+    bytes += m_stretches.take(address + quint64(bytes.size()));
     const auto ahead = address ? stretchAt(address - 1) : m_stretches.constEnd();
     if (ahead != m_stretches.constEnd()) {
         m_stretches[ahead.key()].append(bytes);
@@ -20,7 +16,8 @@ void MappedMemory::map(quint64 address, const QByteArray &content)
 bool MappedMemory::covers(quint64 address, quint32 length) const
 {
     const auto stretch = stretchAt(address);
-    return stretch != m_stretches.constEnd() && length <= quint64(stretch->size()) - (address - stretch.key());
+    return stretch != m_stretches.constEnd()
+        && length <= quint64(stretch->size()) - (address - stretch.key());
 }
 
 QByteArray MappedMemory::read(quint64 address, quint32 length) const

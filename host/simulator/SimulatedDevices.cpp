@@ -58,8 +58,8 @@ SimulatedDevices::Simulated SimulatedDevices::builtIn(const QString &id, int ins
             continue;
         }
         BuiltInDevice device = row.make(instance);
-        const auto core = std::make_shared<DeviceCore>(device.m_description, std::move(device.m_pMemory),
-                                                       std::move(device.m_pBehaviour));
+        const auto core = std::make_shared<DeviceCore>(
+            device.m_description, std::move(device.m_pMemory), std::move(device.m_pBehaviour));
         const auto source = sourceOf(core);
         source->id = id;
         source->name = QStringLiteral("%1 (%2)").arg(device.m_strModel, device.m_strSerial);
@@ -72,8 +72,8 @@ SimulatedDevices::Simulated SimulatedDevices::builtIn(const QString &id, int ins
     return {};
 }
 
-SimulatedDevices::Simulated SimulatedDevices::fromDescription(const QByteArray &xml, const QString &name,
-                                                              SimulatorControl::MemoryPattern pattern)
+SimulatedDevices::Simulated SimulatedDevices::fromDescription(
+    const QByteArray &xml, const QString &name, SimulatorControl::MemoryPattern pattern)
 {
     const auto core = std::make_shared<DeviceCore>(xml, std::make_unique<SparseMemory>(pattern),
                                                    std::make_unique<DeviceBehaviour>());

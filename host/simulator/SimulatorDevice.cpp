@@ -27,7 +27,10 @@ struct SimulatorDeviceClass
     ArvDeviceClass parent;
 };
 
-HandleState &stateOf(ArvDevice *device) { return *reinterpret_cast<SimulatorDevice *>(device)->state; }
+HandleState &stateOf(ArvDevice *device)
+{
+    return *reinterpret_cast<SimulatorDevice *>(device)->state;
+}
 
 const char *errorText(int error)
 {
@@ -60,19 +63,22 @@ gboolean finished(int result, const char *what, guint64 address, guint32 size, G
     if (result < 0) {
         return TRUE;
     }
-    g_set_error(error, ARV_DEVICE_ERROR, result, "%s of %u bytes at 0x%" G_GINT64_MODIFIER "x failed: %s", what, size,
-                address, errorText(result));
+    g_set_error(error, ARV_DEVICE_ERROR, result,
+                "%s of %u bytes at 0x%" G_GINT64_MODIFIER "x failed: %s", what, size, address,
+                errorText(result));
     return FALSE;
 }
 
 gboolean readMemory(ArvDevice *device, guint64 address, guint32 size, void *buffer, GError **error)
 {
-    return finished(stateOf(device).m_pCore->read(address, size, buffer), "Read", address, size, error);
+    return finished(stateOf(device).m_pCore->read(address, size, buffer), "Read", address, size,
+                    error);
 }
 
 gboolean writeMemory(ArvDevice *device, guint64 address, guint32 size, void *buffer, GError **error)
 {
-    return finished(stateOf(device).m_pCore->write(address, size, buffer), "Write", address, size, error);
+    return finished(stateOf(device).m_pCore->write(address, size, buffer), "Write", address, size,
+                    error);
 }
 
 gboolean readRegister(ArvDevice *device, guint64 address, guint32 *value, GError **error)
@@ -105,8 +111,8 @@ ArvGc *getGenicam(ArvDevice *device)
     HandleState &state = stateOf(device);
     const std::lock_guard<std::mutex> lock(state.m_genicamMutex);
     if (!state.m_pGenicam) {
-        state.m_pGenicam
-            = arv_gc_new(device, state.m_description.constData(), size_t(state.m_description.size()));
+        state.m_pGenicam =
+            arv_gc_new(device, state.m_description.constData(), size_t(state.m_description.size()));
     }
     return state.m_pGenicam;
 }
@@ -145,8 +151,8 @@ void initClass(gpointer klass, gpointer)
 GType simulatorDeviceType()
 {
     static const GType kType = g_type_register_static_simple(
-        ARV_TYPE_DEVICE, "VexaSimulatorDevice", sizeof(SimulatorDeviceClass), initClass, sizeof(SimulatorDevice),
-        nullptr, static_cast<GTypeFlags>(0));
+        ARV_TYPE_DEVICE, "VexaSimulatorDevice", sizeof(SimulatorDeviceClass), initClass,
+        sizeof(SimulatorDevice), nullptr, static_cast<GTypeFlags>(0));
     return kType;
 }
 
@@ -166,7 +172,8 @@ std::shared_ptr<GWeakRef> weakReference(ArvDevice *device)
 ArvDevice *newSimulatorDevice(const std::shared_ptr<DeviceCore> &core, GError **error)
 {
     if (core->isGone()) {
-        g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_NOT_FOUND, "the simulated device is gone");
+        g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_NOT_FOUND,
+                    "the simulated device is gone");
         return nullptr;
     }
     auto *device = static_cast<ArvDevice *>(g_object_new(simulatorDeviceType(), nullptr));

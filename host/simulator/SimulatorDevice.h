@@ -1,7 +1,6 @@
 #pragma once
 
 #include <arv.h>
-
 #include <memory>
 
 class DeviceCore;

@@ -8,7 +8,10 @@ constexpr quint64 kPageSize = 4096;
 constexpr quint32 kLongestAccess = 1024 * 1024;
 
 /// Differs from byte to byte, so that a swapped byte order shows; the top bit is always set.
-char uglyByte(quint64 address) { return char(0x80 | ((address * 37 + (address >> 7) * 11 + 5) & 0x7f)); }
+char uglyByte(quint64 address)
+{
+    return char(0x80 | ((address * 37 + (address >> 7) * 11 + 5) & 0x7f));
+}
 
 } // namespace
 

@@ -114,6 +114,21 @@ int rightEnd(const std::vector<Token> &all, int index)
     return end;
 }
 
+/// The evaluator reads integers by way of a double: one that a double cannot hold would silently be another number.
+bool isInexactInteger(const QByteArray &operand)
+{
+    const bool hexadecimal = operand.left(2).toLower() == "0x";
+    const bool decimal
+        = std::all_of(operand.cbegin(), operand.cend(), [](char c) { return c >= '0' && c <= '9'; });
+    if (!hexadecimal && !decimal) {
+        return false;
+    }
+    constexpr quint64 LARGEST = quint64(1) << 63;
+    bool fits = false;
+    const quint64 number = operand.toULongLong(&fits, hexadecimal ? 16 : 10);
+    return !fits || number > LARGEST || quint64(double(number)) != number;
+}
+
 QByteArray textOf(const QByteArray &formula, const std::vector<Token> &all, int begin, int end)
 {
     if (begin >= end) {
@@ -139,7 +154,11 @@ QByteArray FormulaGuard::refusal(const QByteArray &formula, EvaluatePart evaluat
         if (all[std::size_t(index)].depth > MAX_DEPTH) {
             return QByteArrayLiteral("the formula is nested too deeply");
         }
-        if (all[std::size_t(index)].first == '%') {
+        const Token &token = all[std::size_t(index)];
+        if (token.kind == Token::OPERAND && isInexactInteger(formula.mid(token.begin, token.end - token.begin))) {
+            return QByteArrayLiteral("a number of the formula is too large");
+        }
+        if (token.first == '%') {
             remainders.push_back(index);
         }
     }

@@ -133,7 +133,6 @@ int run(const WorkbenchOptions &options)
         ShellHost::useTransientSettings();
         UtilityHost::useTransientSettings();
     }
-    QApplication::setStyle(new CustomStyle);
     MessageHandler::install(VexaInterface::programDataPath() + QStringLiteral("/log"));
     if (options.userLevel >= 0) {
         QLocalCfg::Instance()->SetUserLevel(options.userLevel);
@@ -203,7 +202,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
+    CustomStyle::install(application);
     const int exitCode = run(options);
     MessageHandler::uninstall();
     return exitCode;

@@ -27,6 +27,7 @@ Q_SIGNALS:
     void SigRangedChanged();
 
 protected:
+    void cAttributesChanged() override;
     void changeEvent(QEvent *event) override;
 
 private:

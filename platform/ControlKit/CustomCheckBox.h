@@ -15,11 +15,19 @@ public:
     ~CustomCheckBox() override;
 
     int cStyle() const { return m_nStyle; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// The check state (Qt::CheckState) changed.
     void sigStateChanged(int state);
 
+protected:
+    void changeEvent(QEvent *event) override;
+    bool hitButton(const QPoint &pos) const override;
+
 private:
+    void init();
+
     int m_nStyle;
 };

@@ -14,8 +14,11 @@ public:
     ~CustomComboBox() override;
 
     int cStyle() const { return m_nStyle; }
+    /// The list is as wide as its longest row, so that no text is cut.
+    void showPopup() override;
 
 protected:
+    void changeEvent(QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:

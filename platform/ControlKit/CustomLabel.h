@@ -13,6 +13,14 @@ public:
     explicit CustomLabel(const QString &text, QWidget *parent = nullptr);
     ~CustomLabel() override;
 
+    QSize minimumSizeHint() const override;
+
 protected:
+    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool isElidable() const;
+    QString shownText() const;
 };

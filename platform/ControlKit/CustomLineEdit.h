@@ -21,7 +21,12 @@ public:
 Q_SIGNALS:
     void cSigSearchClicked();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void nameSearchAction();
+
     int m_nStyle;
     QAction *m_pSearchAction = nullptr;
 };

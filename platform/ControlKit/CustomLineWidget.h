@@ -11,4 +11,7 @@ public:
     explicit CustomLineWidget(QWidget *parent = nullptr);
     ~CustomLineWidget() override;
     void cSetLineType(LineType type);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
 };

@@ -23,6 +23,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
 
@@ -42,14 +43,15 @@ public:
     CustomTitleBar *cTitleBar() const;
     /// Takes the widget over.
     void cSetCentralWidget(QWidget *widget);
-    /// Standard buttons as bits: 1 OK, 2 Cancel.
+    /// Standard buttons as bits: 1 OK, 2 Cancel; other bits are passed over. They accept and reject the dialog.
     void cSetButtons(int buttons);
     /// Further buttons with these texts, in order, left of the standard ones; cButton counts them from 0.
     void cAddCustomButtons(const QStringList &texts);
     CustomPushButton *cButton(int index) const;
     void cSetEnableButtonBar(bool enable);
     void cEnableDefualtShadow(bool enable = true);
-    /// Edges by which the user resizes the dialog, as bits; 0 fixes its size.
+    /// Where the user takes hold to resize the dialog, as bits: 1 right edge, 2 bottom edge, 4 top edge, 8 bottom
+    /// right corner, 16 top left corner, 32 top right corner, 64 left edge, 128 bottom left corner. 0: nowhere.
     void cSetStrechEdges(int edges);
     /// 1: the dialog stays above its parent's window.
     void cSetWindowLever(int level);
@@ -59,6 +61,11 @@ Q_SIGNALS:
     void customButtonClicked(int index);
 
 protected:
+    void changeEvent(QEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

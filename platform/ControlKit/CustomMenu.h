@@ -11,4 +11,7 @@ class CONTROLKIT_API CustomMenu : public QMenu, public CustomQssHelper
 public:
     explicit CustomMenu(QWidget *parent = nullptr);
     ~CustomMenu() override;
+
+protected:
+    void changeEvent(QEvent *event) override;
 };

@@ -31,7 +31,13 @@ public:
     QString cContent() const;
     QString cTextTitle() const;
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    static int run(int hintStyle, QWidget *parent, const QString &text, const QString &title, int buttons,
+                   const QString &checkText, bool *checked);
+
     class Private;
     std::unique_ptr<Private> d;
 };

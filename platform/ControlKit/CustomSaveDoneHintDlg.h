@@ -15,6 +15,10 @@ public:
     /// Sets the texts anew and how long the hint stays, in milliseconds.
     void SetMsgText(const QString &message, const QString &argument, bool showLink, int displayTime);
 
+protected:
+    void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
 private:
     class Private;
     std::unique_ptr<Private> d;

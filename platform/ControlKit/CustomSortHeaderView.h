@@ -11,4 +11,7 @@ class CONTROLKIT_API CustomSortHeaderView : public QHeaderView, public CustomQss
 public:
     explicit CustomSortHeaderView(Qt::Orientation orientation, QWidget *parent = nullptr);
     ~CustomSortHeaderView() override;
+
+protected:
+    void changeEvent(QEvent *event) override;
 };

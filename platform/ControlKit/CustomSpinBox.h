@@ -4,7 +4,8 @@
 
 #include <QSpinBox>
 
-/// A spin box. Style 2: value of a feature. A wheel turn without the focus changes nothing. A refill never
+/// A spin box. Style 2: value of a feature. A wheel turn without the focus changes nothing and
+/// scrolls what is around it. A value counts when its text is committed, not while it is typed. A refill never
 /// overwrites what the user is typing: cHasUserText tells that a typed text waits for its commit.
 class CONTROLKIT_API CustomSpinBox : public QSpinBox, public CustomQssHelper
 {
@@ -27,6 +28,9 @@ public:
     void stepBy(int steps) override;
 
 protected:
+    void changeEvent(QEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:

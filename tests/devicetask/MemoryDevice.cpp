@@ -16,9 +16,15 @@ struct MemoryDeviceClass
     ArvDeviceClass parent;
 };
 
-MemoryDeviceState &stateOf(void *device) { return **static_cast<MemoryDevice *>(device)->state; }
+MemoryDeviceState &stateOf(void *device)
+{
+    return **static_cast<MemoryDevice *>(device)->state;
+}
 
-ArvGc *getGenicam(ArvDevice *) { return nullptr; }
+ArvGc *getGenicam(ArvDevice *)
+{
+    return nullptr;
+}
 
 const char *getGenicamXml(ArvDevice *device, size_t *size)
 {
@@ -76,8 +82,8 @@ void classInit(gpointer klass, gpointer)
 GType memoryDeviceType()
 {
     static const GType type = g_type_register_static_simple(
-        ARV_TYPE_DEVICE, "TestMemoryDevice", sizeof(MemoryDeviceClass), classInit, sizeof(MemoryDevice),
-        nullptr, static_cast<GTypeFlags>(0));
+        ARV_TYPE_DEVICE, "TestMemoryDevice", sizeof(MemoryDeviceClass), classInit,
+        sizeof(MemoryDevice), nullptr, static_cast<GTypeFlags>(0));
     return type;
 }
 
@@ -126,7 +132,8 @@ bool MemoryDeviceState::waitForBlocked()
     return m_condition.wait_for(lock, std::chrono::seconds(5), [this] { return m_nWaiting > 0; });
 }
 
-bool MemoryDeviceState::access(quint64 address, quint32 size, void *read, const void *write, GError **error)
+bool MemoryDeviceState::access(quint64 address, quint32 size, void *read, const void *write,
+                               GError **error)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     ++m_nAccesses;
@@ -140,7 +147,8 @@ bool MemoryDeviceState::access(quint64 address, quint32 size, void *read, const 
             failure = it.value();
         }
     }
-    if (failure < 0 && (address > quint64(m_memory.size()) || size > quint64(m_memory.size()) - address)) {
+    if (failure < 0
+        && (address > quint64(m_memory.size()) || size > quint64(m_memory.size()) - address)) {
         failure = ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS;
     }
     if (failure >= 0) {

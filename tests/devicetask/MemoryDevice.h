@@ -4,7 +4,6 @@
 #include <QHash>
 
 #include <arv.h>
-
 #include <atomic>
 #include <condition_variable>
 #include <memory>
@@ -22,8 +21,8 @@ public:
     }
 
     const QByteArray m_xml;
-    std::atomic<int> m_nAccesses {0};
-    std::atomic<int> m_nLiving {0}; ///< devices that stand on this state now
+    std::atomic<int> m_nAccesses{0};
+    std::atomic<int> m_nLiving{0}; ///< devices that stand on this state now
 
     QByteArray peek(int address, int length) const;
     void poke(int address, const QByteArray &bytes);

@@ -3,7 +3,6 @@
 #include "host/devicetask/CameraHost.h"
 
 #include <QMutex>
-#include <QVariant>
 
 namespace {
 
@@ -16,7 +15,10 @@ void keepLine(const char *text)
     s_warnings.append(QString::fromUtf8(text).trimmed());
 }
 
-void keepLog(const char *, GLogLevelFlags, const char *text, void *) { keepLine(text); }
+void keepLog(const char *, GLogLevelFlags, const char *text, void *)
+{
+    keepLine(text);
+}
 
 } // namespace
 
@@ -27,7 +29,10 @@ OpenedDevice::OpenedDevice(const SimulatedDevices::Simulated &simulated)
     finish(error);
 }
 
-OpenedDevice::~OpenedDevice() { g_clear_object(&m_pDevice); }
+OpenedDevice::~OpenedDevice()
+{
+    g_clear_object(&m_pDevice);
+}
 
 ArvGcNode *OpenedDevice::node(const QString &name) const
 {
@@ -61,7 +66,8 @@ bool OpenedDevice::boolean(const QString &name)
 QString OpenedDevice::text(const QString &name)
 {
     GError *error = nullptr;
-    const QString value = QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(node(name)), &error));
+    const QString value =
+        QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(node(name)), &error));
     finish(error);
     return value;
 }
@@ -195,18 +201,29 @@ QStringList elementTexts(const QDomDocument &document, const QString &tag)
     return texts;
 }
 
-QDomElement namedElement(const QDomDocument &document, const QString &name)
+QList<QDomElement> allElements(const QDomDocument &document)
 {
-    QList<QDomElement> open {document.documentElement()};
-    while (!open.isEmpty()) {
-        const QDomElement element = open.takeFirst();
-        if (element.tagName() != QLatin1String("EnumEntry") && element.attribute("Name") == name
-            && element.tagName() != QLatin1String("pVariable")) {
-            return element;
-        }
-        for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-            open.append(child);
+    QList<QDomElement> found{document.documentElement()};
+    for (int i = 0; i < found.size(); ++i) {
+        const QDomElement parent = found.at(i);
+        for (QDomElement child = parent.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            found.append(child);
         }
     }
-    return {};
+    return found;
+}
+
+QHash<QString, QDomElement> namedElements(const QDomDocument &document)
+{
+    QHash<QString, QDomElement> nodes;
+    const QList<QDomElement> elements = allElements(document);
+    for (const QDomElement &element : elements) {
+        const QString tag = element.tagName();
+        const QString name = element.attribute(tag == "StructReg" ? "Comment" : "Name");
+        if (!name.isEmpty() && tag != "EnumEntry" && tag != "pVariable") {
+            nodes.insert(name, element);
+        }
+    }
+    return nodes;
 }

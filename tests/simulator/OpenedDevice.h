@@ -3,8 +3,11 @@
 #include "host/simulator/SimulatedDevices.h"
 
 #include <QDomDocument>
+#include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 #include <arv.h>
 
@@ -54,4 +57,6 @@ public:
 QDomDocument parsedDescription(const SimulatedDevices::Simulated &simulated);
 /// Texts of all elements with this tag, in document order.
 QStringList elementTexts(const QDomDocument &document, const QString &tag);
-QDomElement namedElement(const QDomDocument &document, const QString &name);
+QList<QDomElement> allElements(const QDomDocument &document);
+/// The nodes by name; entries of enumerations and variables are no nodes. A StructReg goes by its comment.
+QHash<QString, QDomElement> namedElements(const QDomDocument &document);

@@ -1,5 +1,4 @@
 #include "OpenedDevice.h"
-
 #include "host/devicetask/CameraHost.h"
 
 #include <QHash>
@@ -42,12 +41,12 @@ void tst_AreaCameraDescription::initTestCase()
     QString error;
     QVERIFY2(m_document.setContent(m_simulated.control->description(), &error), qPrintable(error));
     m_features = elementTexts(m_document, QStringLiteral("pFeature"));
-    const QDomNodeList all = m_document.elementsByTagName(QStringLiteral("*"));
-    for (int i = 0; i < all.size(); ++i) {
-        const QDomElement element = all.at(i).toElement();
+    const QList<QDomElement> all = allElements(m_document);
+    for (const QDomElement &element : all) {
         static const QSet<QString> kNotNodes = {"EnumEntry", "pVariable", "RegisterDescription"};
         if (element.hasAttribute("Name") && !kNotNodes.contains(element.tagName())) {
-            QVERIFY2(!m_nodes.contains(element.attribute("Name")), qPrintable(element.attribute("Name")));
+            QVERIFY2(!m_nodes.contains(element.attribute("Name")),
+                     qPrintable(element.attribute("Name")));
             m_nodes.insert(element.attribute("Name"), element);
         }
     }
@@ -58,16 +57,30 @@ void tst_AreaCameraDescription::holdsEveryKindOfFeature_data()
     QTest::addColumn<QString>("featureTag");
     QTest::addColumn<QString>("valueTag");
     const QPair<const char *, const char *> rows[] = {
-        {"Integer", "IntReg"},         {"Integer", "MaskedIntReg"}, {"Integer", "StructEntry"},
-        {"Integer", "IntConverter"},   {"Integer", "IntSwissKnife"}, {"Integer", ""},
-        {"Float", "FloatReg"},         {"Float", "Converter"},      {"Float", "SwissKnife"},
-        {"Boolean", "IntReg"},         {"Boolean", "MaskedIntReg"}, {"Boolean", "IntSwissKnife"},
-        {"Boolean", "IntConverter"},   {"Enumeration", "IntReg"},   {"Enumeration", "MaskedIntReg"},
-        {"Enumeration", "IntSwissKnife"}, {"Command", "IntReg"},    {"StringReg", ""},
-        {"IntReg", ""},                {"Category", ""},
+        {"Integer", "IntReg"},
+        {"Integer", "MaskedIntReg"},
+        {"Integer", "StructEntry"},
+        {"Integer", "IntConverter"},
+        {"Integer", "IntSwissKnife"},
+        {"Integer", ""},
+        {"Float", "FloatReg"},
+        {"Float", "Converter"},
+        {"Float", "SwissKnife"},
+        {"Boolean", "IntReg"},
+        {"Boolean", "MaskedIntReg"},
+        {"Boolean", "IntSwissKnife"},
+        {"Boolean", "IntConverter"},
+        {"Enumeration", "IntReg"},
+        {"Enumeration", "MaskedIntReg"},
+        {"Enumeration", "IntSwissKnife"},
+        {"Command", "IntReg"},
+        {"StringReg", ""},
+        {"IntReg", ""},
+        {"Category", ""},
     };
     for (const auto &row : rows) {
-        QTest::addRow("%s over %s", row.first, *row.second ? row.second : "itself") << row.first << row.second;
+        QTest::addRow("%s over %s", row.first, *row.second ? row.second : "itself")
+            << row.first << row.second;
     }
 }
 
@@ -88,18 +101,20 @@ void tst_AreaCameraDescription::holdsEveryWord_data()
 {
     QTest::addColumn<QString>("tag");
     QTest::addColumn<QStringList>("texts");
-    QTest::newRow("visibilities") << "Visibility" << QStringList {"Beginner", "Expert", "Guru", "Invisible"};
-    QTest::newRow("representations") << "Representation"
-                                     << QStringList {"Linear",    "Logarithmic", "Boolean",   "PureNumber",
-                                                     "HexNumber", "IPV4Address", "MACAddress"};
-    QTest::newRow("byte orders") << "Endianess" << QStringList {"LittleEndian", "BigEndian"};
-    QTest::newRow("signs") << "Sign" << QStringList {"Signed", "Unsigned"};
-    QTest::newRow("access modes") << "AccessMode" << QStringList {"RO", "WO", "RW"};
-    QTest::newRow("cache modes") << "Cachable" << QStringList {"NoCache", "WriteThrough"};
-    QTest::newRow("register lengths") << "Length" << QStringList {"1", "2", "4", "8"};
-    QTest::newRow("locks") << "pIsLocked" << QStringList {"TLParamsLocked", "UserSetFixed"};
-    for (const char *tag : {"pSelected", "pInvalidator", "pIsAvailable", "pIsImplemented", "pVariable", "pAddress",
-                            "pIndex", "PollingTime", "pMin", "pMax", "pInc", "Unit", "Bit", "OnValue"}) {
+    QTest::newRow("visibilities") << "Visibility"
+                                  << QStringList{"Beginner", "Expert", "Guru", "Invisible"};
+    QTest::newRow("representations")
+        << "Representation" << QStringList{"Linear",    "Logarithmic", "Boolean",   "PureNumber",
+                                           "HexNumber", "IPV4Address", "MACAddress"};
+    QTest::newRow("byte orders") << "Endianess" << QStringList{"LittleEndian", "BigEndian"};
+    QTest::newRow("signs") << "Sign" << QStringList{"Signed", "Unsigned"};
+    QTest::newRow("access modes") << "AccessMode" << QStringList{"RO", "WO", "RW"};
+    QTest::newRow("cache modes") << "Cachable" << QStringList{"NoCache", "WriteThrough"};
+    QTest::newRow("register lengths") << "Length" << QStringList{"1", "2", "4", "8"};
+    QTest::newRow("locks") << "pIsLocked" << QStringList{"TLParamsLocked", "UserSetFixed"};
+    for (const char *tag :
+         {"pSelected", "pInvalidator", "pIsAvailable", "pIsImplemented", "pVariable", "pAddress",
+          "pIndex", "PollingTime", "pMin", "pMax", "pInc", "Unit", "Bit", "OnValue"}) {
         QTest::addRow("%s", tag) << tag << QStringList();
     }
 }
@@ -121,8 +136,8 @@ void tst_AreaCameraDescription::countsItsFeatures()
     QStringList inTwo;
     QSet<QString> seen;
     for (const QString &name : qAsConst(m_features)) {
-        static const QSet<QString> kTags = {"Category", "Integer", "Float", "Boolean", "Enumeration", "Command",
-                                            "StringReg", "IntReg"};
+        static const QSet<QString> kTags = {"Category",    "Integer", "Float",     "Boolean",
+                                            "Enumeration", "Command", "StringReg", "IntReg"};
         QVERIFY2(kTags.contains(m_nodes.value(name).tagName()), qPrintable(name));
         if (seen.contains(name)) {
             inTwo.append(name);
@@ -131,19 +146,19 @@ void tst_AreaCameraDescription::countsItsFeatures()
         features += m_nodes.value(name).tagName() == "Category" ? 0 : 1;
     }
     QVERIFY(features >= 180);
-    QCOMPARE(inTwo, (QStringList {"ExposureTime", "Gain"}));
+    QCOMPARE(inTwo, (QStringList{"ExposureTime", "Gain"}));
 }
 
 void tst_AreaCameraDescription::namesAreUniqueAndReferencesResolve()
 {
     static const QRegularExpression kReference(QStringLiteral("^p[A-Z]"));
-    const QDomNodeList all = m_document.elementsByTagName(QStringLiteral("*"));
+    const QList<QDomElement> all = allElements(m_document);
     int references = 0;
-    for (int i = 0; i < all.size(); ++i) {
-        const QDomElement element = all.at(i).toElement();
+    for (const QDomElement &element : all) {
         if (kReference.match(element.tagName()).hasMatch()) {
             ++references;
-            QVERIFY2(m_nodes.contains(element.text()), qPrintable(element.tagName() + ' ' + element.text()));
+            QVERIFY2(m_nodes.contains(element.text()),
+                     qPrintable(element.tagName() + ' ' + element.text()));
         }
     }
     QVERIFY(references > 500);
@@ -161,7 +176,8 @@ void tst_AreaCameraDescription::featuresCarryAllTexts()
     for (const QString &name : names) {
         const QDomElement feature = m_nodes.value(name);
         for (const char *tag : {"ToolTip", "Description", "DisplayName", "Visibility"}) {
-            QVERIFY2(!feature.firstChildElement(tag).text().isEmpty(), qPrintable(name + ' ' + tag));
+            QVERIFY2(!feature.firstChildElement(tag).text().isEmpty(),
+                     qPrintable(name + ' ' + tag));
         }
         if (feature.tagName() == "Enumeration") {
             QSet<QString> values;
@@ -179,16 +195,18 @@ void tst_AreaCameraDescription::registersNeverOverlap()
     QMap<quint64, QPair<quint64, QString>> ranges; // start to end and name
     for (auto it = m_nodes.cbegin(); it != m_nodes.cend(); ++it) {
         const QDomElement address = it->firstChildElement("Address");
-        if (address.isNull() || it->tagName() == "MaskedIntReg" || it.key() == "ExposureEndNotificationReg") {
+        if (address.isNull() || it->tagName() == "MaskedIntReg"
+            || it.key() == "ExposureEndNotificationReg") {
             continue; // fields share their words, and the notification reads the first element of an array
         }
         const quint64 start = address.text().toULongLong(nullptr, 0);
         const quint64 end = start + it->firstChildElement("Length").text().toULongLong();
         QVERIFY2(end < 0xF0000, qPrintable(it.key()));
-        QVERIFY2(!ranges.contains(start), qPrintable(it.key() + " and " + ranges.value(start).second));
+        QVERIFY2(!ranges.contains(start),
+                 qPrintable(it.key() + " and " + ranges.value(start).second));
         ranges.insert(start, {end, it.key()});
     }
-    QPair<quint64, QString> before {0, {}};
+    QPair<quint64, QString> before{0, {}};
     for (auto it = ranges.cbegin(); it != ranges.cend(); ++it) {
         QVERIFY2(it.key() >= before.first, qPrintable(it->second + " and " + before.second));
         QVERIFY(m_simulated.control->peek(it.key(), quint32(it->first - it.key())).size() > 0);
@@ -200,17 +218,20 @@ void tst_AreaCameraDescription::translationsAreComplete()
 {
     static const QRegularExpression kHan(QStringLiteral("[\\x{4e00}-\\x{9fff}]"));
     // Proper names that stay as they are in Chinese.
-    static const QSet<QString> kSame = {"DHCP",  "GigE Vision", "USB3 Vision", "RS232", "RS485",
-                                        "JPEG",  "TTL",         "UTF8",        "ASCII", "Bayer RG",
-                                        "Bayer GB"};
+    static const QSet<QString> kSame = {"DHCP",  "GigE Vision", "USB3 Vision", "RS232",
+                                        "RS485", "JPEG",        "TTL",         "UTF8",
+                                        "ASCII", "Bayer RG",    "Bayer GB"};
     const QJsonObject json = QJsonDocument::fromJson(m_simulated.source->translations).object();
-    const auto isChinese = [](const QString &text) { return kSame.contains(text) || text.contains(kHan); };
+    const auto isChinese = [](const QString &text) {
+        return kSame.contains(text) || text.contains(kHan);
+    };
     const QSet<QString> names = features();
     for (const QString &name : names) {
         const QJsonObject node = json.value(name).toObject();
         QVERIFY2(isChinese(node.value("displayName").toString()), qPrintable(name));
         const QString description = node.value("description").toString();
-        QVERIFY2(description.contains(kHan) && description.endsWith(QChar(0x3002)), qPrintable(name));
+        QVERIFY2(description.contains(kHan) && description.endsWith(QChar(0x3002)),
+                 qPrintable(name));
         const QDomNodeList entries = m_nodes.value(name).elementsByTagName("EnumEntry");
         QCOMPARE(node.value("entries").toObject().size(), entries.size());
         for (int i = 0; i < entries.size(); ++i) {
@@ -242,7 +263,7 @@ void tst_AreaCameraDescription::unknownIdGivesNothing()
 {
     const auto none = SimulatedDevices::builtIn(QStringLiteral("no-such-camera"));
     QVERIFY(!none.control && !none.source);
-    QCOMPARE(SimulatedDevices::builtInIds(), QStringList {"area-camera"});
+    QCOMPARE(SimulatedDevices::builtInIds(), QStringList{"area-camera"});
 }
 
 QTEST_GUILESS_MAIN(tst_AreaCameraDescription)

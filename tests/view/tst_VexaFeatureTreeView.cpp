@@ -1,8 +1,10 @@
+#include "model/CTreeItemValue.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeModel.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -180,6 +182,7 @@ void TestVexaFeatureTreeView::search()
     QCOMPARE(fixture.shownRows(), rows);
     // A row that becomes visible during a search is shown only when it matches.
     fixture.item("Height")->setVisible(true, ViewFixture::CAMERA, true);
+    fixture.view().expandAll();
     QCOMPARE(fixture.shownRows().contains("Height"), fixture.item("Height")->searchVisible(text));
     QVERIFY(fixture.view().setSearchText(QString()));
     QCOMPARE(fixture.shownRows(), QString("A\n  Width\n  Height\nB\n  Inner\n    Gain"));

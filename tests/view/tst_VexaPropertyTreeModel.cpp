@@ -47,7 +47,6 @@ void TestVexaPropertyTreeModel::structureIsSound()
     model.setRootItem(nullptr);
     QCOMPARE(model.rowCount(), 0);
     model.setRootItem(fixture.root());
-    model.insertRowNotify(fixture.item("Inner"), 0);
     model.removeRowNotify(fixture.item("Inner"), fixture.item("Light"));
     QCOMPARE(model.rowCount(fixture.view().indexOfItem(fixture.item("Inner"), 0)), 0);
 }
@@ -187,6 +186,9 @@ void TestVexaPropertyTreeModel::rowsFollowARemoval()
     delete pOne;
     QCOMPARE(view.indexOfItem(fixture.item("Three"), 0).row(), 1);
     QCOMPARE(view.indexOfItem(fixture.item("Two"), 1).row(), 0);
+    auto *const pFour = new VexaPropertyTreeItem(fixture.item("A"));
+    view.propertyModel()->insertRowNotify(fixture.item("A"), 2);
+    QCOMPARE(view.indexOfItem(pFour, 0).row(), 2);
 }
 
 void TestVexaPropertyTreeModel::clearRootLeavesNothing()

@@ -3,6 +3,8 @@
 #include "view/VexaPropertySpinBox.h"
 
 #include <QApplication>
+#include <QDebug>
+#include <QLayout>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -64,11 +66,14 @@ void TestViewFocus::init()
 
 void TestViewFocus::tabWalksTheRows()
 {
+    qWarning() << fixture().view().verticalScrollBar()->maximum() << fixture().view().viewport()->size() << fixture().view().size() << fixture().owner().size();
     QStringList walked;
     for (int i = 0; i < 60; ++i) {
         walked.append(focused());
         QVERIFY(QApplication::focusWidget()->isVisible());
-        QVERIFY(fixture().view().viewport()->rect().contains(QApplication::focusWidget()->geometry()));
+        const QRect place = QApplication::focusWidget()->geometry();
+        if (i>7) qWarning() << focused() << place << fixture().view().verticalScrollBar()->value() << fixture().view().visualRect(fixture().view().indexOfItem(fixture().item(focused()),1));
+        QVERIFY2(fixture().view().viewport()->rect().contains(place), qPrintable(focused()));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
     for (int i = 0; i < 60; ++i) {
@@ -192,6 +197,7 @@ void TestViewFocus::wheelOverAnEditorScrolls()
     QWheelEvent wheel(position, pSpin->mapToGlobal(position.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(pSpin, &wheel);
+    qWarning() << wheel.isAccepted() << fixture().view().verticalScrollBar()->singleStep();
     QCOMPARE(pSpin->value(), 3);
     QVERIFY(fixture().view().verticalScrollBar()->value() > 0);
 }

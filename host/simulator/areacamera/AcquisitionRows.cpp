@@ -5,9 +5,10 @@ namespace {
 
 void addAcquisition(FeatureTable &t)
 {
-    t.enumeration("AcquisitionMode",
-                  {"Sets the acquisition mode of the device. It defines how many frames an acquisition has.", "采集模式",
-                   "设置设备的采集模式，决定一次采集包含的帧数。"})
+    t.enumeration(
+         "AcquisitionMode",
+         {"Sets the acquisition mode of the device. It defines how many frames an acquisition has.",
+          "采集模式", "设置设备的采集模式，决定一次采集包含的帧数。"})
         .entry("Continuous", 0, "连续采集")
         .entry("SingleFrame", 1, "单帧采集")
         .entry("MultiFrame", 2, "多帧采集")
@@ -21,19 +22,20 @@ void addAcquisition(FeatureTable &t)
                "在当前帧结束后停止设备的图像采集。"})
         .runs(Trigger());
     t.command("AcquisitionAbort",
-              {"Aborts the acquisition immediately. A frame in progress is not completed.", "中止采集",
-               "立即中止采集，正在进行的帧不会完成。"})
+              {"Aborts the acquisition immediately. A frame in progress is not completed.",
+               "中止采集", "立即中止采集，正在进行的帧不会完成。"})
         .expert()
         .runs(Trigger());
     t.command("AcquisitionArm",
-              {"Arms the device before an AcquisitionStart command and checks all parameters.", "准备采集",
-               "在开始采集之前使设备进入就绪状态并检查所有参数。"})
+              {"Arms the device before an AcquisitionStart command and checks all parameters.",
+               "准备采集", "在开始采集之前使设备进入就绪状态并检查所有参数。"})
         .expert()
         .locked()
         .runs(Int(4, 0).transient());
     t.intSwissKnife("MultiFrameMode", "MODE = 2", {{"MODE", "AcquisitionModeReg"}});
     t.integer("AcquisitionFrameCount",
-              {"Number of frames to acquire in MultiFrame acquisition mode.", "采集帧数", "多帧采集模式下要采集的帧数。"})
+              {"Number of frames to acquire in MultiFrame acquisition mode.", "采集帧数",
+               "多帧采集模式下要采集的帧数。"})
         .in(Int(4, 10))
         .range("1", "65535", "1")
         .shownAs("Logarithmic")
@@ -50,7 +52,8 @@ void addAcquisition(FeatureTable &t)
         .streamable()
         .locked();
     t.boolean("AcquisitionFrameRateEnable",
-              {"Controls whether the AcquisitionFrameRate feature is writable and used to control the rate.",
+              {"Controls whether the AcquisitionFrameRate feature is writable and used to control "
+               "the rate.",
                "帧率控制使能", "控制采集帧率是否可写并用于限制帧率。"})
         .in(Bits("AcquisitionModeWord", 8, 1, 1));
     t.intSwissKnife("FrameRateFixed", "ENABLE = 0", {{"ENABLE", "AcquisitionFrameRateEnableReg"}});
@@ -63,10 +66,11 @@ void addAcquisition(FeatureTable &t)
         .unit("Hz")
         .shownAs("Linear")
         .locked("FrameRateFixed");
-    t.swissKnife("FrameRateLimit", "1000000.0 / (READOUT + 40.0)", {{"READOUT", "ReadoutTimeFormula"}});
+    t.swissKnife("FrameRateLimit", "1000000.0 / (READOUT + 40.0)",
+                 {{"READOUT", "ReadoutTimeFormula"}});
     t.floating("ResultingFrameRate",
-               {"Rate that the device reaches with its present settings, in frames per second.", "实际帧率",
-                "设备在当前设置下实际达到的帧率，单位为帧每秒。"})
+               {"Rate that the device reaches with its present settings, in frames per second.",
+                "实际帧率", "设备在当前设置下实际达到的帧率，单位为帧每秒。"})
         .in(Real(4, 20.0).readOnly().moving(2000))
         .unit("Hz")
         .custom();
@@ -75,20 +79,23 @@ void addAcquisition(FeatureTable &t)
                {"Time between the starts of two frames at the AcquisitionFrameRate.", "帧周期",
                 "在采集帧率下相邻两帧起始时刻之间的时间。"})
         .from("FramePeriodFormula")
+        .range("0", "10000000")
         .unit("us")
         .custom()
         .expert();
     t.swissKnife("ReadoutTimeFormula", "(HEIGHT + 28) * 12.5 / TAPS * 4",
                  {{"HEIGHT", "HeightReg"}, {"TAPS", "SensorTapsReg"}});
     t.floating("SensorReadoutTime",
-               {"Time that the sensor needs to read a frame out.", "传感器读出时间", "传感器读出一帧所需的时间。"})
+               {"Time that the sensor needs to read a frame out.", "传感器读出时间",
+                "传感器读出一帧所需的时间。"})
         .from("ReadoutTimeFormula")
+        .range("0", "1000000")
         .unit("us")
         .custom()
         .expert();
     t.enumeration("AcquisitionStatusSelector",
-                  {"Selects the internal acquisition signal that AcquisitionStatus reads.", "采集状态选择",
-                   "选择采集状态所读取的内部采集信号。"})
+                  {"Selects the internal acquisition signal that AcquisitionStatus reads.",
+                   "采集状态选择", "选择采集状态所读取的内部采集信号。"})
         .entry("AcquisitionTriggerWait", 0, "等待采集触发")
         .entry("AcquisitionActive", 1, "采集进行中")
         .entry("FrameTriggerWait", 2, "等待帧触发")
@@ -99,7 +106,8 @@ void addAcquisition(FeatureTable &t)
     t.intSwissKnife("AcquisitionStatusFormula", "(STATUS >> SEL) & 1",
                     {{"STATUS", "AcquisitionStatusWord"}, {"SEL", "AcquisitionStatusSelectorReg"}});
     t.boolean("AcquisitionStatus",
-              {"Reads the state of the selected internal acquisition signal.", "采集状态", "读取所选内部采集信号的状态。"})
+              {"Reads the state of the selected internal acquisition signal.", "采集状态",
+               "读取所选内部采集信号的状态。"})
         .from("AcquisitionStatusFormula")
         .expert()
         .selectedBy("AcquisitionStatusSelector");
@@ -108,17 +116,19 @@ void addAcquisition(FeatureTable &t)
 void addTrigger(FeatureTable &t)
 {
     t.category("TriggerControl",
-               {"Features of the triggers that start an acquisition, a frame or an exposure.", "触发控制",
-                "控制采集、帧或曝光触发的特征。"},
+               {"Features of the triggers that start an acquisition, a frame or an exposure.",
+                "触发控制", "控制采集、帧或曝光触发的特征。"},
                0x12400, "AcquisitionControl");
-    t.enumeration("TriggerSelector",
-                  {"Selects the type of trigger to configure.", "触发类型选择", "选择要配置的触发类型。"})
+    t.enumeration(
+         "TriggerSelector",
+         {"Selects the type of trigger to configure.", "触发类型选择", "选择要配置的触发类型。"})
         .entry("AcquisitionStart", 0, "采集开始")
         .entry("FrameStart", 1, "帧开始")
         .entry("FrameBurstStart", 2, "帧突发开始")
         .in(Int(4, 1));
-    t.enumeration("TriggerMode",
-                  {"Controls whether the selected trigger is active.", "触发模式", "控制所选触发是否启用。"})
+    t.enumeration(
+         "TriggerMode",
+         {"Controls whether the selected trigger is active.", "触发模式", "控制所选触发是否启用。"})
         .entry("Off", 0, "关闭")
         .entry("On", 1, "开启")
         .in(Int(4, 0).indexedBy("TriggerSelector", 3))
@@ -131,13 +141,15 @@ void addTrigger(FeatureTable &t)
         .runs(Trigger())
         .selectedBy("TriggerSelector");
     t.integer("TriggerSoftwareCount",
-              {"Number of software triggers since the device was switched on.", "软触发计数", "设备上电以来的软触发次数。"})
+              {"Number of software triggers since the device was switched on.", "软触发计数",
+               "设备上电以来的软触发次数。"})
         .in(Int(4, 0).readOnly().moving())
         .custom()
         .expert();
-    t.enumeration("TriggerSource",
-                  {"Specifies the internal signal or physical input line that is the source of the trigger.", "触发源",
-                   "指定作为触发源的内部信号或物理输入线。"})
+    t.enumeration(
+         "TriggerSource",
+         {"Specifies the internal signal or physical input line that is the source of the trigger.",
+          "触发源", "指定作为触发源的内部信号或物理输入线。"})
         .entry("Software", 0, "软触发")
         .entry("Line0", 1, "输入线0")
         .entry("Line1", 2, "输入线1")
@@ -145,10 +157,11 @@ void addTrigger(FeatureTable &t)
         .entry("Timer0End", 4, "定时器0结束", {"TimerTriggersFrames"})
         .in(Int(4, 0).indexedBy("TriggerSelector", 3))
         .selectedBy("TriggerSelector");
-    t.intSwissKnife("TriggerFromLine", "(SOURCE = 1) || (SOURCE = 2)", {{"SOURCE", "TriggerSourceReg"}});
+    t.intSwissKnife("TriggerFromLine", "(SOURCE = 1) || (SOURCE = 2)",
+                    {{"SOURCE", "TriggerSourceReg"}});
     t.enumeration("TriggerActivation",
-                  {"Specifies the edge or level of the source that activates the trigger.", "触发沿",
-                   "指定激活触发的信号边沿或电平。"})
+                  {"Specifies the edge or level of the source that activates the trigger.",
+                   "触发沿", "指定激活触发的信号边沿或电平。"})
         .entry("RisingEdge", 0, "上升沿")
         .entry("FallingEdge", 1, "下降沿")
         .entry("AnyEdge", 2, "任意边沿")
@@ -158,8 +171,8 @@ void addTrigger(FeatureTable &t)
         .in(Int(4, 0).indexedBy("TriggerSelector", 3))
         .selectedBy("TriggerSelector");
     t.enumeration("TriggerOverlap",
-                  {"Specifies when a trigger is accepted with respect to the previous frame.", "触发重叠",
-                   "指定相对于前一帧何时可以接受触发。"})
+                  {"Specifies when a trigger is accepted with respect to the previous frame.",
+                   "触发重叠", "指定相对于前一帧何时可以接受触发。"})
         .entry("Off", 0, "关闭")
         .entry("ReadOut", 1, "读出期间")
         .entry("PreviousFrame", 2, "前一帧期间")
@@ -175,12 +188,14 @@ void addTrigger(FeatureTable &t)
         .expert()
         .selectedBy("TriggerSelector");
     t.integer("TriggerDivider",
-              {"Division factor for the incoming trigger pulses.", "触发分频", "输入触发脉冲的分频系数。"})
+              {"Division factor for the incoming trigger pulses.", "触发分频",
+               "输入触发脉冲的分频系数。"})
         .in(Int(2, 1))
         .range("1", "1024", "1")
         .expert();
     t.integer("TriggerMultiplier",
-              {"Multiplication factor for the incoming trigger pulses.", "触发倍频", "输入触发脉冲的倍频系数。"})
+              {"Multiplication factor for the incoming trigger pulses.", "触发倍频",
+               "输入触发脉冲的倍频系数。"})
         .in(Int(2, 1))
         .range("1", "16", "1")
         .expert();
@@ -189,8 +204,8 @@ void addTrigger(FeatureTable &t)
 void addExposure(FeatureTable &t)
 {
     t.category("ExposureControl",
-               {"Features of the exposure of the sensor.", "曝光控制", "控制传感器曝光的特征。"}, 0x12800,
-               "AcquisitionControl");
+               {"Features of the exposure of the sensor.", "曝光控制", "控制传感器曝光的特征。"},
+               0x12800, "AcquisitionControl");
     t.enumeration("ExposureMode",
                   {"Sets the operation mode of the exposure.", "曝光模式", "设置曝光的工作模式。"})
         .entry("Off", 0, "关闭")
@@ -248,7 +263,8 @@ void addExposure(FeatureTable &t)
 void addAcquisitionRows(FeatureTable &table)
 {
     table.category("AcquisitionControl",
-                   {"Features of the acquisition of images.", "采集控制", "控制图像采集的特征。"}, 0x12000);
+                   {"Features of the acquisition of images.", "采集控制", "控制图像采集的特征。"},
+                   0x12000);
     addAcquisition(table);
     addTrigger(table);
     addExposure(table);

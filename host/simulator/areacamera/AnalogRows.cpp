@@ -42,14 +42,16 @@ void addGain(FeatureTable &t)
         .custom()
         .expert();
     t.boolean("DigitalShiftEnable",
-              {"Controls whether the digital shift is applied.", "数字移位使能", "控制是否启用数字移位。"})
+              {"Controls whether the digital shift is applied.", "数字移位使能",
+               "控制是否启用数字移位。"})
         .in(Bits("AnalogAutoWord", 16, 1, 0))
         .custom()
         .expert();
     t.intSwissKnife("DigitalShiftOff", "ENABLE = 0", {{"ENABLE", "DigitalShiftEnableReg"}});
     t.integer("DigitalShift",
-              {"Number of bits by which the grey values are shifted. A negative number darkens the image.", "数字移位",
-               "灰度值移位的位数，负数使图像变暗。"})
+              {"Number of bits by which the grey values are shifted. A negative number darkens the "
+               "image.",
+               "数字移位", "灰度值移位的位数，负数使图像变暗。"})
         .in(Int(1, -1).signedValue())
         .range("-4", "4", "1")
         .shownAs("Linear")
@@ -60,18 +62,21 @@ void addGain(FeatureTable &t)
 
 void addLevels(FeatureTable &t)
 {
-    t.enumeration("BlackLevelSelector",
-                  {"Selects which black level is controlled.", "黑电平选择", "选择要控制的黑电平。"})
+    t.enumeration(
+         "BlackLevelSelector",
+         {"Selects which black level is controlled.", "黑电平选择", "选择要控制的黑电平。"})
         .entry("All", 0, "全部")
         .entry("Tap1", 1, "通道1")
         .entry("Tap2", 2, "通道2")
         .expert()
         .in(Int(4, 0));
-    t.registerNode("BlackLevelRaw",
-                   Int(2, -24).values({-24, 8, 16}).signedValue().indexedBy("BlackLevelSelector", 3));
+    t.registerNode(
+        "BlackLevelRaw",
+        Int(2, -24).values({-24, 8, 16}).signedValue().indexedBy("BlackLevelSelector", 3));
     t.converter("BlackLevelConverter", "FROM * 8", "TO / 8.0", "BlackLevelRaw");
     t.floating("BlackLevel",
-               {"Selected black level as an offset in grey values.", "黑电平", "所选黑电平，以灰度值偏移表示。"})
+               {"Selected black level as an offset in grey values.", "黑电平",
+                "所选黑电平，以灰度值偏移表示。"})
         .from("BlackLevelConverter")
         .range("-64", "64")
         .unit("DN")
@@ -80,20 +85,22 @@ void addLevels(FeatureTable &t)
         .expert()
         .selectedBy("BlackLevelSelector");
     t.enumeration("BlackLevelAuto",
-                  {"Controls the mode for automatic black level adjustment.", "自动黑电平", "设置黑电平自动调整的方式。"})
+                  {"Controls the mode for automatic black level adjustment.", "自动黑电平",
+                   "设置黑电平自动调整的方式。"})
         .entry("Off", 0, "关闭")
         .entry("Once", 1, "一次")
         .entry("Continuous", 2, "连续")
         .expert()
         .in(Bits("AnalogAutoWord", 4, 2, 2));
     t.floating("WhiteClip",
-               {"Maximal intensity that is output by the sensor before it is clipped.", "白电平限幅",
-                "传感器输出被限幅之前的最大亮度。"})
+               {"Maximal intensity that is output by the sensor before it is clipped.",
+                "白电平限幅", "传感器输出被限幅之前的最大亮度。"})
         .in(Real(4, 4095.0))
         .range("0", "4095")
         .expert();
     t.enumeration("BalanceRatioSelector",
-                  {"Selects which balance ratio is controlled.", "白平衡通道选择", "选择要控制的白平衡通道。"})
+                  {"Selects which balance ratio is controlled.", "白平衡通道选择",
+                   "选择要控制的白平衡通道。"})
         .entry("Red", 0, "红")
         .entry("Green", 1, "绿")
         .entry("Blue", 2, "蓝")
@@ -111,31 +118,34 @@ void addLevels(FeatureTable &t)
 void addCurve(FeatureTable &t)
 {
     t.boolean("GammaEnable",
-              {"Controls whether the gamma correction is applied.", "伽马使能", "控制是否启用伽马校正。"})
+              {"Controls whether the gamma correction is applied.", "伽马使能",
+               "控制是否启用伽马校正。"})
         .in(Bits("CurveWord", 0, 1, 1))
         .custom();
     t.intSwissKnife("GammaOff", "ENABLE = 0", {{"ENABLE", "GammaEnableReg"}});
-    t.floating("Gamma",
-               {"Controls the gamma correction of pixel intensity.", "伽马", "控制像素亮度的伽马校正。"})
+    t.floating(
+         "Gamma",
+         {"Controls the gamma correction of pixel intensity.", "伽马", "控制像素亮度的伽马校正。"})
         .in(Real(8, 0.7))
         .range("0.1", "4")
         .shownAs("Linear")
         .locked("GammaOff");
     t.boolean("SharpnessEnable",
-              {"Controls whether the sharpness filter is applied.", "锐度使能", "控制是否启用锐化滤波。"})
+              {"Controls whether the sharpness filter is applied.", "锐度使能",
+               "控制是否启用锐化滤波。"})
         .in(Bits("CurveWord", 4, 1, 0))
         .numbers("0", "1") // the register bit means bypass
         .custom();
-    t.integer("Sharpness",
-              {"Strength of the sharpness filter.", "锐度", "锐化滤波的强度。"})
+    t.integer("Sharpness", {"Strength of the sharpness filter.", "锐度", "锐化滤波的强度。"})
         .in(Int(1, 12))
         .range("0", "100", "1")
         .shownAs("Linear")
         .available("SharpnessOn")
         .custom();
     t.intSwissKnife("SharpnessOn", "BYPASS = 0", {{"BYPASS", "SharpnessEnableReg"}});
-    t.boolean("NoiseReductionEnable",
-              {"Controls whether the noise reduction is applied.", "降噪使能", "控制是否启用降噪。"})
+    t.boolean(
+         "NoiseReductionEnable",
+         {"Controls whether the noise reduction is applied.", "降噪使能", "控制是否启用降噪。"})
         .in(Bits("CurveWord", 5, 1, 0))
         .custom()
         .expert();
@@ -153,15 +163,15 @@ void addCurve(FeatureTable &t)
 void addAnalogRows(FeatureTable &table)
 {
     table.category("AnalogControl",
-                   {"Features of the analog and digital processing of the sensor's signal.", "模拟控制",
-                    "控制传感器信号模拟与数字处理的特征。"},
+                   {"Features of the analog and digital processing of the sensor's signal.",
+                    "模拟控制", "控制传感器信号模拟与数字处理的特征。"},
                    0x13000);
     addGain(table);
     addLevels(table);
     addCurve(table);
     table.category("BasicControl",
-                   {"The features that are needed most often, gathered from other categories.", "常用控制",
-                    "从其他类别中汇集的最常用特征。"},
+                   {"The features that are needed most often, gathered from other categories.",
+                    "常用控制", "从其他类别中汇集的最常用特征。"},
                    0x13800);
     table.alsoIn("BasicControl", "ExposureTime");
     table.alsoIn("BasicControl", "Gain");

@@ -1,7 +1,6 @@
 #include "host/simulator/areacamera/AreaCameraBehaviour.h"
 
 #include <arv.h>
-
 #include <cmath>
 
 namespace {
@@ -14,10 +13,18 @@ const qint64 kBaseTemperatures[] = {412, 458, 371}; // tenths of a degree
 
 /// Registers that the firmware brings up to date when they are read.
 const char *const kMoving[] = {
-    "DeviceTemperatureRaw",      "ResultingFrameRateReg",      "DeviceLinkCurrentThroughputReg",
-    "AcquisitionStatusWord",     "ChunkFrameIDReg",            "ChunkTimestampReg",
-    "ChunkExposureTimeReg",      "ChunkGainReg",               "ChunkLineStatusAllReg",
-    "EventExposureEndFrameIDReg", "EventExposureEndTimestampReg", "CounterValueReg",
+    "DeviceTemperatureRaw",
+    "ResultingFrameRateReg",
+    "DeviceLinkCurrentThroughputReg",
+    "AcquisitionStatusWord",
+    "ChunkFrameIDReg",
+    "ChunkTimestampReg",
+    "ChunkExposureTimeReg",
+    "ChunkGainReg",
+    "ChunkLineStatusAllReg",
+    "EventExposureEndFrameIDReg",
+    "EventExposureEndTimestampReg",
+    "CounterValueReg",
 };
 
 } // namespace
@@ -76,7 +83,8 @@ AreaCameraBehaviour::AreaCameraBehaviour(const FeatureTable &table)
         QByteArray value;
         bool isLocked = false;
         for (const PropertyRow &property : node.m_properties) {
-            isLocked = isLocked || (property.m_strTag == "pIsLocked" && property.m_strText == "TLParamsLocked");
+            isLocked = isLocked
+                || (property.m_strTag == "pIsLocked" && property.m_strText == "TLParamsLocked");
             value = property.m_strTag == "pValue" ? property.m_strText : value;
         }
         const RegisterRow *row = isLocked ? table.findRegister(value) : nullptr;
@@ -87,7 +95,8 @@ AreaCameraBehaviour::AreaCameraBehaviour(const FeatureTable &table)
     m_clock.start();
 }
 
-int AreaCameraBehaviour::refusal(const RegisterMemory &memory, quint64 address, const QByteArray &bytes) const
+int AreaCameraBehaviour::refusal(const RegisterMemory &memory, quint64 address,
+                                 const QByteArray &bytes) const
 {
     const RegisterRow *row = registerAt(address);
     if (!row || !row->m_bWritable) {
@@ -103,7 +112,9 @@ int AreaCameraBehaviour::refusal(const RegisterMemory &memory, quint64 address, 
         && m_registers.value(memory, "UserSetSelectorReg") == 0) {
         return ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED;
     }
-    return isOutsideSensor(memory, address, bytes) ? int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER) : -1;
+    return isOutsideSensor(memory, address, bytes)
+        ? int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER)
+        : -1;
 }
 
 void AreaCameraBehaviour::beforeRead(RegisterMemory &memory, quint64 address, quint32 length)
@@ -119,7 +130,8 @@ void AreaCameraBehaviour::beforeRead(RegisterMemory &memory, quint64 address, qu
     takeFrames(memory);
 }
 
-DeviceBehaviour::Effect AreaCameraBehaviour::afterWrite(RegisterMemory &memory, quint64 address, quint32 length)
+DeviceBehaviour::Effect AreaCameraBehaviour::afterWrite(RegisterMemory &memory, quint64 address,
+                                                        quint32 length)
 {
     if (m_registers.isTouched("DeviceResetReg", address, length)
         && m_registers.value(memory, "DeviceResetReg") != 0) {
@@ -127,7 +139,8 @@ DeviceBehaviour::Effect AreaCameraBehaviour::afterWrite(RegisterMemory &memory, 
         return Effect::Restart;
     }
     for (const HandlerRow &row : kCommands) {
-        if (m_registers.isTouched(row.field, address, length) && m_registers.value(memory, row.field) != 0) {
+        if (m_registers.isTouched(row.field, address, length)
+            && m_registers.value(memory, row.field) != 0) {
             (this->*row.run)(memory);
             m_registers.setValue(memory, row.field, 0);
         }
@@ -144,7 +157,9 @@ void AreaCameraBehaviour::restart(RegisterMemory &memory)
 {
     stopAcquisition(memory);
     m_files.closeAll(m_registers, memory);
-    m_userSets.load(memory, int(qBound<qint64>(0, m_registers.value(memory, "UserSetDefaultReg"), kUserSets - 1)));
+    m_userSets.load(
+        memory,
+        int(qBound<qint64>(0, m_registers.value(memory, "UserSetDefaultReg"), kUserSets - 1)));
     m_registers.setValue(memory, "TriggerSoftwareCountReg", 0);
     if (m_registers.value(memory, "GevCurrentIPConfigurationPersistentIPReg")) {
         m_registers.setValue(memory, "GevCurrentIPAddressReg",
@@ -184,7 +199,8 @@ bool AreaCameraBehaviour::isOutsideSensor(const RegisterMemory &memory, quint64 
     for (const auto &row : rows) {
         if (m_registers.isTouched(row.field, address, quint32(bytes.size())) && bytes.size() == 4) {
             const auto value = qint64(decodedInteger(bytes, false));
-            return value < row.smallest || value + m_registers.value(memory, row.partner) > row.limit;
+            return value < row.smallest
+                || value + m_registers.value(memory, row.partner) > row.limit;
         }
     }
     return false;
@@ -230,17 +246,19 @@ void AreaCameraBehaviour::takeFrames(RegisterMemory &memory)
     const double rate = reachableFrameRate(memory);
     const qint64 elapsed = m_clock.nsecsElapsed() - m_nGrabStart;
     const bool isTriggered = m_registers.value(memory, "TriggerModeReg", kFrameStart) == 1;
-    qint64 frames
-        = isTriggered ? m_nTriggeredFrames : qint64(double(elapsed) / double(kNanosecondsPerSecond) * rate);
+    qint64 frames = isTriggered ? m_nTriggeredFrames
+                                : qint64(double(elapsed) / double(kNanosecondsPerSecond) * rate);
     const qint64 mode = m_registers.value(memory, "AcquisitionModeReg");
-    const qint64 wanted = mode == 1 ? 1 : (mode == 2 ? m_registers.value(memory, "AcquisitionFrameCountReg") : 0);
+    const qint64 wanted =
+        mode == 1 ? 1 : (mode == 2 ? m_registers.value(memory, "AcquisitionFrameCountReg") : 0);
     const bool isLast = wanted > 0 && frames >= wanted;
     frames = isLast ? wanted : frames;
     count(memory, 2, frames - m_nFrames);
     m_nFrames = frames;
 
     const double measured = rate * (1 + 0.0005 * std::sin(double(elapsed / kNanosecondsPerSecond)));
-    const double payload = double(m_registers.value(memory, "WidthReg") * m_registers.value(memory, "HeightReg"))
+    const double payload =
+        double(m_registers.value(memory, "WidthReg") * m_registers.value(memory, "HeightReg"))
         * double(m_registers.value(memory, "PixelFormatReg") >> 16 & 255) / 8;
     m_registers.setNumber(memory, "ResultingFrameRateReg", measured);
     m_registers.setValue(memory, "DeviceLinkCurrentThroughputReg", qint64(measured * payload));
@@ -254,7 +272,8 @@ void AreaCameraBehaviour::takeFrames(RegisterMemory &memory)
         m_registers.setNumber(memory, "ChunkExposureTimeReg",
                               double(m_registers.value(memory, "ExposureTimeRaw")) / 10);
         m_registers.setNumber(memory, "ChunkGainReg", m_registers.number(memory, "GainReg"));
-        m_registers.setValue(memory, "ChunkLineStatusAllReg", m_registers.value(memory, "LineStatusWord"));
+        m_registers.setValue(memory, "ChunkLineStatusAllReg",
+                             m_registers.value(memory, "LineStatusWord"));
     }
     if (isLast) {
         stopAcquisition(memory);
@@ -266,7 +285,8 @@ void AreaCameraBehaviour::count(RegisterMemory &memory, qint64 source, qint64 ev
     for (int counter = 0; counter < 2; ++counter) {
         if (m_registers.value(memory, "CounterEventSourceReg", counter) == source) {
             m_registers.setValue(memory, "CounterValueReg",
-                                 m_registers.value(memory, "CounterValueReg", counter) + events, counter);
+                                 m_registers.value(memory, "CounterValueReg", counter) + events,
+                                 counter);
         }
     }
 }
@@ -346,7 +366,8 @@ void AreaCameraBehaviour::saveSequencerSet(RegisterMemory &memory)
 
 void AreaCameraBehaviour::latchTimestamp(RegisterMemory &memory)
 {
-    m_registers.setValue(memory, "TimestampLatchValueReg", m_clock.nsecsElapsed() - m_nTimestampZero);
+    m_registers.setValue(memory, "TimestampLatchValueReg",
+                         m_clock.nsecsElapsed() - m_nTimestampZero);
 }
 
 void AreaCameraBehaviour::resetTimestamp(RegisterMemory &)
@@ -358,7 +379,8 @@ void AreaCameraBehaviour::controlTimestamp(RegisterMemory &memory)
 {
     const qint64 bits = m_registers.value(memory, "GevTimestampControlLatchReg");
     if (bits & 2) {
-        m_registers.setValue(memory, "GevTimestampValueReg", m_clock.nsecsElapsed() - m_nTimestampZero);
+        m_registers.setValue(memory, "GevTimestampValueReg",
+                             m_clock.nsecsElapsed() - m_nTimestampZero);
     }
     if (bits & 1) {
         resetTimestamp(memory);
@@ -375,16 +397,21 @@ void AreaCameraBehaviour::resetCounter(RegisterMemory &memory)
 
 void AreaCameraBehaviour::resetTimer(RegisterMemory &memory)
 {
-    m_registers.setNumber(memory, "TimerValueReg", 0, int(m_registers.value(memory, "TimerSelectorReg") & 1));
+    m_registers.setNumber(memory, "TimerValueReg", 0,
+                          int(m_registers.value(memory, "TimerSelectorReg") & 1));
 }
 
 void AreaCameraBehaviour::resetEncoder(RegisterMemory &memory)
 {
-    m_registers.setValue(memory, "EncoderValueAtResetReg", m_registers.value(memory, "EncoderValueReg"));
+    m_registers.setValue(memory, "EncoderValueAtResetReg",
+                         m_registers.value(memory, "EncoderValueReg"));
     m_registers.setValue(memory, "EncoderValueReg", 0);
 }
 
-void AreaCameraBehaviour::executeFileOperation(RegisterMemory &memory) { m_files.execute(m_registers, memory); }
+void AreaCameraBehaviour::executeFileOperation(RegisterMemory &memory)
+{
+    m_files.execute(m_registers, memory);
+}
 
 void AreaCameraBehaviour::fitWidth(RegisterMemory &memory)
 {
@@ -397,12 +424,13 @@ void AreaCameraBehaviour::fitHeight(RegisterMemory &memory)
     followFrameRate(memory);
 }
 
-void AreaCameraBehaviour::fit(RegisterMemory &memory, const char *size, const char *offset, qint64 limit,
-                              qint64 step) const
+void AreaCameraBehaviour::fit(RegisterMemory &memory, const char *size, const char *offset,
+                              qint64 limit, qint64 step) const
 {
     const qint64 newSize = qMin(m_registers.value(memory, size), limit) / step * step;
     m_registers.setValue(memory, size, newSize);
-    m_registers.setValue(memory, offset, qMin(m_registers.value(memory, offset), limit - newSize) / step * step);
+    m_registers.setValue(memory, offset,
+                         qMin(m_registers.value(memory, offset), limit - newSize) / step * step);
 }
 
 qint64 AreaCameraBehaviour::widthMax(const RegisterMemory &memory) const
@@ -414,8 +442,8 @@ qint64 AreaCameraBehaviour::widthMax(const RegisterMemory &memory) const
 
 qint64 AreaCameraBehaviour::heightMax(const RegisterMemory &memory) const
 {
-    const qint64 factor
-        = m_registers.value(memory, "BinningVerticalReg") * m_registers.value(memory, "DecimationVerticalReg");
+    const qint64 factor = m_registers.value(memory, "BinningVerticalReg")
+        * m_registers.value(memory, "DecimationVerticalReg");
     return m_registers.value(memory, "SensorHeightReg") / qMax<qint64>(1, factor) / 2 * 2;
 }
 
@@ -448,7 +476,8 @@ void AreaCameraBehaviour::finishGainAuto(RegisterMemory &memory)
 void AreaCameraBehaviour::finishExposureAuto(RegisterMemory &memory)
 {
     if (m_registers.value(memory, "ExposureAutoReg") == 1) {
-        const double wanted = double(m_registers.value(memory, "BrightnessReg")) * 60; // microseconds
+        const double wanted =
+            double(m_registers.value(memory, "BrightnessReg")) * 60; // microseconds
         const double time = qBound(m_registers.number(memory, "ExposureAutoLowerLimitReg"), wanted,
                                    m_registers.number(memory, "ExposureAutoUpperLimitReg"));
         m_registers.setValue(memory, "ExposureTimeRaw", qint64(time * 10));

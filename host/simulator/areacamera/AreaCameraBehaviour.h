@@ -14,7 +14,8 @@ class AreaCameraBehaviour : public DeviceBehaviour
 public:
     explicit AreaCameraBehaviour(const FeatureTable &table);
 
-    int refusal(const RegisterMemory &memory, quint64 address, const QByteArray &bytes) const override;
+    int refusal(const RegisterMemory &memory, quint64 address,
+                const QByteArray &bytes) const override;
     void beforeRead(RegisterMemory &memory, quint64 address, quint32 length) override;
     Effect afterWrite(RegisterMemory &memory, quint64 address, quint32 length) override;
     void restart(RegisterMemory &memory) override;
@@ -32,7 +33,8 @@ private:
 
     /// The register that holds this address, or null.
     const RegisterRow *registerAt(quint64 address) const;
-    bool isOutsideSensor(const RegisterMemory &memory, quint64 address, const QByteArray &bytes) const;
+    bool isOutsideSensor(const RegisterMemory &memory, quint64 address,
+                         const QByteArray &bytes) const;
     bool isMoving(quint64 address, quint32 length) const;
 
     double reachableFrameRate(const RegisterMemory &memory) const;
@@ -58,7 +60,8 @@ private:
 
     void fitWidth(RegisterMemory &memory);
     void fitHeight(RegisterMemory &memory);
-    void fit(RegisterMemory &memory, const char *size, const char *offset, qint64 limit, qint64 step) const;
+    void fit(RegisterMemory &memory, const char *size, const char *offset, qint64 limit,
+             qint64 step) const;
     qint64 widthMax(const RegisterMemory &memory) const;
     qint64 heightMax(const RegisterMemory &memory) const;
     void fitPixelFormat(RegisterMemory &memory);

@@ -29,27 +29,32 @@ QVector<qint64> defectPositions(int stride, int limit)
 
 void addLut(FeatureTable &t)
 {
-    t.category("LUTControl", {"Features of the look-up table.", "查找表控制", "控制查找表的特征。"}, 0x40000, "Root",
-               "Expert");
-    t.enumeration("LUTSelector", {"Selects which look-up table to control.", "查找表选择", "选择要控制的查找表。"})
+    t.category("LUTControl", {"Features of the look-up table.", "查找表控制", "控制查找表的特征。"},
+               0x40000, "Root", "Expert");
+    t.enumeration("LUTSelector",
+                  {"Selects which look-up table to control.", "查找表选择", "选择要控制的查找表。"})
         .entry("Luminance", 0, "亮度")
         .entry("Inverse", 1, "反相")
         .expert()
         .in(Int(4, 0));
-    t.boolean("LUTEnable", {"Activates the selected look-up table.", "查找表使能", "启用所选查找表。"})
+    t.boolean("LUTEnable",
+              {"Activates the selected look-up table.", "查找表使能", "启用所选查找表。"})
         .in(Int(4, 0).indexedBy("LUTSelector", 2))
         .expert()
         .selectedBy("LUTSelector");
     t.integer("LUTIndex",
-              {"Index of the coefficient that LUTValue reads and writes.", "查找表索引", "查找表值所读写系数的索引。"})
+              {"Index of the coefficient that LUTValue reads and writes.", "查找表索引",
+               "查找表值所读写系数的索引。"})
         .in(Int(4, 256).transient())
         .range("0", "1023", "1")
         .shownAs("PureNumber")
         .guru()
         .selectedBy("LUTSelector");
-    t.intSwissKnife("LUTOffset", "(SEL * 1024 + INDEX) * 4", {{"SEL", "LUTSelectorReg"}, {"INDEX", "LUTIndexReg"}});
+    t.intSwissKnife("LUTOffset", "(SEL * 1024 + INDEX) * 4",
+                    {{"SEL", "LUTSelectorReg"}, {"INDEX", "LUTIndexReg"}});
     t.integer("LUTValue",
-              {"Value at the entry LUTIndex of the selected look-up table.", "查找表值", "所选查找表在当前索引处的值。"})
+              {"Value at the entry LUTIndex of the selected look-up table.", "查找表值",
+               "所选查找表在当前索引处的值。"})
         .in(Int(4, 0).values(lutCurves()).offsetBy("LUTOffset", 2 * kLutSize))
         .range("0", "1023", "1")
         .shownAs("Linear")
@@ -71,12 +76,14 @@ void addCorrection(FeatureTable &t)
         .custom()
         .expert();
     t.integer("DefectPixelCount",
-              {"Number of defect pixels in the table of the device.", "坏点数量", "设备坏点表中的坏点数量。"})
+              {"Number of defect pixels in the table of the device.", "坏点数量",
+               "设备坏点表中的坏点数量。"})
         .in(Int(2, kDefects).readOnly())
         .custom()
         .expert();
-    t.integer("DefectPixelIndex",
-              {"Selects an entry of the table of defect pixels.", "坏点索引", "选择坏点表中的条目。"})
+    t.integer(
+         "DefectPixelIndex",
+         {"Selects an entry of the table of defect pixels.", "坏点索引", "选择坏点表中的条目。"})
         .in(Int(2, 0).transient())
         .range("0", "15", "1")
         .custom()
@@ -91,19 +98,24 @@ void addCorrection(FeatureTable &t)
         .selectedBy("DefectPixelIndex");
     t.integer("DefectPixelY",
               {"Row of the selected defect pixel.", "坏点Y坐标", "所选坏点所在的行。"})
-        .in(Int(2, 0).littleEndian().values(defectPositions(283, 1944)).indexedBy("DefectPixelIndex", kDefects))
+        .in(Int(2, 0)
+                .littleEndian()
+                .values(defectPositions(283, 1944))
+                .indexedBy("DefectPixelIndex", kDefects))
         .range("0", "1943", "1")
         .unit("px")
         .custom()
         .expert()
         .selectedBy("DefectPixelIndex");
     t.boolean("FlatFieldCorrectionEnable",
-              {"Controls whether the flat field correction is applied.", "平场校正使能", "控制是否启用平场校正。"})
+              {"Controls whether the flat field correction is applied.", "平场校正使能",
+               "控制是否启用平场校正。"})
         .in(Bits("CorrectionWord", 1, 1, 0))
         .custom()
         .expert();
     t.integer("FlatFieldTarget",
-              {"Grey value that the flat field correction aims at.", "平场目标灰度", "平场校正的目标灰度值。"})
+              {"Grey value that the flat field correction aims at.", "平场目标灰度",
+               "平场校正的目标灰度值。"})
         .in(Int(2, 200).littleEndian())
         .range("1", "4095", "1")
         .shownAs("Linear")
@@ -117,15 +129,15 @@ void addCorrection(FeatureTable &t)
         .custom()
         .expert();
     t.floating("ShadingCoefficient",
-               {"Slope of the brightness between the centre and the corner of the image.", "阴影系数",
-                "图像中心到边角亮度变化的斜率。"})
+               {"Slope of the brightness between the centre and the corner of the image.",
+                "阴影系数", "图像中心到边角亮度变化的斜率。"})
         .in(Real(8, -0.125).littleEndian())
         .range("-1", "1")
         .custom()
         .guru();
     t.integer("SensorRegisterKey",
-              {"Key that opens the registers of the sensor for service. It is not meant for users.", "传感器寄存器密钥",
-               "用于维护时开放传感器寄存器的密钥，不供用户使用。"})
+              {"Key that opens the registers of the sensor for service. It is not meant for users.",
+               "传感器寄存器密钥", "用于维护时开放传感器寄存器的密钥，不供用户使用。"})
         .in(Int(4, 0xC0DE1234).transient())
         .shownAs("HexNumber")
         .custom()

@@ -47,13 +47,15 @@ void DeviceFiles::publish(const NamedRegisters &registers, RegisterMemory &memor
     }
 }
 
-qint64 DeviceFiles::run(File &file, Operation operation, const NamedRegisters &registers, RegisterMemory &memory)
+qint64 DeviceFiles::run(File &file, Operation operation, const NamedRegisters &registers,
+                        RegisterMemory &memory)
 {
     const qint64 offset = registers.value(memory, "FileAccessOffsetReg");
     const qint64 length = registers.value(memory, "FileAccessLengthReg");
     const bool isTransfer = operation == Read || operation == Write;
     if (isTransfer
-        && (!file.m_bOpen || offset < 0 || length < 0 || length > kFileBufferSize || offset > kLargestFile - length)) {
+        && (!file.m_bOpen || offset < 0 || length < 0 || length > kFileBufferSize
+            || offset > kLargestFile - length)) {
         return -1;
     }
     switch (operation) {

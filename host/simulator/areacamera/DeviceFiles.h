@@ -32,7 +32,8 @@ private:
     };
 
     /// Bytes moved, or -1 for an operation that the file refuses.
-    qint64 run(File &file, Operation operation, const NamedRegisters &registers, RegisterMemory &memory);
+    qint64 run(File &file, Operation operation, const NamedRegisters &registers,
+               RegisterMemory &memory);
 
     QVector<File> m_files;
 };

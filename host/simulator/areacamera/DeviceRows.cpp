@@ -23,9 +23,10 @@ void addIdentity(FeatureTable &t, const AreaCameraIdentity &identity)
              Text(32, "Simulated Imaging").at(0x48).readOnly());
     t.string("DeviceModelName", {"Model of the device.", "型号名称", "设备的型号。"},
              Text(32, "SIM-A2500").at(0x68).readOnly());
-    t.string("DeviceManufacturerInfo",
-             {"Manufacturer information about the device.", "厂商信息", "制造商提供的设备附加信息。"},
-             Text(48, "Five megapixel monochrome, global shutter").at(0xA8).readOnly());
+    t.string(
+        "DeviceManufacturerInfo",
+        {"Manufacturer information about the device.", "厂商信息", "制造商提供的设备附加信息。"},
+        Text(48, "Five megapixel monochrome, global shutter").at(0xA8).readOnly());
     t.string("DeviceVersion", {"Version of the device.", "设备版本", "设备的版本。"},
              Text(32, "2.1.0").at(0x88).readOnly());
     t.string("DeviceFirmwareVersion",
@@ -33,13 +34,13 @@ void addIdentity(FeatureTable &t, const AreaCameraIdentity &identity)
              Text(32, "FW 1.4.7 build 2206").readOnly())
         .expert();
     t.string("DeviceSerialNumber",
-             {"Serial number of the device. It is unique among the devices of one manufacturer.", "序列号",
-              "设备的序列号，在同一制造商的设备中唯一。"},
+             {"Serial number of the device. It is unique among the devices of one manufacturer.",
+              "序列号", "设备的序列号，在同一制造商的设备中唯一。"},
              Text(16, identity.m_strSerial).at(0xD8).readOnly())
         .expert();
     t.string("DeviceUserID",
-             {"Name that the user gives to the device. It is kept when the device is switched off.", "用户自定义名称",
-              "用户为设备设定的名称，断电后保持不变。"},
+             {"Name that the user gives to the device. It is kept when the device is switched off.",
+              "用户自定义名称", "用户为设备设定的名称，断电后保持不变。"},
              Text(16, identity.m_strUserId).at(0xE8).transient())
         .streamable();
     t.structRegister("SfncVersionWord", Int(4, 0).littleEndian().readOnly());
@@ -47,21 +48,24 @@ void addIdentity(FeatureTable &t, const AreaCameraIdentity &identity)
     t.structEntry("SfncVersionWord", "SfncMinorEntry", 8, 8, 7);
     t.structEntry("SfncVersionWord", "SfncSubMinorEntry", 0, 8, 0);
     t.integer("DeviceSFNCVersionMajor",
-              {"Major version of the feature naming convention that the device follows.", "SFNC主版本号",
-               "设备所遵循的标准特征命名规范的主版本号。"})
+              {"Major version of the feature naming convention that the device follows.",
+               "SFNC主版本号", "设备所遵循的标准特征命名规范的主版本号。"})
         .from("SfncMajorEntry")
+        .range("0", "255", "1")
         .shownAs("PureNumber")
         .expert();
     t.integer("DeviceSFNCVersionMinor",
-              {"Minor version of the feature naming convention that the device follows.", "SFNC次版本号",
-               "设备所遵循的标准特征命名规范的次版本号。"})
+              {"Minor version of the feature naming convention that the device follows.",
+               "SFNC次版本号", "设备所遵循的标准特征命名规范的次版本号。"})
         .from("SfncMinorEntry")
+        .range("0", "255", "1")
         .shownAs("PureNumber")
         .expert();
     t.integer("DeviceSFNCVersionSubMinor",
-              {"Sub minor version of the feature naming convention that the device follows.", "SFNC子版本号",
-               "设备所遵循的标准特征命名规范的子版本号。"})
+              {"Sub minor version of the feature naming convention that the device follows.",
+               "SFNC子版本号", "设备所遵循的标准特征命名规范的子版本号。"})
         .from("SfncSubMinorEntry")
+        .range("0", "255", "1")
         .shownAs("PureNumber")
         .expert();
     t.directRegister("DeviceRegisterMapVersion",
@@ -76,25 +80,27 @@ void addIdentity(FeatureTable &t, const AreaCameraIdentity &identity)
 void addService(FeatureTable &t)
 {
     t.command("DeviceReset",
-              {"Resets the device to its power up state. The connection is lost and the device has to be found again.",
+              {"Resets the device to its power up state. The connection is lost and the device has "
+               "to be found again.",
                "设备复位", "将设备复位到上电状态，连接会断开，需要重新发现设备。"})
         .guru()
         .runs(Trigger());
     t.enumeration("DeviceIndicatorMode",
-                  {"Controls the behaviour of the indicators, such as LEDs, on the device.", "指示灯模式",
-                   "控制设备上指示灯（如LED）的工作方式。"})
+                  {"Controls the behaviour of the indicators, such as LEDs, on the device.",
+                   "指示灯模式", "控制设备上指示灯（如LED）的工作方式。"})
         .entry("Inactive", 0, "关闭")
         .entry("Active", 1, "开启")
         .entry("ErrorStatus", 2, "仅指示错误")
         .expert()
         .in(Bits("DeviceServiceWord", 0, 4, 1));
     t.command("DeviceRegistersStreamingStart",
-              {"Prepares the device for registers streaming without checking for consistency.", "开始批量写寄存器",
-               "使设备准备好接收批量寄存器写入，期间不检查一致性。"})
+              {"Prepares the device for registers streaming without checking for consistency.",
+               "开始批量写寄存器", "使设备准备好接收批量寄存器写入，期间不检查一致性。"})
         .guru()
         .runs(Trigger());
     t.command("DeviceRegistersStreamingEnd",
-              {"Announces the end of registers streaming. The device checks its registers for consistency.",
+              {"Announces the end of registers streaming. The device checks its registers for "
+               "consistency.",
                "结束批量写寄存器", "声明批量寄存器写入结束，设备随后检查寄存器的一致性。"})
         .guru()
         .runs(Trigger());
@@ -109,24 +115,25 @@ void addService(FeatureTable &t)
         .expert()
         .in(Bits("DeviceStateWord", 0, 1, 1).readOnly());
     t.enumeration("DeviceTemperatureSelector",
-                  {"Selects the location within the device where the temperature is measured.", "温度测量位置选择",
-                   "选择设备内部测量温度的位置。"})
+                  {"Selects the location within the device where the temperature is measured.",
+                   "温度测量位置选择", "选择设备内部测量温度的位置。"})
         .entry("Sensor", 0, "传感器")
         .entry("Mainboard", 1, "主板")
         .entry("Housing", 2, "外壳")
         .expert()
         .in(Int(4, 0));
-    t.registerNode("DeviceTemperatureRaw", Int(2, 412)
-                                               .values({412, 458, 371})
-                                               .signedValue()
-                                               .littleEndian()
-                                               .readOnly()
-                                               .moving(1000)
-                                               .indexedBy("DeviceTemperatureSelector", 3));
+    t.registerNode("DeviceTemperatureRaw",
+                   Int(2, 412)
+                       .values({412, 458, 371})
+                       .signedValue()
+                       .littleEndian()
+                       .readOnly()
+                       .moving(1000)
+                       .indexedBy("DeviceTemperatureSelector", 3));
     t.converter("DeviceTemperatureConverter", "FROM * 10", "TO / 10.0", "DeviceTemperatureRaw");
     t.floating("DeviceTemperature",
-               {"Temperature of the device in degrees Celsius, measured at the selected location.", "设备温度",
-                "所选位置处的设备温度，单位为摄氏度。"})
+               {"Temperature of the device in degrees Celsius, measured at the selected location.",
+                "设备温度", "所选位置处的设备温度，单位为摄氏度。"})
         .from("DeviceTemperatureConverter")
         .range("-40", "125")
         .unit("C")
@@ -135,9 +142,11 @@ void addService(FeatureTable &t)
         .selectedBy("DeviceTemperatureSelector");
     t.registerNode("DeviceSupplyMillivoltsReg", Int(2, 23950).readOnly());
     t.registerNode("DeviceSupplyMilliamperesReg", Int(2, 138).littleEndian().readOnly());
-    t.converter("DeviceSupplyVoltageConverter", "FROM * 1000", "TO / 1000.0", "DeviceSupplyMillivoltsReg");
+    t.converter("DeviceSupplyVoltageConverter", "FROM * 1000", "TO / 1000.0",
+                "DeviceSupplyMillivoltsReg");
     t.floating("DeviceSupplyVoltage",
-               {"Supply voltage that the device measures at its input.", "供电电压", "设备在输入端测得的供电电压。"})
+               {"Supply voltage that the device measures at its input.", "供电电压",
+                "设备在输入端测得的供电电压。"})
         .from("DeviceSupplyVoltageConverter")
         .range("0", "65.535")
         .unit("V")
@@ -147,20 +156,23 @@ void addService(FeatureTable &t)
     t.swissKnife("DevicePowerFormula", "U * I / 1000000.0",
                  {{"U", "DeviceSupplyMillivoltsReg"}, {"I", "DeviceSupplyMilliamperesReg"}});
     t.floating("DevicePowerConsumption",
-               {"Electrical power that the device draws, from its supply voltage and current.", "功耗",
-                "由供电电压与电流计算得到的设备功耗。"})
+               {"Electrical power that the device draws, from its supply voltage and current.",
+                "功耗", "由供电电压与电流计算得到的设备功耗。"})
         .from("DevicePowerFormula")
+        .range("0", "4300")
         .unit("W")
         .custom()
         .expert();
     t.enumeration("DeviceSerialPortSelector",
-                  {"Selects which serial port of the device to control.", "串口选择", "选择要控制的设备串口。"})
+                  {"Selects which serial port of the device to control.", "串口选择",
+                   "选择要控制的设备串口。"})
         .entry("RS232", 0, "RS232")
         .entry("RS485", 1, "RS485")
         .expert()
         .in(Int(4, 0));
     t.enumeration("DeviceSerialPortBaudRate",
-                  {"Speed of the selected serial port of the device.", "串口波特率", "所选设备串口的通信速率。"})
+                  {"Speed of the selected serial port of the device.", "串口波特率",
+                   "所选设备串口的通信速率。"})
         .entry("Baud9600", 9600, "9600波特")
         .entry("Baud19200", 19200, "19200波特")
         .entry("Baud38400", 38400, "38400波特")
@@ -183,8 +195,9 @@ void addLink(FeatureTable &t)
         .entry("Custom", 65535, "自定义")
         .guru()
         .in(Int(4, 0).readOnly());
-    t.integer("DeviceLinkSelector",
-              {"Selects which link of the device to control.", "链路选择", "选择要控制的设备链路。"})
+    t.integer(
+         "DeviceLinkSelector",
+         {"Selects which link of the device to control.", "链路选择", "选择要控制的设备链路。"})
         .in(Int(4, 0))
         .range("0", "0", "1")
         .expert();
@@ -207,10 +220,11 @@ void addLink(FeatureTable &t)
         .selectedBy("DeviceLinkSelector");
     t.registerNode("LinkThroughputKiloReg", Int(4, 118000));
     t.intConverter("LinkThroughputConverter", "FROM / 1000", "TO * 1000", "LinkThroughputKiloReg");
-    t.intSwissKnife("LinkThroughputLimited", "MODE = 1", {{"MODE", "DeviceLinkThroughputLimitMode"}});
+    t.intSwissKnife("LinkThroughputLimited", "MODE = 1",
+                    {{"MODE", "DeviceLinkThroughputLimitMode"}});
     t.integer("DeviceLinkThroughputLimit",
-              {"Limits the bandwidth of the data that are sent on the selected link.", "链路带宽限制",
-               "限制所选链路上发送数据的最大带宽。"})
+              {"Limits the bandwidth of the data that are sent on the selected link.",
+               "链路带宽限制", "限制所选链路上发送数据的最大带宽。"})
         .from("LinkThroughputConverter")
         .range("1000000", "125000000", "1000")
         .unit("Bps")
@@ -226,20 +240,23 @@ void addLink(FeatureTable &t)
         .expert()
         .selectedBy("DeviceLinkSelector");
     t.enumeration("DeviceLinkHeartbeatMode",
-                  {"Activates or deactivates the heartbeat of the link.", "链路心跳模式", "启用或停用链路的心跳机制。"})
+                  {"Activates or deactivates the heartbeat of the link.", "链路心跳模式",
+                   "启用或停用链路的心跳机制。"})
         .entry("Off", 0, "关闭")
         .entry("On", 1, "开启")
         .expert()
         .in(Bits("LinkModeWord", 0, 2, 1));
     t.converter("LinkHeartbeatConverter", "FROM / 1000", "TO * 1000", "GevHeartbeatTimeoutReg");
-    t.floating("DeviceLinkHeartbeatTimeout",
-               {"Current heartbeat time-out of the link.", "链路心跳超时", "链路当前的心跳超时时间。"})
+    t.floating(
+         "DeviceLinkHeartbeatTimeout",
+         {"Current heartbeat time-out of the link.", "链路心跳超时", "链路当前的心跳超时时间。"})
         .from("LinkHeartbeatConverter")
         .range("500000", "600000000")
         .unit("us")
         .guru();
     t.integer("DeviceStreamChannelCount",
-              {"Number of streaming channels that the device supports.", "流通道数量", "设备支持的流通道数量。"})
+              {"Number of streaming channels that the device supports.", "流通道数量",
+               "设备支持的流通道数量。"})
         .from("GevStreamChannelCountReg")
         .expert();
     t.integer("DeviceStreamChannelSelector",
@@ -257,7 +274,8 @@ void addLink(FeatureTable &t)
         .expert()
         .selectedBy("DeviceStreamChannelSelector");
     t.integer("DeviceEventChannelCount",
-              {"Number of event channels that the device supports.", "事件通道数量", "设备支持的事件通道数量。"})
+              {"Number of event channels that the device supports.", "事件通道数量",
+               "设备支持的事件通道数量。"})
         .in(Int(4, 1).readOnly())
         .expert();
 }
@@ -265,10 +283,12 @@ void addLink(FeatureTable &t)
 void addClock(FeatureTable &t)
 {
     t.category("DeviceClockControl",
-               {"Features of the clocks and the timestamp of the device.", "设备时钟控制", "设备时钟与时间戳相关的特征。"},
+               {"Features of the clocks and the timestamp of the device.", "设备时钟控制",
+                "设备时钟与时间戳相关的特征。"},
                0x10C00, "DeviceControl", "Expert");
     t.enumeration("DeviceClockSelector",
-                  {"Selects the clock frequency to access from the device.", "时钟选择", "选择要访问的设备时钟。"})
+                  {"Selects the clock frequency to access from the device.", "时钟选择",
+                   "选择要访问的设备时钟。"})
         .entry("Sensor", 0, "传感器时钟")
         .entry("SensorDigitization", 1, "传感器数字化时钟")
         .entry("CameraLink", 2, "CameraLink时钟", {"", "CameraLinkFitted", ""})
@@ -277,18 +297,23 @@ void addClock(FeatureTable &t)
     t.constant("CameraLinkFitted", 0);
     t.floating("DeviceClockFrequency",
                {"Frequency of the selected clock.", "时钟频率", "所选时钟的频率。"})
-        .in(Real(8, 37125000.0).numbers({37125000.0, 74250000.0, 85000000.0}).readOnly().indexedBy("DeviceClockSelector", 3))
+        .in(Real(8, 37125000.0)
+                .numbers({37125000.0, 74250000.0, 85000000.0})
+                .readOnly()
+                .indexedBy("DeviceClockSelector", 3))
         .unit("Hz")
         .shownAs("PureNumber")
         .expert()
         .selectedBy("DeviceClockSelector");
     t.integer("Timestamp",
-              {"Value of the timestamp counter at the last latch.", "时间戳", "最近一次锁存时时间戳计数器的值。"})
+              {"Value of the timestamp counter at the last latch.", "时间戳",
+               "最近一次锁存时时间戳计数器的值。"})
         .from("TimestampLatchValueReg")
         .unit("ns")
         .expert();
     t.command("TimestampReset",
-              {"Resets the timestamp counter of the device.", "时间戳复位", "将设备的时间戳计数器清零。"})
+              {"Resets the timestamp counter of the device.", "时间戳复位",
+               "将设备的时间戳计数器清零。"})
         .expert()
         .runs(Trigger());
     t.command("TimestampLatch",
@@ -302,8 +327,8 @@ void addClock(FeatureTable &t)
         .unit("ns")
         .expert();
     t.integer("TimestampSynchronized",
-              {"Tells whether the timestamp follows the clock of the network, 1 when it does.", "时间戳已同步",
-               "指示时间戳是否与网络时钟同步，1表示已同步。"})
+              {"Tells whether the timestamp follows the clock of the network, 1 when it does.",
+               "时间戳已同步", "指示时间戳是否与网络时钟同步，1表示已同步。"})
         .in(Bits("DeviceStateWord", 4, 1, 0).readOnly())
         .range("0", "1", "1")
         .shownAs("Boolean")

@@ -8,7 +8,8 @@ void addDigitalIoRows(FeatureTable &t)
                 "控制通用输入输出线的特征。"},
                0x15000, "Root", "Expert");
     t.enumeration("LineSelector",
-                  {"Selects the physical line of the connector to configure.", "线路选择", "选择要配置的物理线路。"})
+                  {"Selects the physical line of the connector to configure.", "线路选择",
+                   "选择要配置的物理线路。"})
         .entry("Line0", 0, "线路0")
         .entry("Line1", 1, "线路1")
         .entry("Line2", 2, "线路2")
@@ -26,14 +27,17 @@ void addDigitalIoRows(FeatureTable &t)
         .in(Int(4, 0).values({0, 1, 0}).indexedBy("LineSelector", 3))
         .selectedBy("LineSelector");
     t.boolean("LineInverter",
-              {"Controls the inversion of the signal of the selected line.", "线路反相", "控制所选线路信号是否反相。"})
+              {"Controls the inversion of the signal of the selected line.", "线路反相",
+               "控制所选线路信号是否反相。"})
         .in(Int(1, 0).values({0, 1, 0}).indexedBy("LineSelector", 3))
         .expert()
         .selectedBy("LineSelector");
     t.registerNode("LineStatusWord", Int(4, 5).readOnly().moving(500));
-    t.intSwissKnife("LineStatusFormula", "(ALL >> SEL) & 1", {{"ALL", "LineStatusWord"}, {"SEL", "LineSelectorReg"}});
+    t.intSwissKnife("LineStatusFormula", "(ALL >> SEL) & 1",
+                    {{"ALL", "LineStatusWord"}, {"SEL", "LineSelectorReg"}});
     t.boolean("LineStatus",
-              {"Returns the current status of the selected line.", "线路状态", "返回所选线路的当前状态。"})
+              {"Returns the current status of the selected line.", "线路状态",
+               "返回所选线路的当前状态。"})
         .from("LineStatusFormula")
         .expert()
         .selectedBy("LineSelector");
@@ -57,7 +61,8 @@ void addDigitalIoRows(FeatureTable &t)
         .in(Int(4, 0).values({0, 1, 0}).indexedBy("LineSelector", 3))
         .selectedBy("LineSelector");
     t.enumeration("LineFormat",
-                  {"Electrical format of the selected physical line.", "线路电气格式", "所选物理线路的电气格式。"})
+                  {"Electrical format of the selected physical line.", "线路电气格式",
+                   "所选物理线路的电气格式。"})
         .entry("NoConnect", 0, "未连接")
         .entry("TTL", 2, "TTL")
         .entry("OptoCoupled", 5, "光耦隔离")
@@ -66,8 +71,8 @@ void addDigitalIoRows(FeatureTable &t)
         .selectedBy("LineSelector");
     t.intSwissKnife("LineIsInput", "MODE = 0", {{"MODE", "LineModeReg"}});
     t.floating("LineDebouncerTime",
-               {"Minimum time that the signal of the selected input has to hold to be accepted.", "线路消抖时间",
-                "所选输入信号被接受所需保持的最短时间。"})
+               {"Minimum time that the signal of the selected input has to hold to be accepted.",
+                "线路消抖时间", "所选输入信号被接受所需保持的最短时间。"})
         .in(Real(4, 50.0).numbers({50.0, 0.0, 10.0}).indexedBy("LineSelector", 3))
         .range("0", "20000")
         .unit("us")
@@ -76,8 +81,8 @@ void addDigitalIoRows(FeatureTable &t)
         .expert()
         .selectedBy("LineSelector");
     t.integer("UserOutputSelector",
-              {"Selects which bit of the user output register is set by UserOutputValue.", "用户输出选择",
-               "选择用户输出值所设置的输出位。"})
+              {"Selects which bit of the user output register is set by UserOutputValue.",
+               "用户输出选择", "选择用户输出值所设置的输出位。"})
         .in(Int(4, 1))
         .range("0", "3", "1")
         .expert();
@@ -85,7 +90,8 @@ void addDigitalIoRows(FeatureTable &t)
     t.intConverter("UserOutputBit", "(ALL & (15 - (1 << SEL))) | (FROM << SEL)", "(TO >> SEL) & 1",
                    "UserOutputWord", {{"ALL", "UserOutputWord"}, {"SEL", "UserOutputSelectorReg"}});
     t.boolean("UserOutputValue",
-              {"Sets the value of the bit selected by UserOutputSelector.", "用户输出值", "设置所选用户输出位的值。"})
+              {"Sets the value of the bit selected by UserOutputSelector.", "用户输出值",
+               "设置所选用户输出位的值。"})
         .from("UserOutputBit")
         .streamable()
         .expert()
@@ -99,7 +105,8 @@ void addDigitalIoRows(FeatureTable &t)
         .streamable()
         .expert();
     t.integer("UserOutputValueAllMask",
-              {"Write mask that is applied to UserOutputValueAll.", "用户输出掩码", "应用于全部用户输出值的写掩码。"})
+              {"Write mask that is applied to UserOutputValueAll.", "用户输出掩码",
+               "应用于全部用户输出值的写掩码。"})
         .in(Int(4, 15))
         .range("0", "15", "1")
         .shownAs("HexNumber")

@@ -6,7 +6,8 @@ namespace {
 void addUserSets(FeatureTable &t)
 {
     t.category("UserSetControl",
-               {"Features that save and load the settings of the device.", "用户参数组控制", "保存和加载设备参数的特征。"},
+               {"Features that save and load the settings of the device.", "用户参数组控制",
+                "保存和加载设备参数的特征。"},
                0x19000);
     t.enumeration("UserSetSelector",
                   {"Selects the user set to load, save or configure.", "用户参数组选择",
@@ -19,26 +20,29 @@ void addUserSets(FeatureTable &t)
     t.intSwissKnife("UserSetFixed", "(SEL = 0) || (LOCKED = 1)",
                     {{"SEL", "UserSetSelectorReg"}, {"LOCKED", "TLParamsLocked"}});
     t.command("UserSetLoad",
-              {"Loads the selected user set and makes it active.", "加载用户参数组", "加载所选用户参数组并使其生效。"})
+              {"Loads the selected user set and makes it active.", "加载用户参数组",
+               "加载所选用户参数组并使其生效。"})
         .locked()
         .runs(Int(4, 0).transient().moving(100))
         .selectedBy("UserSetSelector");
     t.command("UserSetSave",
-              {"Saves the present settings to the selected user set. The default set cannot be overwritten.",
+              {"Saves the present settings to the selected user set. The default set cannot be "
+               "overwritten.",
                "保存用户参数组", "将当前设置保存到所选用户参数组，出厂参数不可覆盖。"})
         .locked("UserSetFixed")
         .runs(Int(4, 0).transient().moving(100))
         .selectedBy("UserSetSelector");
     t.enumeration("UserSetDefault",
-                  {"Selects the user set that is loaded when the device is switched on or reset.", "默认参数组",
-                   "选择设备上电或复位时加载的用户参数组。"})
+                  {"Selects the user set that is loaded when the device is switched on or reset.",
+                   "默认参数组", "选择设备上电或复位时加载的用户参数组。"})
         .entry("Default", 0, "出厂参数")
         .entry("UserSet1", 1, "用户参数组1")
         .entry("UserSet2", 2, "用户参数组2")
         .entry("UserSet3", 3, "用户参数组3")
         .in(Int(4, 0).transient());
     t.string("UserSetDescription",
-             {"Note of the user on the settings of the device.", "参数组说明", "用户对设备参数的说明。"},
+             {"Note of the user on the settings of the device.", "参数组说明",
+              "用户对设备参数的说明。"},
              Text(64, "Factory settings"))
         .streamable()
         .custom()
@@ -62,11 +66,12 @@ void addUserSets(FeatureTable &t)
 void addSequencer(FeatureTable &t)
 {
     t.category("SequencerControl",
-               {"Features of the sequencer that changes settings from frame to frame.", "序列器控制",
-                "控制逐帧切换参数的序列器的特征。"},
+               {"Features of the sequencer that changes settings from frame to frame.",
+                "序列器控制", "控制逐帧切换参数的序列器的特征。"},
                0x19400, "Root", "Expert");
-    t.enumeration("SequencerMode",
-                  {"Controls whether the sequencer is active.", "序列器模式", "控制序列器是否启用。"})
+    t.enumeration(
+         "SequencerMode",
+         {"Controls whether the sequencer is active.", "序列器模式", "控制序列器是否启用。"})
         .entry("Off", 0, "关闭")
         .entry("On", 1, "开启")
         .expert()
@@ -80,7 +85,8 @@ void addSequencer(FeatureTable &t)
         .expert()
         .locked()
         .in(Bits("SequencerWord", 1, 1, 0));
-    t.intSwissKnife("SequencerConfiguring", "MODE = 1", {{"MODE", "SequencerConfigurationModeReg"}});
+    t.intSwissKnife("SequencerConfiguring", "MODE = 1",
+                    {{"MODE", "SequencerConfigurationModeReg"}});
     t.integer("SequencerSetSelector",
               {"Selects the sequencer set to which further settings apply.", "序列参数组选择",
                "选择后续设置所作用的序列参数组。"})
@@ -88,14 +94,15 @@ void addSequencer(FeatureTable &t)
         .range("0", "3", "1")
         .expert();
     t.command("SequencerSetSave",
-              {"Saves the present settings of the device to the selected sequencer set.", "保存序列参数组",
-               "将设备当前设置保存到所选序列参数组。"})
+              {"Saves the present settings of the device to the selected sequencer set.",
+               "保存序列参数组", "将设备当前设置保存到所选序列参数组。"})
         .available("SequencerConfiguring")
         .expert()
         .runs(Trigger())
         .selectedBy("SequencerSetSelector");
     t.command("SequencerSetLoad",
-              {"Loads the selected sequencer set into the device.", "加载序列参数组", "将所选序列参数组加载到设备。"})
+              {"Loads the selected sequencer set into the device.", "加载序列参数组",
+               "将所选序列参数组加载到设备。"})
         .available("SequencerConfiguring")
         .expert()
         .runs(Trigger())

@@ -12,12 +12,48 @@ namespace {
 const QVector<QByteArray> &schemaOrder()
 {
     static const QVector<QByteArray> kOrder = {
-        "ToolTip",  "Description",    "DisplayName",  "Visibility",   "pIsImplemented",    "pIsAvailable", "pIsLocked",
-        "ImposedAccessMode", "Streamable", "Address", "pAddress",     "pIndex",            "Length",       "AccessMode",
-        "pPort",    "Cachable",       "PollingTime",  "pInvalidator", "Bit",               "LSB",          "MSB",
-        "Sign",     "Endianess",      "pVariable",    "Formula",      "FormulaTo",         "FormulaFrom",  "Value",
-        "pValue",   "OnValue",        "OffValue",     "CommandValue", "Min",               "pMin",         "Max",
-        "pMax",     "Inc",            "pInc",         "Unit",         "Representation",    "Slope",        "pSelected",
+        "ToolTip",
+        "Description",
+        "DisplayName",
+        "Visibility",
+        "pIsImplemented",
+        "pIsAvailable",
+        "pIsLocked",
+        "ImposedAccessMode",
+        "Streamable",
+        "Address",
+        "pAddress",
+        "pIndex",
+        "Length",
+        "AccessMode",
+        "pPort",
+        "Cachable",
+        "PollingTime",
+        "pInvalidator",
+        "Bit",
+        "LSB",
+        "MSB",
+        "Sign",
+        "Endianess",
+        "pVariable",
+        "Formula",
+        "FormulaTo",
+        "FormulaFrom",
+        "Value",
+        "pValue",
+        "OnValue",
+        "OffValue",
+        "CommandValue",
+        "Min",
+        "pMin",
+        "Max",
+        "pMax",
+        "Inc",
+        "pInc",
+        "Unit",
+        "Representation",
+        "Slope",
+        "pSelected",
         "pFeature",
     };
     return kOrder;
@@ -45,28 +81,33 @@ void writeNode(QXmlStreamWriter &xml, const NodeRow &node)
 {
     xml.writeStartElement(QString::fromUtf8(node.m_strTag));
     // A StructReg has no name of its own in the schema, only its entries do.
-    xml.writeAttribute(node.m_strTag == "StructReg" ? "Comment" : "Name", QString::fromUtf8(node.m_strName));
+    xml.writeAttribute(node.m_strTag == "StructReg" ? "Comment" : "Name",
+                       QString::fromUtf8(node.m_strName));
     if (!node.m_strNameSpace.isEmpty()) {
         xml.writeAttribute("NameSpace", QString::fromUtf8(node.m_strNameSpace));
     }
     QVector<PropertyRow> properties = node.m_properties;
-    const bool isShown = std::any_of(properties.cbegin(), properties.cend(), [](const PropertyRow &property) {
-        return property.m_strTag == "Visibility";
-    });
+    const bool isShown =
+        std::any_of(properties.cbegin(), properties.cend(),
+                    [](const PropertyRow &property) { return property.m_strTag == "Visibility"; });
     if (!isShown && !node.m_strNameSpace.isEmpty() && node.m_strTag != "EnumEntry") {
         properties.append({"Visibility", "Beginner", {}, {}});
     }
-    std::stable_sort(properties.begin(), properties.end(), [](const PropertyRow &a, const PropertyRow &b) {
-        return rank(a.m_strTag) < rank(b.m_strTag);
-    });
-    const auto firstBehind = std::find_if(
-        properties.cbegin(), properties.cend(),
-        [](const PropertyRow &property) { return rank(property.m_strTag) >= rank("Value"); });
-    std::for_each(properties.cbegin(), firstBehind, [&xml](const PropertyRow &p) { writeProperty(xml, p); });
+    std::stable_sort(properties.begin(), properties.end(),
+                     [](const PropertyRow &a, const PropertyRow &b) {
+                         return rank(a.m_strTag) < rank(b.m_strTag);
+                     });
+    const auto firstBehind =
+        std::find_if(properties.cbegin(), properties.cend(), [](const PropertyRow &property) {
+            return rank(property.m_strTag) >= rank("Value");
+        });
+    std::for_each(properties.cbegin(), firstBehind,
+                  [&xml](const PropertyRow &p) { writeProperty(xml, p); });
     for (const NodeRow &child : node.m_children) {
         writeNode(xml, child);
     }
-    std::for_each(firstBehind, properties.cend(), [&xml](const PropertyRow &p) { writeProperty(xml, p); });
+    std::for_each(firstBehind, properties.cend(),
+                  [&xml](const PropertyRow &p) { writeProperty(xml, p); });
     xml.writeEndElement();
 }
 
@@ -88,7 +129,8 @@ void writeHeader(QXmlStreamWriter &xml, const DescriptionHeader &header)
         {"xmlns", "http://www.genicam.org/GenApi/Version_1_1"},
         {"xmlns:xsi", "http://www.w3.org/2001/XMLSchema-instance"},
         {"xsi:schemaLocation",
-         "http://www.genicam.org/GenApi/Version_1_1 http://www.genicam.org/GenApi/GenApiSchema_Version_1_1.xsd"},
+         "http://www.genicam.org/GenApi/Version_1_1 "
+         "http://www.genicam.org/GenApi/GenApiSchema_Version_1_1.xsd"},
     };
     for (const auto &attribute : attributes) {
         xml.writeAttribute(attribute.first, QString::fromUtf8(attribute.second));

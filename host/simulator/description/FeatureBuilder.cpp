@@ -59,7 +59,10 @@ FeatureBuilder &FeatureBuilder::entry(const char *name, qint64 value, const char
     return *this;
 }
 
-FeatureBuilder &FeatureBuilder::streamable() { return property("Streamable", "Yes"); }
+FeatureBuilder &FeatureBuilder::streamable()
+{
+    return property("Streamable", "Yes");
+}
 
 FeatureBuilder &FeatureBuilder::selectedBy(const char *selector)
 {

@@ -32,7 +32,10 @@ public:
     FeatureBuilder &max(const char *node) { return property("pMax", node); }
     FeatureBuilder &inc(const char *node) { return property("pInc", node); }
     FeatureBuilder &unit(const char *text) { return property("Unit", text); }
-    FeatureBuilder &shownAs(const char *representation) { return property("Representation", representation); }
+    FeatureBuilder &shownAs(const char *representation)
+    {
+        return property("Representation", representation);
+    }
     /// Boolean: the numbers behind true and false.
     FeatureBuilder &numbers(const char *on, const char *off);
     /// Command: written to the register to run it; 1 is usual.
@@ -43,7 +46,10 @@ public:
     FeatureBuilder &guru() { return visibility("Guru"); }
     FeatureBuilder &invisible() { return visibility("Invisible"); }
     /// Locked while the transport layer is locked, or by another node.
-    FeatureBuilder &locked(const char *node = "TLParamsLocked") { return property("pIsLocked", node); }
+    FeatureBuilder &locked(const char *node = "TLParamsLocked")
+    {
+        return property("pIsLocked", node);
+    }
     FeatureBuilder &available(const char *node) { return property("pIsAvailable", node); }
     FeatureBuilder &implemented(const char *node) { return property("pIsImplemented", node); }
     FeatureBuilder &readOnly() { return property("ImposedAccessMode", "RO"); }

@@ -10,8 +10,12 @@ constexpr quint64 kAlignment = 4; // GigE Vision addresses registers in 4-byte s
 
 QByteArray spacedName(const QByteArray &name)
 {
-    const auto isUpper = [&name](int i) { return i < name.size() && name.at(i) >= 'A' && name.at(i) <= 'Z'; };
-    const auto isLower = [&name](int i) { return i < name.size() && name.at(i) >= 'a' && name.at(i) <= 'z'; };
+    const auto isUpper = [&name](int i) {
+        return i < name.size() && name.at(i) >= 'A' && name.at(i) <= 'Z';
+    };
+    const auto isLower = [&name](int i) {
+        return i < name.size() && name.at(i) >= 'a' && name.at(i) <= 'z';
+    };
     QByteArray spaced;
     for (int i = 0; i < name.size(); ++i) {
         if (i > 0 && isUpper(i) && (!isUpper(i - 1) || (isLower(i + 1) && isLower(i + 2)))) {
@@ -71,7 +75,8 @@ FeatureBuilder FeatureTable::string(const char *name, const Texts &texts, const 
     return builder;
 }
 
-FeatureBuilder FeatureTable::directRegister(const char *name, const Texts &texts, const RegisterSpec &spec)
+FeatureBuilder FeatureTable::directRegister(const char *name, const Texts &texts,
+                                            const RegisterSpec &spec)
 {
     FeatureBuilder builder = addFeature("IntReg", name, texts);
     describeRegister(node(name), spec, place(name, spec));
@@ -86,7 +91,8 @@ void FeatureTable::registerNode(const char *name, const RegisterSpec &spec)
         {int(RegisterSpec::Kind::Float), "FloatReg"},
         {int(RegisterSpec::Kind::Text), "StringReg"},
     };
-    const quint64 address = place(spec.m_strWord.isEmpty() ? QByteArray(name) : spec.m_strWord, spec);
+    const quint64 address =
+        place(spec.m_strWord.isEmpty() ? QByteArray(name) : spec.m_strWord, spec);
     describeRegister(addNode(kTags.value(int(spec.m_eKind)), name), spec, address);
 }
 
@@ -105,12 +111,13 @@ void FeatureTable::swissKnife(const char *name, const char *formula, const Varia
     addFormulaNode("SwissKnife", name, {{"Formula", formula, {}, {}}}, variables);
 }
 
-void FeatureTable::intConverter(const char *name, const char *to, const char *from, const char *value,
-                                const Variables &variables)
+void FeatureTable::intConverter(const char *name, const char *to, const char *from,
+                                const char *value, const Variables &variables)
 {
-    addFormulaNode("IntConverter", name,
-                   {{"FormulaTo", to, {}, {}}, {"FormulaFrom", from, {}, {}}, {"pValue", value, {}, {}}},
-                   variables);
+    addFormulaNode(
+        "IntConverter", name,
+        {{"FormulaTo", to, {}, {}}, {"FormulaFrom", from, {}, {}}, {"pValue", value, {}, {}}},
+        variables);
 }
 
 void FeatureTable::converter(const char *name, const char *to, const char *from, const char *value,
@@ -136,7 +143,8 @@ void FeatureTable::structRegister(const char *name, const RegisterSpec &spec)
     describeRegister(addNode("StructReg", name), spec, place(name, spec));
 }
 
-void FeatureTable::structEntry(const char *structName, const char *name, int shift, int width, qint64 initial)
+void FeatureTable::structEntry(const char *structName, const char *name, int shift, int width,
+                               qint64 initial)
 {
     RegisterRow &word = m_registers[m_registerIndex.value(structName)];
     RegisterSpec spec = Bits(structName, shift, width, initial);
@@ -201,7 +209,8 @@ void FeatureTable::addTexts(NodeRow &row, const Texts &texts)
 {
     const QByteArray description = texts.m_strDescription;
     const int firstSentence = description.indexOf(". ");
-    row.m_properties.append({"ToolTip", firstSentence < 0 ? description : description.left(firstSentence + 1), {}, {}});
+    row.m_properties.append(
+        {"ToolTip", firstSentence < 0 ? description : description.left(firstSentence + 1), {}, {}});
     row.m_properties.append({"Description", description, {}, {}});
     row.m_properties.append({"DisplayName", spacedName(row.m_strName), {}, {}});
     m_texts.insert(row.m_strName, {texts.m_strNameCn, texts.m_strDescriptionCn, {}});
@@ -248,7 +257,8 @@ void FeatureTable::describeRegister(NodeRow &row, const RegisterSpec &spec, quin
         add("pAddress", spec.m_strOffset);
     }
     if (!spec.m_strIndex.isEmpty()) {
-        properties.append({"pIndex", spec.m_strIndex, "Offset", QByteArray::number(spec.m_nLength)});
+        properties.append(
+            {"pIndex", spec.m_strIndex, "Offset", QByteArray::number(spec.m_nLength)});
     }
     add("Length", QByteArray::number(spec.m_nLength));
     add("AccessMode", spec.m_strAccess);
@@ -279,8 +289,8 @@ void FeatureTable::describeRegister(NodeRow &row, const RegisterSpec &spec, quin
     }
 }
 
-void FeatureTable::addFormulaNode(const char *tag, const char *name, const QVector<PropertyRow> &formulas,
-                                  const Variables &variables)
+void FeatureTable::addFormulaNode(const char *tag, const char *name,
+                                  const QVector<PropertyRow> &formulas, const Variables &variables)
 {
     NodeRow &row = addNode(tag, name);
     for (const auto &variable : variables) {

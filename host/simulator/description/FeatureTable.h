@@ -98,7 +98,8 @@ public:
     void constant(const char *name, qint64 value);
     /// A StructReg word; its fields follow with structEntry.
     void structRegister(const char *name, const RegisterSpec &spec);
-    void structEntry(const char *structName, const char *name, int shift, int width, qint64 initial);
+    void structEntry(const char *structName, const char *name, int shift, int width,
+                     qint64 initial);
 
     /// The feature stands in this category too.
     void alsoIn(const char *category, const char *feature);

@@ -19,7 +19,8 @@ qint64 NamedRegisters::value(const RegisterMemory &memory, const char *name, int
     return qint64(raw);
 }
 
-void NamedRegisters::setValue(RegisterMemory &memory, const char *name, qint64 value, int element) const
+void NamedRegisters::setValue(RegisterMemory &memory, const char *name, qint64 value,
+                              int element) const
 {
     const FieldRow &row = field(name);
     const RegisterSpec &spec = row.m_spec;
@@ -27,7 +28,8 @@ void NamedRegisters::setValue(RegisterMemory &memory, const char *name, qint64 v
     quint64 raw = quint64(value);
     if (spec.m_eKind == RegisterSpec::Kind::Masked) {
         const quint64 mask = ((quint64(1) << spec.m_nWidth) - 1) << spec.m_nShift;
-        const quint64 others = decodedInteger(memory.read(address, spec.m_nLength), spec.m_bLittleEndian) & ~mask;
+        const quint64 others =
+            decodedInteger(memory.read(address, spec.m_nLength), spec.m_bLittleEndian) & ~mask;
         raw = others | (raw << spec.m_nShift & mask);
     }
     memory.write(address, encodedInteger(raw, spec.m_nLength, spec.m_bLittleEndian));
@@ -47,7 +49,8 @@ double NamedRegisters::number(const RegisterMemory &memory, const char *name, in
     return double(narrow);
 }
 
-void NamedRegisters::setNumber(RegisterMemory &memory, const char *name, double number, int element) const
+void NamedRegisters::setNumber(RegisterMemory &memory, const char *name, double number,
+                               int element) const
 {
     quint64 raw = 0;
     if (field(name).m_spec.m_nLength == 8) {
@@ -67,7 +70,8 @@ QByteArray NamedRegisters::bytes(const RegisterMemory &memory, const char *name)
     return memory.read(row.m_nAddress, row.m_spec.m_nLength * row.m_spec.m_nCount);
 }
 
-void NamedRegisters::setBytes(RegisterMemory &memory, const char *name, const QByteArray &bytes) const
+void NamedRegisters::setBytes(RegisterMemory &memory, const char *name,
+                              const QByteArray &bytes) const
 {
     const FieldRow &row = field(name);
     memory.write(row.m_nAddress, bytes.left(int(row.m_spec.m_nLength * row.m_spec.m_nCount)));

@@ -117,7 +117,8 @@ QByteArray RegisterSpec::initialBytes() const
         case Kind::Integer:
         case Kind::Masked: {
             const quint64 value = quint64(m_values.value(int(element), m_values.last()));
-            const quint64 mask = m_eKind == Kind::Masked ? (quint64(1) << m_nWidth) - 1 : ~quint64(0);
+            const quint64 mask =
+                m_eKind == Kind::Masked ? (quint64(1) << m_nWidth) - 1 : ~quint64(0);
             bytes += encodedInteger((value & mask) << m_nShift, m_nLength, m_bLittleEndian);
             break;
         }
@@ -173,7 +174,10 @@ RegisterSpec Text(quint32 length, const QByteArray &initial)
     return spec;
 }
 
-RegisterSpec Trigger() { return Int(4, 0).writeOnly(); }
+RegisterSpec Trigger()
+{
+    return Int(4, 0).writeOnly();
+}
 
 QByteArray encodedInteger(quint64 value, quint32 length, bool littleEndian)
 {

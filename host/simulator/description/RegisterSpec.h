@@ -8,19 +8,21 @@
 struct RegisterSpec
 {
     enum class Kind { Integer, Masked, Float, Text };
-    static constexpr quint64 kNextFree = ~quint64(0); ///< behind the register that the category had last
+    static constexpr quint64 kNextFree =
+        ~quint64(0); ///< behind the register that the category had last
 
     Kind m_eKind = Kind::Integer;
     quint32 m_nLength = 4; ///< bytes of one element
-    QVector<qint64> m_values {0}; ///< initial values of the elements; the last one repeats
-    QVector<double> m_numbers {0.0}; ///< the same for Kind::Float
+    QVector<qint64> m_values{0}; ///< initial values of the elements; the last one repeats
+    QVector<double> m_numbers{0.0}; ///< the same for Kind::Float
     QByteArray m_text; ///< initial content for Kind::Text
     quint64 m_nAddress = kNextFree;
     quint32 m_nCount = 1; ///< elements that lie one behind the other
     QByteArray m_strIndex; ///< integer node for pIndex, its step is the element length
     QByteArray m_strOffset; ///< integer node for pAddress, added to the address
     QByteArray m_strWord; ///< register whose bytes this one shares, empty for bytes of its own
-    int m_nShift = 0; ///< Kind::Masked: position of the lowest bit, counted from the least significant
+    int m_nShift =
+        0; ///< Kind::Masked: position of the lowest bit, counted from the least significant
     int m_nWidth = 0; ///< Kind::Masked: bits
     QByteArray m_strAccess = "RW";
     QByteArray m_strCachable;

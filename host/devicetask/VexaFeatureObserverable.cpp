@@ -1,0 +1,3 @@
+#include "DeviceTaskModule/VexaFeatureObserverable.h"
+
+VexaFeatureObserverable::~VexaFeatureObserverable() = default;

@@ -1,0 +1,315 @@
+#include "ControlKit/CustomCalendar.h"
+#include "ControlKit/CustomCheckBox.h"
+#include "ControlKit/CustomComboBox.h"
+#include "ControlKit/CustomLineEdit.h"
+#include "ControlKit/CustomPushButton.h"
+#include "ControlKit/CustomSpinBox.h"
+#include "host/controlkit/CustomStyle.h"
+
+#include <QAbstractItemView>
+#include <QButtonGroup>
+#include <QCalendarWidget>
+#include <QTimeEdit>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+#include <QtTest>
+#include <qtestspontaneevent.h>
+
+namespace {
+
+/// A turn as the window system sends it; whether somebody took it.
+bool turnWheel(QWidget *widget, int delta)
+{
+    const QPointF middle(widget->rect().center());
+    QWheelEvent event(middle, widget->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, delta), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    event.ignore();
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    return qApp->notify(widget, &event) && event.isAccepted();
+}
+
+enum ButtonAct { CLICK, DOUBLE_CLICK, SPACE, ENTER, WAIT };
+enum SpinAct { TYPE, COMMIT, LEAVE, ESCAPE, STEP_UP, REFILL };
+
+} // namespace
+
+class tst_KitEditors : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { CustomStyle::install(*qApp); }
+    void wheel_data();
+    void wheel();
+    void spinText_data();
+    void spinText();
+    void clicks_data();
+    void clicks();
+    void clickMayDestroyTheButton();
+    void checkBoxStandsAlone();
+    void searchButton();
+    void comboListShowsWholeEntries();
+    void calendarChooses();
+};
+
+void tst_KitEditors::wheel_data()
+{
+    QTest::addColumn<bool>("spin");
+    QTest::addColumn<bool>("focused");
+    QTest::addColumn<bool>("inner");
+    QTest::newRow("combo box changed in passing") << false << false << false;
+    QTest::newRow("combo box with the focus is dead") << false << true << false;
+    QTest::newRow("spin box changed in passing") << true << false << false;
+    QTest::newRow("spin box changed through its inner edit") << true << false << true;
+    QTest::newRow("spin box with the focus is dead") << true << true << false;
+}
+
+void tst_KitEditors::wheel()
+{
+    QFETCH(bool, spin);
+    QFETCH(bool, focused);
+    QFETCH(bool, inner);
+    QWidget window;
+    auto *const layout = new QVBoxLayout(&window);
+    auto *const other = new QLineEdit(&window);
+    auto *const combo = new CustomComboBox(1, 0, &window);
+    auto *const box = new CustomSpinBox(2, &window);
+    layout->addWidget(other);
+    layout->addWidget(combo);
+    layout->addWidget(box);
+    combo->addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    combo->setCurrentIndex(1);
+    box->setValue(50);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QWidget *const editor = spin ? static_cast<QWidget *>(box) : combo;
+    (focused ? editor : other)->setFocus();
+    QSignalSpy saved(box, &CustomSpinBox::SigSaveParam);
+
+    const bool taken = turnWheel(inner ? box->cInterLineEdit() : editor, -120);
+    QCOMPARE(taken, focused);
+    QCOMPARE(combo->currentIndex(), !spin && focused ? 2 : 1);
+    QCOMPARE(box->value(), spin && focused ? 49 : 50);
+    QCOMPARE(saved.count(), spin && focused ? 1 : 0);
+    QCOMPARE(editor->hasFocus(), focused);
+}
+
+void tst_KitEditors::spinText_data()
+{
+    QTest::addColumn<QVector<int>>("acts");
+    QTest::addColumn<bool>("userText");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("saves");
+    QTest::newRow("untouched") << QVector<int>() << false << 10 << "10" << 0;
+    QTest::newRow("value counts while it is typed") << QVector<int> {TYPE} << true << 10 << "77" << 0;
+    QTest::newRow("refill overwrites the typed text") << QVector<int> {TYPE, REFILL} << true << 10 << "77" << 0;
+    QTest::newRow("committed text still counts as typed") << QVector<int> {TYPE, COMMIT} << false << 77 << "77" << 0;
+    QTest::newRow("text of an editor that was left") << QVector<int> {TYPE, LEAVE} << false << 77 << "77" << 0;
+    QTest::newRow("Escape keeps the text") << QVector<int> {TYPE, ESCAPE} << false << 10 << "10" << 0;
+    QTest::newRow("step does not save") << QVector<int> {STEP_UP} << false << 11 << "11" << 1;
+    QTest::newRow("step forgets the typed text") << QVector<int> {TYPE, STEP_UP} << false << 78 << "78" << 1;
+    QTest::newRow("step at the end saves") << QVector<int> {TYPE, STEP_UP, STEP_UP, STEP_UP} << false << 79 << "79" << 2;
+}
+
+void tst_KitEditors::spinText()
+{
+    QFETCH(QVector<int>, acts);
+    QWidget window;
+    auto *const layout = new QVBoxLayout(&window);
+    auto *const other = new QLineEdit(&window);
+    auto *const box = new CustomSpinBox(2, &window);
+    layout->addWidget(other);
+    layout->addWidget(box);
+    box->setRange(0, 79);
+    box->setValue(10);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    box->setFocus();
+    QSignalSpy saved(box, &CustomSpinBox::SigSaveParam);
+    bool typedAtCommit = false;
+    connect(box, &QSpinBox::editingFinished, box, [&] { typedAtCommit |= box->cHasUserText(); });
+
+    for (const int act : acts) {
+        switch (act) {
+        case TYPE:
+            box->selectAll();
+            QTest::keyClicks(box, QStringLiteral("77"));
+            break;
+        case COMMIT:
+            QTest::keyClick(box, Qt::Key_Return);
+            break;
+        case LEAVE:
+            other->setFocus();
+            break;
+        case ESCAPE:
+            QTest::keyClick(box, Qt::Key_Escape);
+            break;
+        case STEP_UP:
+            QTest::keyClick(box, Qt::Key_Up);
+            break;
+        default: // as the module refills
+            if (!box->cHasUserText()) {
+                box->setValue(33);
+            }
+        }
+    }
+    QVERIFY(!typedAtCommit);
+    QTEST(box->cHasUserText(), "userText");
+    QTEST(box->value(), "value");
+    QTEST(box->cInterLineEdit()->text(), "text");
+    QTEST(saved.count(), "saves");
+}
+
+void tst_KitEditors::clicks_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QVector<int>>("acts");
+    QTest::addColumn<int>("clicked");
+    QTest::newRow("plain: all") << 0 << QVector<int> {CLICK, CLICK, SPACE} << 3;
+    QTest::newRow("one click swallowed") << 1 << QVector<int> {CLICK} << 1;
+    QTest::newRow("double click runs twice") << 1 << QVector<int> {CLICK, DOUBLE_CLICK} << 1;
+    QTest::newRow("quick second click") << 1 << QVector<int> {CLICK, CLICK} << 1;
+    QTest::newRow("slow double click") << 1 << QVector<int> {CLICK, WAIT, DOUBLE_CLICK} << 1;
+    QTest::newRow("keyboard passes by") << 1 << QVector<int> {SPACE, SPACE, ENTER} << 1;
+    QTest::newRow("Enter passes by") << 1 << QVector<int> {ENTER, CLICK} << 1;
+    QTest::newRow("blocked for ever") << 1 << QVector<int> {CLICK, WAIT, CLICK, WAIT, SPACE} << 3;
+}
+
+void tst_KitEditors::clicks()
+{
+    QFETCH(int, mode);
+    QFETCH(QVector<int>, acts);
+    CustomPushButton button(2, QStringLiteral("Execute"));
+    button.setAutoDefault(true);
+    button.cSetControlClickEvent(mode);
+    button.show();
+    QSignalSpy spy(&button, &QPushButton::clicked);
+    for (const int act : acts) {
+        switch (act) {
+        case CLICK:
+            QTest::mouseClick(&button, Qt::LeftButton);
+            break;
+        case DOUBLE_CLICK:
+            QTest::mouseDClick(&button, Qt::LeftButton);
+            break;
+        case SPACE:
+            QTest::keyClick(&button, Qt::Key_Space);
+            break;
+        case ENTER:
+            QTest::keyClick(&button, Qt::Key_Return);
+            break;
+        default: // the pause itself is what is tested
+            QTest::qWait(320);
+        }
+    }
+    QTEST(spy.count(), "clicked");
+}
+
+void tst_KitEditors::clickMayDestroyTheButton()
+{
+    for (const Qt::Key key : {Qt::Key_unknown, Qt::Key_Space, Qt::Key_Return}) {
+        const QPointer<CustomPushButton> button = new CustomPushButton(2);
+        button->setAutoDefault(true);
+        button->show();
+        connect(button.data(), &QPushButton::clicked, button.data(), [button] { delete button; });
+        if (key == Qt::Key_unknown) {
+            QTest::mousePress(button, Qt::LeftButton);
+            QMouseEvent release(QEvent::MouseButtonRelease, QPointF(5, 5), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(button, &release);
+        } else {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(button, &press);
+            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+            if (button) {
+                QCoreApplication::sendEvent(button, &release);
+            }
+        }
+        QVERIFY(!button);
+    }
+}
+
+void tst_KitEditors::checkBoxStandsAlone()
+{
+    QWidget parent;
+    CustomCheckBox first(2, QStringLiteral("first"), &parent);
+    CustomCheckBox second(4, &parent);
+    QSignalSpy changed(&first, &CustomCheckBox::sigStateChanged);
+    QVERIFY(first.group() && first.group() != second.group());
+    QVERIFY(!first.group()->exclusive());
+    first.setChecked(true);
+    second.setChecked(true);
+    first.setChecked(true);
+    QVERIFY(first.isChecked() && second.isChecked());
+    first.setChecked(false); // a group that is exclusive refuses
+    QCOMPARE(changed, QList<QVariantList>({{QVariant(2)}, {QVariant(0)}}));
+
+    second.setFixedSize(200, 32);
+    second.setChecked(false);
+    QTest::mouseClick(&second, Qt::LeftButton, Qt::NoModifier, QPoint(150, 16));
+    QVERIFY2(!second.isChecked(), "the empty room beside the switch takes clicks");
+    QTest::mouseClick(&second, Qt::LeftButton, Qt::NoModifier, QPoint(10, 16));
+    QVERIFY(second.isChecked());
+}
+
+void tst_KitEditors::searchButton()
+{
+    CustomLineEdit edit(2);
+    QSignalSpy searched(&edit, &CustomLineEdit::cSigSearchClicked);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(searched.count(), 0);
+    edit.cSetEnableSearchButton(true);
+    edit.cSetEnableSearchButton(true);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(searched.count(), 1);
+    QCOMPARE(edit.actions().size(), 1);
+    edit.actions().first()->trigger();
+    QCOMPARE(searched.count(), 2);
+    edit.cSetEnableSearchButton(false);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(searched.count(), 2);
+    QVERIFY(edit.actions().isEmpty());
+}
+
+void tst_KitEditors::comboListShowsWholeEntries()
+{
+    CustomComboBox combo(1);
+    const QString longEntry = QString(QStringLiteral("long entry ")).repeated(5);
+    combo.addItem(longEntry);
+    combo.setFixedWidth(60);
+    combo.show();
+    combo.showPopup();
+    QVERIFY(combo.view()->viewport()->width() >= combo.fontMetrics().horizontalAdvance(longEntry));
+    combo.hidePopup();
+}
+
+void tst_KitEditors::calendarChooses()
+{
+    CustomCalendar calendar(2);
+    calendar.cSetDateFormat(QStringLiteral("yyyy:MM:dd:HH:mm:ss"));
+    const QDateTime start(QDate(2024, 2, 28), QTime(23, 59, 58));
+    calendar.cSetDateTime(start);
+    QCOMPARE(calendar.cGetLargeButton()->text(), QStringLiteral("2024:02:28:23:59:58"));
+    calendar.show();
+    QSignalSpy changed(&calendar, &CustomCalendar::SigRangedChanged);
+    calendar.cGetLargeButton()->click();
+    auto *const month = calendar.findChild<QCalendarWidget *>();
+    auto *const time = calendar.findChild<QTimeEdit *>();
+    QVERIFY(month && month->window()->isVisible());
+    QCOMPARE(month->selectedDate(), start.date());
+    QTest::keyClick(month->window(), Qt::Key_Escape);
+    QVERIFY(!month->window()->isVisible());
+    QCOMPARE(changed.count(), 0);
+
+    calendar.cGetLargeButton()->click();
+    month->setSelectedDate(QDate(2024, 2, 29));
+    time->setTime(QTime(1, 2, 3));
+    QTest::keyClick(month->window(), Qt::Key_Return);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(calendar.cGetDateTime(), QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3)));
+    QCOMPARE(calendar.cGetLargeButton()->text(), QStringLiteral("2024:02:29:01:02:03"));
+}
+
+QTEST_MAIN(tst_KitEditors)
+#include "tst_kiteditors.moc"

@@ -1,0 +1,141 @@
+#include "DeviceFixture.h"
+
+#include <QtTest>
+
+namespace {
+
+const char *const NODES = R"(
+<Category Name="Shown"/><Category Name="Gone"><pIsAvailable>Zero</pIsAvailable></Category>
+<Category Name="None"><pIsImplemented>Zero</pIsImplemented></Category>
+<Category Name="LockedCategory"><pIsLocked>One</pIsLocked></Category>
+<Boolean Name="Yes"><Value>1</Value></Boolean>
+<Float Name="Half"><Value>0.5</Value></Float>
+<Integer Name="OverRW"><pValue>RW</pValue></Integer>
+<Integer Name="OverRO"><pValue>RO</pValue></Integer>
+<Integer Name="Locked"><pIsLocked>One</pIsLocked><pValue>RW</pValue></Integer>
+<Integer Name="LockedByBoolean"><pIsLocked>Yes</pIsLocked><pValue>RW</pValue></Integer>
+<Integer Name="LockedByFloat"><pIsLocked>Half</pIsLocked><pValue>RW</pValue></Integer>
+<Integer Name="Unlocked"><pIsLocked>Zero</pIsLocked><pValue>RW</pValue></Integer>
+<Integer Name="LockedWO"><pIsLocked>One</pIsLocked><pValue>WO</pValue></Integer>
+<Integer Name="OverLocked"><pValue>Locked</pValue></Integer>
+<Integer Name="Away"><pIsAvailable>Zero</pIsAvailable><pValue>RW</pValue></Integer>
+<Integer Name="OverAway"><pValue>Away</pValue></Integer>
+<Integer Name="Missing"><pIsImplemented>Zero</pIsImplemented><pIsAvailable>Zero</pIsAvailable><pValue>RW</pValue></Integer>
+<Integer Name="OverMissing"><pValue>Missing</pValue></Integer>
+<Integer Name="ImposedRO"><ImposedAccessMode>RO</ImposedAccessMode><pValue>RW</pValue></Integer>
+<Integer Name="ImposedWO"><ImposedAccessMode>WO</ImposedAccessMode><pValue>RW</pValue></Integer>
+<Integer Name="ImposedAgainst"><ImposedAccessMode>RO</ImposedAccessMode><pValue>WO</pValue></Integer>
+<Command Name="Run"><pValue>WO</pValue><CommandValue>1</CommandValue></Command>
+<Command Name="RunRW"><pValue>RW</pValue><CommandValue>1</CommandValue></Command>
+<Command Name="RunLocked"><pIsLocked>One</pIsLocked><pValue>RW</pValue><CommandValue>1</CommandValue></Command>
+<IntSwissKnife Name="Knife"><pVariable Name="A">RO</pVariable><Formula>A+1</Formula></IntSwissKnife>
+<IntSwissKnife Name="KnifeOfAway"><pVariable Name="A">Away</pVariable><Formula>A+1</Formula></IntSwissKnife>
+<IntSwissKnife Name="KnifeOfWO"><pVariable Name="A">WO</pVariable><Formula>A+1</Formula></IntSwissKnife>
+<Converter Name="Converted"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>RO</pValue></Converter>
+<StructReg Comment="s"><pIsAvailable>Zero</pIsAvailable><Address>64</Address><Length>4</Length><AccessMode>RW</AccessMode>
+<pPort>Device</pPort><Endianess>BigEndian</Endianess><StructEntry Name="AwayEntry"><Bit>0</Bit></StructEntry></StructReg>
+<StructReg Comment="t"><pIsLocked>One</pIsLocked><Address>64</Address><Length>4</Length><AccessMode>RW</AccessMode>
+<pPort>Device</pPort><Endianess>BigEndian</Endianess><StructEntry Name="LockedEntry"><Bit>0</Bit></StructEntry></StructReg>
+<Integer Name="Gated"><pIsAvailable>Gate</pIsAvailable><pValue>RW</pValue></Integer>
+)";
+
+QByteArray nodes()
+{
+    return NODES + intReg("RW", 16) + intReg("RO", 16, "RO") + intReg("WO", 32, "WO")
+        + intReg("Gate", 48, "RO") + intReg("ConstantLock", 16, "RW", "<pIsLocked>One</pIsLocked>");
+}
+
+} // namespace
+
+class AccessModeTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void mode_data();
+    void mode();
+    void keepsLastModeWhileDeviceIsSilent();
+    void writeToLockedNodeNeverReachesDevice();
+};
+
+void AccessModeTest::mode_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<int>("mode");
+    struct Row
+    {
+        const char *node;
+        int mode;
+    };
+    static const Row ROWS[] = {{"Shown", 3},
+                               {"Gone", 1},
+                               {"None", 0},
+                               {"LockedCategory", 3},
+                               {"OverRW", 4},
+                               {"OverRO", 3},
+                               {"WO", 2},
+                               {"Locked", 3},
+                               {"LockedByBoolean", 3},
+                               {"LockedByFloat", 3},
+                               {"Unlocked", 4},
+                               {"LockedWO", 1},
+                               {"OverLocked", 3},
+                               {"Away", 1},
+                               {"OverAway", 1},
+                               {"Missing", 0},
+                               {"OverMissing", 0},
+                               {"ImposedRO", 3},
+                               {"ImposedWO", 2},
+                               {"ImposedAgainst", 1},
+                               {"Run", 2},
+                               {"RunRW", 4},
+                               {"RunLocked", 3},
+                               {"Knife", 3},
+                               {"KnifeOfAway", 1},
+                               {"KnifeOfWO", 1},
+                               {"Converted", 3},
+                               {"AwayEntry", 1},
+                               {"LockedEntry", 3},
+                               {"ConstantLock", 3},
+                               {"NoSuchNode", 0},
+                               {"", 0}};
+    for (const Row &row : ROWS) {
+        QTest::newRow(*row.node ? row.node : "emptyName")
+            << QString::fromLatin1(row.node) << row.mode;
+    }
+}
+
+void AccessModeTest::mode()
+{
+    QFETCH(QString, node);
+    DeviceFixture device(nodes());
+    int error = 77;
+    QTEST(device.task().GetAccessMode(node, &error), "mode");
+    QCOMPARE(error, 0);
+    QTEST(device.task().GetAccessMode(node, nullptr), "mode");
+}
+
+void AccessModeTest::keepsLastModeWhileDeviceIsSilent()
+{
+    DeviceFixture device(nodes());
+    device.m_pState->poke(48, QByteArray::fromHex("00000001"));
+    QCOMPARE(device.task().GetAccessMode("Gated", nullptr), 4);
+    device.m_pState->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    int error = 0;
+    QCOMPARE(device.task().GetAccessMode("Gated", &error), 4);
+    QVERIFY(error != 0);
+    QCOMPARE(device.task().GetAccessMode("Gate", &error), 1); // never asked before
+}
+
+void AccessModeTest::writeToLockedNodeNeverReachesDevice()
+{
+    DeviceFixture device(nodes());
+    int error = -1;
+    QVERIFY(!device.task().SetIntegerValue("Locked", 5, &error));
+    QCOMPARE(error, int(0x90006104U));
+    QVERIFY(!device.task().ExecuteCommand("RunLocked", &error));
+    QCOMPARE(device.m_pState->peek(16, 4), QByteArray(4, '\0'));
+    QCOMPARE(device.m_pState->m_nAccesses.load(), 0);
+}
+
+QTEST_GUILESS_MAIN(AccessModeTest)
+#include "tst_AccessMode.moc"

@@ -1,0 +1,130 @@
+#include "DeviceFixture.h"
+
+#include <QtTest>
+
+#include <limits>
+
+namespace {
+
+QByteArray nodes()
+{
+    return intReg("Reg", 16) + intReg("WriteOnly", 16, "WO") + intReg("ReadOnly", 16, "RO") + R"(
+<IntReg Name="Whole64"><Address>32</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>
+<Integer Name="Over64"><pValue>Whole64</pValue></Integer>
+<Integer Name="Positive64"><pValue>Whole64</pValue><Min>0</Min></Integer>
+<Integer Name="Stepped"><pValue>Reg</pValue><Min>1</Min><Max>99</Max><Inc>4</Inc></Integer>
+<Integer Name="EmptyRange"><pValue>Reg</pValue><Min>0</Min><Max>-1</Max></Integer>
+<MaskedIntReg Name="Masked"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><LSB>15</LSB><MSB>8</MSB><Endianess>BigEndian</Endianess></MaskedIntReg>
+<StructReg Comment="s"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>LittleEndian</Endianess><StructEntry Name="Entry"><Bit>31</Bit></StructEntry></StructReg>
+<IntSwissKnife Name="Knife"><pVariable Name="A">Reg</pVariable><Formula>A+1</Formula></IntSwissKnife>
+<IntConverter Name="IntConverted"><FormulaTo>FROM/2</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>Reg</pValue></IntConverter>
+<Boolean Name="Flag"><pValue>WriteOnly</pValue><OnValue>7</OnValue><OffValue>3</OffValue></Boolean>
+<Enumeration Name="Choice"><EnumEntry Name="A"><Value>1</Value></EnumEntry><EnumEntry Name="B"><pIsAvailable>Zero</pIsAvailable><Value>2</Value></EnumEntry>
+<EnumEntry Name="Last"><Value>0xFFFFFFFF</Value></EnumEntry><pValue>Reg</pValue></Enumeration>
+<FloatReg Name="FloatReg"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></FloatReg>
+<Float Name="Tenth"><pValue>FloatReg</pValue><Min>-0.1</Min><Max>0.1</Max></Float>
+<Converter Name="Converted"><FormulaTo>FROM/0.5</FormulaTo><FormulaFrom>TO*0.5</FormulaFrom><pValue>Reg</pValue></Converter>
+<StringReg Name="Text"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>
+<Command Name="Run"><pValue>WriteOnly</pValue><CommandValue>0x55</CommandValue></Command>
+)";
+}
+
+} // namespace
+
+/// Each row writes over registers full of 0xEE at address 16 (4 bytes) and 32 (8 bytes).
+class NodeWriteTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void write_data();
+    void write();
+};
+
+void NodeWriteTest::write_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("memory"); // of address 16, or of 32 when it has 8 bytes
+    const auto row = [](const char *tag, const char *node, const QVariant &value, quint32 code,
+                        const char *memory) {
+        QTest::newRow(tag) << QString(node) << value << int(code) << QByteArray::fromHex(memory);
+    };
+    const char *const kept = "eeeeeeee";
+    row("register", "Reg", 0x01020304LL, 0, "01020304");
+    row("writeOnly", "WriteOnly", 5LL, 0, "00000005");
+    row("readOnly", "ReadOnly", 5LL, 0x90006104, kept);
+    row("moreThanTheRegisterHolds", "Reg", 0x100000000LL, 0x90006202, kept);
+    row("negativeIntoUnsigned", "Reg", -1LL, 0x90006202, kept);
+    row("topBitOf64", "Over64", -2LL, 0, "fffffffffffffffe");
+    row("topBitWithOwnMinimum", "Positive64", -2LL, 0x90006202, "eeeeeeeeeeeeeeee");
+    row("onStep", "Stepped", 13LL, 0, "0000000d");
+    row("offStep", "Stepped", 14LL, 0x90006202, kept);
+    row("aboveMaximum", "Stepped", 101LL, 0x90006202, kept);
+    row("emptyRangeTakesNothing", "EmptyRange", 0LL, 0x90006202, kept);
+    row("maskKeepsNeighbours", "Masked", 0xABLL, 0, "eeabeeee");
+    row("structEntryKeepsNeighbours", "Entry", 0LL, 0, "eeeeee6e");
+    row("knife", "Knife", 5LL, 0x90006104, kept);
+    row("intConverter", "IntConverted", 10LL, 0, "00000005");
+    row("integerIntoBoolean", "Flag", 1LL, 0, "00000007");
+    row("integerTwoIntoBoolean", "Flag", 2LL, 0x90006202, kept);
+    row("integerIntoEnumeration", "Choice", 1LL, 0, "00000001");
+    row("integerIntoNoEntry", "Choice", 9LL, 0x90006202, kept);
+    row("noSuchNode", "NoSuchNode", 5LL, 0x90006203, kept);
+    row("emptyName", "", 5LL, 0x90006201, kept);
+    row("entry", "Choice", 1U, 0, "00000001");
+    row("entryWithTopBit", "Choice", 0xFFFFFFFFU, 0, "ffffffff");
+    row("entryNotAvailable", "Choice", 2U, 0x90006202, kept);
+    row("entryIntoInteger", "Reg", 2U, 0x90006203, kept);
+    row("on", "Flag", true, 0, "00000007");
+    row("off", "Flag", false, 0, "00000003");
+    row("float", "FloatReg", 1.5F, 0, "3fc00000");
+    row("floatOnRoundedBound", "Tenth", 0.1F, 0, "3dcccccd");
+    row("floatAboveBound", "Tenth", 0.2F, 0x90006202, kept);
+    row("floatNotANumber", "FloatReg", std::numeric_limits<float>::quiet_NaN(), 0x90006202, kept);
+    row("floatIntoConverter", "Converted", 3.5F, 0, "00000007");
+    row("shortTextClearsTheRest", "Text", QString("ab"), 0, "61620000");
+    row("fullText", "Text", QString("abcd"), 0, "61626364");
+    row("textTooLong", "Text", QString("abcde"), 0x90006202, kept);
+    row("textTooLongInBytes", "Text", QString::fromUtf8("\xC3\xA4\xC3\xA4o"), 0x90006202, kept);
+    row("emptyText", "Text", QString(""), 0, "00000000");
+    row("command", "Run", QVariant(), 0, "00000055");
+    row("commandOfAnotherKind", "Reg", QVariant(), 0x90006203, kept);
+}
+
+void NodeWriteTest::write()
+{
+    QFETCH(QString, node);
+    QFETCH(QVariant, value);
+    QFETCH(QByteArray, memory);
+    DeviceFixture device(nodes());
+    device.m_pState->poke(16, QByteArray(4, char(0xEE)));
+    device.m_pState->poke(32, QByteArray(8, char(0xEE)));
+    QCameraTask &task = device.task();
+    const auto write = [&](int *error) {
+        switch (static_cast<int>(value.type())) {
+        case QVariant::LongLong:
+            return task.SetIntegerValue(node, value.toLongLong(), error);
+        case QVariant::UInt:
+            return task.SetEnumerationValue(node, value.toUInt(), error);
+        case QVariant::Bool:
+            return task.SetBooleanValue(node, value.toBool(), error);
+        case QMetaType::Float:
+            return task.SetFloatValue(node, value.toFloat(), error);
+        case QVariant::String:
+            return task.SetStringValue(node, value.toString(), error);
+        default:
+            return task.ExecuteCommand(node, error);
+        }
+    };
+    int error = -1;
+    const bool ok = write(&error);
+    QTEST(error, "code");
+    QCOMPARE(ok, error == 0);
+    QCOMPARE(task.GetLastErrorRemark().isEmpty(), ok);
+    QCOMPARE(device.m_pState->peek(memory.size() == 8 ? 32 : 16, memory.size()), memory);
+    write(nullptr);
+}
+
+QTEST_GUILESS_MAIN(NodeWriteTest)
+#include "tst_NodeWrite.moc"

@@ -1,0 +1,226 @@
+#include "model/FeatureTreeBuilder.h"
+#include "tests/model/NotifyRecorder.h"
+
+#include <QDomDocument>
+#include <QtTest>
+
+namespace {
+
+/// "A:a,b;B:c" as Category elements with pFeature links; "@" before a name makes another element than a category.
+QByteArray categories(const QString &strText)
+{
+    QByteArray xml;
+    const QStringList groups = strText.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (const QString &strGroup : groups) {
+        const QByteArray element = strGroup.startsWith(QLatin1Char('@')) ? "Node" : "Category";
+        const QString strName = strGroup.section(QLatin1Char(':'), 0, 0).remove(QLatin1Char('@'));
+        xml += '<' + element + " Name=\"" + strName.toUtf8() + "\">";
+        const QStringList features = strGroup.section(QLatin1Char(':'), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+        for (const QString &strFeature : features) {
+            xml += "<pFeature>" + strFeature.toUtf8() + "</pFeature>";
+        }
+        xml += "</" + element + '>';
+    }
+    return xml;
+}
+
+/// One word a row, "name" or "name/tag", "name(children)" for a category.
+QString treeText(const VexaPropertyTreeItem *pItem)
+{
+    QStringList words;
+    for (int nRow = 0; nRow < pItem->childCount(); ++nRow) {
+        const VexaPropertyTreeItem *pChild = pItem->child(nRow);
+        QString strWord = pChild->value()->m_strNodeName;
+        if (pChild->itemType() == ITEM_CATEGORY) {
+            strWord += QLatin1Char('(') + treeText(pChild) + QLatin1Char(')');
+        } else if (!pChild->tagName().isEmpty()) {
+            strWord += QLatin1Char('/') + pChild->tagName();
+        }
+        words.append(strWord);
+    }
+    return words.join(QLatin1Char(' '));
+}
+
+struct Build
+{
+    explicit Build(const QByteArray &elements)
+    {
+        document.setContent("<RegisterDescription>" + elements + "</RegisterDescription>");
+        rebuild();
+    }
+    void rebuild()
+    {
+        builder.GenerateDomElementMap(document.documentElement());
+        builder.createItems(document, &view);
+    }
+    QString text() const { return treeText(builder.rootItem()); }
+
+    NotifyRecorder view;
+    QDomDocument document;
+    FeatureTreeBuilder builder;
+};
+
+} // namespace
+
+class tst_featuretreebuilder : public QObject
+{
+    Q_OBJECT
+private slots:
+    void tree_data();
+    void tree();
+    void leftOutNames();
+    void elementMap();
+    void elementsOutliveTheDocument();
+    void rebuild();
+    void everyRowHasTheView();
+    void twoCategoriesShareAFeature();
+    void sharedCategoriesEnd();
+    void deepDescriptionsEnd();
+};
+
+void tst_featuretreebuilder::tree_data()
+{
+    QTest::addColumn<QString>("categories");
+    QTest::addColumn<QByteArray>("nodes");
+    QTest::addColumn<QString>("tree");
+    QTest::addColumn<QString>("names");
+    QTest::addColumn<QString>("parents");
+    const auto row = [](const char *fault, const char *categories, const char *nodes, const char *tree,
+                        const char *names, const char *parents) {
+        QTest::newRow(fault) << categories << QByteArray(nodes) << tree << names << parents;
+    };
+    row("no Root gives no rows", "A:a", "", "", "", "");
+    row("categories nest by links, whatever their order", "B:b;Root:A,x;A:a,B", "<Integer Name=\"a\"/><Float Name=\"b\"/>",
+        "A(a/Integer B(b/Float)) x", "A a B b x", "A=Root B=A a=A b=B x=Root");
+    row("category without a link stays out", "Root:a;Lonely:b", "", "a", "a", "a=Root");
+    row("blanks around a link", "Root: a ", "<Boolean Name=\"a\"/>", "a/Boolean", "a", "a=Root");
+    row("grades have no rows but keep their names", "Root:SymbolContrastC,SingleTrigger,a", "", "a",
+        "SymbolContrastC SingleTrigger a", "SingleTrigger=Root SymbolContrastC=Root a=Root");
+    row("selectors of the optics stand at the top", "Root:A;A:FocusOptSelect,a,SamOptSelect", "",
+        "A(a) FocusOptSelect SamOptSelect", "A FocusOptSelect a SamOptSelect",
+        "A=Root FocusOptSelect=Root SamOptSelect=Root a=A");
+    row("category in a circle with itself", "Root:A;A:A,a", "", "A(A() a)", "A A a", "A=A a=A");
+    row("categories in a circle", "Root:A;A:B;B:A,b", "", "A(B(A() b))", "A B A b", "A=B B=A b=B");
+    row("circle through Root", "Root:A;A:Root,a", "", "A(Root() a)", "A Root a", "A=Root Root=A a=A");
+    row("first of two categories with one name counts", "Root:A;A:a;A:b", "", "A(a)", "A a", "A=Root a=A");
+    row("link to a structure with links of its own is a feature", "Root:N;@N:a", "", "N/Node", "N", "N=Root");
+}
+
+void tst_featuretreebuilder::tree()
+{
+    QFETCH(QString, categories);
+    QFETCH(QByteArray, nodes);
+    const Build build(::categories(categories) + nodes);
+    QTEST(build.text(), "tree");
+    QTEST(build.builder.allFeatureNames().join(QLatin1Char(' ')), "names");
+    QStringList parents;
+    for (auto row = build.builder.featureParentMap().cbegin(); row != build.builder.featureParentMap().cend(); ++row) {
+        parents.append(row.key() + QLatin1Char('=') + row.value());
+    }
+    QTEST(parents.join(QLatin1Char(' ')), "parents");
+}
+
+void tst_featuretreebuilder::leftOutNames()
+{
+    const QStringList out {QStringLiteral("Modulation"), QStringLiteral("DefectsD"), QStringLiteral("TDCRPrintGrowthA"),
+                           QStringLiteral("SingleTrigger")};
+    for (const QString &strName : out) {
+        QVERIFY2(!FeatureTreeBuilder::IsNeedCreateItem(strName), qPrintable(strName));
+    }
+    const QStringList in {QStringLiteral("ModulationE"), QStringLiteral("SingleTriggerA"), QStringLiteral("TDCRDefects"),
+                          QString()};
+    for (const QString &strName : in) {
+        QVERIFY2(FeatureTreeBuilder::IsNeedCreateItem(strName), qPrintable(strName));
+    }
+}
+
+void tst_featuretreebuilder::elementMap()
+{
+    const Build build("<Group><Integer Name=\"a\"><Value>1</Value></Integer></Group>"
+                      "<Enumeration Name=\"e\"><Wrap><EnumEntry Name=\"a\"><Integer Name=\"inner\"/></EnumEntry></Wrap>"
+                      "</Enumeration><Float Name=\"b\"/><Boolean Name=\"b\"/>");
+    QCOMPARE(QStringList(build.builder.elementMap().keys()).join(QLatin1Char(' ')), QStringLiteral("a b e"));
+    QDomElement found;
+    QVERIFY(build.builder.GetDomElementNode(QStringLiteral("a"), found));
+    QCOMPARE(found.tagName(), QStringLiteral("Integer")); // not the entry
+    QVERIFY(build.builder.GetDomElementNode(QStringLiteral("b"), found));
+    QCOMPARE(found.tagName(), QStringLiteral("Boolean")); // the later
+    QVERIFY(!build.builder.GetDomElementNode(QStringLiteral("inner"), found));
+}
+
+void tst_featuretreebuilder::elementsOutliveTheDocument()
+{
+    Build build("<StructReg Name=\"s\"><pInvalidator>x</pInvalidator><StructEntry Name=\"entry\"/></StructReg>");
+    build.document.clear();
+    QDomElement entry;
+    QVERIFY(build.builder.GetDomElementNode(QStringLiteral("entry"), entry));
+    QCOMPARE(entry.previousSiblingElement().text(), QStringLiteral("x"));
+    QCOMPARE(entry.parentNode().toElement().attribute(QStringLiteral("Name")), QStringLiteral("s"));
+}
+
+void tst_featuretreebuilder::rebuild()
+{
+    Build build(categories(QStringLiteral("Root:A;A:a")));
+    const VexaPropertyTreeItem *pRoot = build.builder.rootItem();
+    build.rebuild();
+    QCOMPARE(build.builder.rootItem(), pRoot);
+    QCOMPARE(build.text(), QStringLiteral("A(a)"));
+    QCOMPARE(build.builder.allFeatureNames().size(), 4); // grows until reset
+    build.builder.reset();
+    QVERIFY(build.builder.allFeatureNames().isEmpty() && build.builder.allTreeItems().isEmpty());
+    QVERIFY(build.builder.elementMap().isEmpty() && build.builder.rootItem()->childCount() == 0);
+    build.builder.deleteRoot();
+    QVERIFY(!build.builder.rootItem());
+}
+
+void tst_featuretreebuilder::everyRowHasTheView()
+{
+    Build build(categories(QStringLiteral("Root:A,x;A:a")));
+    for (VexaPropertyTreeItem *pItem : build.builder.allTreeItems()) {
+        pItem->setReadOnly(1, false);
+    }
+    QCOMPARE(build.view.take(), QStringLiteral("readonly:A:0 readonly:a:0 readonly:x:0"));
+}
+
+void tst_featuretreebuilder::twoCategoriesShareAFeature()
+{
+    Build build(categories(QStringLiteral("Root:A,B;A:a;B:a")) + "<Integer Name=\"a\"/>");
+    VexaPropertyTreeItem *pLater = build.builder.allTreeItems().value(QStringLiteral("a"));
+    QCOMPARE(pLater->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("B"));
+    QVERIFY(pLater->mappingItem());
+    QCOMPARE(pLater->mappingItem()->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("A"));
+    QCOMPARE(pLater->mappingItem()->tagName(), QStringLiteral("Integer"));
+}
+
+void tst_featuretreebuilder::sharedCategoriesEnd()
+{
+    // Each level links the next one twice: 2 to the power of 60 rows without a limit.
+    QString strText = QStringLiteral("Root:L0;");
+    for (int nLevel = 0; nLevel < 60; ++nLevel) {
+        strText += QStringLiteral("L%1:L%2,L%2;").arg(nLevel).arg(nLevel + 1);
+    }
+    QTest::ignoreMessage(QtWarningMsg, "The description links more than 200000 features; the rest has no rows.");
+    const Build build(categories(strText));
+    QCOMPARE(build.builder.allFeatureNames().size(), 200000);
+}
+
+void tst_featuretreebuilder::deepDescriptionsEnd()
+{
+    QString strText = QStringLiteral("Root:L0;");
+    for (int nLevel = 0; nLevel < 5000; ++nLevel) {
+        strText += QStringLiteral("L%1:L%2;").arg(nLevel).arg(nLevel + 1);
+    }
+    const Build chain(categories(strText));
+    int nDepth = 0;
+    for (const VexaPropertyTreeItem *pItem = chain.builder.rootItem()->child(0); pItem; pItem = pItem->child(0)) {
+        ++nDepth;
+    }
+    QCOMPARE(nDepth, 128);
+
+    const Build groups(QByteArray("<Group>").repeated(5000) + "<Integer Name=\"deep\"/>"
+                       + QByteArray("</Group>").repeated(5000));
+    QVERIFY(groups.builder.elementMap().contains(QStringLiteral("deep")));
+}
+
+QTEST_GUILESS_MAIN(tst_featuretreebuilder)
+#include "tst_featuretreebuilder.moc"

@@ -1,0 +1,188 @@
+#include "host/shellservices/ShellHost.h"
+#include "tests/model/NotifyRecorder.h"
+
+#include <QtTest>
+
+namespace {
+
+constexpr long CAMERA = 7;
+
+/// Root over category A with leaf "a" and sub-category B (leaves "b" and "c"), and category P with leaf "p".
+struct Tree
+{
+    Tree()
+    {
+        for (const auto &row : {std::pair<const char *, const char *> {"A", ""}, {"a", "A"}, {"B", "A"}, {"b", "B"},
+                                {"c", "B"}, {"P", ""}, {"p", "P"}}) {
+            VexaPropertyTreeItem *pItem
+                = makeItem(*row.second ? at(row.second) : &root, QString::fromLatin1(row.first));
+            pItem->registerView(&view);
+            items.insert(QString::fromLatin1(row.first), pItem);
+        }
+    }
+    VexaPropertyTreeItem *at(const QString &strName) const { return items.value(strName); }
+    VexaPropertyTreeItem *at(const char *name) const { return at(QString::fromLatin1(name)); }
+    /// Names of all visible items in name order, categories first.
+    QString shown() const
+    {
+        QString strShown;
+        for (auto row = items.cbegin(); row != items.cend(); ++row) {
+            strShown += row.value()->visible() ? row.key() : QString();
+        }
+        return strShown;
+    }
+    /// Runs words of an item and "+" or "-" (recursive), "=" (shown, not recursive) or "!" (hidden, not recursive).
+    void run(const QString &strScript)
+    {
+        const QStringList words = strScript.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        for (const QString &strWord : words) {
+            const QChar what = strWord.back();
+            const bool bShow = what == QLatin1Char('+') || what == QLatin1Char('=');
+            const bool bRecursive = what == QLatin1Char('+') || what == QLatin1Char('-');
+            at(strWord.chopped(1))->setVisible(bShow, CAMERA, bRecursive);
+        }
+    }
+
+    NotifyRecorder view;
+    VexaPropertyTreeItem root;
+    QMap<QString, VexaPropertyTreeItem *> items;
+};
+
+} // namespace
+
+class tst_itemvisibility : public QObject
+{
+    Q_OBJECT
+private slots:
+    void scripts_data();
+    void scripts();
+    void drawingMode_data();
+    void drawingMode();
+    void drawingModeKeepsTheWish();
+    void twoRowsOfOneFeature();
+    void favouriteFollowsItsFeature();
+    void rowOfAPage();
+};
+
+void tst_itemvisibility::scripts_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("told");
+    const auto row = [](const char *fault, const char *before, const char *script, const char *shown, const char *told) {
+        QTest::newRow(fault) << before << script << shown << told;
+    };
+    row("new tree", "", "", "ABPabcp", "");
+    row("leaf hides", "", "a-", "ABPbcp", "visible:a:0");
+    row("same state tells nobody", "a-", "a- a!", "ABPbcp", "");
+    row("category without visible leaves hides itself", "", "b- c-", "APap", "visible:b:0 visible:c:0");
+    row("one leaf brings its category back", "b- c-", "b=", "ABPabp", "visible:b:1");
+    row("branch hides leaves at every depth", "", "A-", "Pp", "visible:a:0 visible:b:0 visible:c:0");
+    row("leaf under a closed branch stays hidden", "A- ", "a=", "Pp", "");
+    row("wish spoken under a closed branch counts when it opens", "a- A-", "a+ A+", "ABPabcp",
+        "visible:a:1 visible:b:1 visible:c:1");
+    row("hidden wish under a closed branch counts when it opens", "A-", "b- A+", "ABPacp", "visible:a:1 visible:c:1");
+    row("leaf two levels down follows the upper branch", "b- A-", "A+", "ABPacp", "visible:a:1 visible:c:1");
+    row("sub-branch keeps its own switch", "B- A-", "A+", "APap", "visible:a:1");
+    row("sub-branch opens under a closed branch", "A- B-", "B+", "Pp", "");
+    row("not recursive always reopens", "A-", "A!", "ABPabcp", "visible:a:1 visible:b:1 visible:c:1");
+}
+
+void tst_itemvisibility::scripts()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, script);
+    Tree tree;
+    tree.run(before);
+    tree.view.take();
+    tree.run(script);
+    QTEST(tree.shown(), "shown");
+    QTEST(tree.view.take(), "told");
+}
+
+void tst_itemvisibility::drawingMode_data()
+{
+    QTest::addColumn<bool>("drawn");
+    for (const char *name : {"OffsetX", "OffsetY", "Width", "Height", "AutoFunctionAOIWidth", "AutoFunctionAOIHeight",
+                             "AutoFunctionAOIOffsetX", "AutoFunctionAOIOffsetY"}) {
+        QTest::newRow(name) << true;
+    }
+    QTest::newRow("WidthMax") << false;
+}
+
+void tst_itemvisibility::drawingMode()
+{
+    QFETCH(bool, drawn);
+    VexaPropertyTreeItem root;
+    VexaPropertyTreeItem *pItem = makeItem(&root, QString::fromLatin1(QTest::currentDataTag()));
+    ShellHost::instance()->setDrawingMode(1);
+    pItem->setVisible(false, CAMERA, true);
+    QVERIFY(!pItem->visible());
+    pItem->setVisible(true, CAMERA, true);
+    ShellHost::instance()->setDrawingMode(0);
+    QCOMPARE(pItem->visible(), !drawn);
+}
+
+void tst_itemvisibility::drawingModeKeepsTheWish()
+{
+    VexaPropertyTreeItem root;
+    VexaPropertyTreeItem *pCategory = makeItem(&root, QStringLiteral("Size"));
+    VexaPropertyTreeItem *pItem = makeItem(pCategory, QStringLiteral("Width"));
+    pItem->setVisible(false, CAMERA, true);
+    ShellHost::instance()->setDrawingMode(1);
+    pItem->setVisible(true, CAMERA, true);
+    pCategory->setVisible(true, CAMERA, true);
+    QVERIFY(!pItem->visible());
+    ShellHost::instance()->setDrawingMode(0);
+    pCategory->setVisible(true, CAMERA, true);
+    QVERIFY(pItem->visible());
+}
+
+void tst_itemvisibility::twoRowsOfOneFeature()
+{
+    Tree tree;
+    tree.at("p")->setMappingItem(tree.at("b"));
+    tree.run(QStringLiteral("p-"));
+    QCOMPARE(tree.view.take(), QStringLiteral("visible:p:0 visible:b:0"));
+    tree.run(QStringLiteral("A- p+")); // each row under its own branches
+    QVERIFY(tree.at("p")->visible());
+    QVERIFY(!tree.at("b")->visible());
+    tree.run(QStringLiteral("A+"));
+    QVERIFY(tree.at("b")->visible());
+}
+
+void tst_itemvisibility::favouriteFollowsItsFeature()
+{
+    Tree tree;
+    VexaPropertyTreeItem *pFavourite = tree.at("p");
+    pFavourite->setItemType(ITEM_FAVORITE);
+    tree.at("a")->setMappingItem(pFavourite);
+    tree.run(QStringLiteral("A-"));
+    QVERIFY(!pFavourite->visible());
+    tree.run(QStringLiteral("A+"));
+    QVERIFY(pFavourite->visible());
+    tree.run(QStringLiteral("a-"));
+    QVERIFY(!pFavourite->visible());
+}
+
+void tst_itemvisibility::rowOfAPage()
+{
+    constexpr ParentType PAGE = 3;
+    Tree tree;
+    VexaPropertyTreeItem pageRoot;
+    auto *pPage = new VexaPropertyTreeItem(&pageRoot, PAGE);
+    tree.at("a")->setParent(pPage, PAGE);
+    QVERIFY(pPage->visible());
+    tree.run(QStringLiteral("A-"));
+    QVERIFY(!pPage->visible()); // its only row hangs on the branch of the feature tree
+    tree.run(QStringLiteral("A+"));
+    QCOMPARE(pPage->visibleChildCount(), 1);
+    pPage->setVisible(false, CAMERA, true);
+    QVERIFY(!pPage->visible());
+    QVERIFY(tree.at("a")->visible()); // the feature tree shows it all the same
+    tree.at("a")->setParent(nullptr, PAGE);
+}
+
+QTEST_GUILESS_MAIN(tst_itemvisibility)
+#include "tst_itemvisibility.moc"
