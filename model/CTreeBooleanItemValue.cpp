@@ -2,7 +2,8 @@
 
 CTreeBooleanItemValue::CTreeBooleanItemValue() = default;
 CTreeBooleanItemValue::CTreeBooleanItemValue(const CTreeBooleanItemValue &other) = default;
-CTreeBooleanItemValue &CTreeBooleanItemValue::operator=(const CTreeBooleanItemValue &other) = default;
+CTreeBooleanItemValue &CTreeBooleanItemValue::operator=(const CTreeBooleanItemValue &other) =
+    default;
 CTreeBooleanItemValue::~CTreeBooleanItemValue() = default;
 
 QString CTreeBooleanItemValue::displayValue() const

@@ -107,12 +107,11 @@ void CTreeEnumationItemValue::updateDisplayName(const QString &strDisplayName,
         return;
     }
     m_displayList.append(strDisplayName);
-    VexaCameraTranslator *pTranslator
-        = VexaCameraTranslatorManager::getInstance()->getCameraTranslator(
+    VexaCameraTranslator *pTranslator =
+        VexaCameraTranslatorManager::getInstance()->getCameraTranslator(
             static_cast<int>(lCameraID));
-    const QString strTranslation
-        = pTranslator ? pTranslator->getPropEnumerationTrans(m_strNodeName, strEntryName)
-                      : QString();
+    const QString strTranslation =
+        pTranslator ? pTranslator->getPropEnumerationTrans(m_strNodeName, strEntryName) : QString();
     m_displayListCN.append(strTranslation.isEmpty() ? strDisplayName : strTranslation);
 }
 

@@ -28,10 +28,11 @@ public:
     void clearItems();
     /// Enters one EnumEntry. A display name that is listed already gets no second row. The translation is that of
     /// the camera `lCameraID`.
-    void updateDisplayName(const QString &strDisplayName, const QString &strEntryName, const qint64 &nValue,
-                           long lCameraID);
+    void updateDisplayName(const QString &strDisplayName, const QString &strEntryName,
+                           const qint64 &nValue, long lCameraID);
     /// The same with the camera on show (COMMONINTERFACE::currentCameraID).
-    void updateDisplayName(const QString &strDisplayName, const QString &strEntryName, const qint64 &nValue);
+    void updateDisplayName(const QString &strDisplayName, const QString &strEntryName,
+                           const qint64 &nValue);
     /// Takes over the current value and all entries of the other object in one step.
     void swapEntries(CTreeEnumationItemValue &source);
 

@@ -8,15 +8,14 @@
 
 CTreeIntergerItemValue::CTreeIntergerItemValue() = default;
 CTreeIntergerItemValue::CTreeIntergerItemValue(const CTreeIntergerItemValue &other) = default;
-CTreeIntergerItemValue &
-CTreeIntergerItemValue::operator=(const CTreeIntergerItemValue &other) = default;
+CTreeIntergerItemValue &CTreeIntergerItemValue::operator=(const CTreeIntergerItemValue &other) =
+    default;
 CTreeIntergerItemValue::~CTreeIntergerItemValue() = default;
 
 QString CTreeIntergerItemValue::displayValue() const
 {
     // The minimum goes first: with a maximum below it, values from the minimum on show the maximum.
-    const qint64 nShown
-        = m_nValue < m_nMinValue ? m_nMinValue : std::min(m_nValue, m_nMaxValue);
+    const qint64 nShown = m_nValue < m_nMinValue ? m_nMinValue : std::min(m_nValue, m_nMaxValue);
     switch (type()) {
     case KIND_IPV4:
     case KIND_MASK:
@@ -69,10 +68,13 @@ int CTreeIntergerItemValue::type() const
         return KIND_DECIMAL;
     }
     // Descriptions often give these a plain HexNumber.
-    static const QSet<QString> addressNodes {
-        QStringLiteral("GevCurrentIPAddress"),      QStringLiteral("GevCurrentSubnetMask"),
-        QStringLiteral("GevCurrentDefaultGateway"), QStringLiteral("GevPersistentIPAddress"),
-        QStringLiteral("GevPersistentSubnetMask"),  QStringLiteral("GevPersistentDefaultGateway"),
+    static const QSet<QString> addressNodes{
+        QStringLiteral("GevCurrentIPAddress"),
+        QStringLiteral("GevCurrentSubnetMask"),
+        QStringLiteral("GevCurrentDefaultGateway"),
+        QStringLiteral("GevPersistentIPAddress"),
+        QStringLiteral("GevPersistentSubnetMask"),
+        QStringLiteral("GevPersistentDefaultGateway"),
         QStringLiteral("GevSCDA"),
     };
     if (bAddress || addressNodes.contains(m_strNodeName)) {

@@ -35,7 +35,9 @@ QVariant CTreeItemValue::value() const
     return {};
 }
 
-void CTreeItemValue::setValue(const QVariant &) { }
+void CTreeItemValue::setValue(const QVariant &)
+{
+}
 
 QString CTreeItemValue::displayName() const
 {

@@ -30,7 +30,7 @@ CTreeItemValue *make()
 
 std::unique_ptr<CTreeItemValue> CTreeItemValue::create(const QString &strTagName)
 {
-    static const QHash<QString, Maker> makers {
+    static const QHash<QString, Maker> makers{
         {QStringLiteral("Boolean"), &make<CTreeBooleanItemValue>},
         {QStringLiteral("Command"), &make<CTreeCommandItemValue>},
         {QStringLiteral("Integer"), &make<CTreeIntergerItemValue>},

@@ -4,7 +4,7 @@
 
 QString customNodeOf(const QString &strFormatNode)
 {
-    static const QSet<QString> formatNodes {
+    static const QSet<QString> formatNodes{
         QStringLiteral("TcpFormatString"),          QStringLiteral("SerialFormatString"),
         QStringLiteral("TcpServerFormatString"),    QStringLiteral("MelsecFormatString"),
         QStringLiteral("ProfinetFormatString"),     QStringLiteral("EthernetIpFormatString"),
@@ -19,5 +19,6 @@ QString customNodeOf(const QString &strFormatNode)
         QStringLiteral("SerialEndTriggerHex"),      QStringLiteral("HidFormatString"),
         QStringLiteral("RF24FormatString"),         QStringLiteral("BaseOrReceiverFormatString"),
     };
-    return formatNodes.contains(strFormatNode) ? QStringLiteral("Custom_") + strFormatNode : QString();
+    return formatNodes.contains(strFormatNode) ? QStringLiteral("Custom_") + strFormatNode
+                                               : QString();
 }

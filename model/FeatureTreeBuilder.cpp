@@ -20,11 +20,11 @@ bool isTopLevelNode(const QString &strName)
 
 QSet<QString> makeLeftOutNodes()
 {
-    QSet<QString> nodes {QStringLiteral("SingleTrigger")};
-    for (const char *stem :
-         {"SymbolContrast", "MinimumReflectance", "MinimumEdgeContrast", "Modulation", "Decodability", "Defects",
-          "TDCRSymbolContrast", "TDCRModulation", "TDCRAxialNonuniformity", "TDCRGridNonuniformity",
-          "TDCRUnusedErrorCorrection", "TDCRPrintGrowth"}) {
+    QSet<QString> nodes{QStringLiteral("SingleTrigger")};
+    for (const char *stem : {"SymbolContrast", "MinimumReflectance", "MinimumEdgeContrast",
+                             "Modulation", "Decodability", "Defects", "TDCRSymbolContrast",
+                             "TDCRModulation", "TDCRAxialNonuniformity", "TDCRGridNonuniformity",
+                             "TDCRUnusedErrorCorrection", "TDCRPrintGrowth"}) {
         for (const char *grade : {"", "A", "B", "C", "D"}) {
             nodes.insert(QLatin1String(stem) + QLatin1String(grade));
         }
@@ -109,7 +109,8 @@ QDomElement FeatureTreeBuilder::findElement(const QString &strName) const
     return m_categories.value(strName);
 }
 
-VexaPropertyTreeItem *FeatureTreeBuilder::createItem(VexaPropertyTreeItem *pParent, const QString &strName)
+VexaPropertyTreeItem *FeatureTreeBuilder::createItem(VexaPropertyTreeItem *pParent,
+                                                     const QString &strName)
 {
     auto *pItem = new VexaPropertyTreeItem(pParent, PARENT_FEATURE_TREE);
     pItem->value()->m_strDisplayName = strName;
@@ -123,11 +124,13 @@ VexaPropertyTreeItem *FeatureTreeBuilder::createItem(VexaPropertyTreeItem *pPare
     return pItem;
 }
 
-void FeatureTreeBuilder::creatItemRecursion(VexaPropertyTreeItem *pParent, const QDomElement &element)
+void FeatureTreeBuilder::creatItemRecursion(VexaPropertyTreeItem *pParent,
+                                            const QDomElement &element)
 {
     const bool bCategory = element.tagName() == TAG_CATEGORY;
     const QString strCategory = ElementWalk::name(element);
-    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
         if (child.tagName() != QLatin1String("pFeature")) {
             continue;
         }
@@ -135,7 +138,8 @@ void FeatureTreeBuilder::creatItemRecursion(VexaPropertyTreeItem *pParent, const
             return;
         }
         if (++m_nLinks > MAX_FEATURES) {
-            qWarning("The description links more than %d features; the rest has no rows.", MAX_FEATURES);
+            qWarning("The description links more than %d features; the rest has no rows.",
+                     MAX_FEATURES);
             return;
         }
         const QString strName = ElementWalk::text(child);
@@ -161,8 +165,10 @@ void FeatureTreeBuilder::creatItemRecursion(VexaPropertyTreeItem *pParent, const
                 pItem->setTagName(node.tagName());
             }
         } else if (m_path.contains(strName) || m_path.size() >= MAX_CATEGORY_DEPTH) {
-            qWarning().noquote() << QStringLiteral("Category %1 stands in a circle or too deep; its row stays empty.")
-                                        .arg(strName);
+            qWarning().noquote()
+                << QStringLiteral(
+                       "Category %1 stands in a circle or too deep; its row stays empty.")
+                       .arg(strName);
         } else {
             m_path.insert(strName);
             creatItemRecursion(pItem, category);

@@ -12,8 +12,8 @@ public:
     virtual void itemVisibleChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bVisible);
     virtual void itemExpandedChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded);
     /// `nType` is a bit set: 1 the editor, 2 the owner; -1 both.
-    virtual void itemDataChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType, bool bNeedRecreateEditor,
-                                 bool bFromUiJson);
+    virtual void itemDataChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
+                                 bool bNeedRecreateEditor, bool bFromUiJson);
     virtual void itemSpecialChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType);
     virtual void itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly);
 };

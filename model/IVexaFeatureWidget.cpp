@@ -13,7 +13,8 @@ constexpr long NO_CAMERA = -1;
 
 bool changesWithLanguage(const VexaPropertyTreeItem &item)
 {
-    return item.tagName() == QLatin1String("Command") || item.tagName() == QLatin1String("Enumeration");
+    return item.tagName() == QLatin1String("Command")
+        || item.tagName() == QLatin1String("Enumeration");
 }
 
 } // namespace
@@ -38,14 +39,30 @@ bool IVexaFeatureWidget::afterSetFeatureValue(const QString &)
     return true;
 }
 
-void IVexaFeatureWidget::itemValueChanged(VexaPropertyTreeItem *, bool) { }
-void IVexaFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *) { }
-void IVexaFeatureWidget::itemExpandedChanged(VexaPropertyTreeItem *, bool) { }
-void IVexaFeatureWidget::itemSpecialChanged(VexaPropertyTreeItem *, int) { }
-void IVexaFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *, bool) { }
-void IVexaFeatureWidget::afterInitialized(long) { }
-void IVexaFeatureWidget::preparePage(int) { }
-void IVexaFeatureWidget::cameraWithoutTree(long) { }
+void IVexaFeatureWidget::itemValueChanged(VexaPropertyTreeItem *, bool)
+{
+}
+void IVexaFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *)
+{
+}
+void IVexaFeatureWidget::itemExpandedChanged(VexaPropertyTreeItem *, bool)
+{
+}
+void IVexaFeatureWidget::itemSpecialChanged(VexaPropertyTreeItem *, int)
+{
+}
+void IVexaFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *, bool)
+{
+}
+void IVexaFeatureWidget::afterInitialized(long)
+{
+}
+void IVexaFeatureWidget::preparePage(int)
+{
+}
+void IVexaFeatureWidget::cameraWithoutTree(long)
+{
+}
 
 VexaPropertyTreeItem *IVexaFeatureWidget::createPageRoot()
 {

@@ -23,7 +23,8 @@ public:
     ~IVexaFeatureWidget() override;
 
     /// Writes a value to the device: element tag, feature name, value. True when the device took it.
-    virtual bool setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &oNodeValue) = 0;
+    virtual bool setFeatureValue(const QString &strNodeType, const QString &strNodeName,
+                                 const QVariant &oNodeValue) = 0;
     /// Runs after a successful write that came from a view.
     virtual bool afterSetFeatureValue(const QString &strNodeName);
     virtual void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson);
@@ -70,7 +71,8 @@ protected:
     QMap<int, QString> m_platformKeys; ///< platform key by camera, once settled
     QMap<int, QString> m_platformHints; ///< platform key candidates by camera
     QMap<int, bool> m_showBasicOnly; ///< by camera
-    QMap<int, QList<VexaPropertyTreeItem *>> m_showInAllItems; ///< pages hidden in the basic view, by camera
+    QMap<int, QList<VexaPropertyTreeItem *>>
+        m_showInAllItems; ///< pages hidden in the basic view, by camera
     QBasicTimer m_updateTimer;
 
 private:

@@ -28,8 +28,8 @@ const CompanionRow companionRows[] = {
 
 bool childText(const QDomElement *pElement, const char *tagName, QString &out)
 {
-    const QDomElement child
-        = pElement ? pElement->firstChildElement(QString::fromLatin1(tagName)) : QDomElement();
+    const QDomElement child =
+        pElement ? pElement->firstChildElement(QString::fromLatin1(tagName)) : QDomElement();
     if (child.isNull()) {
         return false;
     }
@@ -102,9 +102,12 @@ bool NodeDependencyMaps::isStopRequested() const
 QStringList NodeDependencyMaps::GetFeatureInvalidatorList(const QString &strName) const
 {
     if (strName == QLatin1String("AlgoRegionIndex")) {
-        return {QStringLiteral("AlgoRegionEnable"), QStringLiteral("AlgoRegionHeight"),
-                QStringLiteral("AlgoRegionLeftX"),  QStringLiteral("AlgoRegionLeftY"),
-                QStringLiteral("AlgoRegionWidth"),  QStringLiteral("PollingAlgoROIRegionIndex"),
+        return {QStringLiteral("AlgoRegionEnable"),
+                QStringLiteral("AlgoRegionHeight"),
+                QStringLiteral("AlgoRegionLeftX"),
+                QStringLiteral("AlgoRegionLeftY"),
+                QStringLiteral("AlgoRegionWidth"),
+                QStringLiteral("PollingAlgoROIRegionIndex"),
                 strName};
     }
     if (isStopRequested()) {
@@ -118,8 +121,8 @@ QStringList NodeDependencyMaps::GetFeatureInvalidatorList(const QString &strName
         const QVector<int> byMirrored = data.m_keysInvalidatedBy.value(*mirrored);
         QVector<int> both;
         both.reserve(invalidated.size() + byMirrored.size());
-        std::set_union(invalidated.cbegin(), invalidated.cend(), byMirrored.cbegin(), byMirrored.cend(),
-                       std::back_inserter(both));
+        std::set_union(invalidated.cbegin(), invalidated.cend(), byMirrored.cbegin(),
+                       byMirrored.cend(), std::back_inserter(both));
         invalidated.swap(both);
     }
     Answer answer(data);
@@ -223,7 +226,8 @@ bool NodeDependencyMaps::GetFeatureInPair(const QString &strName, QString &out) 
 bool NodeDependencyMaps::IsFeatureInQList(const QString &strName, const QStringList &list) const
 {
     const auto mirrored = d->m_featurePValueMap.constFind(strName);
-    return list.contains(strName) || (mirrored != d->m_featurePValueMap.cend() && list.contains(*mirrored));
+    return list.contains(strName)
+        || (mirrored != d->m_featurePValueMap.cend() && list.contains(*mirrored));
 }
 
 bool NodeDependencyMaps::IsNoCacheFeature(const QString &strName) const
@@ -248,7 +252,8 @@ bool NodeDependencyMaps::GetPIsLockedText(const QDomElement *pElement, QString &
     return childText(pElement, "pIsLocked", out);
 }
 
-bool NodeDependencyMaps::GetFeatureNode(const QString &strName, const QDomElement &parent, QDomElement &out)
+bool NodeDependencyMaps::GetFeatureNode(const QString &strName, const QDomElement &parent,
+                                        QDomElement &out)
 {
     for (QDomElement element = ElementWalk::next(parent, parent); !element.isNull();
          element = ElementWalk::next(element, parent)) {

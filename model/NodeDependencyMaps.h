@@ -31,7 +31,8 @@ public:
     NodeDependencyMaps &operator=(const NodeDependencyMaps &other);
 
     /// Works all maps out anew for these items. The elements are not kept.
-    void generate(const QDomElement &documentElement, const ElementMap &elements, const QStringList &itemNames);
+    void generate(const QDomElement &documentElement, const ElementMap &elements,
+                  const QStringList &itemNames);
     void clear();
     /// While set, GetFeatureInvalidatorList gives up at once, also in copies. Any thread.
     void setStopRequested(bool bStop);

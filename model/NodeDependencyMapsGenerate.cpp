@@ -64,7 +64,8 @@ void NodeDependencyMaps::generate(const QDomElement &documentElement, const Elem
     GenerateFeaturePollingList(walk);
     generateIndex();
     if (walk.isExhausted()) {
-        qWarning("The nodes of the description refer to each other without end; some dependants stay unknown.");
+        qWarning("The nodes of the description refer to each other without end; some dependants "
+                 "stay unknown.");
     }
 }
 
@@ -125,7 +126,8 @@ void NodeDependencyMaps::GenerateFeaturePValueList()
     data.m_featurePValueMap.clear();
     for (const QString &strName : qAsConst(data.m_itemNames)) {
         QString strPValue;
-        if (data.m_references.findText(data.m_references.nodeOf(strName), ReferenceKind::PValue, strPValue)) {
+        if (data.m_references.findText(data.m_references.nodeOf(strName), ReferenceKind::PValue,
+                                       strPValue)) {
             data.m_featurePValueMap.insert(strName, strPValue);
         }
     }
@@ -136,9 +138,11 @@ void NodeDependencyMaps::GenerateFeaturePairList()
     Data &data = *d;
     data.m_featurePairMap.clear();
     const QSet<QString> items(data.m_itemNames.cbegin(), data.m_itemNames.cend());
-    for (auto row = data.m_featurePValueMap.cbegin(); row != data.m_featurePValueMap.cend(); ++row) {
+    for (auto row = data.m_featurePValueMap.cbegin(); row != data.m_featurePValueMap.cend();
+         ++row) {
         QString strPartner;
-        if (data.m_references.findText(data.m_references.nodeOf(row.value()), ReferenceKind::PValue, strPartner)
+        if (data.m_references.findText(data.m_references.nodeOf(row.value()), ReferenceKind::PValue,
+                                       strPartner)
             && strPartner != row.key() && items.contains(strPartner)) {
             data.m_featurePairMap.insert(row.key(), strPartner);
             data.m_featurePairMap.insert(strPartner, row.key());
@@ -152,7 +156,8 @@ void NodeDependencyMaps::GenerateFeaturesTLParamsLocked()
     data.m_featuresLockedList.clear();
     for (const QString &strName : qAsConst(data.m_itemNames)) {
         QString strLock;
-        if (data.m_references.findText(data.m_references.nodeOf(strName), ReferenceKind::PIsLocked, strLock)) {
+        if (data.m_references.findText(data.m_references.nodeOf(strName), ReferenceKind::PIsLocked,
+                                       strLock)) {
             data.m_featuresLockedList.append(strName);
         }
     }
@@ -200,7 +205,8 @@ void NodeDependencyMaps::GenerateFeaturePollingList(ReferenceWalk &walk)
 {
     Data &data = *d;
     data.m_featurePollingMap.clear();
-    const QSet<QString> noCache(data.m_featureNoCacheList.cbegin(), data.m_featureNoCacheList.cend());
+    const QSet<QString> noCache(data.m_featureNoCacheList.cbegin(),
+                                data.m_featureNoCacheList.cend());
     for (const QString &strName : qAsConst(data.m_itemNames)) {
         qint64 nPeriod = 0;
         if (!data.isPolling(strName, nPeriod, walk)) {
@@ -211,7 +217,8 @@ void NodeDependencyMaps::GenerateFeaturePollingList(ReferenceWalk &walk)
         }
         // One grid, so that few wake-ups serve all features.
         const double fSteps = std::floor(static_cast<double>(nPeriod) / POLLING_GRID_MS + 0.5);
-        data.m_featurePollingMap[std::max<qint64>(1, static_cast<qint64>(fSteps)) * POLLING_GRID_MS].append(strName);
+        data.m_featurePollingMap[std::max<qint64>(1, static_cast<qint64>(fSteps)) * POLLING_GRID_MS]
+            .append(strName);
     }
 }
 
@@ -223,21 +230,24 @@ bool NodeDependencyMaps::Data::isNoCache(const QString &strName, ReferenceWalk &
     while (const NodeReference *row = walk.next()) {
         if (row->kind == ReferenceKind::PValue || row->kind == ReferenceKind::PVariable) {
             walk.enter(m_references.nodeOf(row->text));
-        } else if (row->kind == ReferenceKind::Cachable && m_references.text(row->text) == noCache) {
+        } else if (row->kind == ReferenceKind::Cachable
+                   && m_references.text(row->text) == noCache) {
             return true;
         }
     }
     return false;
 }
 
-bool NodeDependencyMaps::Data::isPolling(const QString &strName, qint64 &nPeriod, ReferenceWalk &walk) const
+bool NodeDependencyMaps::Data::isPolling(const QString &strName, qint64 &nPeriod,
+                                         ReferenceWalk &walk) const
 {
     walk.restart();
     walk.enter(m_references.nodeOf(strName));
     while (const NodeReference *row = walk.next()) {
         if (row->kind == ReferenceKind::PValue || row->kind == ReferenceKind::PVariable) {
             walk.enter(m_references.nodeOf(row->text));
-        } else if (row->kind == ReferenceKind::PollingTime && !m_references.text(row->text).isEmpty()) {
+        } else if (row->kind == ReferenceKind::PollingTime
+                   && !m_references.text(row->text).isEmpty()) {
             bool bConverts = false;
             const qint64 nFound = m_references.text(row->text).toLongLong(&bConverts);
             if (bConverts) {
@@ -253,7 +263,8 @@ bool NodeDependencyMaps::Data::isPolling(const QString &strName, qint64 &nPeriod
 void NodeDependencyMaps::generateIndex()
 {
     Data &data = *d;
-    const auto addKey = [](int nKey, const QStringList &texts, QHash<QString, QVector<int>> &index) {
+    const auto addKey = [](int nKey, const QStringList &texts,
+                           QHash<QString, QVector<int>> &index) {
         for (const QString &strText : texts) {
             QVector<int> &keys = index[strText];
             if (keys.isEmpty() || keys.last() != nKey) {
@@ -261,7 +272,8 @@ void NodeDependencyMaps::generateIndex()
             }
         }
     };
-    for (auto row = data.m_featureInvalidatorMap.cbegin(); row != data.m_featureInvalidatorMap.cend(); ++row) {
+    for (auto row = data.m_featureInvalidatorMap.cbegin();
+         row != data.m_featureInvalidatorMap.cend(); ++row) {
         const int nKey = data.m_keys.size();
         data.m_keys.append(row.key());
         data.m_keyNumbers.insert(row.key(), nKey);

@@ -11,7 +11,7 @@ namespace {
 
 const ReferenceKind *kindOf(const QString &strTagName)
 {
-    static const QHash<QString, ReferenceKind> kinds {
+    static const QHash<QString, ReferenceKind> kinds{
         {QStringLiteral("pValue"), ReferenceKind::PValue},
         {QStringLiteral("pMin"), ReferenceKind::PMin},
         {QStringLiteral("pMax"), ReferenceKind::PMax},
@@ -31,15 +31,16 @@ const ReferenceKind *kindOf(const QString &strTagName)
 
 bool isFeatureTag(const QString &strTagName)
 {
-    static const QSet<QString> tags {QStringLiteral("Enumeration"), QStringLiteral("Integer"),
-                                     QStringLiteral("Boolean"),     QStringLiteral("Float"),
-                                     QStringLiteral("Command"),     QStringLiteral("StringReg")};
+    static const QSet<QString> tags{QStringLiteral("Enumeration"), QStringLiteral("Integer"),
+                                    QStringLiteral("Boolean"),     QStringLiteral("Float"),
+                                    QStringLiteral("Command"),     QStringLiteral("StringReg")};
     return tags.contains(strTagName);
 }
 
 } // namespace
 
-void NodeReferences::build(const QDomElement &documentElement, const QMap<QString, QDomElement> &elements)
+void NodeReferences::build(const QDomElement &documentElement,
+                           const QMap<QString, QDomElement> &elements)
 {
     *this = NodeReferences();
     for (auto row = elements.cbegin(); row != elements.cend(); ++row) {
@@ -81,7 +82,8 @@ int NodeReferences::addNode(const QDomElement &element)
     if (element.tagName() == QLatin1String("StructEntry")) {
         addStructInvalidators(element);
     }
-    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
         if (const ReferenceKind *kind = kindOf(child.tagName())) {
             m_references.append({*kind, numberOf(ElementWalk::text(child))});
         }
@@ -95,17 +97,20 @@ void NodeReferences::addStructInvalidators(const QDomElement &entry)
          !sibling.isNull() && m_nSiblingSteps < ReferenceWalk::MAX_STEPS;
          sibling = sibling.previousSiblingElement()) {
         if (++m_nSiblingSteps == ReferenceWalk::MAX_STEPS) {
-            qWarning("Structured registers have too many entries; the invalidators of the last ones are left out.");
+            qWarning("Structured registers have too many entries; the invalidators of the last "
+                     "ones are left out.");
         }
         if (sibling.tagName() == QLatin1String("pInvalidator")) {
-            m_references.append({ReferenceKind::StructInvalidator, numberOf(ElementWalk::text(sibling))});
+            m_references.append(
+                {ReferenceKind::StructInvalidator, numberOf(ElementWalk::text(sibling))});
         }
     }
 }
 
 const NodeReference *NodeReferences::begin(int nNode) const
 {
-    return nNode < 0 ? m_references.constData() : m_references.constData() + m_firstReferences.at(nNode);
+    return nNode < 0 ? m_references.constData()
+                     : m_references.constData() + m_firstReferences.at(nNode);
 }
 
 const NodeReference *NodeReferences::end(int nNode) const
@@ -113,13 +118,14 @@ const NodeReference *NodeReferences::end(int nNode) const
     if (nNode < 0) {
         return m_references.constData();
     }
-    return nNode + 1 < nodeCount() ? begin(nNode + 1) : m_references.constData() + m_references.size();
+    return nNode + 1 < nodeCount() ? begin(nNode + 1)
+                                   : m_references.constData() + m_references.size();
 }
 
 bool NodeReferences::findText(int nNode, ReferenceKind kind, QString &out) const
 {
-    const NodeReference *found
-        = std::find_if(begin(nNode), end(nNode), [kind](const NodeReference &row) { return row.kind == kind; });
+    const NodeReference *found = std::find_if(
+        begin(nNode), end(nNode), [kind](const NodeReference &row) { return row.kind == kind; });
     if (found == end(nNode)) {
         return false;
     }
@@ -143,7 +149,7 @@ void ReferenceWalk::enter(int nNode)
 {
     if (nNode >= 0 && m_enteredIn.at(nNode) != m_nWalk) {
         m_enteredIn[nNode] = m_nWalk;
-        m_stack.append(Range {m_references.begin(nNode), m_references.end(nNode)});
+        m_stack.append(Range{m_references.begin(nNode), m_references.end(nNode)});
     }
 }
 

@@ -143,8 +143,8 @@ void VexaPropertyTreeItem::setTagName(const QString &strTagName)
         return;
     }
     m_strTagName = strTagName;
-    const std::unique_ptr<CTreeItemValue> oldValue
-        = std::exchange(m_pValue, CTreeItemValue::create(strTagName));
+    const std::unique_ptr<CTreeItemValue> oldValue =
+        std::exchange(m_pValue, CTreeItemValue::create(strTagName));
     if (m_pValue) {
         m_pValue->copy(oldValue.get(), true);
     }
@@ -323,4 +323,6 @@ void VexaPropertyTreeItem::editorTookOver()
     m_bEditorCached = m_bValueCached.load();
 }
 
-void VexaPropertyTreeItem::releaseTransInfo() { }
+void VexaPropertyTreeItem::releaseTransInfo()
+{
+}

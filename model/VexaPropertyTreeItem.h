@@ -36,7 +36,8 @@ enum NotifyViewSpecial { NOTIFY_VIEW_SPECIAL_NONE = 0 };
 class FEATURETREEMODULE_API VexaPropertyTreeItem
 {
 public:
-    explicit VexaPropertyTreeItem(VexaPropertyTreeItem *pParent = nullptr, ParentType eType = PARENT_FEATURE_TREE);
+    explicit VexaPropertyTreeItem(VexaPropertyTreeItem *pParent = nullptr,
+                                  ParentType eType = PARENT_FEATURE_TREE);
     ~VexaPropertyTreeItem();
     VexaPropertyTreeItem(const VexaPropertyTreeItem &) = delete;
     VexaPropertyTreeItem &operator=(const VexaPropertyTreeItem &) = delete;
@@ -108,7 +109,12 @@ public:
     /// A number for a reading of the device that begins now. Any thread.
     quint64 beginReading();
     /// What one reading covers; each part is published on its own.
-    enum ReadingPart { READING_VALUE = 0, READING_VISIBILITY = 1, READING_ACCESS = 2, READING_PARTS = 3 };
+    enum ReadingPart {
+        READING_VALUE = 0,
+        READING_VISIBILITY = 1,
+        READING_ACCESS = 2,
+        READING_PARTS = 3
+    };
     /// Under the update lock: whether this part of a reading may still be published; false when one that began
     /// later, or a write, was published already. A true answer marks this one as published.
     bool publishReading(quint64 nReading, ReadingPart ePart);
@@ -136,10 +142,10 @@ private:
     template<typename Call>
     void tellViews(const Call &call) const;
 
-    std::atomic<bool> m_bBranchVisible {true}; ///< a branch's own switch
-    std::atomic<bool> m_bVisible {true}; ///< leaf: what the views were last told
-    std::atomic<bool> m_bWantsVisible {true}; ///< leaf: its own wish, apart from its branches
-    std::atomic<bool> m_bReadOnly {true};
+    std::atomic<bool> m_bBranchVisible{true}; ///< a branch's own switch
+    std::atomic<bool> m_bVisible{true}; ///< leaf: what the views were last told
+    std::atomic<bool> m_bWantsVisible{true}; ///< leaf: its own wish, apart from its branches
+    std::atomic<bool> m_bReadOnly{true};
     bool m_bIsFeatureTreeItem = true;
     ITEM_TYEP m_nItemType = ITEM_CATEGORY;
     QString m_strTagName;
@@ -149,10 +155,12 @@ private:
     QSet<IVexaFeatureNotify *> m_views; ///< one lock for all items, held while a view is told
     QList<VexaPropertyTreeItem *> m_children;
     QMap<int, VexaPropertyTreeItem *> m_parents;
-    mutable int m_knownRows[2] = {-1, -1}; ///< last answer of indexInParent: feature tree, pages; GUI thread
+    mutable int m_knownRows[2] = {
+        -1, -1}; ///< last answer of indexInParent: feature tree, pages; GUI thread
     mutable QMutex m_updateMutex;
-    std::atomic<bool> m_bValueCached {false};
-    std::atomic<bool> m_bEditorCached {false}; ///< the editor's last fill showed a value that had been read
-    std::atomic<quint64> m_nNextReading {0};
+    std::atomic<bool> m_bValueCached{false};
+    std::atomic<bool> m_bEditorCached{
+        false}; ///< the editor's last fill showed a value that had been read
+    std::atomic<quint64> m_nNextReading{0};
     quint64 m_publishedReadings[READING_PARTS] = {0, 0, 0}; ///< guarded by the update lock
 };

@@ -15,7 +15,7 @@ namespace {
 /// Nodes that the user sets by drawing on the image while drawing mode is on.
 bool isSetByDrawing(const VexaPropertyTreeItem *pItem)
 {
-    static const QSet<QString> nodes {
+    static const QSet<QString> nodes{
         QStringLiteral("OffsetX"),
         QStringLiteral("OffsetY"),
         QStringLiteral("Width"),
@@ -49,9 +49,9 @@ QRecursiveMutex &ItemLocks::views()
 
 bool ItemLocks::isValueTag(const QString &strTagName)
 {
-    static const QSet<QString> tags {QStringLiteral("Boolean"), QStringLiteral("Integer"),
-                                     QStringLiteral("Enumeration"), QStringLiteral("Float"),
-                                     QStringLiteral("StringReg")};
+    static const QSet<QString> tags{QStringLiteral("Boolean"), QStringLiteral("Integer"),
+                                    QStringLiteral("Enumeration"), QStringLiteral("Float"),
+                                    QStringLiteral("StringReg")};
     return tags.contains(strTagName);
 }
 
@@ -182,9 +182,8 @@ void VexaPropertyTreeItem::applyLeafVisible(long lCameraID)
     }
     if (bVisible != m_bVisible && !(bVisible && isSetByDrawing(this))) {
         m_bVisible = bVisible;
-        tellViews([&](IVexaFeatureNotify &view) {
-            view.itemVisibleChanged(lCameraID, this, bVisible);
-        });
+        tellViews(
+            [&](IVexaFeatureNotify &view) { view.itemVisibleChanged(lCameraID, this, bVisible); });
     }
     if (m_pMappingItem && m_nItemType != ITEM_FAVORITE
         && m_pMappingItem->m_nItemType == ITEM_FAVORITE) {
@@ -248,9 +247,8 @@ void VexaPropertyTreeItem::notifiViewSpecialUpdate(NotifyViewSpecial eType, long
     });
     bringPartnerUp(false);
     if (VexaPropertyTreeItem *pPartner = m_pMappingItem) {
-        pPartner->tellViews([&](IVexaFeatureNotify &view) {
-            view.itemSpecialChanged(lCameraID, pPartner, eType);
-        });
+        pPartner->tellViews(
+            [&](IVexaFeatureNotify &view) { view.itemSpecialChanged(lCameraID, pPartner, eType); });
     }
 }
 

@@ -55,12 +55,7 @@ VexaMainFeatureWidget::VexaMainFeatureWidget(QWidget *parent)
 VexaMainFeatureWidget::~VexaMainFeatureWidget()
 {
     VexaListenTools::instance()->removeListener(this);
-    clearFeatureTrees();
-    {
-        const QMutexLocker locker(&m_treesMutex);
-        qDeleteAll(m_featureTrees);
-        m_featureTrees.clear();
-    }
+    deleteTrees();
     s_pInstance = nullptr;
 }
 
@@ -206,6 +201,12 @@ void VexaMainFeatureWidget::removeFeatureTree(long int cameraId)
 
 void VexaMainFeatureWidget::clearFeatureTrees()
 {
+    deleteTrees();
+    setCurrentCameraID(-1);
+}
+
+void VexaMainFeatureWidget::deleteTrees()
+{
     m_lCurrentCameraID = -1;
     const QList<long int> ids = getAllFeatureTreesMap().keys();
     for (const long int cameraId : ids) {
@@ -222,7 +223,6 @@ void VexaMainFeatureWidget::clearFeatureTrees()
         tree->deleteWhenIdle();
     }
     VexaPropertyTreeItem::releaseTransInfo();
-    setCurrentCameraID(-1);
 }
 
 void VexaMainFeatureWidget::onBeforeDeleteFeature(long int lCameraID)

@@ -112,6 +112,7 @@ private:
     VexaFeatureTree *currentTree();
     VexaFeatureTree *makeTree(long int cameraId, bool hasTask);
     void forgetCamera(long int cameraId);
+    void deleteTrees();
 
     long int m_lCurrentCameraID = -1;
     QMap<long int, bool> m_expandStates; ///< true while the last click on the expand button collapsed the tree

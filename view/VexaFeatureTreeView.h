@@ -141,6 +141,7 @@ private:
     void activateFeature(VexaPropertyTreeItem *pItem);
     QModelIndex focusedRow() const;
     QWidget *focusableEditor(const QModelIndex &row) const;
+    void showRow(const QModelIndex &row);
     bool leaveByTab(bool bNext);
     int shownRowCount(const QModelIndex &parent) const;
 

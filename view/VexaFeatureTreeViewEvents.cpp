@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 namespace {
@@ -189,14 +190,24 @@ bool VexaFeatureTreeView::focusNextPrevChild(bool next)
             openRow(itemAt(row));
         }
         if (QWidget *const pEditor = focusableEditor(row)) {
-            scrollTo(row); // an editor out of sight is hidden and cannot take the focus
-            m_pPlacer->place();
+            showRow(row); // an editor out of sight is hidden and cannot take the focus
             pEditor->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
             return true;
         }
         row = next ? indexBelow(row) : indexAbove(row);
     }
     return leaveByTab(next);
+}
+
+void VexaFeatureTreeView::showRow(const QModelIndex &row)
+{
+    scrollTo(row);
+    // The base leaves a row that comes from below one pixel short.
+    const int nHidden = visualRect(row).bottom() - viewport()->rect().bottom();
+    if (nHidden > 0) {
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + nHidden);
+    }
+    m_pPlacer->place();
 }
 
 bool VexaFeatureTreeView::leaveByTab(bool bNext)

@@ -1,5 +1,6 @@
 // Prints what the view costs, each figure as a ratio within one run or as a count, and exits 1 when one is over budget.
 #include "benchmarks/view/BenchTree.h"
+#include "host/controlkit/CustomStyle.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -242,6 +243,7 @@ int main(int argc, char *argv[])
     }
     QStandardPaths::setTestModeEnabled(true);
     QApplication application(argc, argv);
+    CustomStyle::install(application);
     measureOpening();
     measureOperations();
     measureGrowth();

@@ -40,7 +40,8 @@ Custom::ItemStatus BoxPainter::statusOf(const QWidget *widget)
                                                                        : Custom::STATUS_NORMAL;
 }
 
-void BoxPainter::apply(BoxLook &look, const CustomObject::Attributes *attributes, Custom::ItemStatus status)
+void BoxPainter::apply(BoxLook &look, const CustomObject::Attributes *attributes,
+                       Custom::ItemStatus status)
 {
     if (!attributes) {
         return;
@@ -75,7 +76,8 @@ QColor BoxPainter::textColour(const CustomObject::Attributes *attributes, Custom
     return own.isValid() ? own : otherwise;
 }
 
-QFont BoxPainter::font(const QFont &font, const CustomObject::Attributes *attributes, Custom::ItemStatus status)
+QFont BoxPainter::font(const QFont &font, const CustomObject::Attributes *attributes,
+                       Custom::ItemStatus status)
 {
     if (!attributes || status == Custom::STATUS_NORMAL) {
         return font;
@@ -94,7 +96,8 @@ QFont BoxPainter::font(const QFont &font, const CustomObject::Attributes *attrib
 void BoxPainter::draw(QPainter *painter, const QRect &rect, const BoxLook &look)
 {
     const bool hasBorder = look.borderWidth > 0 && look.border.alpha() > 0 && look.border.isValid();
-    if (rect.isEmpty() || (!hasBorder && look.background.style() == Qt::NoBrush && look.image.isEmpty())) {
+    if (rect.isEmpty()
+        || (!hasBorder && look.background.style() == Qt::NoBrush && look.image.isEmpty())) {
         return;
     }
     painter->save();

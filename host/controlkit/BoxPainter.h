@@ -32,9 +32,11 @@ Custom::ItemStatus statusOf(const QWidget *widget);
 /// Puts what the attributes set over the look.
 void apply(BoxLook &look, const CustomObject::Attributes *attributes, Custom::ItemStatus status);
 /// The text colour that the attributes give, else `otherwise`.
-QColor textColour(const CustomObject::Attributes *attributes, Custom::ItemStatus status, const QColor &otherwise);
+QColor textColour(const CustomObject::Attributes *attributes, Custom::ItemStatus status,
+                  const QColor &otherwise);
 /// `font` with the size and family that a state other than the normal one was given.
-QFont font(const QFont &font, const CustomObject::Attributes *attributes, Custom::ItemStatus status);
+QFont font(const QFont &font, const CustomObject::Attributes *attributes,
+           Custom::ItemStatus status);
 void draw(QPainter *painter, const QRect &rect, const BoxLook &look);
 /// The accent frame of the widget that has the keyboard.
 void drawFocus(QPainter *painter, const QRect &rect, int width, int radius);

@@ -34,7 +34,8 @@ CalendarPopup::CalendarPopup(QWidget *parent)
         m_pCalendar->setWeekdayTextFormat(weekend, QTextCharFormat()); // Qt's is red
     }
     // Qt paints the bar with the month in the colour of selections.
-    if (auto *const bar = m_pCalendar->findChild<QWidget *>(QStringLiteral("qt_calendar_navigationbar"))) {
+    if (auto *const bar =
+            m_pCalendar->findChild<QWidget *>(QStringLiteral("qt_calendar_navigationbar"))) {
         QPalette palette = bar->palette();
         palette.setColor(QPalette::Highlight, KitColour::of(KitColour::WINDOW_DARK));
         palette.setColor(QPalette::HighlightedText, KitColour::of(KitColour::TEXT_BRIGHT));
@@ -95,7 +96,8 @@ void CalendarPopup::translate()
 {
     m_pButton->setText(QCoreApplication::translate("ControlKit", "lang_controlkit_ok"));
     m_pTime->setAccessibleName(QCoreApplication::translate("ControlKit", "lang_controlkit_time"));
-    m_pCalendar->setAccessibleName(QCoreApplication::translate("ControlKit", "lang_controlkit_date"));
+    m_pCalendar->setAccessibleName(
+        QCoreApplication::translate("ControlKit", "lang_controlkit_date"));
     const bool chinese = VexaInterface::language(false) == QLatin1String("CH");
     m_pCalendar->setLocale(chinese ? QLocale(QLocale::Chinese, QLocale::China)
                                    : QLocale(QLocale::English, QLocale::UnitedStates));

@@ -28,17 +28,17 @@ QString firstInstalled(const QStringList &families)
 
 QString chineseFamily()
 {
-    static const QString s_family
-        = firstInstalled({QStringLiteral("Microsoft YaHei"), QStringLiteral("Noto Sans CJK SC"),
-                          QStringLiteral("Source Han Sans SC"), QStringLiteral("WenQuanYi Micro Hei")});
+    static const QString s_family = firstInstalled(
+        {QStringLiteral("Microsoft YaHei"), QStringLiteral("Noto Sans CJK SC"),
+         QStringLiteral("Source Han Sans SC"), QStringLiteral("WenQuanYi Micro Hei")});
     return s_family;
 }
 
 QString englishFamily()
 {
-    static const QString s_family
-        = firstInstalled({QStringLiteral("Segoe UI"), QStringLiteral("Noto Sans"), QStringLiteral("Noto Sans CJK SC"),
-                          QStringLiteral("DejaVu Sans")});
+    static const QString s_family =
+        firstInstalled({QStringLiteral("Segoe UI"), QStringLiteral("Noto Sans"),
+                        QStringLiteral("Noto Sans CJK SC"), QStringLiteral("DejaVu Sans")});
     return s_family;
 }
 
@@ -69,8 +69,8 @@ QString Custom::globalFontFamily(Language language)
 
 QBoxLayout *Custom::createLayout(Qt::Orientation orientation)
 {
-    auto *const layout
-        = new QBoxLayout(orientation == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    auto *const layout = new QBoxLayout(orientation == Qt::Horizontal ? QBoxLayout::LeftToRight
+                                                                      : QBoxLayout::TopToBottom);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     return layout;
@@ -88,8 +88,8 @@ QString Custom::gradient2String(const QGradient &gradient)
     }
     const auto &linear = static_cast<const QLinearGradient &>(gradient);
     QString text = QStringLiteral("qlineargradient(x1:%1, y1:%2, x2:%3, y2:%4")
-                       .arg(number(linear.start().x()), number(linear.start().y()), number(linear.finalStop().x()),
-                            number(linear.finalStop().y()));
+                       .arg(number(linear.start().x()), number(linear.start().y()),
+                            number(linear.finalStop().x()), number(linear.finalStop().y()));
     const QGradientStops stops = linear.stops();
     for (const QGradientStop &stop : stops) {
         text += QStringLiteral(", stop:%1 %2").arg(number(stop.first), color2String(stop.second));
@@ -97,8 +97,8 @@ QString Custom::gradient2String(const QGradient &gradient)
     return text + QLatin1Char(')');
 }
 
-QString Custom::getSaveFileName(QWidget *parent, const QString &title, const QString &path, const QString &filter,
-                                const QString &defaultSuffix)
+QString Custom::getSaveFileName(QWidget *parent, const QString &title, const QString &path,
+                                const QString &filter, const QString &defaultSuffix)
 {
     return FileDialogs::saveFile(parent, title, path, filter, defaultSuffix);
 }

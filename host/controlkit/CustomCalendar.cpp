@@ -21,9 +21,11 @@ public:
     {
         const QString text = dateTime.toString(strFormat);
         pButton->setText(text);
-        pButton->setAccessibleName(calendar->accessibleName().isEmpty()
-                                       ? QCoreApplication::translate("ControlKit", "lang_controlkit_date") + QLatin1Char(' ') + text
-                                       : calendar->accessibleName() + QLatin1Char(' ') + text);
+        pButton->setAccessibleName(
+            calendar->accessibleName().isEmpty()
+                ? QCoreApplication::translate("ControlKit", "lang_controlkit_date")
+                    + QLatin1Char(' ') + text
+                : calendar->accessibleName() + QLatin1Char(' ') + text);
     }
 
     CustomPushButton *pButton = nullptr;
@@ -84,7 +86,8 @@ CustomPushButton *CustomCalendar::cGetLargeButton() const
 void CustomCalendar::cAttributesChanged()
 {
     const Attributes &attributes = cAttributes();
-    for (const Custom::ItemStatus status : {Custom::STATUS_NORMAL, Custom::STATUS_HOVER, Custom::STATUS_PRESSED, Custom::STATUS_DISABLED}) {
+    for (const Custom::ItemStatus status : {Custom::STATUS_NORMAL, Custom::STATUS_HOVER,
+                                            Custom::STATUS_PRESSED, Custom::STATUS_DISABLED}) {
         const Attributes::Border border = attributes.border(status, Custom::BORDER_LARGE_BUTTON);
         if (border.colour.isValid()) {
             d->pButton->cSetBorderColor(border.colour, status);
@@ -94,7 +97,8 @@ void CustomCalendar::cAttributesChanged()
         }
     }
     if (d->pPopup) {
-        const Attributes::Border border = attributes.border(Custom::STATUS_NORMAL, Custom::BORDER_POPUP);
+        const Attributes::Border border =
+            attributes.border(Custom::STATUS_NORMAL, Custom::BORDER_POPUP);
         d->pPopup->setBorder(border.colour, border.width);
     }
 }

@@ -40,9 +40,9 @@ void CustomCheckBox::init()
 
 QSize CustomCheckBox::sizeHint() const
 {
-    return m_nStyle == SWITCH_STYLE
-        ? QSize(StyleButtons::SWITCH_WIDTH + FOCUS_MARGIN, StyleButtons::SWITCH_HEIGHT + FOCUS_MARGIN)
-        : QCheckBox::sizeHint();
+    return m_nStyle == SWITCH_STYLE ? QSize(StyleButtons::SWITCH_WIDTH + FOCUS_MARGIN,
+                                            StyleButtons::SWITCH_HEIGHT + FOCUS_MARGIN)
+                                    : QCheckBox::sizeHint();
 }
 
 QSize CustomCheckBox::minimumSizeHint() const
@@ -52,8 +52,9 @@ QSize CustomCheckBox::minimumSizeHint() const
 
 bool CustomCheckBox::hitButton(const QPoint &pos) const
 {
-    return m_nStyle == SWITCH_STYLE ? pos.x() >= 0 && pos.x() < sizeHint().width() && pos.y() >= 0 && pos.y() < height()
-                                    : QCheckBox::hitButton(pos);
+    return m_nStyle == SWITCH_STYLE
+        ? pos.x() >= 0 && pos.x() < sizeHint().width() && pos.y() >= 0 && pos.y() < height()
+        : QCheckBox::hitButton(pos);
 }
 
 void CustomCheckBox::changeEvent(QEvent *event)

@@ -26,7 +26,8 @@ CustomLabel::~CustomLabel() = default;
 bool CustomLabel::isElidable() const
 {
     const QString content = text();
-    const bool rich = textFormat() == Qt::RichText || (textFormat() == Qt::AutoText && Qt::mightBeRichText(content));
+    const bool rich = textFormat() == Qt::RichText
+        || (textFormat() == Qt::AutoText && Qt::mightBeRichText(content));
     return !content.isEmpty() && !wordWrap() && !rich && !content.contains(QLatin1Char('\n'))
         && textInteractionFlags() == Qt::LinksAccessibleByMouse && !buddy();
 }
@@ -41,7 +42,7 @@ QSize CustomLabel::minimumSizeHint() const
 {
     constexpr int LEAST_CHARACTERS = 12;
     const QSize whole = QLabel::minimumSizeHint();
-    const int least = LEAST_CHARACTERS * fontMetrics().averageCharWidth();
+    const int least = LEAST_CHARACTERS * fontMetrics().horizontalAdvance(QLatin1Char('x'));
     return isElidable() ? QSize(qMin(whole.width(), least), whole.height()) : whole;
 }
 
@@ -55,8 +56,10 @@ void CustomLabel::changeEvent(QEvent *event)
 
 bool CustomLabel::event(QEvent *event)
 {
-    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElidable() && shownText() != text()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text().toHtmlEscaped(), this);
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElidable()
+        && shownText() != text()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text().toHtmlEscaped(),
+                           this);
         return true;
     }
     return QLabel::event(event);
@@ -85,6 +88,9 @@ void CustomLabel::paintEvent(QPaintEvent *event)
     const int side = margin();
     const int inset = qMax(0, indent());
     const bool right = alignment() & Qt::AlignRight;
-    const QRect area = contentsRect().adjusted(side + (right ? 0 : inset), side, -side - (right ? inset : 0), -side);
-    painter.drawText(area, int(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine, shownText());
+    const QRect area = contentsRect().adjusted(side + (right ? 0 : inset), side,
+                                               -side - (right ? inset : 0), -side);
+    painter.drawText(
+        area, int(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine,
+        shownText());
 }

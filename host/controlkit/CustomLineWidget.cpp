@@ -30,6 +30,7 @@ void CustomLineWidget::paintEvent(QPaintEvent *event)
     look.background = KitColour::of(KitColour::LINE);
     look.borderWidth = 0;
     look.radius = 0;
-    BoxPainter::apply(look, cHasAttributes() ? &cAttributes() : nullptr, BoxPainter::statusOf(this));
+    BoxPainter::apply(look, cHasAttributes() ? &cAttributes() : nullptr,
+                      BoxPainter::statusOf(this));
     BoxPainter::draw(&painter, rect(), look);
 }

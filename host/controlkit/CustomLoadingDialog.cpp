@@ -44,7 +44,8 @@ protected:
         look.background = KitColour::of(KitColour::BASE);
         BoxPainter::draw(&painter, rect(), look);
         const int piece = width() / 3;
-        const int start = int((width() + piece) * (m_clock.elapsed() % ROUND_MS) / ROUND_MS) - piece;
+        const int start =
+            int((width() + piece) * (m_clock.elapsed() % ROUND_MS) / ROUND_MS) - piece;
         look.background = KitColour::of(KitColour::ACCENT);
         BoxPainter::draw(&painter, QRect(start, 0, piece, height()) & rect(), look);
     }
@@ -86,7 +87,8 @@ public:
 
     void centre()
     {
-        const QRect area = parentWidget() ? parentWidget()->window()->frameGeometry() : screen()->availableGeometry();
+        const QRect area = parentWidget() ? parentWidget()->window()->frameGeometry()
+                                          : screen()->availableGeometry();
         move(area.center() - rect().center());
     }
 

@@ -143,7 +143,8 @@ void CustomMainWindow::cAddCustomButtons(const QStringList &texts)
         button->setMinimumWidth(BUTTON_MIN_WIDTH);
         button->setAutoDefault(false);
         d->pButtonLayout->insertWidget(1 + index, button); // the stretch stands first
-        connect(button, &QPushButton::clicked, this, [this, index] { emit customButtonClicked(index); });
+        connect(button, &QPushButton::clicked, this,
+                [this, index] { emit customButtonClicked(index); });
         d->custom.append(button);
     }
     cSetEnableButtonBar(true);
@@ -202,7 +203,8 @@ void CustomMainWindow::mousePressEvent(QMouseEvent *event)
 {
     const int shadow = d->shadow();
     if (event->button() == Qt::LeftButton
-        && d->stretch.press(event->pos(), event->globalPos(), rect().adjusted(shadow, shadow, -shadow, -shadow))) {
+        && d->stretch.press(event->pos(), event->globalPos(),
+                            rect().adjusted(shadow, shadow, -shadow, -shadow))) {
         event->accept();
         return;
     }
@@ -212,7 +214,8 @@ void CustomMainWindow::mousePressEvent(QMouseEvent *event)
 void CustomMainWindow::mouseMoveEvent(QMouseEvent *event)
 {
     const int shadow = d->shadow();
-    d->stretch.move(event->pos(), event->globalPos(), rect().adjusted(shadow, shadow, -shadow, -shadow));
+    d->stretch.move(event->pos(), event->globalPos(),
+                    rect().adjusted(shadow, shadow, -shadow, -shadow));
     QDialog::mouseMoveEvent(event);
 }
 
@@ -237,12 +240,14 @@ void CustomMainWindow::paintEvent(QPaintEvent *event)
     look.background = palette().brush(QPalette::Window);
     look.border = KitColour::of(KitColour::FRAME);
     look.radius = 0;
-    BoxPainter::apply(look, cHasAttributes() ? &cAttributes() : nullptr, BoxPainter::statusOf(this));
+    BoxPainter::apply(look, cHasAttributes() ? &cAttributes() : nullptr,
+                      BoxPainter::statusOf(this));
     const QRect frame = rect().adjusted(shadow, shadow, -shadow, -shadow);
     BoxPainter::draw(&painter, frame, look);
     if (d->pTitleBar->isVisible()) {
         // Beside the title bar too, where the mouse takes hold of the edges.
-        painter.fillRect(QRect(frame.left() + 1, frame.top() + 1, frame.width() - 2, d->pTitleBar->height()),
-                         KitColour::of(KitColour::WINDOW_DARK));
+        painter.fillRect(
+            QRect(frame.left() + 1, frame.top() + 1, frame.width() - 2, d->pTitleBar->height()),
+            KitColour::of(KitColour::WINDOW_DARK));
     }
 }

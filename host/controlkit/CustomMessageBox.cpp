@@ -22,8 +22,8 @@ constexpr int BOX_CHECK_STYLE = 2;
 /// Values of cSetHintStyle.
 enum HintStyle { HINT_ADVICE = 1, HINT_NOTICE, HINT_FAILURE, HINT_QUESTION, HINT_SUCCESS };
 
-const char *const HINT_ICONS[]
-    = {nullptr, "hint_advice", "hint_notice", "hint_failure", "hint_question", "hint_success"};
+const char *const HINT_ICONS[] = {nullptr,        "hint_advice",   "hint_notice",
+                                  "hint_failure", "hint_question", "hint_success"};
 constexpr int HINT_COUNT = int(sizeof(HINT_ICONS) / sizeof(HINT_ICONS[0]));
 
 /// Values of cSetButtons.
@@ -221,8 +221,8 @@ void CustomMessageBox::changeEvent(QEvent *event)
     }
 }
 
-int CustomMessageBox::run(int hintStyle, QWidget *parent, const QString &text, const QString &title, int buttons,
-                          const QString &checkText, bool *checked)
+int CustomMessageBox::run(int hintStyle, QWidget *parent, const QString &text, const QString &title,
+                          int buttons, const QString &checkText, bool *checked)
 {
     // The parent may be destroyed while the box is open, and the box with it.
     const QPointer<CustomMessageBox> box = new CustomMessageBox(parent);
@@ -251,14 +251,14 @@ int CustomMessageBox::ask(QWidget *parent, const QString &text, const QString &t
     return run(HINT_QUESTION, parent, text, title, buttons, checkText, checked);
 }
 
-int CustomMessageBox::warning(QWidget *parent, const QString &text, const QString &title, int buttons,
-                              const QString &checkText)
+int CustomMessageBox::warning(QWidget *parent, const QString &text, const QString &title,
+                              int buttons, const QString &checkText)
 {
     return run(HINT_NOTICE, parent, text, title, buttons, checkText, nullptr);
 }
 
-int CustomMessageBox::information(QWidget *parent, const QString &text, const QString &title, int buttons,
-                                  const QString &checkText)
+int CustomMessageBox::information(QWidget *parent, const QString &text, const QString &title,
+                                  int buttons, const QString &checkText)
 {
     return run(HINT_ADVICE, parent, text, title, buttons, checkText, nullptr);
 }

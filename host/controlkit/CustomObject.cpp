@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr QPalette::ColorRole TEXT_ROLES[] = {QPalette::WindowText, QPalette::Text, QPalette::ButtonText};
+constexpr QPalette::ColorRole TEXT_ROLES[] = {QPalette::WindowText, QPalette::Text,
+                                              QPalette::ButtonText};
 
 bool isStatus(Custom::ItemStatus status)
 {
@@ -51,7 +52,8 @@ void setFont(QWidget *widget, const CustomObject::Attributes &attributes)
 
 } // namespace
 
-CustomObject::Attributes::Border CustomObject::Attributes::border(Custom::ItemStatus status, int slot) const
+CustomObject::Attributes::Border CustomObject::Attributes::border(Custom::ItemStatus status,
+                                                                  int slot) const
 {
     const auto part = parts.constFind(slot);
     const bool isPart = slot != Custom::BORDER_ALL;
@@ -59,7 +61,8 @@ CustomObject::Attributes::Border CustomObject::Attributes::border(Custom::ItemSt
         return Border();
     }
     Border result = isPart ? part.value()[status] : states[status].border;
-    const Border &normal = isPart ? part.value()[Custom::STATUS_NORMAL] : states[Custom::STATUS_NORMAL].border;
+    const Border &normal =
+        isPart ? part.value()[Custom::STATUS_NORMAL] : states[Custom::STATUS_NORMAL].border;
     if (!result.colour.isValid()) {
         result.colour = normal.colour;
     }
@@ -87,7 +90,9 @@ bool CustomObject::cHasAttributes() const
     return bool(m_pAttributes);
 }
 
-void CustomObject::cAttributesChanged() { }
+void CustomObject::cAttributesChanged()
+{
+}
 
 CustomObject::Attributes &CustomObject::ownAttributes()
 {
@@ -112,7 +117,8 @@ void CustomObject::cSetFontColor(const QColor &colour, Custom::ItemStatus status
         return;
     }
     ownAttributes().states[status].fontColour = colour;
-    if (colour.isValid() && (status == Custom::STATUS_NORMAL || status == Custom::STATUS_DISABLED)) {
+    if (colour.isValid()
+        && (status == Custom::STATUS_NORMAL || status == Custom::STATUS_DISABLED)) {
         setTextColour(m_pOwner, colour, status);
     }
     changed(status);
@@ -158,11 +164,13 @@ void CustomObject::cSetBackgroundImage(const QString &path, Custom::ItemStatus s
     }
 }
 
-void CustomObject::cSetBorderColor(const QColor &colour, Custom::ItemStatus status, Custom::BorderSlot slot)
+void CustomObject::cSetBorderColor(const QColor &colour, Custom::ItemStatus status,
+                                   Custom::BorderSlot slot)
 {
     if (isStatus(status)) {
         Attributes &own = ownAttributes();
-        (slot == Custom::BORDER_ALL ? own.states[status].border : own.parts[slot][status]).colour = colour;
+        (slot == Custom::BORDER_ALL ? own.states[status].border : own.parts[slot][status]).colour =
+            colour;
         changed(status);
     }
 }
@@ -171,8 +179,8 @@ void CustomObject::cSetBorderWidth(int pixels, Custom::ItemStatus status, Custom
 {
     if (isStatus(status)) {
         Attributes &own = ownAttributes();
-        (slot == Custom::BORDER_ALL ? own.states[status].border : own.parts[slot][status]).width
-            = checkedPixels(pixels);
+        (slot == Custom::BORDER_ALL ? own.states[status].border : own.parts[slot][status]).width =
+            checkedPixels(pixels);
         changed(status);
     }
 }

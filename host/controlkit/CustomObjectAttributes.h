@@ -37,22 +37,32 @@ public:
     QColor fontColour(Custom::ItemStatus status) const
     {
         const QColor &own = states[status].fontColour;
-        return own.isValid() || status == Custom::STATUS_DISABLED ? own : states[Custom::STATUS_NORMAL].fontColour;
+        return own.isValid() || status == Custom::STATUS_DISABLED
+            ? own
+            : states[Custom::STATUS_NORMAL].fontColour;
     }
-    QString family(Custom::ItemStatus status) const { return fallBack(states[status].family, &State::family); }
+    QString family(Custom::ItemStatus status) const
+    {
+        return fallBack(states[status].family, &State::family);
+    }
     int fontSize(Custom::ItemStatus status) const
     {
-        return states[status].fontSize > 0 ? states[status].fontSize : states[Custom::STATUS_NORMAL].fontSize;
+        return states[status].fontSize > 0 ? states[status].fontSize
+                                           : states[Custom::STATUS_NORMAL].fontSize;
     }
     QBrush background(Custom::ItemStatus status) const
     {
         const QBrush &own = states[status].background;
         return own.style() != Qt::NoBrush ? own : states[Custom::STATUS_NORMAL].background;
     }
-    QString image(Custom::ItemStatus status) const { return fallBack(states[status].image, &State::image); }
+    QString image(Custom::ItemStatus status) const
+    {
+        return fallBack(states[status].image, &State::image);
+    }
     int radius(Custom::ItemStatus status) const
     {
-        return states[status].radius >= 0 ? states[status].radius : states[Custom::STATUS_NORMAL].radius;
+        return states[status].radius >= 0 ? states[status].radius
+                                          : states[Custom::STATUS_NORMAL].radius;
     }
     Border border(Custom::ItemStatus status, int slot = Custom::BORDER_ALL) const;
 

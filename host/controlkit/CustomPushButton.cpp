@@ -22,8 +22,8 @@ qint64 now()
 
 bool isClickKey(const QKeyEvent *event)
 {
-    return event->key() == Qt::Key_Space || event->key() == Qt::Key_Select || event->key() == Qt::Key_Return
-        || event->key() == Qt::Key_Enter;
+    return event->key() == Qt::Key_Space || event->key() == Qt::Key_Select
+        || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
 }
 
 } // namespace

@@ -54,8 +54,10 @@ class CustomSaveDoneHintDlg::Private
 public:
     void translate()
     {
-        pLink->setText(QStringLiteral("<a href=\"folder\">%1</a>")
-                           .arg(QCoreApplication::translate("ControlKit", "lang_controlkit_openfolder").toHtmlEscaped()));
+        pLink->setText(
+            QStringLiteral("<a href=\"folder\">%1</a>")
+                .arg(QCoreApplication::translate("ControlKit", "lang_controlkit_openfolder")
+                         .toHtmlEscaped()));
     }
 
     CustomLabel *pMessage = nullptr;
@@ -64,7 +66,8 @@ public:
     QString strArgument;
 };
 
-CustomSaveDoneHintDlg::CustomSaveDoneHintDlg(QWidget *parent, const QString &message, const QString &argument)
+CustomSaveDoneHintDlg::CustomSaveDoneHintDlg(QWidget *parent, const QString &message,
+                                             const QString &argument)
     : CustomMainWindow(parent)
     , d(std::make_unique<Private>())
 {
@@ -103,7 +106,8 @@ CustomSaveDoneHintDlg::CustomSaveDoneHintDlg(QWidget *parent, const QString &mes
 
 CustomSaveDoneHintDlg::~CustomSaveDoneHintDlg() = default;
 
-void CustomSaveDoneHintDlg::SetMsgText(const QString &message, const QString &argument, bool showLink, int displayTime)
+void CustomSaveDoneHintDlg::SetMsgText(const QString &message, const QString &argument,
+                                       bool showLink, int displayTime)
 {
     d->strArgument = argument;
     d->pMessage->setText(message);

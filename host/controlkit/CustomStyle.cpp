@@ -33,9 +33,12 @@ struct ArrowRow
 };
 
 const ArrowRow ARROWS[] = {
-    {QStyle::PE_IndicatorArrowUp, "arrow_up"},          {QStyle::PE_IndicatorArrowDown, "arrow_down"},
-    {QStyle::PE_IndicatorArrowLeft, "arrow_left"},      {QStyle::PE_IndicatorArrowRight, "arrow_right"},
-    {QStyle::PE_IndicatorButtonDropDown, "arrow_down"}, {QStyle::PE_IndicatorHeaderArrow, nullptr},
+    {QStyle::PE_IndicatorArrowUp, "arrow_up"},
+    {QStyle::PE_IndicatorArrowDown, "arrow_down"},
+    {QStyle::PE_IndicatorArrowLeft, "arrow_left"},
+    {QStyle::PE_IndicatorArrowRight, "arrow_right"},
+    {QStyle::PE_IndicatorButtonDropDown, "arrow_down"},
+    {QStyle::PE_IndicatorHeaderArrow, nullptr},
 };
 
 /// True when the element was an arrow and is drawn.
@@ -46,14 +49,17 @@ bool drawArrow(QStyle::PrimitiveElement element, const QStyleOption *option, QPa
             continue;
         }
         const char *icon = row.icon;
-        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option); header && !icon) {
+        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option);
+            header && !icon) {
             icon = header->sortIndicator & QStyleOptionHeader::SortUp ? "arrow_up" : "arrow_down";
         }
         const int size = qMin(16, qMin(option->rect.width(), option->rect.height()));
-        const QRect place(option->rect.center() - QPoint(size / 2 - 1, size / 2 - 1), QSize(size, size));
-        const QRgb colour
-            = option->state & QStyle::State_Enabled ? KitColour::TEXT : KitColour::TEXT_DISABLED;
-        KitIcons::draw(painter, place, icon ? KitIcons::path(icon) : QString(), KitColour::of(colour));
+        const QRect place(option->rect.center() - QPoint(size / 2 - 1, size / 2 - 1),
+                          QSize(size, size));
+        const QRgb colour =
+            option->state & QStyle::State_Enabled ? KitColour::TEXT : KitColour::TEXT_DISABLED;
+        KitIcons::draw(painter, place, icon ? KitIcons::path(icon) : QString(),
+                       KitColour::of(colour));
         return true;
     }
     return false;
@@ -104,8 +110,8 @@ void CustomStyle::polish(QWidget *widget)
     }
 }
 
-void CustomStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
-                                const QWidget *widget) const
+void CustomStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
+                                QPainter *painter, const QWidget *widget) const
 {
     if (drawArrow(element, option, painter)) {
         return;
@@ -133,7 +139,8 @@ void CustomStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         StyleButtons::drawToolPanel(option, painter);
         return;
     case PE_FrameFocusRect:
-        if ((option->state & State_KeyboardFocusChange) && !(widget && widget->inherits("QComboBoxListView"))) {
+        if ((option->state & State_KeyboardFocusChange)
+            && !(widget && widget->inherits("QComboBoxListView"))) {
             BoxPainter::drawFocus(painter, option->rect, 1, 2);
         }
         return;
@@ -192,22 +199,29 @@ void CustomStyle::drawControl(ControlElement element, const QStyleOption *option
             plain.state &= ~State_HasFocus;
             QStyleOptionButton indicator = *button;
             const bool box = element == CE_CheckBox;
-            indicator.rect = subElementRect(box ? SE_CheckBoxIndicator : SE_RadioButtonIndicator, button, widget);
-            drawPrimitive(box ? PE_IndicatorCheckBox : PE_IndicatorRadioButton, &indicator, painter, widget);
-            plain.rect = subElementRect(box ? SE_CheckBoxContents : SE_RadioButtonContents, button, widget);
-            QProxyStyle::drawControl(box ? CE_CheckBoxLabel : CE_RadioButtonLabel, &plain, painter, widget);
+            indicator.rect = subElementRect(box ? SE_CheckBoxIndicator : SE_RadioButtonIndicator,
+                                            button, widget);
+            drawPrimitive(box ? PE_IndicatorCheckBox : PE_IndicatorRadioButton, &indicator, painter,
+                          widget);
+            plain.rect =
+                subElementRect(box ? SE_CheckBoxContents : SE_RadioButtonContents, button, widget);
+            QProxyStyle::drawControl(box ? CE_CheckBoxLabel : CE_RadioButtonLabel, &plain, painter,
+                                     widget);
             return;
         }
     }
-    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option); combo && element == CE_ComboBoxLabel) {
+    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        combo && element == CE_ComboBoxLabel) {
         StyleInputs::drawComboLabel(combo, painter, widget);
         return;
     }
-    if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option); header && element == CE_HeaderSection) {
+    if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option);
+        header && element == CE_HeaderSection) {
         StyleViews::drawHeaderSection(header, painter);
         return;
     }
-    if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option); tab && element == CE_TabBarTabShape) {
+    if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option);
+        tab && element == CE_TabBarTabShape) {
         StyleViews::drawTabShape(tab, painter);
         return;
     }
@@ -221,8 +235,9 @@ void CustomStyle::drawControl(ControlElement element, const QStyleOption *option
             return;
         }
     }
-    if (const auto *progress = qstyleoption_cast<const QStyleOptionProgressBar *>(option);
-        progress && element == CE_ProgressBarContents && StyleBars::drawProgressContents(progress, painter)) {
+    if (const auto *progress = qstyleoption_cast<const QStyleOptionProgressBar *>(option); progress
+        && element == CE_ProgressBarContents
+        && StyleBars::drawProgressContents(progress, painter)) {
         return;
     }
     switch (element) {
@@ -243,29 +258,35 @@ void CustomStyle::drawControl(ControlElement element, const QStyleOption *option
     }
 }
 
-void CustomStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
-                                     const QWidget *widget) const
+void CustomStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                     QPainter *painter, const QWidget *widget) const
 {
-    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option); combo && control == CC_ComboBox) {
+    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        combo && control == CC_ComboBox) {
         StyleInputs::drawComboBox(combo, painter, widget);
-    } else if (const auto *spin = qstyleoption_cast<const QStyleOptionSpinBox *>(option); spin && control == CC_SpinBox) {
+    } else if (const auto *spin = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
+               spin && control == CC_SpinBox) {
         StyleInputs::drawSpinBox(spin, painter, widget);
-    } else if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option); bar && control == CC_ScrollBar) {
+    } else if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+               bar && control == CC_ScrollBar) {
         StyleBars::drawScrollBar(bar, painter);
     } else {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
 }
 
-QRect CustomStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl subControl,
-                                  const QWidget *widget) const
+QRect CustomStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                                  SubControl subControl, const QWidget *widget) const
 {
     QRect part;
-    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option); combo && control == CC_ComboBox) {
+    if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        combo && control == CC_ComboBox) {
         part = StyleInputs::comboPart(combo, subControl);
-    } else if (const auto *spin = qstyleoption_cast<const QStyleOptionSpinBox *>(option); spin && control == CC_SpinBox) {
+    } else if (const auto *spin = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
+               spin && control == CC_SpinBox) {
         part = StyleInputs::spinPart(spin, subControl);
-    } else if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option); bar && control == CC_ScrollBar) {
+    } else if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+               bar && control == CC_ScrollBar) {
         part = StyleBars::scrollPart(bar, subControl);
     } else {
         return QProxyStyle::subControlRect(control, option, subControl, widget);
@@ -273,16 +294,18 @@ QRect CustomStyle::subControlRect(ComplexControl control, const QStyleOptionComp
     return visualRect(option->direction, option->rect, part);
 }
 
-QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
-                                    const QWidget *widget) const
+QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
+                                    const QSize &size, const QWidget *widget) const
 {
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
     switch (type) {
     case CT_PushButton:
-        result = QSize(qMax(BUTTON_MIN_WIDTH, size.width() + BUTTON_PADDING), qMax(StyleInputs::MIN_HEIGHT, size.height() + 8));
+        result = QSize(qMax(BUTTON_MIN_WIDTH, size.width() + BUTTON_PADDING),
+                       qMax(StyleInputs::MIN_HEIGHT, size.height() + 8));
         break;
     case CT_LineEdit:
-        if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option); frame && frame->lineWidth > 0) {
+        if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+            frame && frame->lineWidth > 0) {
             result.setHeight(qMax(StyleInputs::MIN_HEIGHT, result.height()));
         }
         break;
@@ -293,9 +316,11 @@ QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     case CT_MenuItem:
         if (const auto *menu = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
             const bool separator = menu->menuItemType == QStyleOptionMenuItem::Separator;
-            const int shortcut = menu->text.contains(QLatin1Char('\t')) ? StyleViews::MENU_RIGHT : 0;
+            const int shortcut =
+                menu->text.contains(QLatin1Char('\t')) ? StyleViews::MENU_RIGHT : 0;
             result = QSize(size.width() + StyleViews::MENU_LEFT + StyleViews::MENU_RIGHT + shortcut,
-                           separator ? StyleViews::MENU_SEPARATOR_HEIGHT : qMax(StyleViews::MENU_ITEM_HEIGHT, size.height() + 6));
+                           separator ? StyleViews::MENU_SEPARATOR_HEIGHT
+                                     : qMax(StyleViews::MENU_ITEM_HEIGHT, size.height() + 6));
         }
         break;
     case CT_MenuBarItem:
@@ -316,7 +341,8 @@ QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
     return result;
 }
 
-int CustomStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
+int CustomStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
+                             const QWidget *widget) const
 {
     switch (metric) {
     case PM_DefaultFrameWidth:
@@ -373,7 +399,8 @@ int CustomStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
     }
 }
 
-QIcon CustomStyle::standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const
+QIcon CustomStyle::standardIcon(StandardPixmap icon, const QStyleOption *option,
+                                const QWidget *widget) const
 {
     switch (icon) {
     case SP_TitleBarCloseButton:

@@ -89,8 +89,10 @@ CustomTitleBar::CustomTitleBar(QWidget *parent)
         layout->addWidget(button);
         d->buttons.insert(row.bit, button);
     }
-    connect(d->button(MINIMISE), &QToolButton::clicked, this, [this] { window()->showMinimized(); });
-    connect(d->button(MAXIMISE), &QToolButton::clicked, this, [this] { toggleMaximised(window()); });
+    connect(d->button(MINIMISE), &QToolButton::clicked, this,
+            [this] { window()->showMinimized(); });
+    connect(d->button(MAXIMISE), &QToolButton::clicked, this,
+            [this] { toggleMaximised(window()); });
     connect(d->button(CLOSE), &QToolButton::clicked, this, &CustomTitleBar::closeClicked);
     d->translate();
     cSetTitleControls(CLOSE);

@@ -1,5 +1,6 @@
 #include "host/controlkit/KitIcons.h"
 
+#include <QFile>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -11,6 +12,9 @@ QPixmap render(const QString &path, const QSize &size, qreal ratio, const QColor
     const QSize pixels = (QSizeF(size) * ratio).toSize();
     QPixmap pixmap(pixels);
     pixmap.fill(Qt::transparent);
+    if (!QFile::exists(path)) {
+        return pixmap;
+    }
     QPainter painter(&pixmap);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     if (path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
@@ -34,7 +38,8 @@ QString KitIcons::path(const char *name)
     return QStringLiteral(":/ControlKit/icons/%1.svg").arg(QLatin1String(name));
 }
 
-void KitIcons::draw(QPainter *painter, const QRect &rect, const QString &path, const QColor &colour, qreal opacity)
+void KitIcons::draw(QPainter *painter, const QRect &rect, const QString &path, const QColor &colour,
+                    qreal opacity)
 {
     if (path.isEmpty() || rect.isEmpty()) {
         return;

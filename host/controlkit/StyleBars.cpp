@@ -26,8 +26,9 @@ QRect StyleBars::scrollPart(const QStyleOptionSlider *option, QStyle::SubControl
         thumb = int(page * length / (steps + page));
         thumb = qMin(length, qMax(thumb, SCROLL_MIN_THUMB));
     }
-    const int start = QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition,
-                                                      length - thumb, option->upsideDown);
+    const int start =
+        QStyle::sliderPositionFromValue(option->minimum, option->maximum, option->sliderPosition,
+                                        length - thumb, option->upsideDown);
     const auto along = [&bar, horizontal](int from, int size) {
         return horizontal ? QRect(bar.left() + from, bar.top(), size, bar.height())
                           : QRect(bar.left(), bar.top() + from, bar.width(), size);
@@ -52,16 +53,18 @@ void StyleBars::drawScrollBar(const QStyleOptionSlider *option, QPainter *painte
     if (option->maximum <= option->minimum || !(option->state & QStyle::State_Enabled)) {
         return;
     }
-    const bool held = option->activeSubControls & QStyle::SC_ScrollBarSlider && option->state & QStyle::State_Sunken;
+    const bool held = option->activeSubControls & QStyle::SC_ScrollBarSlider
+        && option->state & QStyle::State_Sunken;
     BoxLook thumb;
     thumb.borderWidth = 0;
     thumb.radius = BAR_RADIUS;
-    thumb.background
-        = of(held || option->state & QStyle::State_MouseOver ? KitColour::THUMB_HOVER : KitColour::THUMB);
+    thumb.background = of(held || option->state & QStyle::State_MouseOver ? KitColour::THUMB_HOVER
+                                                                          : KitColour::THUMB);
     const bool horizontal = option->orientation == Qt::Horizontal;
     const int dx = horizontal ? 1 : THUMB_INSET;
     const int dy = horizontal ? THUMB_INSET : 1;
-    BoxPainter::draw(painter, scrollPart(option, QStyle::SC_ScrollBarSlider).adjusted(dx, dy, -dx, -dy), thumb);
+    BoxPainter::draw(
+        painter, scrollPart(option, QStyle::SC_ScrollBarSlider).adjusted(dx, dy, -dx, -dy), thumb);
 }
 
 void StyleBars::drawSplitter(const QStyleOption *option, QPainter *painter)
@@ -69,8 +72,9 @@ void StyleBars::drawSplitter(const QStyleOption *option, QPainter *painter)
     const bool active = option->state & (QStyle::State_MouseOver | QStyle::State_Sunken);
     const QRect &box = option->rect;
     // The handle of a horizontal splitter is a vertical line.
-    const QRect line = option->state & QStyle::State_Horizontal ? QRect(box.center().x(), box.top(), 1, box.height())
-                                                                : QRect(box.left(), box.center().y(), box.width(), 1);
+    const QRect line = option->state & QStyle::State_Horizontal
+        ? QRect(box.center().x(), box.top(), 1, box.height())
+        : QRect(box.left(), box.center().y(), box.width(), 1);
     painter->fillRect(line, of(active ? KitColour::ACCENT : KitColour::LINE));
 }
 
@@ -97,15 +101,17 @@ bool StyleBars::drawProgressContents(const QStyleOptionProgressBar *option, QPai
         return true;
     }
     if (horizontal) {
-        inside = option->invertedAppearance ? inside.adjusted(inside.width() - length, 0, 0, 0)
-                                            : QRect(inside.topLeft(), QSize(length, inside.height()));
+        inside = option->invertedAppearance
+            ? inside.adjusted(inside.width() - length, 0, 0, 0)
+            : QRect(inside.topLeft(), QSize(length, inside.height()));
     } else {
         inside.setTop(inside.bottom() + 1 - length);
     }
     BoxLook look;
     look.borderWidth = 0;
     look.radius = qMin(2, length / 2);
-    look.background = of(option->state & QStyle::State_Enabled ? KitColour::ACCENT : KitColour::BUTTON_DISABLED);
+    look.background =
+        of(option->state & QStyle::State_Enabled ? KitColour::ACCENT : KitColour::BUTTON_DISABLED);
     BoxPainter::draw(painter, inside, look);
     return true;
 }

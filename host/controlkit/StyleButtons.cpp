@@ -21,21 +21,24 @@ using KitColour::of;
 
 /// One colour for each Custom::ItemStatus.
 using StatusColours = QRgb[Custom::STATUS_COUNT];
-constexpr StatusColours PLAIN = {KitColour::BUTTON, KitColour::BUTTON_HOVER, KitColour::BUTTON_PRESSED,
-                                 KitColour::BUTTON_DISABLED};
-constexpr StatusColours ACCENT = {KitColour::ACCENT, KitColour::ACCENT_HOVER, KitColour::ACCENT_PRESSED,
-                                  KitColour::BUTTON_DISABLED};
-constexpr StatusColours FLAT = {0x00000000, KitColour::ROW_SELECTED, KitColour::BUTTON_PRESSED, 0x00000000};
+constexpr StatusColours PLAIN = {KitColour::BUTTON, KitColour::BUTTON_HOVER,
+                                 KitColour::BUTTON_PRESSED, KitColour::BUTTON_DISABLED};
+constexpr StatusColours ACCENT = {KitColour::ACCENT, KitColour::ACCENT_HOVER,
+                                  KitColour::ACCENT_PRESSED, KitColour::BUTTON_DISABLED};
+constexpr StatusColours FLAT = {0x00000000, KitColour::ROW_SELECTED, KitColour::BUTTON_PRESSED,
+                                0x00000000};
 
 bool hasKeyboardFocus(const QStyleOption *option)
 {
-    return (option->state & QStyle::State_HasFocus) && (option->state & QStyle::State_KeyboardFocusChange);
+    return (option->state & QStyle::State_HasFocus)
+        && (option->state & QStyle::State_KeyboardFocusChange);
 }
 
 bool isAccent(const QStyleOptionButton *option, const QWidget *widget)
 {
     const auto *const button = qobject_cast<const CustomPushButton *>(widget);
-    return button ? button->cStyle() == ACCENT_STYLE : bool(option->features & QStyleOptionButton::DefaultButton);
+    return button ? button->cStyle() == ACCENT_STYLE
+                  : bool(option->features & QStyleOptionButton::DefaultButton);
 }
 
 Custom::ItemStatus buttonStatus(const QStyleOption *option)
@@ -52,7 +55,8 @@ struct LabelPlaces
 };
 
 /// Icon and text as one group in the middle, in the order that the alignment of the icon asks for.
-LabelPlaces places(const QRect &area, const QSize &icon, int textWidth, int textHeight, Qt::Alignment alignment)
+LabelPlaces places(const QRect &area, const QSize &icon, int textWidth, int textHeight,
+                   Qt::Alignment alignment)
 {
     if (icon.isEmpty() || textWidth == 0) {
         return {QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, icon, area), area};
@@ -70,13 +74,15 @@ LabelPlaces places(const QRect &area, const QSize &icon, int textWidth, int text
     const int left = area.left() + (area.width() - icon.width() - ICON_GAP - shownText) / 2;
     const int top = area.top() + (area.height() - icon.height()) / 2;
     if (alignment & Qt::AlignRight) {
-        return {QRect(QPoint(left + shownText + ICON_GAP, top), icon), QRect(left, area.top(), shownText, area.height())};
+        return {QRect(QPoint(left + shownText + ICON_GAP, top), icon),
+                QRect(left, area.top(), shownText, area.height())};
     }
     return {QRect(QPoint(left, top), icon),
             QRect(left + icon.width() + ICON_GAP, area.top(), shownText, area.height())};
 }
 
-void drawIcon(const QStyleOptionButton *option, QPainter *painter, const QWidget *widget, const QRect &rect)
+void drawIcon(const QStyleOptionButton *option, QPainter *painter, const QWidget *widget,
+              const QRect &rect)
 {
     const Custom::ItemStatus status = buttonStatus(option);
     const auto *const button = qobject_cast<const CustomPushButton *>(widget);
@@ -93,7 +99,8 @@ void drawIcon(const QStyleOptionButton *option, QPainter *painter, const QWidget
 
 } // namespace
 
-void StyleButtons::drawBevel(const QStyleOptionButton *option, QPainter *painter, const QWidget *widget)
+void StyleButtons::drawBevel(const QStyleOptionButton *option, QPainter *painter,
+                             const QWidget *widget)
 {
     const Custom::ItemStatus status = buttonStatus(option);
     const bool flat = option->features & QStyleOptionButton::Flat;
@@ -117,16 +124,19 @@ void StyleButtons::drawBevel(const QStyleOptionButton *option, QPainter *painter
     }
 }
 
-void StyleButtons::drawLabel(const QStyleOptionButton *option, QPainter *painter, const QWidget *widget)
+void StyleButtons::drawLabel(const QStyleOptionButton *option, QPainter *painter,
+                             const QWidget *widget)
 {
     const Custom::ItemStatus status = buttonStatus(option);
     const CustomObject::Attributes *const attributes = BoxPainter::attributesOf(widget);
-    const QColor plain = of(status == Custom::STATUS_DISABLED ? KitColour::TEXT_DISABLED : KitColour::TEXT_BRIGHT);
+    const QColor plain =
+        of(status == Custom::STATUS_DISABLED ? KitColour::TEXT_DISABLED : KitColour::TEXT_BRIGHT);
     const QColor colour = BoxPainter::textColour(attributes, status, plain);
     QRect area = option->rect.adjusted(LABEL_MARGIN, 0, -LABEL_MARGIN, 0);
     if (option->features & QStyleOptionButton::HasMenu) {
         KitIcons::draw(painter,
-                       QRect(area.right() - MENU_ARROW + 1, area.center().y() - MENU_ARROW / 2 + 1, MENU_ARROW, MENU_ARROW),
+                       QRect(area.right() - MENU_ARROW + 1, area.center().y() - MENU_ARROW / 2 + 1,
+                             MENU_ARROW, MENU_ARROW),
                        KitIcons::path("arrow_down"), colour);
         area.setRight(area.right() - MENU_ARROW);
     }
@@ -136,17 +146,20 @@ void StyleButtons::drawLabel(const QStyleOptionButton *option, QPainter *painter
     const QFontMetrics metrics(painter->font());
     const auto *const button = qobject_cast<const CustomPushButton *>(widget);
     const QSize iconSize = option->icon.isNull() ? QSize() : option->iconSize;
-    const LabelPlaces place = places(area, iconSize, metrics.size(Qt::TextShowMnemonic, option->text).width(),
-                                     metrics.height(), button ? button->cIconAlign() : Qt::AlignLeft);
+    const LabelPlaces place =
+        places(area, iconSize, metrics.size(Qt::TextShowMnemonic, option->text).width(),
+               metrics.height(), button ? button->cIconAlign() : Qt::AlignLeft);
     if (!option->icon.isNull()) {
         drawIcon(option, painter, widget, place.icon);
     }
-    const QString text = metrics.elidedText(option->text, Qt::ElideRight, place.text.width(), Qt::TextShowMnemonic);
+    const QString text =
+        metrics.elidedText(option->text, Qt::ElideRight, place.text.width(), Qt::TextShowMnemonic);
     painter->drawText(place.text, int(Qt::AlignCenter) | Qt::TextHideMnemonic, text);
     painter->restore();
 }
 
-bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painter, const QWidget *widget)
+bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painter,
+                              const QWidget *widget)
 {
     const auto *const box = qobject_cast<const CustomCheckBox *>(widget);
     if (!box || box->cStyle() != SWITCH_STYLE) {
@@ -157,17 +170,23 @@ bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painte
     const bool on = option->state & QStyle::State_On;
     const bool undecided = option->state & QStyle::State_NoChange;
     const QRect area = option->rect;
-    const QRect track(area.left() + 2, area.top() + (area.height() - SWITCH_HEIGHT) / 2, SWITCH_WIDTH, SWITCH_HEIGHT);
+    const QRect track(area.left() + 2, area.top() + (area.height() - SWITCH_HEIGHT) / 2,
+                      SWITCH_WIDTH, SWITCH_HEIGHT);
 
     BoxLook look;
     look.radius = SWITCH_HEIGHT / 2;
     if (on) {
-        look.background = of(!enabled ? KitColour::ACCENT_DISABLED : hover ? KitColour::ACCENT_HOVER : KitColour::ACCENT);
+        look.background = of(!enabled    ? KitColour::ACCENT_DISABLED
+                                 : hover ? KitColour::ACCENT_HOVER
+                                         : KitColour::ACCENT);
         look.border = look.background.color();
     } else {
-        look.background = of(!enabled ? KitColour::BASE_DISABLED : hover ? KitColour::BASE_HOVER : KitColour::BASE);
-        look.border
-            = of(!enabled ? KitColour::BORDER_DISABLED : hover ? KitColour::BORDER_HOVER : KitColour::BORDER);
+        look.background = of(!enabled    ? KitColour::BASE_DISABLED
+                                 : hover ? KitColour::BASE_HOVER
+                                         : KitColour::BASE);
+        look.border = of(!enabled    ? KitColour::BORDER_DISABLED
+                             : hover ? KitColour::BORDER_HOVER
+                                     : KitColour::BORDER);
     }
     BoxPainter::apply(look, BoxPainter::attributesOf(widget), BoxPainter::statusOf(option));
     BoxPainter::draw(painter, track, look);
@@ -180,7 +199,8 @@ bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painte
         knob.radius = KNOB / 2;
         knob.borderWidth = 0;
         knob.background = of(!enabled ? (on ? 0xFFB5A79C : KitColour::TEXT_DISABLED)
-                                      : on ? 0xFFFFFFFF : KitColour::TEXT);
+                                 : on ? 0xFFFFFFFF
+                                      : KitColour::TEXT);
         BoxPainter::draw(painter, QRect(left, track.top() + GAP, KNOB, KNOB), knob);
     }
     if (hasKeyboardFocus(option)) {
@@ -201,12 +221,17 @@ void StyleButtons::drawCheckIndicator(const QStyleOption *option, QPainter *pain
     const bool partly = option->state & QStyle::State_NoChange;
     BoxLook look;
     if (on || partly) {
-        look.background = of(!enabled ? KitColour::BUTTON_DISABLED : hover ? KitColour::ACCENT_HOVER : KitColour::ACCENT);
+        look.background = of(!enabled    ? KitColour::BUTTON_DISABLED
+                                 : hover ? KitColour::ACCENT_HOVER
+                                         : KitColour::ACCENT);
         look.border = look.background.color();
     } else {
-        look.background = of(!enabled ? KitColour::BASE_DISABLED : hover ? KitColour::BASE_HOVER : KitColour::BASE);
-        look.border
-            = of(!enabled ? KitColour::BORDER_DISABLED : hover ? KitColour::BORDER_HOVER : KitColour::BORDER);
+        look.background = of(!enabled    ? KitColour::BASE_DISABLED
+                                 : hover ? KitColour::BASE_HOVER
+                                         : KitColour::BASE);
+        look.border = of(!enabled    ? KitColour::BORDER_DISABLED
+                             : hover ? KitColour::BORDER_HOVER
+                                     : KitColour::BORDER);
     }
     BoxPainter::draw(painter, option->rect, look);
     const QColor mark = of(enabled ? 0xFFFFFFFF : KitColour::TEXT_DISABLED);
@@ -231,7 +256,9 @@ void StyleButtons::drawRadioIndicator(const QStyleOption *option, QPainter *pain
     BoxLook ring;
     ring.radius = option->rect.width() / 2;
     ring.background = of(enabled ? KitColour::BASE : KitColour::BASE_DISABLED);
-    ring.border = of(!enabled ? KitColour::BORDER_DISABLED : hover ? KitColour::BORDER_HOVER : KitColour::BORDER);
+    ring.border = of(!enabled    ? KitColour::BORDER_DISABLED
+                         : hover ? KitColour::BORDER_HOVER
+                                 : KitColour::BORDER);
     BoxPainter::draw(painter, option->rect, ring);
     if (option->state & QStyle::State_On) {
         BoxLook dot;

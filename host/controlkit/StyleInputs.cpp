@@ -25,8 +25,12 @@ BoxLook editLook(const QStyleOption *option, const QWidget *widget)
     const bool focused = enabled && (option->state & QStyle::State_HasFocus);
     const bool hover = enabled && (option->state & QStyle::State_MouseOver);
     BoxLook look;
-    look.background = of(!enabled ? KitColour::BASE_DISABLED : hover ? KitColour::BASE_HOVER : KitColour::BASE);
-    look.border = of(!enabled ? KitColour::BORDER_DISABLED : hover ? KitColour::BORDER_HOVER : KitColour::BORDER);
+    look.background = of(!enabled    ? KitColour::BASE_DISABLED
+                             : hover ? KitColour::BASE_HOVER
+                                     : KitColour::BASE);
+    look.border = of(!enabled    ? KitColour::BORDER_DISABLED
+                         : hover ? KitColour::BORDER_HOVER
+                                 : KitColour::BORDER);
     const Custom::ItemStatus status = !enabled ? Custom::STATUS_DISABLED
         : hover                                ? Custom::STATUS_HOVER
                                                : Custom::STATUS_NORMAL;
@@ -40,14 +44,17 @@ BoxLook editLook(const QStyleOption *option, const QWidget *widget)
 
 void drawArrow(QPainter *painter, const QRect &zone, int size, const char *name, bool enabled)
 {
-    const QRect place(zone.left() + (zone.width() - size) / 2, zone.top() + (zone.height() - size) / 2, size, size);
-    KitIcons::draw(painter, place, KitIcons::path(name), of(enabled ? KitColour::TEXT : KitColour::TEXT_DISABLED));
+    const QRect place(zone.left() + (zone.width() - size) / 2,
+                      zone.top() + (zone.height() - size) / 2, size, size);
+    KitIcons::draw(painter, place, KitIcons::path(name),
+                   of(enabled ? KitColour::TEXT : KitColour::TEXT_DISABLED));
 }
 
 void drawStepper(const QStyleOptionSpinBox *option, QPainter *painter, QStyle::SubControl part)
 {
     const bool up = part == QStyle::SC_SpinBoxUp;
-    const bool possible = option->stepEnabled & (up ? QAbstractSpinBox::StepUpEnabled : QAbstractSpinBox::StepDownEnabled);
+    const bool possible = option->stepEnabled
+        & (up ? QAbstractSpinBox::StepUpEnabled : QAbstractSpinBox::StepDownEnabled);
     const bool enabled = (option->state & QStyle::State_Enabled) && possible;
     const QRect zone = StyleInputs::spinPart(option, part);
     if (enabled && option->activeSubControls == part) {
@@ -59,7 +66,8 @@ void drawStepper(const QStyleOptionSpinBox *option, QPainter *painter, QStyle::S
 
 } // namespace
 
-void StyleInputs::drawLinePanel(const QStyleOptionFrame *option, QPainter *painter, const QWidget *widget)
+void StyleInputs::drawLinePanel(const QStyleOptionFrame *option, QPainter *painter,
+                                const QWidget *widget)
 {
     const QWidget *const parent = widget ? widget->parentWidget() : nullptr;
     if (qobject_cast<const QAbstractSpinBox *>(parent) || qobject_cast<const QComboBox *>(parent)) {
@@ -72,11 +80,14 @@ void StyleInputs::drawLinePanel(const QStyleOptionFrame *option, QPainter *paint
     BoxPainter::draw(painter, option->rect, editLook(option, widget));
 }
 
-void StyleInputs::drawTextFrame(const QStyleOption *option, QPainter *painter, const QWidget *widget)
+void StyleInputs::drawTextFrame(const QStyleOption *option, QPainter *painter,
+                                const QWidget *widget)
 {
-    const bool edits = widget && (widget->inherits("QTextEdit") || widget->inherits("QPlainTextEdit"));
+    const bool edits =
+        widget && (widget->inherits("QTextEdit") || widget->inherits("QPlainTextEdit"));
     BoxLook look;
-    look.border = of(option->state & QStyle::State_Enabled ? KitColour::FRAME : KitColour::BORDER_DISABLED);
+    look.border =
+        of(option->state & QStyle::State_Enabled ? KitColour::FRAME : KitColour::BORDER_DISABLED);
     if (edits) {
         look = editLook(option, widget);
         look.background = Qt::NoBrush;
@@ -85,7 +96,8 @@ void StyleInputs::drawTextFrame(const QStyleOption *option, QPainter *painter, c
     BoxPainter::draw(painter, option->rect, look);
 }
 
-void StyleInputs::drawComboBox(const QStyleOptionComboBox *option, QPainter *painter, const QWidget *widget)
+void StyleInputs::drawComboBox(const QStyleOptionComboBox *option, QPainter *painter,
+                               const QWidget *widget)
 {
     if (option->frame) {
         BoxLook look = editLook(option, widget);
@@ -100,29 +112,34 @@ void StyleInputs::drawComboBox(const QStyleOptionComboBox *option, QPainter *pai
     }
 }
 
-void StyleInputs::drawComboLabel(const QStyleOptionComboBox *option, QPainter *painter, const QWidget *widget)
+void StyleInputs::drawComboLabel(const QStyleOptionComboBox *option, QPainter *painter,
+                                 const QWidget *widget)
 {
     QRect area = comboPart(option, QStyle::SC_ComboBoxEditField);
     if (!option->currentIcon.isNull()) {
-        const QRect place(QPoint(area.left(), area.center().y() - option->iconSize.height() / 2), option->iconSize);
+        const QRect place(QPoint(area.left(), area.center().y() - option->iconSize.height() / 2),
+                          option->iconSize);
         option->currentIcon.paint(painter, place, Qt::AlignCenter,
-                                  option->state & QStyle::State_Enabled ? QIcon::Normal : QIcon::Disabled);
+                                  option->state & QStyle::State_Enabled ? QIcon::Normal
+                                                                        : QIcon::Disabled);
         area.setLeft(place.right() + TEXT_MARGIN);
     }
     if (option->editable || option->currentText.isEmpty()) {
         return;
     }
     const Custom::ItemStatus status = BoxPainter::statusOf(option);
-    const QColor plain = option->palette.color(status == Custom::STATUS_DISABLED ? QPalette::Disabled : QPalette::Active,
-                                               QPalette::Text);
+    const QColor plain = option->palette.color(
+        status == Custom::STATUS_DISABLED ? QPalette::Disabled : QPalette::Active, QPalette::Text);
     painter->save();
     painter->setPen(BoxPainter::textColour(BoxPainter::attributesOf(widget), status, plain));
-    painter->drawText(area, int(Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine,
-                      option->fontMetrics.elidedText(option->currentText, Qt::ElideRight, area.width()));
+    painter->drawText(
+        area, int(Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine,
+        option->fontMetrics.elidedText(option->currentText, Qt::ElideRight, area.width()));
     painter->restore();
 }
 
-void StyleInputs::drawSpinBox(const QStyleOptionSpinBox *option, QPainter *painter, const QWidget *widget)
+void StyleInputs::drawSpinBox(const QStyleOptionSpinBox *option, QPainter *painter,
+                              const QWidget *widget)
 {
     if (option->frame) {
         BoxPainter::draw(painter, option->rect, editLook(option, widget));
@@ -155,7 +172,8 @@ QRect StyleInputs::spinPart(const QStyleOptionSpinBox *option, QStyle::SubContro
     case QStyle::SC_SpinBoxEditField:
         return box.adjusted(2, 1, hasButtons ? -SPIN_ZONE - 2 : -2, -1);
     case QStyle::SC_SpinBoxUp:
-        return hasButtons ? QRect(zone.left(), zone.top(), zone.width(), zone.height() / 2) : QRect();
+        return hasButtons ? QRect(zone.left(), zone.top(), zone.width(), zone.height() / 2)
+                          : QRect();
     case QStyle::SC_SpinBoxDown:
         return hasButtons ? zone.adjusted(0, zone.height() / 2, 0, 0) : QRect();
     default:

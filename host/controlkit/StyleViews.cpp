@@ -16,14 +16,16 @@ constexpr int CHEVRON = 14;
 
 QRect centred(const QRect &area, int size)
 {
-    return QRect(area.left() + (area.width() - size) / 2, area.top() + (area.height() - size) / 2, size, size);
+    return QRect(area.left() + (area.width() - size) / 2, area.top() + (area.height() - size) / 2,
+                 size, size);
 }
 
 /// Transparent when the row is drawn as any other.
 QColor rowColour(const QStyleOption *option, const QWidget *widget)
 {
     const bool selected = option->state & QStyle::State_Selected;
-    const bool hover = (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
+    const bool hover =
+        (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
     if (selected && widget && widget->inherits("QComboBoxListView")) {
         return of(KitColour::ITEM_SELECTED);
     }
@@ -32,7 +34,8 @@ QColor rowColour(const QStyleOption *option, const QWidget *widget)
 
 QColor menuTextColour(const QStyleOption *option)
 {
-    return of(option->state & QStyle::State_Enabled ? KitColour::TEXT_BRIGHT : KitColour::TEXT_DISABLED);
+    return of(option->state & QStyle::State_Enabled ? KitColour::TEXT_BRIGHT
+                                                    : KitColour::TEXT_DISABLED);
 }
 
 void drawMenuText(const QStyleOptionMenuItem *option, QPainter *painter, const QRect &area)
@@ -52,7 +55,8 @@ void drawMenuText(const QStyleOptionMenuItem *option, QPainter *painter, const Q
 
 } // namespace
 
-void StyleViews::drawItemPanel(const QStyleOptionViewItem *option, QPainter *painter, const QWidget *widget)
+void StyleViews::drawItemPanel(const QStyleOptionViewItem *option, QPainter *painter,
+                               const QWidget *widget)
 {
     if (option->backgroundBrush.style() != Qt::NoBrush) {
         painter->fillRect(option->rect, option->backgroundBrush);
@@ -63,7 +67,8 @@ void StyleViews::drawItemPanel(const QStyleOptionViewItem *option, QPainter *pai
     }
 }
 
-void StyleViews::drawRowPanel(const QStyleOptionViewItem *option, QPainter *painter, const QWidget *widget)
+void StyleViews::drawRowPanel(const QStyleOptionViewItem *option, QPainter *painter,
+                              const QWidget *widget)
 {
     if (option->features & QStyleOptionViewItem::Alternate) {
         painter->fillRect(option->rect, option->palette.brush(QPalette::AlternateBase));
@@ -81,13 +86,15 @@ void StyleViews::drawBranch(const QStyleOption *option, QPainter *painter)
     }
     const bool open = option->state & QStyle::State_Open;
     const bool hover = option->state & QStyle::State_MouseOver;
-    KitIcons::draw(painter, centred(option->rect, CHEVRON), KitIcons::path(open ? "arrow_down" : "arrow_right"),
+    KitIcons::draw(painter, centred(option->rect, CHEVRON),
+                   KitIcons::path(open ? "arrow_down" : "arrow_right"),
                    of(hover ? KitColour::TEXT_BRIGHT : KitColour::TEXT));
 }
 
 void StyleViews::drawHeaderSection(const QStyleOptionHeader *option, QPainter *painter)
 {
-    const bool hover = (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
+    const bool hover =
+        (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
     painter->fillRect(option->rect, of(hover ? KitColour::WINDOW : KitColour::WINDOW_DARK));
     const QRect &box = option->rect;
     painter->fillRect(QRect(box.left(), box.bottom(), box.width(), 1), of(KitColour::LINE));
@@ -97,7 +104,8 @@ void StyleViews::drawHeaderSection(const QStyleOptionHeader *option, QPainter *p
 void StyleViews::drawTabShape(const QStyleOptionTab *option, QPainter *painter)
 {
     const bool selected = option->state & QStyle::State_Selected;
-    const bool hover = (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
+    const bool hover =
+        (option->state & QStyle::State_MouseOver) && (option->state & QStyle::State_Enabled);
     const QRect &box = option->rect;
     if (selected || hover) {
         painter->fillRect(box, of(selected ? KitColour::ROW_SELECTED : KitColour::ROW_HOVER));
@@ -124,7 +132,8 @@ void StyleViews::drawTabShape(const QStyleOptionTab *option, QPainter *painter)
         break;
     }
     painter->fillRect(mark, of(KitColour::ACCENT));
-    if ((option->state & QStyle::State_HasFocus) && (option->state & QStyle::State_KeyboardFocusChange)) {
+    if ((option->state & QStyle::State_HasFocus)
+        && (option->state & QStyle::State_KeyboardFocusChange)) {
         BoxPainter::drawFocus(painter, box, 1, 0);
     }
 }
@@ -142,7 +151,8 @@ void StyleViews::drawMenuItem(const QStyleOptionMenuItem *option, QPainter *pain
 {
     const QRect &box = option->rect;
     if (option->menuItemType == QStyleOptionMenuItem::Separator) {
-        painter->fillRect(QRect(box.left() + 8, box.center().y(), box.width() - 16, 1), of(KitColour::FRAME));
+        painter->fillRect(QRect(box.left() + 8, box.center().y(), box.width() - 16, 1),
+                          of(KitColour::FRAME));
         return;
     }
     const bool enabled = option->state & QStyle::State_Enabled;
@@ -153,12 +163,14 @@ void StyleViews::drawMenuItem(const QStyleOptionMenuItem *option, QPainter *pain
     if (option->checkType != QStyleOptionMenuItem::NotCheckable && option->checked) {
         KitIcons::draw(painter, centred(left, 16), KitIcons::path("check"), menuTextColour(option));
     } else if (!option->icon.isNull()) {
-        option->icon.paint(painter, centred(left, 16), Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+        option->icon.paint(painter, centred(left, 16), Qt::AlignCenter,
+                           enabled ? QIcon::Normal : QIcon::Disabled);
     }
     drawMenuText(option, painter, box.adjusted(MENU_LEFT, 0, -MENU_RIGHT, 0));
     if (option->menuItemType == QStyleOptionMenuItem::SubMenu) {
         const QRect right(box.right() + 1 - MENU_RIGHT, box.top(), MENU_RIGHT, box.height());
-        KitIcons::draw(painter, centred(right, CHEVRON), KitIcons::path("arrow_right"), menuTextColour(option));
+        KitIcons::draw(painter, centred(right, CHEVRON), KitIcons::path("arrow_right"),
+                       menuTextColour(option));
     }
 }
 
@@ -170,7 +182,9 @@ void StyleViews::drawMenuBarItem(const QStyleOptionMenuItem *option, QPainter *p
     }
     painter->save();
     painter->setPen(menuTextColour(option));
-    painter->drawText(option->rect, int(Qt::AlignCenter) | Qt::TextSingleLine | Qt::TextHideMnemonic, option->text);
+    painter->drawText(option->rect,
+                      int(Qt::AlignCenter) | Qt::TextSingleLine | Qt::TextHideMnemonic,
+                      option->text);
     painter->restore();
 }
 

@@ -85,20 +85,25 @@ void WindowStretch::move(const QPoint &position, const QPoint &globalPosition, c
     const QSize smallest = m_pWindow->minimumSizeHint().expandedTo(m_pWindow->minimumSize());
     const QSize largest = m_pWindow->maximumSize();
     QRect geometry = m_startGeometry;
-    const auto bounded = [](int wanted, int least, int most) { return qMax(least, qMin(wanted, most)); };
+    const auto bounded = [](int wanted, int least, int most) {
+        return qMax(least, qMin(wanted, most));
+    };
     if (m_held & Qt::RightEdge) {
         geometry.setWidth(bounded(geometry.width() + moved.x(), smallest.width(), largest.width()));
     }
     if (m_held & Qt::BottomEdge) {
-        geometry.setHeight(bounded(geometry.height() + moved.y(), smallest.height(), largest.height()));
+        geometry.setHeight(
+            bounded(geometry.height() + moved.y(), smallest.height(), largest.height()));
     }
     if (m_held & Qt::LeftEdge) {
-        geometry.setLeft(geometry.right() + 1
-                         - bounded(geometry.width() - moved.x(), smallest.width(), largest.width()));
+        geometry.setLeft(
+            geometry.right() + 1
+            - bounded(geometry.width() - moved.x(), smallest.width(), largest.width()));
     }
     if (m_held & Qt::TopEdge) {
-        geometry.setTop(geometry.bottom() + 1
-                        - bounded(geometry.height() - moved.y(), smallest.height(), largest.height()));
+        geometry.setTop(
+            geometry.bottom() + 1
+            - bounded(geometry.height() - moved.y(), smallest.height(), largest.height()));
     }
     m_pWindow->setGeometry(geometry);
 }

@@ -45,7 +45,8 @@ DeviceError evaluate(const GcSession &session, const QByteArray &condition, bool
     return error.error(QString::fromUtf8(condition));
 }
 
-/// Evaluates until one condition has the value `until`; `found` tells whether one had.
+/// Evaluates until one condition has the value `until`; `found` tells whether one had. A condition that the device
+/// answered but that cannot be worked out counts as false; only a device that does not answer is an error.
 DeviceError findCondition(const GcSession &session, const QVector<QByteArray> &conditions,
                           bool until, bool *found)
 {
@@ -53,7 +54,7 @@ DeviceError findCondition(const GcSession &session, const QVector<QByteArray> &c
     for (const QByteArray &condition : conditions) {
         bool isTrue = false;
         const DeviceError error = evaluate(session, condition, &isTrue);
-        if (error.failed()) {
+        if (error.isTransport()) {
             return error;
         }
         if (isTrue == until) {

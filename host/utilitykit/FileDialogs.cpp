@@ -27,7 +27,8 @@ QString run(QFileDialog *newDialog, const QString &title, const QString &path)
     const QFileInfo place = startingPlace(path);
     const QString platform = QGuiApplication::platformName();
     dialog->setOption(QFileDialog::DontUseNativeDialog,
-                      platform == QLatin1String("offscreen") || platform == QLatin1String("minimal"));
+                      platform == QLatin1String("offscreen")
+                          || platform == QLatin1String("minimal"));
     dialog->setWindowTitle(title);
     if (place.isDir()) {
         dialog->setDirectory(place.absoluteFilePath());
@@ -50,7 +51,8 @@ QString run(QFileDialog *newDialog, const QString &title, const QString &path)
 
 } // namespace
 
-QString FileDialogs::openFile(QWidget *parent, const QString &title, const QString &path, const QString &filter)
+QString FileDialogs::openFile(QWidget *parent, const QString &title, const QString &path,
+                              const QString &filter)
 {
     auto *const dialog = new QFileDialog(parent);
     dialog->setNameFilter(filter);
@@ -59,8 +61,8 @@ QString FileDialogs::openFile(QWidget *parent, const QString &title, const QStri
     return run(dialog, title, path);
 }
 
-QString FileDialogs::saveFile(QWidget *parent, const QString &title, const QString &path, const QString &filter,
-                              const QString &defaultSuffix)
+QString FileDialogs::saveFile(QWidget *parent, const QString &title, const QString &path,
+                              const QString &filter, const QString &defaultSuffix)
 {
     auto *const dialog = new QFileDialog(parent);
     dialog->setNameFilter(filter);
@@ -70,14 +72,14 @@ QString FileDialogs::saveFile(QWidget *parent, const QString &title, const QStri
     return run(dialog, title, path);
 }
 
-QString VexaInterface::getOpenFileName(QWidget *parent, const QString &title, const QString &directory,
-                                       const QString &filter)
+QString VexaInterface::getOpenFileName(QWidget *parent, const QString &title,
+                                       const QString &directory, const QString &filter)
 {
     return FileDialogs::openFile(parent, title, directory, filter);
 }
 
-QString VexaInterface::getSaveFileName(QWidget *parent, const QString &title, const QString &directory,
-                                       const QString &filter)
+QString VexaInterface::getSaveFileName(QWidget *parent, const QString &title,
+                                       const QString &directory, const QString &filter)
 {
     return FileDialogs::saveFile(parent, title, directory, filter);
 }

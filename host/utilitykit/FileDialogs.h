@@ -8,9 +8,10 @@
 /// none. The answer is empty when the user gave up or `parent` was destroyed meanwhile.
 namespace FileDialogs {
 
-UTILITYKIT_API QString openFile(QWidget *parent, const QString &title, const QString &path, const QString &filter);
+UTILITYKIT_API QString openFile(QWidget *parent, const QString &title, const QString &path,
+                                const QString &filter);
 /// `defaultSuffix` is added to a name without one, before the user is asked about a file that exists.
-UTILITYKIT_API QString saveFile(QWidget *parent, const QString &title, const QString &path, const QString &filter,
-                                const QString &defaultSuffix = QString());
+UTILITYKIT_API QString saveFile(QWidget *parent, const QString &title, const QString &path,
+                                const QString &filter, const QString &defaultSuffix = QString());
 
 } // namespace FileDialogs

@@ -4,7 +4,6 @@
 #include <QByteArray>
 
 #include <arv.h>
-
 #include <cmath>
 #include <memory>
 

@@ -24,7 +24,8 @@ struct Token
 
 bool isWordCharacter(char c)
 {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '.';
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'
+        || c == '.';
 }
 
 bool isExponentSign(const QByteArray &formula, int begin, int at)
@@ -33,7 +34,8 @@ bool isExponentSign(const QByteArray &formula, int begin, int at)
     const char before = formula.at(at - 1);
     const bool number = (digit >= '0' && digit <= '9') || digit == '.';
     const bool hexadecimal = formula.mid(begin, 2).toLower() == "0x";
-    return number && !hexadecimal && (before == 'e' || before == 'E') && (formula.at(at) == '+' || formula.at(at) == '-');
+    return number && !hexadecimal && (before == 'e' || before == 'E')
+        && (formula.at(at) == '+' || formula.at(at) == '-');
 }
 
 std::vector<Token> tokens(const QByteArray &formula)
@@ -74,7 +76,8 @@ bool isUnary(const std::vector<Token> &all, int index)
         return true;
     }
     const bool afterOperand = index > 0
-        && (all[std::size_t(index) - 1].kind == Token::OPERAND || all[std::size_t(index) - 1].kind == Token::CLOSE);
+        && (all[std::size_t(index) - 1].kind == Token::OPERAND
+            || all[std::size_t(index) - 1].kind == Token::CLOSE);
     return (c == '-' || c == '+') && !afterOperand;
 }
 
@@ -87,7 +90,8 @@ int leftBegin(const std::vector<Token> &all, int index)
         const Token &token = all[std::size_t(begin) - 1];
         const bool inside = token.depth > depth || token.kind == Token::OPERAND;
         const bool joins = token.kind == Token::OPERATOR
-            && (token.first == '*' || token.first == '/' || token.first == '%' || isUnary(all, begin - 1));
+            && (token.first == '*' || token.first == '/' || token.first == '%'
+                || isUnary(all, begin - 1));
         if (!inside && !joins) {
             break;
         }
@@ -118,8 +122,8 @@ int rightEnd(const std::vector<Token> &all, int index)
 bool isInexactInteger(const QByteArray &operand)
 {
     const bool hexadecimal = operand.left(2).toLower() == "0x";
-    const bool decimal
-        = std::all_of(operand.cbegin(), operand.cend(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool decimal =
+        std::all_of(operand.cbegin(), operand.cend(), [](char c) { return c >= '0' && c <= '9'; });
     if (!hexadecimal && !decimal) {
         return false;
     }
@@ -155,7 +159,8 @@ QByteArray FormulaGuard::refusal(const QByteArray &formula, EvaluatePart evaluat
             return QByteArrayLiteral("the formula is nested too deeply");
         }
         const Token &token = all[std::size_t(index)];
-        if (token.kind == Token::OPERAND && isInexactInteger(formula.mid(token.begin, token.end - token.begin))) {
+        if (token.kind == Token::OPERAND
+            && isInexactInteger(formula.mid(token.begin, token.end - token.begin))) {
             return QByteArrayLiteral("a number of the formula is too large");
         }
         if (token.first == '%') {
@@ -173,8 +178,10 @@ QByteArray FormulaGuard::refusal(const QByteArray &formula, EvaluatePart evaluat
     for (const int index : remainders) {
         double dividend = 0.0;
         double divisor = 0.0;
-        if (evaluate(textOf(formula, all, index + 1, rightEnd(all, index)), divisor) && divisor == -1.0
-            && evaluate(textOf(formula, all, leftBegin(all, index), index), dividend) && dividend == SMALLEST_INTEGER) {
+        if (evaluate(textOf(formula, all, index + 1, rightEnd(all, index)), divisor)
+            && divisor == -1.0
+            && evaluate(textOf(formula, all, leftBegin(all, index), index), dividend)
+            && dividend == SMALLEST_INTEGER) {
             return QByteArrayLiteral("the remainder is out of range");
         }
     }

@@ -39,14 +39,20 @@ QString VexaInterface::Int2HexNumberQString(qint64 number)
 QString VexaInterface::numIP2StrIP(int address)
 {
     const quint32 bits = quint32(address);
-    return QStringLiteral("%1.%2.%3.%4").arg(bits >> 24).arg((bits >> 16) & 0xFF).arg((bits >> 8) & 0xFF).arg(bits & 0xFF);
+    return QStringLiteral("%1.%2.%3.%4")
+        .arg(bits >> 24)
+        .arg((bits >> 16) & 0xFF)
+        .arg((bits >> 8) & 0xFF)
+        .arg(bits & 0xFF);
 }
 
 QString VexaInterface::int64_2StringMacAddress(quint64 address)
 {
     QStringList bytes;
     for (int index = MAC_BYTES - 1; index >= 0; --index) {
-        bytes += QStringLiteral("%1").arg((address >> (8 * index)) & 0xFF, 2, 16, QLatin1Char('0')).toUpper();
+        bytes += QStringLiteral("%1")
+                     .arg((address >> (8 * index)) & 0xFF, 2, 16, QLatin1Char('0'))
+                     .toUpper();
     }
     return bytes.join(QLatin1Char(':'));
 }

@@ -7,7 +7,9 @@
 #include <QMutexLocker>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
@@ -38,6 +40,16 @@ bool isSuccessfulWrite(const QString &message)
     static const QRegularExpression PATTERN(QStringLiteral("^\"?NodeName:.*, NodeValue:"),
                                             QRegularExpression::DotMatchesEverythingOption);
     return PATTERN.match(message).hasMatch();
+}
+
+/// What Qt says of a machine without a desktop, which no user of a headless run can do anything about.
+bool isPlatformNoise(const QString &message)
+{
+    static const char *const BEGINNINGS[] = {"This plugin does not support ",
+                                             "QStandardPaths: XDG_RUNTIME_DIR not set"};
+    return std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS), [&message](const char *text) {
+        return message.startsWith(QLatin1String(text));
+    });
 }
 
 /// The file and its older ones. One object for the life of the process: threads log until the very end.
@@ -107,7 +119,7 @@ void handle(QtMsgType type, const QMessageLogContext &, const QString &message)
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
     logFile().write(QStringLiteral("%1 %2 ").arg(time, QLatin1String(row.name)).toUtf8()
                     + message.toUtf8() + '\n');
-    if (row.toStandardError && !isSuccessfulWrite(message)) {
+    if (row.toStandardError && !isSuccessfulWrite(message) && !isPlatformNoise(message)) {
         const QByteArray line = message.toUtf8() + '\n';
         std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
         std::fflush(stderr);

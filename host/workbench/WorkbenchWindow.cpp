@@ -66,9 +66,10 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, const DeviceCatalog &catalog,
 
 WorkbenchWindow::~WorkbenchWindow()
 {
-    // Before the children: the sessions take their trees off the feature widget, which is one of them.
+    // Before the other children: the sessions take their trees off the feature widget, which needs a whole window.
     m_sessions.clear();
     qDeleteAll(findChildren<CameraSession *>(QString(), Qt::FindDirectChildrenOnly));
+    delete findChild<VexaMainFeatureWidget *>();
     ShellHost::instance()->setMainWindow(nullptr);
 }
 

@@ -133,7 +133,6 @@ int run(const WorkbenchOptions &options)
         ShellHost::useTransientSettings();
         UtilityHost::useTransientSettings();
     }
-    MessageHandler::install(VexaInterface::programDataPath() + QStringLiteral("/log"));
     if (options.userLevel >= 0) {
         QLocalCfg::Instance()->SetUserLevel(options.userLevel);
     }
@@ -198,10 +197,14 @@ int main(int argc, char *argv[])
     }
 
     choosePlatform(options.isHeadless());
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    MessageHandler::install(VexaInterface::programDataPath() + QStringLiteral("/log"));
+    // Off screen there is no monitor whose scale could be followed: a picture has whole logical pixels.
+    if (!options.isHeadless()) {
+        QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    }
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     CustomStyle::install(application);
     const int exitCode = run(options);

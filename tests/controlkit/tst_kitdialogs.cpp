@@ -1,0 +1,359 @@
+#include "ControlKit/CustomCheckBox.h"
+#include "ControlKit/CustomLoadingDialog.h"
+#include "ControlKit/CustomMessageBox.h"
+#include "ControlKit/CustomSaveDoneHintDlg.h"
+#include "host/controlkit/CustomStyle.h"
+#include "host/utilitykit/UtilityHost.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QTranslator>
+#include <QtTest>
+
+#include <functional>
+
+namespace {
+
+/// Gives every text with its language in front.
+class PrefixTranslator : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return qstrcmp(context, "ControlKit") == 0
+            ? QStringLiteral("CH ") + QString::fromLatin1(source)
+            : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+QStringList buttonTexts(const QWidget *window)
+{
+    QStringList texts;
+    for (const CustomPushButton *button : window->findChildren<CustomPushButton *>()) {
+        texts += button->text();
+    }
+    texts.sort();
+    return texts;
+}
+
+QWidget *loadingPanel(const QString &text)
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->windowType() == Qt::Tool && widget->windowTitle() == text
+            && widget->isVisible()) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
+void drag(QWidget *widget, const QPoint &from, const QPoint &by)
+{
+    const auto send = [widget](QEvent::Type type, const QPoint &position, const QPoint &global,
+                               Qt::MouseButtons held) {
+        QMouseEvent event(type, position, global,
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(widget, &event);
+    };
+    const QPoint global = widget->mapToGlobal(from);
+    send(QEvent::MouseButtonPress, from, global, Qt::LeftButton);
+    send(QEvent::MouseMove, widget->mapFromGlobal(global + by), global + by, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, widget->mapFromGlobal(global + by), global + by, Qt::NoButton);
+}
+
+} // namespace
+
+class tst_KitDialogs : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void answer_data();
+    void answer();
+    void checkBox();
+    void parentDestroyedMeanwhile();
+    void nonBlocking();
+    void content_data();
+    void content();
+    void languageChange();
+    void windowButtons();
+    void stretch_data();
+    void stretch();
+    void titleBarDrags();
+    void loadingByKey();
+    void loadingOutlivesItsWindow();
+    void hintGoesByItself();
+
+private:
+    void whenOpen(const std::function<void(CustomMessageBox *)> &act);
+};
+
+void tst_KitDialogs::initTestCase()
+{
+    UtilityHost::useTransientSettings();
+    CustomStyle::install(*qApp);
+}
+
+void tst_KitDialogs::whenOpen(const std::function<void(CustomMessageBox *)> &act)
+{
+    auto *const poll = new QTimer(this);
+    connect(poll, &QTimer::timeout, this, [poll, act] {
+        if (auto *const box = qobject_cast<CustomMessageBox *>(QApplication::activeModalWidget())) {
+            poll->stop();
+            poll->deleteLater();
+            act(box);
+        }
+    });
+    poll->start(5);
+}
+
+void tst_KitDialogs::answer_data()
+{
+    QTest::addColumn<int>("buttons");
+    QTest::addColumn<QString>("act"); // a key, "close", or the text of a button
+    QTest::addColumn<int>("answer");
+    QTest::newRow("yes") << 3 << "lang_controlkit_yes" << 1;
+    QTest::newRow("no") << 3 << "lang_controlkit_no" << 0;
+    QTest::newRow("Enter is not yes") << 3 << "Return" << 1;
+    QTest::newRow("Escape is not no") << 3 << "Escape" << 0;
+    QTest::newRow("closing counts as yes") << 3 << "close" << 0;
+    QTest::newRow("OK") << 1 << "lang_controlkit_ok" << 1;
+    QTest::newRow("Escape on OK alone") << 1 << "Escape" << 0;
+    QTest::newRow("cancel alone") << 2 << "lang_controlkit_cancel" << 0;
+    QTest::newRow("Enter on cancel alone") << 2 << "Return" << 0;
+}
+
+void tst_KitDialogs::answer()
+{
+    QFETCH(int, buttons);
+    QFETCH(QString, act);
+    whenOpen([act](CustomMessageBox *box) {
+        if (act == QLatin1String("close")) {
+            box->close();
+            return;
+        }
+        for (CustomPushButton *button : box->findChildren<CustomPushButton *>()) {
+            if (button->text() == act) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
+        }
+        QTest::keyClick(box, act == QLatin1String("Return") ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    QTEST(CustomMessageBox::ask(nullptr, QStringLiteral("Sure?"), QStringLiteral("Title"), buttons),
+          "answer");
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void tst_KitDialogs::checkBox()
+{
+    bool checked = true;
+    whenOpen([](CustomMessageBox *box) {
+        auto *const check = box->findChild<CustomCheckBox *>();
+        QVERIFY(check->isVisible() && check->isChecked());
+        QCOMPARE(check->text(), QStringLiteral("Again"));
+        check->setChecked(false);
+        box->accept();
+    });
+    QCOMPARE(CustomMessageBox::ask(nullptr, QStringLiteral("Sure?"), QString(), 3,
+                                   QStringLiteral("Again"), &checked),
+             1);
+    QVERIFY(!checked);
+}
+
+void tst_KitDialogs::parentDestroyedMeanwhile()
+{
+    auto *const parent = new QWidget;
+    whenOpen([parent](CustomMessageBox *) { delete parent; });
+    QCOMPARE(CustomMessageBox::warning(parent, QStringLiteral("Sure?"), QString(), 3), 0);
+}
+
+void tst_KitDialogs::nonBlocking()
+{
+    QWidget parent;
+    auto *const box = new CustomMessageBox(&parent);
+    box->cSetButtons(1);
+    box->cSetContent(QStringLiteral("plain"));
+    box->cSetTextTitle(QStringLiteral("Failed"));
+    box->cSetHintStyle(3);
+    box->cEndSetParameter();
+    box->setModal(true);
+    box->show();
+    QVERIFY(box->isVisible());
+    QCOMPARE(box->windowTitle(), QStringLiteral("Failed"));
+    QTest::keyClick(box, Qt::Key_Return);
+    QVERIFY(!box->isVisible());
+    QCOMPARE(box->result(), int(QDialog::Accepted));
+}
+
+void tst_KitDialogs::content_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("plain with signs") << "a < b & c"
+                                      << "a < b & c";
+    QTest::newRow("markup") << "<b>bold</b> text"
+                            << "bold text";
+    QTest::newRow("line ends") << "failed\r\n0x90006104"
+                               << "failed\n0x90006104";
+    QTest::newRow("word wider than the box") << QString(3000, 'x') << QString(3000, 'x');
+    QTest::newRow("more than a screen")
+        << QString("line\n").repeated(500) << QString("line\n").repeated(500);
+}
+
+void tst_KitDialogs::content()
+{
+    QFETCH(QString, text);
+    CustomMessageBox box;
+    box.cSetContent(text);
+    box.cEndSetParameter();
+    box.show();
+    auto *const view = box.findChild<QTextBrowser *>();
+    QTEST(view->toPlainText(), "shown");
+    QCOMPARE(box.cContent(), text);
+    QVERIFY2(view->document()->idealWidth() <= view->viewport()->width() + 1,
+             "text is cut on the right");
+    QVERIFY(box.width() <= 640 && box.height() <= 600);
+    const bool fits = view->document()->size().height() <= view->viewport()->height();
+    QVERIFY2(fits || view->verticalScrollBarPolicy() == Qt::ScrollBarAsNeeded, "text is cut below");
+}
+
+void tst_KitDialogs::languageChange()
+{
+    CustomMessageBox box;
+    box.cSetButtons(3);
+    CustomMainWindow window;
+    window.cSetButtons(3);
+    CustomSaveDoneHintDlg hint(nullptr, QStringLiteral("Saved"), QStringLiteral("/tmp/x"));
+    PrefixTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    QCoreApplication::sendPostedEvents(); // the language change
+    const QStringList boxTexts = buttonTexts(&box);
+    const QStringList windowTexts = buttonTexts(&window);
+    const QString link = hint.findChildren<QLabel *>().last()->text();
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(boxTexts, QStringList({"CH lang_controlkit_no", "CH lang_controlkit_yes"}));
+    QCOMPARE(windowTexts, QStringList({"CH lang_controlkit_cancel", "CH lang_controlkit_ok"}));
+    QVERIFY(link.contains(QLatin1String("CH lang_controlkit_openfolder")));
+}
+
+void tst_KitDialogs::windowButtons()
+{
+    CustomMainWindow window;
+    window.cSetButtons(4);
+    QVERIFY(buttonTexts(&window).isEmpty());
+    window.cAddCustomButtons({QStringLiteral("Import"), QStringLiteral("Export")});
+    QSignalSpy clicked(&window, &CustomMainWindow::customButtonClicked);
+    QCOMPARE(window.cButton(0)->text(), QStringLiteral("Import"));
+    QVERIFY(!window.cButton(2));
+    window.show();
+    QVERIFY(window.cButton(1)->isVisible());
+    window.cButton(1)->click();
+    QCOMPARE(clicked, QList<QVariantList>({{QVariant(1)}}));
+    QVERIFY(window.isVisible());
+    emit window.cTitleBar()->closeClicked();
+    QVERIFY(!window.isVisible());
+    QCOMPARE(window.result(), int(QDialog::Rejected));
+}
+
+void tst_KitDialogs::stretch_data()
+{
+    QTest::addColumn<int>("edges");
+    QTest::addColumn<QPoint>("hold"); // of a window of 400 by 300
+    QTest::addColumn<QSize>("size"); // after a drag by (30, 20)
+    const int all = 203;
+    QTest::newRow("right") << all << QPoint(398, 150) << QSize(430, 300);
+    QTest::newRow("bottom") << all << QPoint(200, 298) << QSize(400, 320);
+    QTest::newRow("bottom right corner") << all << QPoint(398, 298) << QSize(430, 320);
+    QTest::newRow("left") << all << QPoint(1, 150) << QSize(370, 300);
+    QTest::newRow("bottom left corner") << all << QPoint(1, 298) << QSize(370, 320);
+    QTest::newRow("top is not among them") << all << QPoint(200, 0) << QSize(400, 300);
+    QTest::newRow("top") << 4 << QPoint(200, 0) << QSize(400, 280);
+    QTest::newRow("fixed size is resized") << 0 << QPoint(398, 150) << QSize(400, 300);
+    QTest::newRow("the middle takes hold") << all << QPoint(200, 150) << QSize(400, 300);
+}
+
+void tst_KitDialogs::stretch()
+{
+    QFETCH(int, edges);
+    QFETCH(QPoint, hold);
+    CustomMainWindow window;
+    window.cSetStrechEdges(edges);
+    window.setGeometry(100, 100, 400, 300);
+    window.show();
+    drag(&window, hold, QPoint(30, 20));
+    QTEST(window.size(), "size");
+    // A later move without the button must not go on resizing.
+    const QSize after = window.size();
+    QMouseEvent move(QEvent::MouseMove, QPointF(10, 150), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &move);
+    QCOMPARE(window.size(), after);
+}
+
+void tst_KitDialogs::titleBarDrags()
+{
+    CustomMainWindow window;
+    window.setGeometry(100, 100, 400, 300);
+    window.show();
+    const QPoint start = window.pos();
+    drag(window.cTitleBar(), QPoint(40, 10), QPoint(25, 35));
+    QCOMPARE(window.pos(), start + QPoint(25, 35));
+}
+
+void tst_KitDialogs::loadingByKey()
+{
+    CustomLoadingDialog::hideLoading(7);
+    CustomLoadingDialog::showLoading(QStringLiteral("first"), 1);
+    CustomLoadingDialog::showLoading(QStringLiteral("other camera"), 4);
+    CustomLoadingDialog::showLoading(QStringLiteral("second"), 1);
+    QVERIFY(!loadingPanel(QStringLiteral("first")));
+    QWidget *const panel = loadingPanel(QStringLiteral("second"));
+    QVERIFY(panel && panel->windowModality() == Qt::NonModal);
+    CustomLoadingDialog::hideLoading(1);
+    CustomLoadingDialog::hideLoading(1);
+    QVERIFY(!loadingPanel(QStringLiteral("second")));
+    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QVERIFY(CustomLoadingDialog::isLoading(4));
+    CustomLoadingDialog::showLoading(QStringLiteral("again"), 1);
+    QVERIFY(loadingPanel(QStringLiteral("again")));
+    CustomLoadingDialog::hideLoading(1);
+    CustomLoadingDialog::hideLoading(4);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!loadingPanel(QStringLiteral("other camera")));
+}
+
+void tst_KitDialogs::loadingOutlivesItsWindow()
+{
+    auto *const window = new QWidget;
+    window->setGeometry(200, 200, 600, 400);
+    window->show();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    CustomLoadingDialog::showLoading(QStringLiteral("busy"), 2);
+    const QWidget *const panel = loadingPanel(QStringLiteral("busy"));
+    QVERIFY((panel->geometry().center() - window->geometry().center()).manhattanLength() <= 2);
+    delete window;
+    QVERIFY(!CustomLoadingDialog::isLoading(2));
+    CustomLoadingDialog::hideLoading(2);
+    CustomLoadingDialog::showLoading(QStringLiteral("without a window"), 2);
+    QVERIFY(loadingPanel(QStringLiteral("without a window")));
+    CustomLoadingDialog::hideLoading(2);
+}
+
+void tst_KitDialogs::hintGoesByItself()
+{
+    CustomSaveDoneHintDlg hint(nullptr, QString(), QString());
+    hint.SetMsgText(QStringLiteral("Saved"), QStringLiteral("/select,/tmp/x.vxf"), true, 50);
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(hint.exec(), int(QDialog::Accepted));
+    QVERIFY(clock.elapsed() >= 45 && clock.elapsed() < 2000);
+}
+
+QTEST_MAIN(tst_KitDialogs)
+#include "tst_kitdialogs.moc"

@@ -7,6 +7,7 @@
 #include "host/controlkit/CustomStyle.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QButtonGroup>
 #include <QCalendarWidget>
 #include <QTimeEdit>
@@ -21,8 +22,8 @@ namespace {
 bool turnWheel(QWidget *widget, int delta)
 {
     const QPointF middle(widget->rect().center());
-    QWheelEvent event(middle, widget->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, delta), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent event(middle, widget->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, delta),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     event.ignore();
     QSpontaneKeyEvent::setSpontaneous(&event);
     return qApp->notify(widget, &event) && event.isAccepted();
@@ -102,14 +103,21 @@ void tst_KitEditors::spinText_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("saves");
     QTest::newRow("untouched") << QVector<int>() << false << 10 << "10" << 0;
-    QTest::newRow("value counts while it is typed") << QVector<int> {TYPE} << true << 10 << "77" << 0;
-    QTest::newRow("refill overwrites the typed text") << QVector<int> {TYPE, REFILL} << true << 10 << "77" << 0;
-    QTest::newRow("committed text still counts as typed") << QVector<int> {TYPE, COMMIT} << false << 77 << "77" << 0;
-    QTest::newRow("text of an editor that was left") << QVector<int> {TYPE, LEAVE} << false << 77 << "77" << 0;
-    QTest::newRow("Escape keeps the text") << QVector<int> {TYPE, ESCAPE} << false << 10 << "10" << 0;
-    QTest::newRow("step does not save") << QVector<int> {STEP_UP} << false << 11 << "11" << 1;
-    QTest::newRow("step forgets the typed text") << QVector<int> {TYPE, STEP_UP} << false << 78 << "78" << 1;
-    QTest::newRow("step at the end saves") << QVector<int> {TYPE, STEP_UP, STEP_UP, STEP_UP} << false << 79 << "79" << 2;
+    QTest::newRow("value counts while it is typed")
+        << QVector<int>{TYPE} << true << 10 << "77" << 0;
+    QTest::newRow("refill overwrites the typed text")
+        << QVector<int>{TYPE, REFILL} << true << 10 << "77" << 0;
+    QTest::newRow("committed text still counts as typed")
+        << QVector<int>{TYPE, COMMIT} << false << 77 << "77" << 0;
+    QTest::newRow("text of an editor that was left")
+        << QVector<int>{TYPE, LEAVE} << false << 77 << "77" << 0;
+    QTest::newRow("Escape keeps the text")
+        << QVector<int>{TYPE, ESCAPE} << false << 10 << "10" << 0;
+    QTest::newRow("step does not save") << QVector<int>{STEP_UP} << false << 11 << "11" << 1;
+    QTest::newRow("step forgets the typed text")
+        << QVector<int>{TYPE, STEP_UP} << false << 78 << "78" << 1;
+    QTest::newRow("step at the end saves")
+        << QVector<int>{TYPE, STEP_UP, STEP_UP, STEP_UP} << false << 79 << "79" << 2;
 }
 
 void tst_KitEditors::spinText()
@@ -167,14 +175,14 @@ void tst_KitEditors::clicks_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<QVector<int>>("acts");
     QTest::addColumn<int>("clicked");
-    QTest::newRow("plain: all") << 0 << QVector<int> {CLICK, CLICK, SPACE} << 3;
-    QTest::newRow("one click swallowed") << 1 << QVector<int> {CLICK} << 1;
-    QTest::newRow("double click runs twice") << 1 << QVector<int> {CLICK, DOUBLE_CLICK} << 1;
-    QTest::newRow("quick second click") << 1 << QVector<int> {CLICK, CLICK} << 1;
-    QTest::newRow("slow double click") << 1 << QVector<int> {CLICK, WAIT, DOUBLE_CLICK} << 1;
-    QTest::newRow("keyboard passes by") << 1 << QVector<int> {SPACE, SPACE, ENTER} << 1;
-    QTest::newRow("Enter passes by") << 1 << QVector<int> {ENTER, CLICK} << 1;
-    QTest::newRow("blocked for ever") << 1 << QVector<int> {CLICK, WAIT, CLICK, WAIT, SPACE} << 3;
+    QTest::newRow("plain: all") << 0 << QVector<int>{CLICK, CLICK, SPACE} << 3;
+    QTest::newRow("one click swallowed") << 1 << QVector<int>{CLICK} << 1;
+    QTest::newRow("double click runs twice") << 1 << QVector<int>{CLICK, DOUBLE_CLICK} << 1;
+    QTest::newRow("quick second click") << 1 << QVector<int>{CLICK, CLICK} << 1;
+    QTest::newRow("slow double click") << 1 << QVector<int>{CLICK, WAIT, DOUBLE_CLICK} << 1;
+    QTest::newRow("keyboard passes by") << 1 << QVector<int>{SPACE, SPACE, ENTER} << 1;
+    QTest::newRow("Enter passes by") << 1 << QVector<int>{ENTER, CLICK} << 1;
+    QTest::newRow("blocked for ever") << 1 << QVector<int>{CLICK, WAIT, CLICK, WAIT, SPACE} << 3;
 }
 
 void tst_KitEditors::clicks()
@@ -216,7 +224,8 @@ void tst_KitEditors::clickMayDestroyTheButton()
         connect(button.data(), &QPushButton::clicked, button.data(), [button] { delete button; });
         if (key == Qt::Key_unknown) {
             QTest::mousePress(button, Qt::LeftButton);
-            QMouseEvent release(QEvent::MouseButtonRelease, QPointF(5, 5), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+            QMouseEvent release(QEvent::MouseButtonRelease, QPointF(5, 5), Qt::LeftButton,
+                                Qt::NoButton, Qt::NoModifier);
             QCoreApplication::sendEvent(button, &release);
         } else {
             QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);

@@ -7,34 +7,39 @@ namespace {
 QVector<QDomElement> childrenOf(const QDomElement &element)
 {
     QVector<QDomElement> children;
-    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
         children.append(child);
     }
     return children;
 }
 
-const QStringList limits {QStringLiteral("pMin"),      QStringLiteral("pMax"),           QStringLiteral("pInc"),
-                          QStringLiteral("pIsLocked"), QStringLiteral("pIsImplemented"), QStringLiteral("pIsAvailable")};
-const QStringList featureTags {QStringLiteral("Enumeration"), QStringLiteral("Integer"), QStringLiteral("Boolean"),
-                               QStringLiteral("Float"),       QStringLiteral("Command"), QStringLiteral("StringReg")};
+const QStringList limits{QStringLiteral("pMin"),           QStringLiteral("pMax"),
+                         QStringLiteral("pInc"),           QStringLiteral("pIsLocked"),
+                         QStringLiteral("pIsImplemented"), QStringLiteral("pIsAvailable")};
+const QStringList featureTags{QStringLiteral("Enumeration"), QStringLiteral("Integer"),
+                              QStringLiteral("Boolean"),     QStringLiteral("Float"),
+                              QStringLiteral("Command"),     QStringLiteral("StringReg")};
 
 } // namespace
 
-NaiveDependencies::NaiveDependencies(const QDomElement &documentElement, const QMap<QString, QDomElement> &elements,
+NaiveDependencies::NaiveDependencies(const QDomElement &documentElement,
+                                     const QMap<QString, QDomElement> &elements,
                                      const QStringList &items)
     : m_elements(elements)
     , m_items(items)
 {
     walk(documentElement);
     for (const QString &strName : items) {
-        const QDomElement pValue = elements.value(strName).firstChildElement(QStringLiteral("pValue"));
+        const QDomElement pValue =
+            elements.value(strName).firstChildElement(QStringLiteral("pValue"));
         if (!pValue.isNull()) {
             m_pValues[strName] = pValue.text();
         }
     }
     for (const QString &strName : items) {
-        const QDomElement partner
-            = elements.value(m_pValues.value(strName)).firstChildElement(QStringLiteral("pValue"));
+        const QDomElement partner =
+            elements.value(m_pValues.value(strName)).firstChildElement(QStringLiteral("pValue"));
         if (m_pValues.contains(strName) && !partner.isNull() && items.contains(partner.text())
             && partner.text() != strName) {
             m_pairs[strName] = partner.text();
@@ -66,11 +71,13 @@ void NaiveDependencies::walk(const QDomElement &element)
     }
 }
 
-void NaiveDependencies::property(const QString &strName, QStringList &invalidators, QStringList &variables) const
+void NaiveDependencies::property(const QString &strName, QStringList &invalidators,
+                                 QStringList &variables) const
 {
     const QDomElement element = m_elements.value(strName);
     if (element.tagName() == QLatin1String("StructEntry")) {
-        for (QDomElement sibling = element.previousSiblingElement(QStringLiteral("pInvalidator")); !sibling.isNull();
+        for (QDomElement sibling = element.previousSiblingElement(QStringLiteral("pInvalidator"));
+             !sibling.isNull();
              sibling = sibling.previousSiblingElement(QStringLiteral("pInvalidator"))) {
             invalidators << sibling.text();
         }
@@ -139,9 +146,11 @@ QStringList NaiveDependencies::invalidatorList(const QString &strName) const
 bool NaiveDependencies::isNoCache(const QString &strName) const
 {
     for (const QDomElement &child : childrenOf(m_elements.value(strName))) {
-        const bool bLeadsOn = child.tagName() == QLatin1String("pValue") || child.tagName() == QLatin1String("pVariable");
+        const bool bLeadsOn = child.tagName() == QLatin1String("pValue")
+            || child.tagName() == QLatin1String("pVariable");
         if (bLeadsOn ? isNoCache(child.text())
-                     : child.tagName() == QLatin1String("Cachable") && child.text() == QLatin1String("NoCache")) {
+                     : child.tagName() == QLatin1String("Cachable")
+                    && child.text() == QLatin1String("NoCache")) {
             return true;
         }
     }
@@ -151,7 +160,8 @@ bool NaiveDependencies::isNoCache(const QString &strName) const
 bool NaiveDependencies::isPolling(const QString &strName, qint64 &nPeriod) const
 {
     for (const QDomElement &child : childrenOf(m_elements.value(strName))) {
-        if (child.tagName() == QLatin1String("pValue") || child.tagName() == QLatin1String("pVariable")) {
+        if (child.tagName() == QLatin1String("pValue")
+            || child.tagName() == QLatin1String("pVariable")) {
             if (isPolling(child.text(), nPeriod)) {
                 return true;
             }
@@ -173,7 +183,8 @@ QMap<qint64, QStringList> NaiveDependencies::pollingMap() const
             nPeriod = isNoCache(strName) ? 2000 : 0;
         }
         if (nPeriod > 0) {
-            map[std::max<qint64>(50, qint64(std::floor(double(nPeriod) / 50.0 + 0.5)) * 50)] << strName;
+            map[std::max<qint64>(50, qint64(std::floor(double(nPeriod) / 50.0 + 0.5)) * 50)]
+                << strName;
         }
     }
     return map;

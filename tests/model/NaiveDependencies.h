@@ -11,8 +11,8 @@
 class NaiveDependencies
 {
 public:
-    NaiveDependencies(const QDomElement &documentElement, const QMap<QString, QDomElement> &elements,
-                      const QStringList &items);
+    NaiveDependencies(const QDomElement &documentElement,
+                      const QMap<QString, QDomElement> &elements, const QStringList &items);
     QStringList invalidatorList(const QString &strName) const;
     bool isNoCache(const QString &strName) const;
     bool isPolling(const QString &strName, qint64 &nPeriod) const;

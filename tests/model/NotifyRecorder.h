@@ -19,7 +19,8 @@ public:
     {
         note("expanded", pItem, QString::number(bExpanded));
     }
-    void itemDataChanged(long, VexaPropertyTreeItem *pItem, int nType, bool bRecreate, bool) override
+    void itemDataChanged(long, VexaPropertyTreeItem *pItem, int nType, bool bRecreate,
+                         bool) override
     {
         note("data", pItem, QStringLiteral("%1%2").arg(nType).arg(bRecreate ? "recreate" : ""));
     }
@@ -43,8 +44,8 @@ public:
 private:
     void note(const char *kind, VexaPropertyTreeItem *pItem, const QString &strArguments)
     {
-        m_notes.append(QLatin1String(kind) + QLatin1Char(':') + pItem->value()->m_strNodeName + QLatin1Char(':')
-                       + strArguments);
+        m_notes.append(QLatin1String(kind) + QLatin1Char(':') + pItem->value()->m_strNodeName
+                       + QLatin1Char(':') + strArguments);
     }
     QStringList m_notes;
 };

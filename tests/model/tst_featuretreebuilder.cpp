@@ -15,7 +15,8 @@ QByteArray categories(const QString &strText)
         const QByteArray element = strGroup.startsWith(QLatin1Char('@')) ? "Node" : "Category";
         const QString strName = strGroup.section(QLatin1Char(':'), 0, 0).remove(QLatin1Char('@'));
         xml += '<' + element + " Name=\"" + strName.toUtf8() + "\">";
-        const QStringList features = strGroup.section(QLatin1Char(':'), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+        const QStringList features =
+            strGroup.section(QLatin1Char(':'), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
         for (const QString &strFeature : features) {
             xml += "<pFeature>" + strFeature.toUtf8() + "</pFeature>";
         }
@@ -85,13 +86,14 @@ void tst_featuretreebuilder::tree_data()
     QTest::addColumn<QString>("tree");
     QTest::addColumn<QString>("names");
     QTest::addColumn<QString>("parents");
-    const auto row = [](const char *fault, const char *categories, const char *nodes, const char *tree,
-                        const char *names, const char *parents) {
+    const auto row = [](const char *fault, const char *categories, const char *nodes,
+                        const char *tree, const char *names, const char *parents) {
         QTest::newRow(fault) << categories << QByteArray(nodes) << tree << names << parents;
     };
     row("no Root gives no rows", "A:a", "", "", "", "");
-    row("categories nest by links, whatever their order", "B:b;Root:A,x;A:a,B", "<Integer Name=\"a\"/><Float Name=\"b\"/>",
-        "A(a/Integer B(b/Float)) x", "A a B b x", "A=Root B=A a=A b=B x=Root");
+    row("categories nest by links, whatever their order", "B:b;Root:A,x;A:a,B",
+        "<Integer Name=\"a\"/><Float Name=\"b\"/>", "A(a/Integer B(b/Float)) x", "A a B b x",
+        "A=Root B=A a=A b=B x=Root");
     row("category without a link stays out", "Root:a;Lonely:b", "", "a", "a", "a=Root");
     row("blanks around a link", "Root: a ", "<Boolean Name=\"a\"/>", "a/Boolean", "a", "a=Root");
     row("grades have no rows but keep their names", "Root:SymbolContrastC,SingleTrigger,a", "", "a",
@@ -101,9 +103,12 @@ void tst_featuretreebuilder::tree_data()
         "A=Root FocusOptSelect=Root SamOptSelect=Root a=A");
     row("category in a circle with itself", "Root:A;A:A,a", "", "A(A() a)", "A A a", "A=A a=A");
     row("categories in a circle", "Root:A;A:B;B:A,b", "", "A(B(A() b))", "A B A b", "A=B B=A b=B");
-    row("circle through Root", "Root:A;A:Root,a", "", "A(Root() a)", "A Root a", "A=Root Root=A a=A");
-    row("first of two categories with one name counts", "Root:A;A:a;A:b", "", "A(a)", "A a", "A=Root a=A");
-    row("link to a structure with links of its own is a feature", "Root:N;@N:a", "", "N/Node", "N", "N=Root");
+    row("circle through Root", "Root:A;A:Root,a", "", "A(Root() a)", "A Root a",
+        "A=Root Root=A a=A");
+    row("first of two categories with one name counts", "Root:A;A:a;A:b", "", "A(a)", "A a",
+        "A=Root a=A");
+    row("link to a structure with links of its own is a feature", "Root:N;@N:a", "", "N/Node", "N",
+        "N=Root");
 }
 
 void tst_featuretreebuilder::tree()
@@ -114,7 +119,8 @@ void tst_featuretreebuilder::tree()
     QTEST(build.text(), "tree");
     QTEST(build.builder.allFeatureNames().join(QLatin1Char(' ')), "names");
     QStringList parents;
-    for (auto row = build.builder.featureParentMap().cbegin(); row != build.builder.featureParentMap().cend(); ++row) {
+    for (auto row = build.builder.featureParentMap().cbegin();
+         row != build.builder.featureParentMap().cend(); ++row) {
         parents.append(row.key() + QLatin1Char('=') + row.value());
     }
     QTEST(parents.join(QLatin1Char(' ')), "parents");
@@ -122,13 +128,13 @@ void tst_featuretreebuilder::tree()
 
 void tst_featuretreebuilder::leftOutNames()
 {
-    const QStringList out {QStringLiteral("Modulation"), QStringLiteral("DefectsD"), QStringLiteral("TDCRPrintGrowthA"),
-                           QStringLiteral("SingleTrigger")};
+    const QStringList out{QStringLiteral("Modulation"), QStringLiteral("DefectsD"),
+                          QStringLiteral("TDCRPrintGrowthA"), QStringLiteral("SingleTrigger")};
     for (const QString &strName : out) {
         QVERIFY2(!FeatureTreeBuilder::IsNeedCreateItem(strName), qPrintable(strName));
     }
-    const QStringList in {QStringLiteral("ModulationE"), QStringLiteral("SingleTriggerA"), QStringLiteral("TDCRDefects"),
-                          QString()};
+    const QStringList in{QStringLiteral("ModulationE"), QStringLiteral("SingleTriggerA"),
+                         QStringLiteral("TDCRDefects"), QString()};
     for (const QString &strName : in) {
         QVERIFY2(FeatureTreeBuilder::IsNeedCreateItem(strName), qPrintable(strName));
     }
@@ -137,9 +143,11 @@ void tst_featuretreebuilder::leftOutNames()
 void tst_featuretreebuilder::elementMap()
 {
     const Build build("<Group><Integer Name=\"a\"><Value>1</Value></Integer></Group>"
-                      "<Enumeration Name=\"e\"><Wrap><EnumEntry Name=\"a\"><Integer Name=\"inner\"/></EnumEntry></Wrap>"
+                      "<Enumeration Name=\"e\"><Wrap><EnumEntry Name=\"a\"><Integer "
+                      "Name=\"inner\"/></EnumEntry></Wrap>"
                       "</Enumeration><Float Name=\"b\"/><Boolean Name=\"b\"/>");
-    QCOMPARE(QStringList(build.builder.elementMap().keys()).join(QLatin1Char(' ')), QStringLiteral("a b e"));
+    QCOMPARE(QStringList(build.builder.elementMap().keys()).join(QLatin1Char(' ')),
+             QStringLiteral("a b e"));
     QDomElement found;
     QVERIFY(build.builder.GetDomElementNode(QStringLiteral("a"), found));
     QCOMPARE(found.tagName(), QStringLiteral("Integer")); // not the entry
@@ -150,7 +158,8 @@ void tst_featuretreebuilder::elementMap()
 
 void tst_featuretreebuilder::elementsOutliveTheDocument()
 {
-    Build build("<StructReg Name=\"s\"><pInvalidator>x</pInvalidator><StructEntry Name=\"entry\"/></StructReg>");
+    Build build("<StructReg Name=\"s\"><pInvalidator>x</pInvalidator><StructEntry "
+                "Name=\"entry\"/></StructReg>");
     build.document.clear();
     QDomElement entry;
     QVERIFY(build.builder.GetDomElementNode(QStringLiteral("entry"), entry));
@@ -188,7 +197,8 @@ void tst_featuretreebuilder::twoCategoriesShareAFeature()
     VexaPropertyTreeItem *pLater = build.builder.allTreeItems().value(QStringLiteral("a"));
     QCOMPARE(pLater->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("B"));
     QVERIFY(pLater->mappingItem());
-    QCOMPARE(pLater->mappingItem()->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("A"));
+    QCOMPARE(pLater->mappingItem()->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName,
+             QStringLiteral("A"));
     QCOMPARE(pLater->mappingItem()->tagName(), QStringLiteral("Integer"));
 }
 
@@ -199,7 +209,8 @@ void tst_featuretreebuilder::sharedCategoriesEnd()
     for (int nLevel = 0; nLevel < 60; ++nLevel) {
         strText += QStringLiteral("L%1:L%2,L%2;").arg(nLevel).arg(nLevel + 1);
     }
-    QTest::ignoreMessage(QtWarningMsg, "The description links more than 200000 features; the rest has no rows.");
+    QTest::ignoreMessage(QtWarningMsg,
+                         "The description links more than 200000 features; the rest has no rows.");
     const Build build(categories(strText));
     QCOMPARE(build.builder.allFeatureNames().size(), 200000);
 }
@@ -212,7 +223,8 @@ void tst_featuretreebuilder::deepDescriptionsEnd()
     }
     const Build chain(categories(strText));
     int nDepth = 0;
-    for (const VexaPropertyTreeItem *pItem = chain.builder.rootItem()->child(0); pItem; pItem = pItem->child(0)) {
+    for (const VexaPropertyTreeItem *pItem = chain.builder.rootItem()->child(0); pItem;
+         pItem = pItem->child(0)) {
         ++nDepth;
     }
     QCOMPARE(nDepth, 128);

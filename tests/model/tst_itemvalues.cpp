@@ -46,10 +46,11 @@ void tst_itemvalues::integerText_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("text");
 
-    const auto row = [](const char *fault, const char *node, const char *representation, qint64 value, qint64 min,
-                        qint64 max, int kind, const char *text) {
+    const auto row = [](const char *fault, const char *node, const char *representation,
+                        qint64 value, qint64 min, qint64 max, int kind, const char *text) {
         QTest::newRow(fault) << QString::fromLatin1(node) << QString::fromLatin1(representation)
-                             << QVector<qint64> {value, min, max} << kind << QString::fromLatin1(text);
+                             << QVector<qint64>{value, min, max} << kind
+                             << QString::fromLatin1(text);
     };
     const qint64 top = std::numeric_limits<qint64>::max();
     row("never read", "N", "", -1, -1, -1, 2, "-1");
@@ -63,8 +64,10 @@ void tst_itemvalues::integerText_data()
     row("address by name", "GevSCDA", "HexNumber", 0xEF000001, 0, top, 4, "239.0.0.1");
     row("address name without representation is decimal", "GevSCDA", "", 7, 0, 9, 2, "7");
     row("mask", "GevCurrentSubnetMask", "IPV4Address", 0xFFFFFF00, 0, top, 5, "255.255.255.0");
-    row("mask name beats MAC representation", "GevPersistentSubnetMask", "MACAddress", 0xFF000000, 0, top, 5, "255.0.0.0");
-    row("MAC by name", "GevMACAddress", "HexNumber", 0x0A0B0C0D0E0F, 0, top, 6, "0A:0B:0C:0D:0E:0F");
+    row("mask name beats MAC representation", "GevPersistentSubnetMask", "MACAddress", 0xFF000000,
+        0, top, 5, "255.0.0.0");
+    row("MAC by name", "GevMACAddress", "HexNumber", 0x0A0B0C0D0E0F, 0, top, 6,
+        "0A:0B:0C:0D:0E:0F");
     row("MAC name without representation is decimal", "GevMACAddress", "", 7, 0, 9, 2, "7");
     row("MAC by representation", "N", "MACAddress", 1, 0, top, 6, "00:00:00:00:00:01");
 }
@@ -125,12 +128,15 @@ void tst_itemvalues::fingerprint()
     integer.m_nMaxValue = 20;
     integer.m_strRepresentation = QStringLiteral("HexNumber");
     QCOMPARE(integer.createCurrentStauts(false),
-             QStringLiteral("ReadOnly:false;m_nValue:5; m_nMinValue:10; m_nMaxValue:20; NeedRecreateEditor:HexNumber"));
+             QStringLiteral("ReadOnly:false;m_nValue:5; m_nMinValue:10; m_nMaxValue:20; "
+                            "NeedRecreateEditor:HexNumber"));
     CTreeFloatItemValue number;
     number.m_fValue = 1.2344F;
     const QString shown = number.displayValue();
     const QString before = number.createCurrentStauts(true);
-    QCOMPARE(before, QStringLiteral("ReadOnly:true;m_fValue:1.234; m_fMinValue:-1.000; m_fMaxValue:-1.000"));
+    QCOMPARE(
+        before,
+        QStringLiteral("ReadOnly:true;m_fValue:1.234; m_fMinValue:-1.000; m_fMaxValue:-1.000"));
     number.m_fValue = 1.2314F; // the third decimal only
     QCOMPARE(number.displayValue(), shown);
     QVERIFY(number.createCurrentStauts(true) != before);
@@ -144,7 +150,8 @@ void tst_itemvalues::fingerprint()
     enumeration.updateDisplayName(QStringLiteral("Zwei"), QStringLiteral("Two"), 2);
     enumeration.updateDisplayName(QStringLiteral("Eins"), QStringLiteral("One"), 1);
     enumeration.m_nValue = 1;
-    QCOMPARE(enumeration.createCurrentStauts(true), QStringLiteral("ReadOnly:true;m_nValue:1;Zwei;Eins;"));
+    QCOMPARE(enumeration.createCurrentStauts(true),
+             QStringLiteral("ReadOnly:true;m_nValue:1;Zwei;Eins;"));
 }
 
 void tst_itemvalues::exchange()
@@ -250,15 +257,16 @@ void tst_itemvalues::enumerationEntries()
     value.updateDisplayName(QStringLiteral("Off"), QStringLiteral("Never"), 0);
     value.updateDisplayName(QStringLiteral("On"), QStringLiteral("Sometimes"), 7);
     QCOMPARE(value.getDisplayList(), QStringList({QStringLiteral("On"), QStringLiteral("Off")}));
-    QCOMPARE(value.getDisplayListCN(), value.getDisplayList()); // no translator: row for row the same
+    QCOMPARE(value.getDisplayListCN(),
+             value.getDisplayList()); // no translator: row for row the same
     QCOMPARE(value.getAllNameMap().value(QStringLiteral("Sometimes")), QStringLiteral("On"));
     value.m_nValue = 7;
     QCOMPARE(value.displayValue(), QStringLiteral("On"));
     value.m_nValue = 8;
     QCOMPARE(value.displayValue(), QString());
     value.clearItems();
-    QVERIFY(value.getAllEnumationMap().isEmpty() && value.getAllNameMap().isEmpty() && value.getDisplayList().isEmpty()
-            && value.getDisplayListCN().isEmpty());
+    QVERIFY(value.getAllEnumationMap().isEmpty() && value.getAllNameMap().isEmpty()
+            && value.getDisplayList().isEmpty() && value.getDisplayListCN().isEmpty());
 }
 
 void tst_itemvalues::enumerationSwap()

@@ -12,10 +12,15 @@ struct Tree
 {
     Tree()
     {
-        for (const auto &row : {std::pair<const char *, const char *> {"A", ""}, {"a", "A"}, {"B", "A"}, {"b", "B"},
-                                {"c", "B"}, {"P", ""}, {"p", "P"}}) {
-            VexaPropertyTreeItem *pItem
-                = makeItem(*row.second ? at(row.second) : &root, QString::fromLatin1(row.first));
+        for (const auto &row : {std::pair<const char *, const char *>{"A", ""},
+                                {"a", "A"},
+                                {"B", "A"},
+                                {"b", "B"},
+                                {"c", "B"},
+                                {"P", ""},
+                                {"p", "P"}}) {
+            VexaPropertyTreeItem *pItem =
+                makeItem(*row.second ? at(row.second) : &root, QString::fromLatin1(row.first));
             pItem->registerView(&view);
             items.insert(QString::fromLatin1(row.first), pItem);
         }
@@ -70,23 +75,29 @@ void tst_itemvisibility::scripts_data()
     QTest::addColumn<QString>("script");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QString>("told");
-    const auto row = [](const char *fault, const char *before, const char *script, const char *shown, const char *told) {
+    const auto row = [](const char *fault, const char *before, const char *script,
+                        const char *shown, const char *told) {
         QTest::newRow(fault) << before << script << shown << told;
     };
     row("new tree", "", "", "ABPabcp", "");
     row("leaf hides", "", "a-", "ABPbcp", "visible:a:0");
     row("same state tells nobody", "a-", "a- a!", "ABPbcp", "");
-    row("category without visible leaves hides itself", "", "b- c-", "APap", "visible:b:0 visible:c:0");
+    row("category without visible leaves hides itself", "", "b- c-", "APap",
+        "visible:b:0 visible:c:0");
     row("one leaf brings its category back", "b- c-", "b=", "ABPabp", "visible:b:1");
-    row("branch hides leaves at every depth", "", "A-", "Pp", "visible:a:0 visible:b:0 visible:c:0");
+    row("branch hides leaves at every depth", "", "A-", "Pp",
+        "visible:a:0 visible:b:0 visible:c:0");
     row("leaf under a closed branch stays hidden", "A- ", "a=", "Pp", "");
     row("wish spoken under a closed branch counts when it opens", "a- A-", "a+ A+", "ABPabcp",
         "visible:a:1 visible:b:1 visible:c:1");
-    row("hidden wish under a closed branch counts when it opens", "A-", "b- A+", "ABPacp", "visible:a:1 visible:c:1");
-    row("leaf two levels down follows the upper branch", "b- A-", "A+", "ABPacp", "visible:a:1 visible:c:1");
+    row("hidden wish under a closed branch counts when it opens", "A-", "b- A+", "ABPacp",
+        "visible:a:1 visible:c:1");
+    row("leaf two levels down follows the upper branch", "b- A-", "A+", "ABPacp",
+        "visible:a:1 visible:c:1");
     row("sub-branch keeps its own switch", "B- A-", "A+", "APap", "visible:a:1");
     row("sub-branch opens under a closed branch", "A- B-", "B+", "Pp", "");
-    row("not recursive always reopens", "A-", "A!", "ABPabcp", "visible:a:1 visible:b:1 visible:c:1");
+    row("not recursive always reopens", "A-", "A!", "ABPabcp",
+        "visible:a:1 visible:b:1 visible:c:1");
 }
 
 void tst_itemvisibility::scripts()
@@ -104,8 +115,9 @@ void tst_itemvisibility::scripts()
 void tst_itemvisibility::drawingMode_data()
 {
     QTest::addColumn<bool>("drawn");
-    for (const char *name : {"OffsetX", "OffsetY", "Width", "Height", "AutoFunctionAOIWidth", "AutoFunctionAOIHeight",
-                             "AutoFunctionAOIOffsetX", "AutoFunctionAOIOffsetY"}) {
+    for (const char *name :
+         {"OffsetX", "OffsetY", "Width", "Height", "AutoFunctionAOIWidth", "AutoFunctionAOIHeight",
+          "AutoFunctionAOIOffsetX", "AutoFunctionAOIOffsetY"}) {
         QTest::newRow(name) << true;
     }
     QTest::newRow("WidthMax") << false;

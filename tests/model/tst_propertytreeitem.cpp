@@ -162,7 +162,8 @@ void tst_propertytreeitem::mappingIsSymmetric()
 void tst_propertytreeitem::copyTakesState()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pSource = makeItem(&root, QStringLiteral("Name"), QStringLiteral("Integer"));
+    VexaPropertyTreeItem *pSource =
+        makeItem(&root, QStringLiteral("Name"), QStringLiteral("Integer"));
     integerOf(pSource).m_nValue = 9;
     pSource->setItemType(ITEM_FEATURE);
     pSource->setReadOnly(CAMERA, false);
@@ -215,7 +216,8 @@ void tst_propertytreeitem::endUpdate_data()
     QTest::addColumn<QString>("told");
     QTest::newRow("quiet node tells nobody") << "" << qint64(1) << true << "";
     QTest::newRow("value") << "" << qint64(2) << true << "data:A:-1";
-    QTest::newRow("another representation needs another editor") << "HexNumber" << qint64(1) << true << "data:A:-1recreate";
+    QTest::newRow("another representation needs another editor")
+        << "HexNumber" << qint64(1) << true << "data:A:-1recreate";
     QTest::newRow("shown as read but is not any more") << "" << qint64(1) << false << "data:A:-1";
 }
 
@@ -276,7 +278,8 @@ void tst_propertytreeitem::partnerGetsTheValue()
     NotifyRecorder view;
     VexaPropertyTreeItem root;
     VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"), QStringLiteral("Integer"));
-    VexaPropertyTreeItem *pPartner = makeItem(&root, QStringLiteral("B"), QStringLiteral("Integer"));
+    VexaPropertyTreeItem *pPartner =
+        makeItem(&root, QStringLiteral("B"), QStringLiteral("Integer"));
     pItem->setMappingItem(pPartner);
     pItem->registerView(&view);
     pPartner->registerView(&view);
@@ -311,14 +314,22 @@ void tst_propertytreeitem::search_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("filter");
     QTest::addColumn<bool>("found");
-    QTest::newRow("blanks find everything") << "ENG" << "   " << true;
-    QTest::newRow("part of the node name, other case") << "ENG" << "OSURET" << true;
-    QTest::newRow("blanks around do not count") << "ENG" << " exposuretime " << true;
-    QTest::newRow("display name") << "ENG" << "Shutter" << true;
-    QTest::newRow("translation is not searched in English") << "ENG" << "Belichtung" << false;
-    QTest::newRow("translation") << "CH" << "belichtung" << true;
-    QTest::newRow("display name is not searched in the other language") << "CH" << "Shutter" << false;
-    QTest::newRow("node name in any language") << "CH" << "exposure" << true;
+    QTest::newRow("blanks find everything") << "ENG"
+                                            << "   " << true;
+    QTest::newRow("part of the node name, other case") << "ENG"
+                                                       << "OSURET" << true;
+    QTest::newRow("blanks around do not count") << "ENG"
+                                                << " exposuretime " << true;
+    QTest::newRow("display name") << "ENG"
+                                  << "Shutter" << true;
+    QTest::newRow("translation is not searched in English") << "ENG"
+                                                            << "Belichtung" << false;
+    QTest::newRow("translation") << "CH"
+                                 << "belichtung" << true;
+    QTest::newRow("display name is not searched in the other language") << "CH"
+                                                                        << "Shutter" << false;
+    QTest::newRow("node name in any language") << "CH"
+                                               << "exposure" << true;
 }
 
 void tst_propertytreeitem::search()
@@ -344,7 +355,8 @@ void tst_propertytreeitem::lastVisibleChild()
     QVERIFY(pC->isLastVisibleChild(QString()));
     pC->setVisible(false, CAMERA, true);
     QVERIFY(pB->isLastVisibleChild(QString()) && !pC->isLastVisibleChild(QString()));
-    QVERIFY(pA->isLastVisibleChild(QStringLiteral("lph")) && !pB->isLastVisibleChild(QStringLiteral("lph")));
+    QVERIFY(pA->isLastVisibleChild(QStringLiteral("lph"))
+            && !pB->isLastVisibleChild(QStringLiteral("lph")));
     QVERIFY(!root.isLastVisibleChild(QString()));
 }
 
@@ -355,13 +367,15 @@ void tst_propertytreeitem::readingsOutOfOrder()
     const quint64 nFast = item.beginReading();
     QVERIFY(item.publishReading(nFast, VexaPropertyTreeItem::READING_VALUE));
     QVERIFY(!item.publishReading(nSlow, VexaPropertyTreeItem::READING_VALUE));
-    QVERIFY(item.publishReading(nSlow, VexaPropertyTreeItem::READING_ACCESS)); // each part by itself
+    QVERIFY(
+        item.publishReading(nSlow, VexaPropertyTreeItem::READING_ACCESS)); // each part by itself
 }
 
 void tst_propertytreeitem::snapshotIsWhole()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pCommand = makeItem(&root, QStringLiteral("Run"), QStringLiteral("Command"));
+    VexaPropertyTreeItem *pCommand =
+        makeItem(&root, QStringLiteral("Run"), QStringLiteral("Command"));
     pCommand->value()->setValue(QStringLiteral("Execute"));
     pCommand->value()->m_strCurrentStatus = QStringLiteral("shown");
     pCommand->value()->m_stepPageNames.insert(0, QStringLiteral("Page"));
@@ -370,7 +384,8 @@ void tst_propertytreeitem::snapshotIsWhole()
     QCOMPARE(command->m_strCurrentStatus + command->m_strNodeName, QStringLiteral("shownRun"));
     QCOMPARE(command->StepPagesTranslateName(), QStringLiteral("Page"));
 
-    VexaPropertyTreeItem *pEnumeration = makeItem(&root, QStringLiteral("E"), QStringLiteral("Enumeration"));
+    VexaPropertyTreeItem *pEnumeration =
+        makeItem(&root, QStringLiteral("E"), QStringLiteral("Enumeration"));
     auto *pEntries = dynamic_cast<CTreeEnumationItemValue *>(pEnumeration->value());
     pEntries->m_nValue = qint64(1) << 40; // must not pass through 32 bits
     pEntries->updateDisplayName(QStringLiteral("Far"), QStringLiteral("Far"), pEntries->m_nValue);
@@ -408,10 +423,11 @@ void tst_propertytreeitem::viewsComeAndGoUnderWorkers()
 {
     VexaPropertyTreeItem root;
     VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"), QStringLiteral("Integer"));
-    VexaPropertyTreeItem *pPartner = makeItem(&root, QStringLiteral("B"), QStringLiteral("Integer"));
+    VexaPropertyTreeItem *pPartner =
+        makeItem(&root, QStringLiteral("B"), QStringLiteral("Integer"));
     pPartner->setMappingItem(pItem);
-    std::atomic<bool> stop {false};
-    std::atomic<int> rounds {0};
+    std::atomic<bool> stop{false};
+    std::atomic<int> rounds{0};
     std::vector<std::thread> workers;
     for (VexaPropertyTreeItem *pWorked : {pItem, pPartner}) {
         workers.emplace_back([&stop, &rounds, pWorked] {

@@ -6,6 +6,7 @@
 #include "shell/VexaFeatureToolBar.h"
 #include "tests/support/ModuleFixture.h"
 
+#include <QAbstractButton>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTreeView>

@@ -95,7 +95,6 @@ void tst_featureupdate::access_data()
     QTest::newRow("expert at level beginner is read but hidden")
         << QByteArray("<Visibility>Expert</Visibility>") << false << false << true;
     QTest::newRow("imposed read only") << QByteArray("<ImposedAccessMode>RO</ImposedAccessMode>") << true << true << true;
-    QTest::newRow("blanks around a reference") << QByteArray("<pIsLocked> One </pIsLocked>") << true << true << true;
 }
 
 void tst_featureupdate::access()

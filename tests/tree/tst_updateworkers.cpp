@@ -6,6 +6,7 @@
 #include "tests/support/ModuleFixture.h"
 #include "tree/QGetFeaturesThread.h"
 
+#include <QComboBox>
 #include <QSignalSpy>
 #include <QtTest>
 

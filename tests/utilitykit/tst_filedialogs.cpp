@@ -67,18 +67,21 @@ void tst_FileDialogs::save()
         dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(typed);
         QTest::keyClick(dialog, accepts ? Qt::Key_Return : Qt::Key_Escape);
     });
-    const QString answer = FileDialogs::saveFile(nullptr, QStringLiteral("Save"), m_folder.path() + QStringLiteral("/x.vxf"),
-                                                 QStringLiteral("Features (*.vxf)"), QStringLiteral("vxf"));
+    const QString answer = FileDialogs::saveFile(
+        nullptr, QStringLiteral("Save"), m_folder.path() + QStringLiteral("/x.vxf"),
+        QStringLiteral("Features (*.vxf)"), QStringLiteral("vxf"));
     QCOMPARE(answer, name.isEmpty() ? QString() : m_folder.filePath(name));
 }
 
 void tst_FileDialogs::openIsRemembered()
 {
     whenOpen([](QFileDialog *dialog) {
-        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("there.vxf"));
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))
+            ->setText(QStringLiteral("there.vxf"));
         QTest::keyClick(dialog, Qt::Key_Return);
     });
-    const QString chosen = VexaInterface::getOpenFileName(nullptr, QString(), m_folder.path(), QStringLiteral("*.vxf"));
+    const QString chosen = VexaInterface::getOpenFileName(nullptr, QString(), m_folder.path(),
+                                                          QStringLiteral("*.vxf"));
     QCOMPARE(chosen, m_folder.filePath(QStringLiteral("there.vxf")));
 
     QString folder;
@@ -94,7 +97,8 @@ void tst_FileDialogs::parentDestroyedMeanwhile()
 {
     auto *const parent = new QWidget;
     whenOpen([parent](QFileDialog *) { delete parent; });
-    QCOMPARE(VexaInterface::getOpenFileName(parent, QString(), m_folder.path(), QString()), QString());
+    QCOMPARE(VexaInterface::getOpenFileName(parent, QString(), m_folder.path(), QString()),
+             QString());
 }
 
 QTEST_MAIN(tst_FileDialogs)

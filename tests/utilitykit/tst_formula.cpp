@@ -19,16 +19,19 @@ void tst_Formula::value_data()
     QTest::addColumn<QByteArray>("formula");
     QTest::addColumn<double>("result");
     QTest::newRow("precedence") << QByteArray("2+3*4") << 14.0;
-    QTest::newRow("converter with a substituted 'g' number") << QByteArray("(1e+06-250)/1.5e+03") << (1e6 - 250) / 1.5e3;
+    QTest::newRow("converter with a substituted 'g' number")
+        << QByteArray("(1e+06-250)/1.5e+03") << (1e6 - 250) / 1.5e3;
     QTest::newRow("negative substituted") << QByteArray("3--5") << 8.0;
     QTest::newRow("shift and mask") << QByteArray("(0xABCD>>8)&0xFF") << double(0xAB);
     QTest::newRow("condition") << QByteArray("(3>2)?10:20") << 10.0;
     QTest::newRow("not equal") << QByteArray("1<>2") << 1.0;
     QTest::newRow("functions") << QByteArray("SQRT(16)+ABS(-2)+TRUNC(2.7)") << 8.0;
     QTest::newRow("remainder by -1 refused needlessly") << QByteArray("7%-1") << 0.0;
-    QTest::newRow("huge float by -1 taken for the trap") << QByteArray("(1e300-1e300)%(0-1)") << 0.0;
+    QTest::newRow("huge float by -1 taken for the trap")
+        << QByteArray("(1e300-1e300)%(0-1)") << 0.0;
     QTest::newRow("remainder in both branches") << QByteArray("(5%3=2)?(9%5):(9%2)") << 4.0;
-    QTest::newRow("large integer that is exact") << QByteArray("0x4000000000000000") << 4611686018427387904.0;
+    QTest::newRow("large integer that is exact")
+        << QByteArray("0x4000000000000000") << 4611686018427387904.0;
     QTest::newRow("blanks around") << QByteArray(" 1 + 1 \n") << 2.0;
     QTest::newRow("sixty brackets") << QByteArray(60, '(') + "1" + QByteArray(60, ')') << 1.0;
 }
@@ -83,7 +86,8 @@ void tst_Formula::errorTextIsOfTheThread()
     bool ok = true;
     VexaInterface::Compute("1/0", ok);
     const QByteArray before(VexaInterface::GetCalculatorErro());
-    const QByteArray other = QtConcurrent::run([] { return QByteArray(VexaInterface::GetCalculatorErro()); }).result();
+    const QByteArray other =
+        QtConcurrent::run([] { return QByteArray(VexaInterface::GetCalculatorErro()); }).result();
     QCOMPARE(other, QByteArray());
     QCOMPARE(QByteArray(VexaInterface::GetCalculatorErro()), before);
     QVERIFY(!before.isEmpty());

@@ -18,7 +18,9 @@ QString settingsFile()
 
 QString storedLanguage()
 {
-    return QSettings(settingsFile(), QSettings::IniFormat).value(QStringLiteral("Client/Language")).toString();
+    return QSettings(settingsFile(), QSettings::IniFormat)
+        .value(QStringLiteral("Client/Language"))
+        .toString();
 }
 
 } // namespace
@@ -36,7 +38,11 @@ private slots:
     void diskFull();
     void dataPath_data();
     void dataPath();
-    void version() { QVERIFY(QRegExp(QStringLiteral("\\d+\\.\\d+\\.\\d+")).exactMatch(VexaInterface::softwareVersion())); }
+    void version()
+    {
+        QVERIFY(QRegExp(QStringLiteral("\\d+\\.\\d+\\.\\d+"))
+                    .exactMatch(VexaInterface::softwareVersion()));
+    }
 
 private:
     QTemporaryDir m_folder;
@@ -56,7 +62,8 @@ void tst_HostFacts::languageIsKept()
     QCOMPARE(storedLanguage(), QStringLiteral("CH"));
 
     // Another program of the client changes it: seen with `reload` only.
-    QSettings(settingsFile(), QSettings::IniFormat).setValue(QStringLiteral("Client/Language"), QStringLiteral("ENG"));
+    QSettings(settingsFile(), QSettings::IniFormat)
+        .setValue(QStringLiteral("Client/Language"), QStringLiteral("ENG"));
     QCOMPARE(VexaInterface::language(false), QStringLiteral("CH"));
     QCOMPARE(VexaInterface::language(true), QStringLiteral("ENG"));
 
@@ -92,7 +99,8 @@ void tst_HostFacts::diskFull_data()
     const QString folder = m_folder.path();
     QTest::newRow("room") << folder << qint64(1) << false << true;
     QTest::newRow("never room enough") << folder << endless << true << true;
-    QTest::newRow("file that is yet to be written") << folder + "/a/b/new.vxf" << endless << true << true;
+    QTest::newRow("file that is yet to be written")
+        << folder + "/a/b/new.vxf" << endless << true << true;
     QTest::newRow("no path") << QString() << endless << false << false;
 }
 
@@ -114,8 +122,10 @@ void tst_HostFacts::dataPath_data()
     QTest::addColumn<QString>("expected");
     const QString folder = m_folder.path();
     QTest::newRow("slash at the end") << QByteArray(folder.toUtf8() + "/data/") << folder + "/data";
-    QTest::newRow("folders are made") << QByteArray(folder.toUtf8() + "/x/y/z") << folder + "/x/y/z";
-    QTest::newRow("from the standard place") << QByteArray() << QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QTest::newRow("folders are made")
+        << QByteArray(folder.toUtf8() + "/x/y/z") << folder + "/x/y/z";
+    QTest::newRow("from the standard place")
+        << QByteArray() << QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
 void tst_HostFacts::dataPath()

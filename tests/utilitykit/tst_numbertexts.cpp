@@ -54,10 +54,13 @@ void tst_NumberTexts::texts_data()
     QTest::addColumn<QString>("expected");
     QTest::newRow("hexadecimal") << VexaInterface::Int2HexNumberQString(0xBEEF) << "0xBEEF";
     QTest::newRow("hexadecimal zero") << VexaInterface::Int2HexNumberQString(0) << "0x0";
-    QTest::newRow("negative as 64 bits") << VexaInterface::Int2HexNumberQString(-1) << "0xFFFFFFFFFFFFFFFF";
-    QTest::newRow("address with the top bit") << VexaInterface::numIP2StrIP(int(0xC0A80001U)) << "192.168.0.1";
+    QTest::newRow("negative as 64 bits")
+        << VexaInterface::Int2HexNumberQString(-1) << "0xFFFFFFFFFFFFFFFF";
+    QTest::newRow("address with the top bit")
+        << VexaInterface::numIP2StrIP(int(0xC0A80001U)) << "192.168.0.1";
     QTest::newRow("mask") << VexaInterface::numIP2StrIP(-256) << "255.255.255.0";
-    QTest::newRow("MAC keeps leading zeros") << VexaInterface::int64_2StringMacAddress(0x000F0A0B0C01ULL) << "00:0F:0A:0B:0C:01";
+    QTest::newRow("MAC keeps leading zeros")
+        << VexaInterface::int64_2StringMacAddress(0x000F0A0B0C01ULL) << "00:0F:0A:0B:0C:01";
     QTest::newRow("MAC drops what is above 48 bits")
         << VexaInterface::int64_2StringMacAddress(0xFFFF112233445566ULL) << "11:22:33:44:55:66";
 }

@@ -59,6 +59,8 @@ void MessageHandlerTest::routing_data()
         << int(QtCriticalMsg) << "\"NodeName:Width, NodeValue:640\"" << false;
     QTest::newRow("value with a line end")
         << int(QtCriticalMsg) << "NodeName:A\nB, NodeValue:1" << false;
+    QTest::newRow("noise of a machine without a desktop")
+        << int(QtWarningMsg) << "This plugin does not support propagateSizeHints()" << false;
     QTest::newRow("failure that names the node")
         << int(QtCriticalMsg) << "failed: NodeName:A, NodeValue:1" << true;
 }

@@ -307,7 +307,7 @@ void WorkbenchCliTest::terminationSignalEndsCleanly()
     const auto isOpen = [&workbench] {
         QDirIterator it(workbench.path("data"), {"vexa-workbench.log"}, QDir::Files,
                         QDirIterator::Subdirectories);
-        QFile file(it.hasNext() ? it.next() : QString());
+        QFile file(it.hasNext() ? it.next() : QStringLiteral("/nonexistent"));
         return file.open(QIODevice::ReadOnly) && file.readAll().contains("OnCameraOpen:");
     };
     QTRY_VERIFY_WITH_TIMEOUT(isOpen(), 60000);

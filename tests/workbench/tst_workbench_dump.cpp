@@ -8,6 +8,8 @@
 #include <QJsonObject>
 #include <QtTest>
 
+#include <limits>
+
 /// Every value that vexa-workbench --dump prints, against what the simulator's registers hold.
 class WorkbenchDumpTest : public QObject
 {
@@ -34,6 +36,17 @@ private:
     QMap<QString, DeviceReference::Value> m_first;
     QMap<QString, DeviceReference::Value> m_second;
 };
+
+namespace {
+
+/// A missing limit is the largest double for Aravis; a float holds its own largest number.
+float limit(const QVariant &value)
+{
+    constexpr double LARGEST = std::numeric_limits<float>::max();
+    return static_cast<float>(qBound(-LARGEST, value.toDouble(), LARGEST));
+}
+
+} // namespace
 
 void WorkbenchDumpTest::initTestCase()
 {
@@ -63,8 +76,8 @@ void WorkbenchDumpTest::valuesAreThoseOfTheDevice()
         const QVariant value = it->value("value").toVariant();
         if (it->value("tag") == QLatin1String("Float")) {
             QVERIFY2(value.toFloat() == expected.value.toFloat(), name);
-            QVERIFY2(it->value("min").toVariant().toFloat() == expected.min.toFloat(), name);
-            QVERIFY2(it->value("max").toVariant().toFloat() == expected.max.toFloat(), name);
+            QVERIFY2(it->value("min").toVariant().toFloat() == limit(expected.min), name);
+            QVERIFY2(it->value("max").toVariant().toFloat() == limit(expected.max), name);
         } else {
             QVERIFY2(value.toString() == expected.value.toString(),
                      name + ": " + value.toString().toUtf8() + " instead of "
