@@ -2,6 +2,57 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en_US">
 <context>
+    <name>ControlKit</name>
+    <message>
+        <source>lang_controlkit_cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_date</source>
+        <translation>Date</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_maximise</source>
+        <translation>Maximize</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_minimise</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_no</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_ok</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_openfolder</source>
+        <translation>Open folder</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_prompt</source>
+        <translation>Notice</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_search</source>
+        <translation>Search</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_time</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_yes</source>
+        <translation>Yes</translation>
+    </message>
+</context>
+<context>
     <name>QCustomReverseHintWidget</name>
     <message>
         <source>lang_qcustomreversehintwidget_codetrigenable</source>

@@ -2,6 +2,57 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en_US">
 <context>
+    <name>ControlKit</name>
+    <message>
+        <source>lang_controlkit_cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_maximise</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_minimise</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_no</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_ok</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_openfolder</source>
+        <translation>打开文件夹</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_prompt</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>lang_controlkit_yes</source>
+        <translation>是</translation>
+    </message>
+</context>
+<context>
     <name>QCustomReverseHintWidget</name>
     <message>
         <source>lang_qcustomreversehintwidget_codetrigenable</source>

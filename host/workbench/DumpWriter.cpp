@@ -40,6 +40,31 @@ QJsonValue jsonNumber(float value)
         .toDouble();
 }
 
+/// JSON text of a value. Qt's own writer sends integers through a double, which loses the low bits of large ones.
+QByteArray jsonText(const QJsonValue &value)
+{
+    QByteArrayList parts;
+    if (value.isObject()) {
+        const QJsonObject object = value.toObject();
+        for (auto it = object.begin(); it != object.end(); ++it) {
+            parts += jsonText(it.key()) + ':' + jsonText(it.value());
+        }
+        return '{' + parts.join(',') + '}';
+    }
+    if (value.isArray()) {
+        for (const QJsonValue &element : value.toArray()) {
+            parts += jsonText(element);
+        }
+        return '[' + parts.join(',') + ']';
+    }
+    const QVariant plain = value.toVariant();
+    if (plain.type() == QVariant::LongLong) {
+        return QByteArray::number(plain.toLongLong());
+    }
+    const QByteArray alone = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return alone.mid(1, alone.size() - 2);
+}
+
 /// The entries that the device offers now, in the order of the description.
 QJsonArray entriesOf(const CTreeEnumationItemValue &value, const QDomElement &element)
 {
@@ -85,7 +110,7 @@ void DumpWriter::append(const VexaPropertyTreeItem &item, const QStringList &pat
         if (!out.isEmpty()) {
             out += ",\n";
         }
-        out += QJsonDocument(describe(*child, path)).toJson(QJsonDocument::Compact);
+        out += jsonText(describe(*child, path));
         if (path.size() < MAXIMUM_DEPTH) {
             append(*child, path + QStringList(child->value()->m_strNodeName), out);
         }

@@ -201,7 +201,7 @@ void NodeReadTest::failures_data()
     row("Outside", 'i', 0x90006206);
     row("KnifeFails", 'i', 0x90006206);
     row("MaxFails", 'i', 0x90006206);
-    row("AvailableFails", 'i', 0x90006206);
+    row("AvailableFails", 'i', 0x90006104);
     row("FloatKnifeFails", 'f', 0x90006206);
     row("ChoiceFails", 'e', 0x90006206);
     row("TextFails", 's', 0x90006206);
