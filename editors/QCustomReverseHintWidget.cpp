@@ -20,38 +20,52 @@ struct HintTexts
     const char *iconToolTipCn;
 };
 
-constexpr char MIRROR_TOOL_TIP_CN[] = "图像采集状态下此参数无\n法设置，点击停止采集按\n钮后设置此参数";
+constexpr char MIRROR_TOOL_TIP_CN[] =
+    "图像采集状态下此参数无\n法设置，点击停止采集按\n钮后设置此参数";
 constexpr char PHARMACODE_TOOL_TIP_CN[] = "Pharmacode码与其他一维码互斥";
 
 const HintTexts *hintTexts(int kind)
 {
     static const HintTexts texts[] = {
         {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_xmirror"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_tooltip"), "X镜像",
-         MIRROR_TOOL_TIP_CN},
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_tooltip"),
+         "X镜像", MIRROR_TOOL_TIP_CN},
         {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_ymirror"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_tooltip"), "Y镜像",
-         MIRROR_TOOL_TIP_CN},
-        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_pharmacodeonetrack"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_pharmacodetooltip"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_tooltip"),
+         "Y镜像", MIRROR_TOOL_TIP_CN},
+        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_pharmacodeonetrack"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_pharmacodetooltip"),
          "Pharmacode One Track码", PHARMACODE_TOOL_TIP_CN},
-        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_pharmacodetwotrack"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_pharmacodetooltip"),
+        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_pharmacodetwotrack"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_pharmacodetooltip"),
          "Pharmacode Two Track码", PHARMACODE_TOOL_TIP_CN},
-        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_quality1denable"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_qualityenabletooltip"), nullptr,
-         nullptr},
-        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_qualityenable"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_qualityenabletooltip"), nullptr,
-         nullptr},
-        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_codetrigenable"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_codetrigenabletooltip"), nullptr,
-         nullptr},
+        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_quality1denable"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_qualityenabletooltip"),
+         nullptr, nullptr},
+        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_qualityenable"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_qualityenabletooltip"),
+         nullptr, nullptr},
+        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_codetrigenable"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_codetrigenabletooltip"),
+         nullptr, nullptr},
         {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_hdrenable"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_hdrenabletooltip"), nullptr,
-         nullptr},
-        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_selftriggerperiod"),
-         QT_TRANSLATE_NOOP("QCustomReverseHintWidget", "lang_qcustomreversehintwidget_selftriggerperiodtooltip"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_hdrenabletooltip"),
+         nullptr, nullptr},
+        {QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_selftriggerperiod"),
+         QT_TRANSLATE_NOOP("QCustomReverseHintWidget",
+                           "lang_qcustomreversehintwidget_selftriggerperiodtooltip"),
          nullptr, nullptr},
     };
     return kind >= 0 && kind < int(std::size(texts)) ? &texts[kind] : nullptr;
@@ -74,10 +88,12 @@ QCustomReverseHintWidget::QCustomReverseHintWidget(QWidget *parent, int kind)
     layout->addStretch();
 
     iconLabel->setFixedSize(20, 20);
-    iconLabel->cSetBackgroundImage(QStringLiteral(":/DeviceTreeModule/button/ic_toast_notice_normal.svg"),
-                                   Custom::STATUS_NORMAL);
-    iconLabel->cSetBackgroundImage(QStringLiteral(":/DeviceTreeModule/button/ic_toast_notice_hover.svg"),
-                                   Custom::STATUS_HOVER);
+    iconLabel->cSetBackgroundImage(
+        QStringLiteral(":/DeviceTreeModule/button/ic_toast_notice_normal.svg"),
+        Custom::STATUS_NORMAL);
+    iconLabel->cSetBackgroundImage(
+        QStringLiteral(":/DeviceTreeModule/button/ic_toast_notice_hover.svg"),
+        Custom::STATUS_HOVER);
     textLabel->cSetFontFamily(Custom::globalFontFamily());
     textLabel->cSetFontSize(14);
     textLabel->cSetFontColor(QColor(0xD1, 0xD1, 0xD1), Custom::STATUS_NORMAL);
@@ -111,5 +127,6 @@ void QCustomReverseHintWidget::translateTexts()
     const QString text = texts ? QCoreApplication::translate(CONTEXT, texts->text) : QString();
     textLabel->setText(text);
     textLabel->setToolTip(text);
-    iconLabel->setToolTip(texts ? QCoreApplication::translate(CONTEXT, texts->iconToolTip) : QString());
+    iconLabel->setToolTip(texts ? QCoreApplication::translate(CONTEXT, texts->iconToolTip)
+                                : QString());
 }

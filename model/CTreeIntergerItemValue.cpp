@@ -41,11 +41,18 @@ void CTreeIntergerItemValue::setValue(const QVariant &value)
 
 QString CTreeIntergerItemValue::createCurrentStauts(bool bReadOnly)
 {
-    return CTreeItemValue::createCurrentStauts(bReadOnly)
-        + QStringLiteral("m_nValue:%1; m_nMinValue:%2; m_nMaxValue:%3; NeedRecreateEditor:")
-              .arg(QString::number(m_nValue), QString::number(m_nMinValue),
-                   QString::number(m_nMaxValue))
-        + m_strRepresentation;
+    // Put together without arg(): this runs for every integer of every pass.
+    QString status = CTreeItemValue::createCurrentStauts(bReadOnly);
+    status.reserve(160);
+    status += QLatin1String("m_nValue:");
+    status += QString::number(m_nValue);
+    status += QLatin1String("; m_nMinValue:");
+    status += QString::number(m_nMinValue);
+    status += QLatin1String("; m_nMaxValue:");
+    status += QString::number(m_nMaxValue);
+    status += QLatin1String("; NeedRecreateEditor:");
+    status += m_strRepresentation;
+    return status;
 }
 
 void CTreeIntergerItemValue::copy(CTreeItemValue *pSource, bool bCopyBase)

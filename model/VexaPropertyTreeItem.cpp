@@ -323,6 +323,29 @@ void VexaPropertyTreeItem::editorTookOver()
     m_bEditorCached = m_bValueCached.load();
 }
 
+bool VexaPropertyTreeItem::toolTipsAreOf(const QByteArray &state) const
+{
+    const ItemLock lock(this);
+    return m_toolTipState == state;
+}
+
+void VexaPropertyTreeItem::setToolTips(const QString &strEnglish, const QString &strChinese,
+                                       const QByteArray &state)
+{
+    const QMutexLocker locker(&ItemLocks::views());
+    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
+        if (!pItem) {
+            continue;
+        }
+        const ItemLock lock(pItem);
+        if (pItem->m_pValue) {
+            pItem->m_pValue->m_strToolTip = strEnglish;
+            pItem->m_pValue->m_strToolTipCn = strChinese;
+            pItem->m_toolTipState = state;
+        }
+    }
+}
+
 void VexaPropertyTreeItem::releaseTransInfo()
 {
 }

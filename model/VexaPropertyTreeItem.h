@@ -2,6 +2,7 @@
 
 #include "model/FeatureTreeModuleGlobal.h"
 
+#include <QByteArray>
 #include <QList>
 #include <QMap>
 #include <QMutex>
@@ -125,6 +126,10 @@ public:
     /// The same for a row without an editor, from the present value.
     void editorTookOver();
 
+    /// Whether the tool tips were built from this state; any bytes that tell two states apart will do.
+    bool toolTipsAreOf(const QByteArray &state) const;
+    void setToolTips(const QString &strEnglish, const QString &strChinese, const QByteArray &state);
+
     /// Does nothing; the shut-down path of the main widget calls it.
     static void releaseTransInfo();
 
@@ -150,6 +155,7 @@ private:
     ITEM_TYEP m_nItemType = ITEM_CATEGORY;
     QString m_strTagName;
     QString m_strVisibility = QStringLiteral("Beginner");
+    QByteArray m_toolTipState; ///< guarded by the update lock
     std::unique_ptr<CTreeItemValue> m_pValue;
     VexaPropertyTreeItem *m_pMappingItem = nullptr; ///< guarded by the lock of the views
     QSet<IVexaFeatureNotify *> m_views; ///< one lock for all items, held while a view is told

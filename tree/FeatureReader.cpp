@@ -10,6 +10,7 @@
 #include "model/CTreeStringItemValue.h"
 
 #include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -32,7 +33,7 @@ std::unique_ptr<CTreeItemValue> readInteger(QCameraTask &task, const QString &na
         return nullptr;
     }
     // The device reports an empty range as min == max + 1.
-    if (static_cast<quint64>(record.max) + 1 == static_cast<quint64>(record.min)) {
+    if (record.max != std::numeric_limits<qint64>::max() && record.max + 1 == record.min) {
         record.max = record.value;
         record.min = record.value;
     }
@@ -177,48 +178,19 @@ std::unique_ptr<CTreeItemValue> FeatureReader::readValue(const QString &tagName,
     return nullptr;
 }
 
-bool FeatureReader::readEntries(const QDomElement &element, QVector<EnumEntryReading> &entries)
+bool FeatureReader::readEntries(const NodeFacts &facts, QVector<EnumEntryReading> &entries)
 {
-    for (QDomElement entry = element.firstChildElement(); !entry.isNull(); entry = entry.nextSiblingElement()) {
-        if (entry.tagName() != QLatin1String("EnumEntry")) {
-            continue;
-        }
-        EnumEntryReading reading;
-        reading.name = entry.attribute(QStringLiteral("Name"));
-        reading.nameSpace = entry.attribute(QStringLiteral("NameSpace"));
-        reading.visibility = QStringLiteral("Beginner");
-        QString implementedNode;
-        QString availableNode;
-        QString lockedNode;
-        const struct
-        {
-            const char *tagName;
-            QString *text;
-            bool trimmed; // a display name may begin with a blank on purpose
-        } children[] = {
-            {"DisplayName", &reading.displayName, false}, {"Visibility", &reading.visibility, true},
-            {"Value", &reading.valueText, true},          {"pIsImplemented", &implementedNode, true},
-            {"pIsAvailable", &availableNode, true},       {"pIsLocked", &lockedNode, true},
-        };
-        for (QDomElement child = entry.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-            const QString tagName = child.tagName();
-            for (const auto &row : children) {
-                if (tagName == QLatin1String(row.tagName)) {
-                    *row.text = row.trimmed ? child.text().trimmed() : child.text();
-                }
-            }
-        }
-        PointerAnswer present = IsImplemented(implementedNode);
+    entries.reserve(facts.entries.size());
+    for (const EnumEntryFacts &entry : facts.entries) {
+        PointerAnswer present = IsImplemented(entry.isImplemented);
         if (present == PointerAnswer::Yes) {
-            present = IsAvailable(availableNode);
+            present = IsAvailable(entry.isAvailable);
         }
-        const PointerAnswer locked = present == PointerAnswer::Yes ? IsLocked(lockedNode) : PointerAnswer::No;
+        const PointerAnswer locked = present == PointerAnswer::Yes ? IsLocked(entry.isLocked) : PointerAnswer::No;
         if (present == PointerAnswer::Unreachable || locked == PointerAnswer::Unreachable) {
             return false;
         }
-        reading.implementedAndAvailable = present == PointerAnswer::Yes;
-        reading.locked = locked == PointerAnswer::Yes;
-        entries.append(reading);
+        entries.append({entry, present == PointerAnswer::Yes, locked == PointerAnswer::Yes});
     }
     return true;
 }

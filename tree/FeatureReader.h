@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDomElement>
+#include "tree/NodeFacts.h"
+
 #include <QHash>
 #include <QString>
 #include <QVector>
@@ -18,14 +19,10 @@ enum class PointerAnswer {
     Unreachable ///< the device did not answer; nothing is known
 };
 
-/// One EnumEntry of the description with what the device says of it now.
+/// One EnumEntry with what the device says of it now.
 struct EnumEntryReading
 {
-    QString name;
-    QString displayName; ///< element DisplayName, may be empty
-    QString nameSpace;
-    QString visibility;
-    QString valueText;
+    EnumEntryFacts facts;
     bool implementedAndAvailable = true;
     bool locked = false;
 };
@@ -53,7 +50,7 @@ public:
     /// has no value. An enumeration comes without its entries.
     std::unique_ptr<CTreeItemValue> readValue(const QString &tagName, const QString &nodeName) const;
     /// The entries of an Enumeration in document order; false when the device did not answer.
-    bool readEntries(const QDomElement &element, QVector<EnumEntryReading> &entries);
+    bool readEntries(const NodeFacts &facts, QVector<EnumEntryReading> &entries);
 
 private:
     PointerAnswer readPointer(const QString &nodeName);

@@ -90,22 +90,23 @@ QString floatInfo(const CTreeFloatItemValue &value)
 /// The heading of an entry is its name in both languages; neither display name nor translation is shown.
 QString entryInfo(const EnumEntryReading &entry)
 {
-    const QString name = entry.name == QLatin1String("Mode") ? QStringLiteral("AdvancedMode") : entry.name;
+    const EnumEntryFacts &facts = entry.facts;
+    const QString name = facts.name == QLatin1String("Mode") ? QStringLiteral("AdvancedMode") : facts.name;
     return bodyLine(QLatin1Char('\n') + name + QLatin1Char('\n')) + labels().entryName + bodyLine(name)
-        + labels().entryValue + bodyLine(entry.valueText) + labels().entryNameSpace + bodyLine(entry.nameSpace)
-        + labels().visibility + bodyLine(entry.visibility);
+        + labels().entryValue + bodyLine(facts.valueText) + labels().entryNameSpace + bodyLine(facts.nameSpace)
+        + labels().visibility + bodyLine(facts.visibility);
 }
 
 } // namespace
 
 QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const QString &language)
 {
-    if (source.element.isNull() || !source.value) {
+    if (!source.facts || !source.value) {
         return QString();
     }
     const CTreeItemValue &value = *source.value;
-    const QString nodeName = source.element.attribute(QStringLiteral("Name"));
-    QString title = nodeName;
+    const NodeFacts &facts = *source.facts;
+    QString title = facts.name;
     QString description = value.m_strDescription;
     if (language == LANGUAGE_CHINESE) {
         title = value.translateName();
@@ -116,29 +117,28 @@ QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const 
     const QString titleHtml
         = QFunction::stringToHtmlFilter(title + QStringLiteral("\n\n"), QColor(255, 255, 255), true);
     description.replace(QLatin1Char('"'), QLatin1Char('\''));
-    const QString nameSpace = source.element.attribute(QStringLiteral("NameSpace"));
 
     // One arg call after the other: a percent sign and a digit in a text are taken for a placeholder.
     QString text = labels().assembly;
     text = text.arg(titleHtml);
     text = text.arg(body(description) + labels().paragraph);
-    text = text.arg(bodyLine(nodeName));
-    text = text.arg(bodyLine(source.element.tagName()));
-    text = text.arg(bodyLine(nameSpace.isEmpty() ? QStringLiteral("Standard") : nameSpace));
-    text = text.arg(bodyLine(source.visibility));
-    text = text.arg(bodyLine(source.streamable));
+    text = text.arg(bodyLine(facts.name));
+    text = text.arg(bodyLine(facts.tagName));
+    text = text.arg(bodyLine(facts.nameSpace.isEmpty() ? QStringLiteral("Standard") : facts.nameSpace));
+    text = text.arg(bodyLine(facts.visibility));
+    text = text.arg(bodyLine(facts.streamable));
     text = text.arg(CreateValueInfo(source));
     return QStringLiteral("<span style=\"width:2px;height:12px; background-color:#FF7500; \">&nbsp;</span>&nbsp;") + text;
 }
 
 QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
 {
-    const QString nodeName = source.element.attribute(QStringLiteral("Name"));
+    const QString &nodeName = source.facts->name;
     if (isWithoutTail(nodeName)) {
         return QString();
     }
     QString text = QStringLiteral("\n");
-    const QString tagName = source.element.tagName();
+    const QString &tagName = source.facts->tagName;
     if (tagName == QLatin1String("Integer")) {
         if (const auto *value = dynamic_cast<const CTreeIntergerItemValue *>(source.value)) {
             text += integerInfo(*value, nodeName);
@@ -155,4 +155,27 @@ QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
         }
     }
     return text;
+}
+
+QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value, const QVector<EnumEntryReading> &entries)
+{
+    QByteArray state;
+    const auto add = [&state](auto number) {
+        state.append(reinterpret_cast<const char *>(&number), sizeof number);
+    };
+    // A translation comes once and stays.
+    add(value.m_strTranslateName.isEmpty());
+    add(value.m_strDescriptionTrans.isEmpty());
+    if (const auto *integer = dynamic_cast<const CTreeIntergerItemValue *>(&value)) {
+        add(integer->m_nMinValue);
+        add(integer->m_nMaxValue);
+        add(integer->m_nIncValue);
+    } else if (const auto *number = dynamic_cast<const CTreeFloatItemValue *>(&value)) {
+        add(number->m_fMinValue);
+        add(number->m_fMaxValue);
+    }
+    for (const EnumEntryReading &entry : entries) {
+        add(entry.implementedAndAvailable);
+    }
+    return state;
 }

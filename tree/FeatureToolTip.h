@@ -1,28 +1,30 @@
 #pragma once
 
-#include <QDomElement>
+#include <QByteArray>
 #include <QString>
 #include <QVector>
 
 class CTreeItemValue;
 struct EnumEntryReading;
+struct NodeFacts;
 
 /// What the description text of a feature is made of.
 struct FeatureToolTipSource
 {
-    QDomElement element; ///< the node in the device description
-    QString streamable; ///< element Streamable, "No" without one
-    QString visibility; ///< GenICam Visibility as the tree holds it
+    const NodeFacts *facts = nullptr; ///< what the device description says of the node
     const CTreeItemValue *value = nullptr; ///< names, description and range; not null
     QVector<EnumEntryReading> entries; ///< of an Enumeration
 };
 
 namespace FeatureToolTip {
 
-/// The description text of a feature as HTML for language "ENG" or "CH"; empty for a null element or value. Any
+/// The description text of a feature as HTML for language "ENG" or "CH"; empty without facts or value. Any
 /// thread.
 QString CreateToolTip(const FeatureToolTipSource &source, const QString &language);
 /// Its tail: the range, increment or entries; the same in both languages.
 QString CreateValueInfo(const FeatureToolTipSource &source);
+/// Everything that the texts depend on and that may change while the camera is open. Cheap: it is taken at every update
+/// of a node to see whether the texts still hold.
+QByteArray stateOf(const CTreeItemValue &value, const QVector<EnumEntryReading> &entries);
 
 } // namespace FeatureToolTip

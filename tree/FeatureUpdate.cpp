@@ -6,6 +6,7 @@
 #include "UtilityKit/VexaInterface.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
+#include "model/ItemLocks.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/FeatureToolTip.h"
 
@@ -13,12 +14,6 @@
 #include <QSet>
 
 namespace {
-
-const QString &visibilityBeginner()
-{
-    static const QString text = QStringLiteral("Beginner");
-    return text;
-}
 
 const QString &visibilityInvisible()
 {
@@ -40,22 +35,6 @@ bool isShownTag(const QString &tagName)
                                      QStringLiteral("StringReg")};
     return tags.contains(tagName);
 }
-
-/// Holds an item's update lock; the lock is short and never spans a device access or a notification.
-class ItemLock
-{
-public:
-    explicit ItemLock(VexaPropertyTreeItem *item)
-        : m_pItem(item)
-    {
-        m_pItem->updateLock();
-    }
-    ~ItemLock() { m_pItem->updateUnlock(); }
-    Q_DISABLE_COPY(ItemLock)
-
-private:
-    VexaPropertyTreeItem *m_pItem;
-};
 
 VexaCameraTranslator *translatorOf(long int cameraId)
 {
@@ -108,8 +87,8 @@ void FeatureUpdate::run()
     }
     m_strNodeName = m_pItem->value()->m_strNodeName;
     m_strTagName = m_pItem->tagName();
-    m_element = m_context.elements.value(m_strNodeName);
-    if (m_element.isNull()) {
+    m_pFacts = m_context.facts.find(m_strNodeName);
+    if (!m_pFacts) {
         qCritical("GetDomElementNode failed.");
         return;
     }
@@ -143,22 +122,18 @@ void FeatureUpdate::run()
 
 FeatureUpdate::Access FeatureUpdate::readAccess()
 {
-    if (!m_reader.task()) {
-        return Access::Unknown;
-    }
     bool unreachable = false;
     const int mode = m_reader.accessMode(m_strNodeName, unreachable);
     if (unreachable) {
         return Access::Unknown;
     }
-    m_strVisibility = visibilityBeginner();
     if (mode < 2 || mode > 4) {
         return Access::Hidden;
     }
     m_bReadOnlyByAccess = mode == 3;
-    readElementTexts();
+    translateTexts();
 
-    const PointerAnswer available = m_reader.IsAvailable(m_strIsAvailable);
+    const PointerAnswer available = m_reader.IsAvailable(m_pFacts->isAvailable);
     if (available == PointerAnswer::Unreachable) {
         return Access::Unknown;
     }
@@ -170,7 +145,7 @@ FeatureUpdate::Access FeatureUpdate::readAccess()
         }
     }
     if (m_status & QGetFeaturesThread::UPDATE_ACCESS) {
-        const PointerAnswer locked = m_reader.IsLocked(m_strIsLocked);
+        const PointerAnswer locked = m_reader.IsLocked(m_pFacts->isLocked);
         if (locked == PointerAnswer::Unreachable) {
             return Access::Unknown;
         }
@@ -180,32 +155,8 @@ FeatureUpdate::Access FeatureUpdate::readAccess()
     return Access::Goes;
 }
 
-void FeatureUpdate::readElementTexts()
+void FeatureUpdate::translateTexts()
 {
-    const struct
-    {
-        const char *tagName;
-        QString *text;
-    } children[] = {
-        {"DisplayName", &m_strDisplayName},
-        {"Description", &m_strDescription},
-        {"Streamable", &m_strStreamable},
-        {"Representation", &m_strRepresentation},
-        {"Visibility", &m_strVisibility},
-        {"pIsImplemented", &m_strIsImplemented},
-        {"pIsAvailable", &m_strIsAvailable},
-        {"pIsLocked", &m_strIsLocked},
-    };
-    for (QDomElement child = m_element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        const QString tagName = child.tagName();
-        for (const auto &row : children) {
-            if (tagName == QLatin1String(row.tagName)) {
-                *row.text = child.text().trimmed();
-                break;
-            }
-        }
-    }
-
     bool needsName = false;
     bool needsDescription = false;
     {
@@ -215,10 +166,10 @@ void FeatureUpdate::readElementTexts()
     }
     VexaCameraTranslator *translator
         = needsName || needsDescription ? translatorOf(m_context.cameraId) : nullptr;
-    if (translator && needsName && !m_strDisplayName.isEmpty()) {
+    if (translator && needsName && !m_pFacts->displayName.isEmpty()) {
         m_strTranslateName = translator->getPropDisplayNameTrans(m_strNodeName);
     }
-    if (translator && needsDescription && !m_strDescription.isEmpty()) {
+    if (translator && needsDescription && !m_pFacts->description.isEmpty()) {
         m_strDescriptionTrans = translator->getPropDescriptionTrans(m_strNodeName);
     }
 }
@@ -228,7 +179,7 @@ FeatureUpdate::Access FeatureUpdate::decideVisibility()
     if (!isShownTag(m_strTagName)) {
         return Access::Hidden;
     }
-    switch (m_reader.IsImplemented(m_strIsImplemented)) {
+    switch (m_reader.IsImplemented(m_pFacts->isImplemented)) {
     case PointerAnswer::Unreachable:
         return Access::Unknown;
     case PointerAnswer::No:
@@ -237,10 +188,10 @@ FeatureUpdate::Access FeatureUpdate::decideVisibility()
         break;
     }
     // By the element's tag: a category's row carries none of its own.
-    if (m_element.tagName() == QLatin1String("Category") && !m_bAvailable) {
+    if (m_pFacts->tagName == QLatin1String("Category") && !m_bAvailable) {
         return Access::Hidden;
     }
-    m_bVisible = IsVisibleAtLevel(m_strVisibility, QLocalCfg::Instance()->GetUserLevel());
+    m_bVisible = IsVisibleAtLevel(m_pFacts->visibility, QLocalCfg::Instance()->GetUserLevel());
     return Access::Goes;
 }
 
@@ -252,7 +203,7 @@ bool FeatureUpdate::GetFeatureValue()
         return m_pValue != nullptr;
     }
     enumeration->m_strNodeName = m_strNodeName;
-    m_bEntriesRead = m_reader.readEntries(m_element, m_entries);
+    m_bEntriesRead = m_reader.readEntries(*m_pFacts, m_entries);
     if (!m_bEntriesRead) {
         return false;
     }
@@ -267,18 +218,19 @@ void FeatureUpdate::AddEnumEntry(const EnumEntryReading &entry)
     if (!entry.implementedAndAvailable || entry.locked) {
         return;
     }
-    QString displayName = entry.displayName;
+    QString displayName = entry.facts.displayName;
     if (displayName == QLatin1String(" Mode") && VexaInterface::isNeutralVision()) {
         displayName = QStringLiteral("Advanced Mode");
     }
     if (displayName.isEmpty()) {
-        displayName = entry.name;
+        displayName = entry.facts.name;
     }
     if (displayName == QLatin1String("Raw") && m_context.items.contains(QStringLiteral("RawModeEnable"))) {
         return;
     }
     static_cast<CTreeEnumationItemValue *>(m_pValue.get())
-        ->updateDisplayName(displayName, entry.name, VexaInterface::string2Int(entry.valueText), m_context.cameraId);
+        ->updateDisplayName(displayName, entry.facts.name, VexaInterface::string2Int(entry.facts.valueText),
+                            m_context.cameraId);
 }
 
 void FeatureUpdate::hide()
@@ -305,9 +257,9 @@ void FeatureUpdate::publishTexts()
             const QString &read;
             QString &kept;
         } texts[] = {
-            {m_strDisplayName, value->m_strDisplayName},
+            {m_pFacts->displayName, value->m_strDisplayName},
             {m_strTranslateName, value->m_strTranslateName},
-            {m_strDescription, value->m_strDescription},
+            {m_pFacts->description, value->m_strDescription},
             {m_strDescriptionTrans, value->m_strDescriptionTrans},
         };
         for (const auto &row : texts) {
@@ -318,7 +270,7 @@ void FeatureUpdate::publishTexts()
         publishesVisibility = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
     }
     if (publishesVisibility) {
-        m_pItem->setVisibilityString(m_strVisibility);
+        m_pItem->setVisibilityString(m_pFacts->visibility);
         if (m_status & QGetFeaturesThread::UPDATE_VISIBILITY) {
             m_pItem->setVisible(m_bVisible, m_context.cameraId, true);
         }
@@ -356,7 +308,7 @@ void FeatureUpdate::publish()
             accessIsNewest = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
             auto *integer = dynamic_cast<CTreeIntergerItemValue *>(m_pItem->value());
             if (integer && m_strTagName == QLatin1String("Integer")) {
-                integer->m_strRepresentation = m_strRepresentation;
+                integer->m_strRepresentation = m_pFacts->representation;
             }
         }
     }
@@ -371,20 +323,24 @@ void FeatureUpdate::publish()
 
 void FeatureUpdate::publishToolTips()
 {
-    if (!m_bEntriesRead && m_element.tagName() == QLatin1String("Enumeration")
-        && !m_reader.readEntries(m_element, m_entries)) {
+    if (!m_bEntriesRead && m_pFacts->tagName == QLatin1String("Enumeration")
+        && !m_reader.readEntries(*m_pFacts, m_entries)) {
+        return;
+    }
+    // The texts are long and nearly always those of the last pass.
+    QByteArray state;
+    {
+        const ItemLock lock(m_pItem);
+        state = FeatureToolTip::stateOf(*m_pItem->value(), m_entries);
+    }
+    if (m_pItem->toolTipsAreOf(state)) {
         return;
     }
     const std::unique_ptr<CTreeItemValue> snapshot = m_pItem->valueSnapshot();
     FeatureToolTipSource source;
-    source.element = m_element;
-    source.streamable = m_strStreamable;
-    source.visibility = m_strVisibility;
+    source.facts = m_pFacts.get();
     source.value = snapshot.get();
     source.entries = m_entries;
-    const QString english = FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG"));
-    const QString chinese = FeatureToolTip::CreateToolTip(source, QStringLiteral("CH"));
-    const ItemLock lock(m_pItem);
-    m_pItem->value()->m_strToolTip = english;
-    m_pItem->value()->m_strToolTipCn = chinese;
+    m_pItem->setToolTips(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")),
+                         FeatureToolTip::CreateToolTip(source, QStringLiteral("CH")), state);
 }

@@ -3,7 +3,6 @@
 #include "tree/FeatureReader.h"
 #include "tree/QGetFeaturesThread.h"
 
-#include <QDomElement>
 #include <QString>
 #include <QVector>
 
@@ -17,7 +16,7 @@ class VexaPropertyTreeItem;
 struct FeatureUpdateContext
 {
     const std::atomic<long int> &cameraId;
-    const QGetFeaturesThread::ElementMap &elements;
+    NodeFactsTable &facts;
     const QGetFeaturesThread::ItemMap &items;
 };
 
@@ -41,7 +40,7 @@ private:
     enum class Access { Goes, Hidden, Unknown };
 
     Access readAccess();
-    void readElementTexts();
+    void translateTexts();
     Access decideVisibility();
     bool GetFeatureValue();
     /// Fills an enumeration with the entries that the device offers now.
@@ -56,22 +55,14 @@ private:
     VexaPropertyTreeItem *const m_pItem;
     const QGetFeaturesThread::UpdateStatusFlags m_status;
     FeatureReader m_reader;
-    QDomElement m_element;
+    std::shared_ptr<const NodeFacts> m_pFacts;
     QString m_strNodeName;
     QString m_strTagName;
     quint64 m_nReading = 0;
 
-    // What was read; names are empty where the description or the translator has none.
-    QString m_strDisplayName;
+    // What was read; texts are empty where the translator has none.
     QString m_strTranslateName;
-    QString m_strDescription;
     QString m_strDescriptionTrans;
-    QString m_strStreamable = QStringLiteral("No");
-    QString m_strRepresentation;
-    QString m_strVisibility;
-    QString m_strIsImplemented;
-    QString m_strIsAvailable;
-    QString m_strIsLocked;
     bool m_bReadOnlyByAccess = false;
     bool m_bReadOnly = false;
     bool m_bAvailable = true;

@@ -11,6 +11,7 @@
 
 QGetFeaturesThread::QGetFeaturesThread(QObject *parent)
     : QThread(parent)
+    , m_pFacts(std::make_unique<NodeFactsTable>(ElementMap()))
 {
 }
 
@@ -25,7 +26,7 @@ void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elem
 {
     m_lCameraID = cameraId;
     m_lWorkingCameraID = cameraId;
-    m_elements = elements;
+    m_pFacts = std::make_unique<NodeFactsTable>(elements);
     m_items = items;
     m_pollingTable = pollingTable;
 }
@@ -122,12 +123,17 @@ void QGetFeaturesThread::UpdateThreadInfo(const QStringList &names)
 
 void QGetFeaturesThread::UpdateFeature(VexaPropertyTreeItem *item, UpdateStatusFlags status)
 {
-    FeatureUpdate update({m_lWorkingCameraID, m_elements, m_items}, item, status);
+    FeatureUpdate update({m_lWorkingCameraID, *m_pFacts, m_items}, item, status);
     update.run();
-    const QVariant integer = update.readInteger();
+    const QVariant integer = m_bSmartTuneHeard ? update.readInteger() : QVariant();
     if (integer.isValid()) {
         emit SigThreadSmarTuneData(item->value()->m_strNodeName, integer);
     }
+}
+
+void QGetFeaturesThread::SetSmartTuneHeard(bool heard)
+{
+    m_bSmartTuneHeard = heard;
 }
 
 bool QGetFeaturesThread::TakeEndedRunStopped()

@@ -10,7 +10,9 @@
 #include <QWaitCondition>
 
 #include <atomic>
+#include <memory>
 
+class NodeFactsTable;
 class VexaPropertyTreeItem;
 
 /// The role of a run.
@@ -65,6 +67,9 @@ public:
     void UpdateThreadInfo(const QStringList &names);
     /// One update of one node, on the caller's thread.
     void UpdateFeature(VexaPropertyTreeItem *item, UpdateStatusFlags status);
+    /// Whether SigThreadSmarTuneData is emitted. It costs the GUI an event for each integer of a pass, so it rests
+    /// while nobody listens. Any thread.
+    void SetSmartTuneHeard(bool heard);
     /// To be called once for each sigThreadEnd: whether that run was ended by a stop.
     bool TakeEndedRunStopped();
 
@@ -91,13 +96,14 @@ private:
 
     std::atomic<bool> m_bStop {false};
     std::atomic<bool> m_bRepeat {false};
+    std::atomic<bool> m_bSmartTuneHeard {false};
     std::atomic<int> m_nUpdateStatus {UPDATE_REFRESH};
     std::atomic<int> m_nUserLevel {0};
     std::atomic<long int> m_lWorkingCameraID {-1}; ///< -1 while a stop is forced: every look-up fails at once
     long int m_lCameraID = -1;
     std::atomic<_FEATURES_UPDATE_TYPE_> m_nUpdateType {FEATURES_UPDATE_ALL};
     ItemMap m_items;
-    ElementMap m_elements;
+    std::unique_ptr<NodeFactsTable> m_pFacts; ///< of the elements of this opening
     QStringList m_workList;
     QMutex m_listMutex;
     PollingTable m_pollingTable;

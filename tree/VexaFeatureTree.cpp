@@ -19,6 +19,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QEvent>
+#include <QMetaMethod>
 #include <QMutexLocker>
 #include <QTimer>
 
@@ -223,6 +224,27 @@ void VexaFeatureTree::ShowSmartTune(const QString &strNode, const QVariant &oNod
 void VexaFeatureTree::GetFeatureValueByThread(QString strNodeName, QVariant oNodeValue)
 {
     emit SigGetFeatureValueByThread(strNodeName, oNodeValue);
+}
+
+void VexaFeatureTree::connectNotify(const QMetaMethod &signal)
+{
+    IVexaFeatureWidget::connectNotify(signal);
+    tellWorkersWhoListens();
+}
+
+void VexaFeatureTree::disconnectNotify(const QMetaMethod &signal)
+{
+    IVexaFeatureWidget::disconnectNotify(signal);
+    tellWorkersWhoListens();
+}
+
+void VexaFeatureTree::tellWorkersWhoListens()
+{
+    static const QMetaMethod smartTuneData = QMetaMethod::fromSignal(&VexaFeatureTree::SigGetFeatureValueByThread);
+    const bool heard = isSignalConnected(smartTuneData);
+    for (QGetFeaturesThread *worker : workers()) {
+        worker->SetSmartTuneHeard(heard);
+    }
 }
 
 void VexaFeatureTree::changeEvent(QEvent *event)

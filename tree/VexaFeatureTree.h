@@ -155,6 +155,8 @@ public slots:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void connectNotify(const QMetaMethod &signal) override;
+    void disconnectNotify(const QMetaMethod &signal) override;
 
 private slots:
     void OnGetThreadStart();
@@ -192,6 +194,7 @@ private:
     void giveThreadsTheirData();
     void tellChannels();
     void updateAfterShot();
+    void tellWorkersWhoListens();
     QVector<QGetFeaturesThread *> workers() const;
     bool haveAllWorkers() const;
     void hideLoading();

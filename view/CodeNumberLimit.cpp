@@ -12,7 +12,8 @@ qint64 codeNumberLimit(long lCameraID, const QString &strNodeName, qint64 nMaxim
         QLatin1String("IdxLocCodeNum"),
         QLatin1String("StackBarNum"),
     };
-    if (std::find(std::begin(countingNodes), std::end(countingNodes), strNodeName) == std::end(countingNodes)) {
+    if (std::find(std::begin(countingNodes), std::end(countingNodes), strNodeName)
+        == std::end(countingNodes)) {
         return nMaximum;
     }
     const int nLimit = VexaMainFeatureWidget::instance()->GetCodeNumMaxMin(lCameraID, strNodeName);

@@ -25,7 +25,8 @@ void forEachSignal(QWidget *pEditor, Act act)
     } else if (auto *const pEdit = qobject_cast<QPropertyLineEdit *>(pEditor)) {
         act(pEdit, &QLineEdit::editingFinished, &Delegate::on_CommitData);
     } else if (auto *const pCombo = qobject_cast<CustomComboBox *>(pEditor)) {
-        act(pCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), &Delegate::on_CommitData_Combox);
+        act(pCombo, QOverload<int>::of(&QComboBox::currentIndexChanged),
+            &Delegate::on_CommitData_Combox);
     } else if (auto *const pCheck = qobject_cast<CustomCheckBox *>(pEditor)) {
         act(pCheck, &CustomCheckBox::sigStateChanged, &Delegate::on_CommitData_Combox);
     } else if (auto *const pButton = qobject_cast<CustomPushButton *>(pEditor)) {

@@ -51,10 +51,20 @@ private:
     const VexaPropertyTreeDelegate *m_pDelegate;
 };
 
-void showBlank(QPropertyLineEdit *pEdit)
+/// The state of an editor whose value was never read.
+void showBlank(QWidget *pEditor)
 {
-    pEdit->SetText(QString(), QPropertyLineEdit::TEXT_STRING);
-    pEdit->setEnabled(false);
+    const QSignalBlocker blocker(pEditor);
+    if (auto *const pEdit = qobject_cast<QPropertyLineEdit *>(pEditor)) {
+        pEdit->SetText(QString(), QPropertyLineEdit::TEXT_STRING);
+    } else if (auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(pEditor)) {
+        pSpin->showBlank();
+    } else if (auto *const pCombo = qobject_cast<CustomComboBox *>(pEditor)) {
+        pCombo->clear();
+    } else if (auto *const pCheck = qobject_cast<CustomCheckBox *>(pEditor)) {
+        pCheck->setChecked(false);
+    }
+    pEditor->setEnabled(false);
 }
 
 void settleLineEdit(QPropertyLineEdit *pEdit, const Request &request)
@@ -76,12 +86,13 @@ Result fillBoolean(const Request &request)
         return RESULT_LEFT;
     }
     const CommitPause pause(request);
-    pCheck->setChecked(request.bCached && pValue->m_bValue);
-    pCheck->setEnabled(request.bCached && !request.bReadOnly);
+    pCheck->setChecked(pValue->m_bValue);
+    pCheck->setEnabled(!request.bReadOnly);
     return RESULT_FILLED;
 }
 
-void fillTextInteger(QPropertyLineEdit *pEdit, const CTreeIntergerItemValue &value, const Request &request)
+void fillTextInteger(QPropertyLineEdit *pEdit, const CTreeIntergerItemValue &value,
+                     const Request &request)
 {
     pEdit->SetText(value.displayValue(), value.type());
     if (value.m_strRepresentation == QLatin1String("PureNumber")) {
@@ -90,11 +101,13 @@ void fillTextInteger(QPropertyLineEdit *pEdit, const CTreeIntergerItemValue &val
     settleLineEdit(pEdit, request);
 }
 
-void fillSpinBox(VexaPropertySpinBox *pSpin, const CTreeIntergerItemValue &value, const Request &request)
+void fillSpinBox(VexaPropertySpinBox *pSpin, const CTreeIntergerItemValue &value,
+                 const Request &request)
 {
     constexpr qint64 nHighest = std::numeric_limits<int>::max();
     constexpr qint64 nLowest = std::numeric_limits<int>::min();
-    const qint64 nLimit = codeNumberLimit(request.lCameraID, request.strNodeName, qMin(value.m_nMaxValue, nHighest));
+    const qint64 nLimit =
+        codeNumberLimit(request.lCameraID, request.strNodeName, qMin(value.m_nMaxValue, nHighest));
     const int nUpper = int(qBound(nLowest, nLimit, nHighest));
     const int nLower = int(quint32(value.m_nMinValue)); // the low 32 bits, as the box has no more
     pSpin->setLimits(nLower, nUpper, value.m_nIncValue);
@@ -123,15 +136,10 @@ Result fillInteger(const Request &request)
         return RESULT_PUT_OFF;
     }
     const CommitPause pause(request);
-    if (pEdit && request.bCached) {
+    if (pEdit) {
         fillTextInteger(pEdit, *pValue, request);
-    } else if (pEdit) {
-        showBlank(pEdit);
-    } else if (request.bCached) {
-        fillSpinBox(pSpin, *pValue, request);
     } else {
-        pSpin->showBlank();
-        pSpin->setEnabled(false);
+        fillSpinBox(pSpin, *pValue, request);
     }
     return RESULT_FILLED;
 }
@@ -144,10 +152,6 @@ Result fillFloat(const Request &request)
         return RESULT_LEFT;
     }
     const CommitPause pause(request);
-    if (!request.bCached) {
-        showBlank(pEdit);
-        return RESULT_FILLED;
-    }
     pEdit->SetText(pValue->displayValue(), QPropertyLineEdit::TEXT_FLOAT);
     pEdit->SetRange(double(pValue->m_fMaxValue), double(pValue->m_fMinValue));
     settleLineEdit(pEdit, request);
@@ -169,14 +173,10 @@ Result fillString(const Request &request)
     auto *const pEdit = qobject_cast<QPropertyLineEdit *>(request.pEditor);
     const auto *const pValue = dynamic_cast<const CTreeStringItemValue *>(request.pValue);
     QTaskManager *const pManager = QTaskManager::Instance();
-    if (!pEdit || !pValue || (request.bCached && (!pManager || !pManager->GetTaskByID(request.lCameraID)))) {
+    if (!pEdit || !pValue || !pManager || !pManager->GetTaskByID(request.lCameraID)) {
         return RESULT_LEFT;
     }
     const CommitPause pause(request);
-    if (!request.bCached) {
-        showBlank(pEdit);
-        return RESULT_FILLED;
-    }
     pEdit->SetText(pValue->m_strValue, QPropertyLineEdit::TEXT_STRING);
     pEdit->SetStringLength(pValue->m_nMaxLength);
     settleLineEdit(pEdit, request);
@@ -216,7 +216,8 @@ void setComboRows(QComboBox *pCombo, const QVector<ComboRow> &rows)
 {
     bool bSame = rows.size() == pCombo->count();
     for (int i = 0; bSame && i < rows.size(); ++i) {
-        bSame = pCombo->itemText(i) == rows.at(i).strText && pCombo->itemData(i).toLongLong() == rows.at(i).nValue;
+        bSame = pCombo->itemText(i) == rows.at(i).strText
+            && pCombo->itemData(i).toLongLong() == rows.at(i).nValue;
     }
     if (bSame) {
         return;
@@ -237,14 +238,11 @@ Result fillEnumeration(const Request &request)
     }
     {
         const CommitPause pause(request);
-        if (request.bCached) {
-            setComboRows(pCombo, comboRows(*pValue, isPropertyLanguageChinese(request.pDelegate->parentType())));
-            const bool bKnown = pValue->m_enumationMap.contains(pValue->m_nValue);
-            pCombo->setCurrentIndex(bKnown ? pCombo->findData(pValue->m_nValue) : -1);
-        } else {
-            pCombo->clear();
-        }
-        pCombo->setEnabled(request.bCached && !request.bReadOnly && pCombo->count() > 0);
+        setComboRows(
+            pCombo, comboRows(*pValue, isPropertyLanguageChinese(request.pDelegate->parentType())));
+        const bool bKnown = pValue->m_enumationMap.contains(pValue->m_nValue);
+        pCombo->setCurrentIndex(bKnown ? pCombo->findData(pValue->m_nValue) : -1);
+        pCombo->setEnabled(!request.bReadOnly && pCombo->count() > 0);
     }
     request.pComboMutex->unlock();
     return RESULT_FILLED;
@@ -255,7 +253,8 @@ QString executeTextCn()
 {
     static const QByteArray bytes("\xD6\xB4\xD0\xD0");
     const QLocalCfg *const pConfiguration = QLocalCfg::Instance();
-    QByteArray format = pConfiguration ? QLocalCfg::Instance()->GetCodeFormat().toLatin1() : QByteArray();
+    QByteArray format =
+        pConfiguration ? QLocalCfg::Instance()->GetCodeFormat().toLatin1() : QByteArray();
     if (format.isEmpty()) {
         format = "GBK";
     }
@@ -316,6 +315,10 @@ const TagRule *findRule(const QString &strTag)
 EditorFiller::Result EditorFiller::fill(const Request &request)
 {
     const TagRule *const pRule = findRule(request.pItem->tagName());
+    if (pRule && pRule->bReadFromDevice && !request.bCached) {
+        showBlank(request.pEditor);
+        return RESULT_FILLED;
+    }
     return pRule ? pRule->fill(request) : RESULT_LEFT;
 }
 

@@ -32,8 +32,11 @@ template<typename Editor>
 Editor *finish(Editor *pEditor, const Request &request, bool bFont)
 {
     pEditor->setEnabled(false);
-    if (bFont) {
-        pEditor->cSetFontFamily(Custom::globalFontFamily(Custom::LANGUAGE_ENGLISH));
+    // In a view the family comes from the parent. Setting it on a combo box would build its popup, for each of them.
+    const QString strFamily =
+        bFont ? Custom::globalFontFamily(Custom::LANGUAGE_ENGLISH) : QString();
+    if (bFont && pEditor->font().family() != strFamily) {
+        pEditor->cSetFontFamily(strFamily);
     }
     EditorCommit::connectSignals(pEditor, request.pDelegate);
     return pEditor;
@@ -42,7 +45,8 @@ Editor *finish(Editor *pEditor, const Request &request, bool bFont)
 QWidget *makeHint(const Request &request)
 {
     const int nKind = NodeNameRules::hintKind(request.strNodeName);
-    return nKind == NodeNameRules::NO_HINT ? nullptr : new QCustomReverseHintWidget(request.pParent, nKind);
+    return nKind == NodeNameRules::NO_HINT ? nullptr
+                                           : new QCustomReverseHintWidget(request.pParent, nKind);
 }
 
 QWidget *makeLineEdit(const Request &request)
@@ -52,7 +56,8 @@ QWidget *makeLineEdit(const Request &request)
 
 QWidget *makeBoolean(const Request &request)
 {
-    auto *const pEditor = finish(new CustomCheckBox(4, request.pParent), request, appliesFont(request.pItem));
+    auto *const pEditor =
+        finish(new CustomCheckBox(4, request.pParent), request, appliesFont(request.pItem));
     pEditor->setFixedSize(pEditor->sizeHint());
     pEditor->setFixedHeight(EditorMaker::EDITOR_HEIGHT);
     return pEditor;
@@ -86,7 +91,8 @@ QWidget *makeCalendar(const Request &request)
     pCalendar->cGetLargeButton()->cSetBackgroundColor(dark);
     pCalendar->cGetLargeButton()->cSetFontColor(QColor(0xD9, 0xD9, 0xD9));
     pCalendar->cSetBorderColor(dark, Custom::STATUS_NORMAL, Custom::BORDER_LARGE_BUTTON);
-    pCalendar->cSetBorderColor(QColor(0x32, 0x32, 0x32), Custom::STATUS_NORMAL, Custom::BORDER_POPUP);
+    pCalendar->cSetBorderColor(QColor(0x32, 0x32, 0x32), Custom::STATUS_NORMAL,
+                               Custom::BORDER_POPUP);
     return pCalendar;
 }
 

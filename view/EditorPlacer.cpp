@@ -61,7 +61,8 @@ void EditorPlacer::forget()
 
 bool EditorPlacer::isInSight(const VexaPropertyTreeItem *pItem) const
 {
-    return std::find(m_rowsInSight.constBegin(), m_rowsInSight.constEnd(), pItem) != m_rowsInSight.constEnd();
+    return std::find(m_rowsInSight.constBegin(), m_rowsInSight.constEnd(), pItem)
+        != m_rowsInSight.constEnd();
 }
 
 QVector<EditorPlacer::Cell> EditorPlacer::cellsInSight()
@@ -83,7 +84,8 @@ QVector<EditorPlacer::Cell> EditorPlacer::cellsInSight()
         }
         const QModelIndex value = index.sibling(index.row(), VexaPropertyTreeModel::COLUMN_VALUE);
         if (QWidget *const pEditor = m_pView->indexWidget(value)) {
-            cells.append({pEditor, QRect(nValueLeft, nTop, nValueWidth, nHeight), value.column(), pItem});
+            cells.append(
+                {pEditor, QRect(nValueLeft, nTop, nValueWidth, nHeight), value.column(), pItem});
         }
         if (QWidget *const pEditor = m_pView->indexWidget(index)) {
             cells.append({pEditor, m_pView->visualRect(index), index.column(), pItem});
@@ -101,7 +103,8 @@ void EditorPlacer::put(const Cell &cell)
     }
     QStyleOptionViewItem option = m_pView->viewOptions();
     option.rect = cell.rect;
-    m_pView->m_pDelegate->updateEditorGeometry(cell.pEditor, option, m_pView->indexOfItem(cell.pItem, cell.nColumn));
+    m_pView->m_pDelegate->updateEditorGeometry(cell.pEditor, option,
+                                               m_pView->indexOfItem(cell.pItem, cell.nColumn));
     cell.pEditor->setVisible(!m_pView->m_pDelegate->isBlank(cell.pEditor));
 }
 
@@ -110,8 +113,9 @@ void EditorPlacer::leave(QWidget *pEditor)
     if (hasFocusInside(pEditor)) {
         VexaPropertyTreeItem *const pItem = m_pView->m_pDelegate->itemOfEditor(pEditor);
         const int nColumn = m_pView->m_pDelegate->columnOfEditor(pEditor);
-        const QRect rect = m_pView->m_rows.contains(pItem) ? m_pView->visualRect(m_pView->indexOfItem(pItem, nColumn))
-                                                           : QRect();
+        const QRect rect = m_pView->m_rows.contains(pItem)
+            ? m_pView->visualRect(m_pView->indexOfItem(pItem, nColumn))
+            : QRect();
         if (!rect.isEmpty()) {
             m_placed.append(pEditor);
             put({pEditor, rect, nColumn, pItem});

@@ -38,30 +38,44 @@ const TagRule *findRule(const QString &strTag)
 {
     static const QHash<QString, TagRule> rules = {
         {QStringLiteral("Boolean"),
-         {[](const CTreeItemValue *p, const QVariant &v) { return as<CTreeBooleanItemValue>(p).m_bValue == v.toBool(); },
-          [](CTreeItemValue *p, const QVariant &v) { as<CTreeBooleanItemValue>(p).m_bValue = v.toBool(); }}},
+         {[](const CTreeItemValue *p, const QVariant &v) {
+              return as<CTreeBooleanItemValue>(p).m_bValue == v.toBool();
+          },
+          [](CTreeItemValue *p, const QVariant &v) {
+              as<CTreeBooleanItemValue>(p).m_bValue = v.toBool();
+          }}},
         // A value beyond 32 bits never counts as held and is written again.
         {QStringLiteral("Integer"),
          {[](const CTreeItemValue *p, const QVariant &v) {
               const qint64 nValue = v.toLongLong();
               return nValue == int(nValue) && as<CTreeIntergerItemValue>(p).m_nValue == nValue;
           },
-          [](CTreeItemValue *p, const QVariant &v) { as<CTreeIntergerItemValue>(p).m_nValue = v.toLongLong(); }}},
+          [](CTreeItemValue *p, const QVariant &v) {
+              as<CTreeIntergerItemValue>(p).m_nValue = v.toLongLong();
+          }}},
         {QStringLiteral("Enumeration"),
-         {[](const CTreeItemValue *p, const QVariant &v) { return as<CTreeEnumationItemValue>(p).m_nValue == v.toInt(); },
-          [](CTreeItemValue *p, const QVariant &v) { as<CTreeEnumationItemValue>(p).m_nValue = v.toInt(); }}},
+         {[](const CTreeItemValue *p, const QVariant &v) {
+              return as<CTreeEnumationItemValue>(p).m_nValue == v.toInt();
+          },
+          [](CTreeItemValue *p, const QVariant &v) {
+              as<CTreeEnumationItemValue>(p).m_nValue = v.toInt();
+          }}},
         {QStringLiteral("Float"),
          {[](const CTreeItemValue *p, const QVariant &v) {
               const float fValue = float(v.toDouble());
               const float fHeld = as<CTreeFloatItemValue>(p).m_fValue;
               return fValue >= fHeld - FLOAT_TOLERANCE && fValue <= fHeld + FLOAT_TOLERANCE;
           },
-          [](CTreeItemValue *p, const QVariant &v) { as<CTreeFloatItemValue>(p).m_fValue = float(v.toDouble()); }}},
+          [](CTreeItemValue *p, const QVariant &v) {
+              as<CTreeFloatItemValue>(p).m_fValue = float(v.toDouble());
+          }}},
         {QStringLiteral("StringReg"),
          {[](const CTreeItemValue *p, const QVariant &v) {
               return as<CTreeStringItemValue>(p).m_strValue == v.toString();
           },
-          [](CTreeItemValue *p, const QVariant &v) { as<CTreeStringItemValue>(p).m_strValue = v.toString(); }}},
+          [](CTreeItemValue *p, const QVariant &v) {
+              as<CTreeStringItemValue>(p).m_strValue = v.toString();
+          }}},
     };
     const auto it = rules.constFind(strTag);
     return it == rules.constEnd() ? nullptr : &*it;
@@ -101,6 +115,7 @@ bool EditorValue::isTextInteger(const VexaPropertyTreeItem *pItem)
     const ItemLocker lock(pItem);
     const auto *const pValue = dynamic_cast<const CTreeIntergerItemValue *>(pItem->value());
     return pValue
-        && std::find(std::begin(textRepresentations), std::end(textRepresentations), pValue->m_strRepresentation)
+        && std::find(std::begin(textRepresentations), std::end(textRepresentations),
+                     pValue->m_strRepresentation)
         != std::end(textRepresentations);
 }

@@ -38,7 +38,8 @@ bool isNeverShown(const QString &strNodeName)
         QLatin1String("EMMCCloseTime"),
         QLatin1String("EMMCCloseTimeShowMin"),
     };
-    return std::find(std::begin(neverShown), std::end(neverShown), strNodeName) != std::end(neverShown);
+    return std::find(std::begin(neverShown), std::end(neverShown), strNodeName)
+        != std::end(neverShown);
 }
 
 } // namespace NodeNameRules

@@ -29,7 +29,8 @@ private:
 
     VexaFeatureTreeView *m_pView;
     QTimer m_timer;
-    QHash<VexaPropertyTreeItem *, bool> m_recreate; ///< what waits, and whether the editor is to be made anew
+    QHash<VexaPropertyTreeItem *, bool>
+        m_recreate; ///< what waits, and whether the editor is to be made anew
     QVector<VexaPropertyTreeItem *> m_order; ///< may hold items that wait no more
     int m_nNext = 0;
 };

@@ -42,7 +42,8 @@ void paintSides(QPainter *pPainter, int nTop, int nBottom, int nLeft, int nRight
 
 } // namespace
 
-void RowFramePainter::paintFeatureRow(QPainter *pPainter, const QRect &row, int nLeft, int nRight, bool bLast)
+void RowFramePainter::paintFeatureRow(QPainter *pPainter, const QRect &row, int nLeft, int nRight,
+                                      bool bLast)
 {
     const FrameScope scope(pPainter);
     paintSides(pPainter, row.top(), bLast ? row.bottom() - 2 : row.bottom(), nLeft, nRight);
@@ -51,7 +52,8 @@ void RowFramePainter::paintFeatureRow(QPainter *pPainter, const QRect &row, int 
     }
 }
 
-void RowFramePainter::paintCategoryRow(QPainter *pPainter, const QRect &row, int nLeft, int nRight, bool bExpanded)
+void RowFramePainter::paintCategoryRow(QPainter *pPainter, const QRect &row, int nLeft, int nRight,
+                                       bool bExpanded)
 {
     const FrameScope scope(pPainter);
     const int nTop = row.top() + CATEGORY_TOP_GAP;

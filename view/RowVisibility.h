@@ -14,7 +14,8 @@ public:
     long lCameraID = -1;
     int nParentType = 0;
     QString strSearchText;
-    QList<VexaPropertyTreeItem *> forceShow; ///< rows, with what is below them, shown whatever the item says
+    QList<VexaPropertyTreeItem *>
+        forceShow; ///< rows, with what is below them, shown whatever the item says
     QList<VexaPropertyTreeItem *> forceHide;
     const IVexaFeatureWidget *pOwner = nullptr;
 

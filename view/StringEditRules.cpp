@@ -11,7 +11,8 @@
 namespace {
 
 // No unified ideograph anywhere.
-const QChar ASCII_PATTERN[] = {u'^', u'[', u'^', u'\u4e00', u'-', u'\u9fa5', u']', u'{', u'0', u',', u'}', u'$'};
+const QChar ASCII_PATTERN[] = {u'^', u'[', u'^', u'\u4e00', u'-', u'\u9fa5',
+                               u']', u'{', u'0', u',',      u'}', u'$'};
 
 QString withoutIdeographs()
 {
@@ -86,14 +87,15 @@ const StringRule *findRule(const QString &strNodeName)
 {
     // The first match counts. The placeholders of DeviceUserID are not filled in: devices take any text for it.
     static const StringRule rules[] = {
-        {[](const QString &name) { return name == QLatin1String("FtpUserPasswd"); }, withoutIdeographs(), false,
-         QLineEdit::PasswordEchoOnEdit},
+        {[](const QString &name) { return name == QLatin1String("FtpUserPasswd"); },
+         withoutIdeographs(), false, QLineEdit::PasswordEchoOnEdit},
         {isTriggerOrFrameText, withoutIdeographs(), false, QLineEdit::Normal},
         {[](const QString &name) { return name == QLatin1String("FtpFormatDirectoryString"); },
          QStringLiteral("^(^(?!.*//)(.{1,256}))$"), false, QLineEdit::Normal},
         {[](const QString &name) { return name == QLatin1String("DeviceUserID"); },
          QStringLiteral("^(^(?!.*%1)^(?!.*%2)(.{0,}))$"), true, QLineEdit::Normal},
-        {[](const QString &name) { return name == QLatin1String("FtpUserName"); }, QString(), false, QLineEdit::Normal},
+        {[](const QString &name) { return name == QLatin1String("FtpUserName"); }, QString(), false,
+         QLineEdit::Normal},
     };
     const auto it = std::find_if(std::begin(rules), std::end(rules),
                                  [&](const StringRule &rule) { return rule.applies(strNodeName); });

@@ -53,7 +53,8 @@ VexaFeatureTreeView::VexaFeatureTreeView(int nPageIndex, IVexaFeatureWidget *pOw
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setFrameStyle(0);
     setVerticalScrollBar(new VexaFeatureScrollBar(this));
-    const QString strSheet = Custom::styleSheet(Custom::STYLE_TREE) + Custom::styleSheet(Custom::STYLE_TEXT_EDIT);
+    const QString strSheet =
+        Custom::styleSheet(Custom::STYLE_TREE) + Custom::styleSheet(Custom::STYLE_TEXT_EDIT);
     if (!strSheet.isEmpty()) {
         setStyleSheet(strSheet);
     }
@@ -63,6 +64,10 @@ VexaFeatureTreeView::VexaFeatureTreeView(int nPageIndex, IVexaFeatureWidget *pOw
     setEditTriggers(QAbstractItemView::NoEditTriggers); // every editor is open already
     setTextElideMode(Qt::ElideRight);
     viewport()->setMouseTracking(true);
+    // The font of the editors, which stand in the viewport; names are drawn in the view's own.
+    QFont editorFont;
+    editorFont.setFamily(Custom::globalFontFamily(Custom::LANGUAGE_ENGLISH));
+    viewport()->setFont(editorFont);
 
     m_pModel = new VexaPropertyTreeModel(nPageIndex, this);
     m_pDelegate = new VexaPropertyTreeDelegate(nPageIndex, this);
@@ -83,7 +88,8 @@ VexaFeatureTreeView::VexaFeatureTreeView(int nPageIndex, IVexaFeatureWidget *pOw
     connect(this, &View::sigSetItemExpended, this, &View::onSetItemExpended);
     connect(this, &QTreeView::expanded, this, &View::OnSigExpanded);
     connect(this, &QTreeView::collapsed, this, &View::OnSigCollapsed);
-    connect(m_pDelegate, &VexaPropertyTreeDelegate::sigEditorActivated, this, &View::onEditorActivated);
+    connect(m_pDelegate, &VexaPropertyTreeDelegate::sigEditorActivated, this,
+            &View::onEditorActivated);
     connect(m_pDelegate, &VexaPropertyTreeDelegate::sigRefillNeeded, this, &View::onRefillNeeded);
 }
 
@@ -125,6 +131,7 @@ void VexaFeatureTreeView::ClearTreeViewInfo()
     giveUpEditor();
     m_pDelegate->setCommitBlocked(true);
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+    m_nQueuedUpdates = 0;
     m_pPending->clear();
     m_pOpener->clear();
     m_rows.clear();
@@ -158,7 +165,8 @@ void VexaFeatureTreeView::openEditors(VexaPropertyTreeItem *pItem)
     m_pOpener->open(rows);
 }
 
-void VexaFeatureTreeView::collectRows(VexaPropertyTreeItem *pItem, QVector<VexaPropertyTreeItem *> &rows)
+void VexaFeatureTreeView::collectRows(VexaPropertyTreeItem *pItem,
+                                      QVector<VexaPropertyTreeItem *> &rows)
 {
     if (NodeNameRules::isNeverShown(nodeNameOf(pItem))) {
         emit sigSetItemVisible(m_lCameraID, pItem, false);
@@ -249,8 +257,8 @@ void VexaFeatureTreeView::refreshAllRows()
     refreshRows(m_pRootItem, true);
 }
 
-bool VexaFeatureTreeView::decideRows(const RowVisibility &visibility, VexaPropertyTreeItem *pItem, bool bShow,
-                                     bool bExpandHits)
+bool VexaFeatureTreeView::decideRows(const RowVisibility &visibility, VexaPropertyTreeItem *pItem,
+                                     bool bShow, bool bExpandHits)
 {
     bool bShown = false;
     if (pItem->childCount() == 0) {
@@ -272,8 +280,8 @@ bool VexaFeatureTreeView::decideRows(const RowVisibility &visibility, VexaProper
 
 void VexaFeatureTreeView::decideBranches(VexaPropertyTreeItem *pItem)
 {
-    for (VexaPropertyTreeItem *pBranch = pItem->parent(m_nPageIndex); pBranch && pBranch != m_pRootItem;
-         pBranch = pBranch->parent(m_nPageIndex)) {
+    for (VexaPropertyTreeItem *pBranch = pItem->parent(m_nPageIndex);
+         pBranch && pBranch != m_pRootItem; pBranch = pBranch->parent(m_nPageIndex)) {
         setItemHidden(pBranch, !m_rows.hasShownChild(pBranch));
     }
 }
@@ -293,12 +301,12 @@ bool VexaFeatureTreeView::scrollToFeature(const QString &strName)
     if (!m_pRootItem || strName.isEmpty()) {
         return false;
     }
-    QVector<VexaPropertyTreeItem *> path {m_pRootItem};
+    QVector<VexaPropertyTreeItem *> path{m_pRootItem};
     while (!path.isEmpty()) {
         VexaPropertyTreeItem *const pItem = path.takeLast();
         if (pItem != m_pRootItem && nodeNameOf(pItem) == strName) {
-            for (VexaPropertyTreeItem *pBranch = pItem->parent(m_nPageIndex); pBranch && pBranch != m_pRootItem;
-                 pBranch = pBranch->parent(m_nPageIndex)) {
+            for (VexaPropertyTreeItem *pBranch = pItem->parent(m_nPageIndex);
+                 pBranch && pBranch != m_pRootItem; pBranch = pBranch->parent(m_nPageIndex)) {
                 setExpanded(indexOfItem(pBranch, VexaPropertyTreeModel::COLUMN_NAME), true);
             }
             const QModelIndex index = indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
@@ -365,12 +373,14 @@ VexaPropertyTreeItem *VexaFeatureTreeView::itemAt(const QModelIndex &index) cons
     return VexaPropertyTreeModel::itemFromIndex(index);
 }
 
-void VexaFeatureTreeView::setForceShowItems(int nCameraID, const QList<VexaPropertyTreeItem *> &items)
+void VexaFeatureTreeView::setForceShowItems(int nCameraID,
+                                            const QList<VexaPropertyTreeItem *> &items)
 {
     m_forceShowItems[nCameraID] = items;
 }
 
-void VexaFeatureTreeView::setForceHideItems(int nCameraID, const QList<VexaPropertyTreeItem *> &items)
+void VexaFeatureTreeView::setForceHideItems(int nCameraID,
+                                            const QList<VexaPropertyTreeItem *> &items)
 {
     m_forceHideItems[nCameraID] = items;
 }

@@ -79,14 +79,14 @@ public:
     // IVexaFeatureNotify: any thread
     void itemVisibleChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bVisible) override;
     void itemExpandedChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded) override;
-    void itemDataChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType, bool bNeedRecreateEditor,
-                         bool bFromUiJson) override;
+    void itemDataChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
+                         bool bNeedRecreateEditor, bool bFromUiJson) override;
     void itemSpecialChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType) override;
     void itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly) override;
 
 signals:
-    void sigUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType, bool bNeedRecreateEditor,
-                             bool bFromUiJson);
+    void sigUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
+                             bool bNeedRecreateEditor, bool bFromUiJson);
     void sigSetItemReadOnly(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly);
     void sigSetItemVisible(long lCameraID, VexaPropertyTreeItem *pItem, bool bVisible);
     void sigSetItemExpended(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded);
@@ -95,8 +95,8 @@ signals:
     void sigFeatureActivated(const QModelIndex &index);
 
 public slots:
-    void onUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType, bool bNeedRecreateEditor,
-                            bool bFromUiJson);
+    void onUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
+                            bool bNeedRecreateEditor, bool bFromUiJson);
     void onUpdateSpecialInfo(long lCameraID, VexaPropertyTreeItem *pItem, int nType);
     void onSetItemVisible(long lCameraID, VexaPropertyTreeItem *pItem, bool bVisible);
     void onSetItemReadOnly(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly);
@@ -115,7 +115,8 @@ protected:
     void updateGeometries() override;
     void updateEditorGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
-    void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
+    void drawBranches(QPainter *painter, const QRect &rect,
+                      const QModelIndex &index) const override;
     bool focusNextPrevChild(bool next) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void rowsInserted(const QModelIndex &parent, int start, int end) override;
@@ -129,7 +130,8 @@ private:
     bool concerns(long lCameraID, VexaPropertyTreeItem *pItem) const;
     RowVisibility rowVisibility() const;
     bool filterRows();
-    bool decideRows(const RowVisibility &visibility, VexaPropertyTreeItem *pItem, bool bShow, bool bExpandHits);
+    bool decideRows(const RowVisibility &visibility, VexaPropertyTreeItem *pItem, bool bShow,
+                    bool bExpandHits);
     void decideBranches(VexaPropertyTreeItem *pItem);
     void setItemHidden(VexaPropertyTreeItem *pItem, bool bHidden);
     void collectRows(VexaPropertyTreeItem *pItem, QVector<VexaPropertyTreeItem *> &rows);
@@ -145,7 +147,7 @@ private:
     bool leaveByTab(bool bNext);
     int shownRowCount(const QModelIndex &parent) const;
 
-    std::atomic<bool> m_bForbidUpdate {false};
+    std::atomic<bool> m_bForbidUpdate{false};
     bool m_bFixedHeight = false;
     bool m_bOpening = false; ///< rows have no place yet: visualRect answers nothing
     int m_nPageIndex;
@@ -162,5 +164,5 @@ private:
     std::unique_ptr<EditorOpener> m_pOpener;
     std::unique_ptr<PendingRowUpdates> m_pPending;
     VexaPropertyTreeItem *m_pActiveItem = nullptr; ///< compared only, never followed
-    int m_nDirectCalls = 0; ///< a notification of the GUI thread is being dealt with
+    std::atomic<int> m_nQueuedUpdates{0}; ///< updates from workers that wait in the event queue
 };

@@ -101,7 +101,8 @@ void VexaFeatureTreeView::scrollContentsBy(int dx, int dy)
     m_pPlacer->place();
 }
 
-void VexaFeatureTreeView::drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const
+void VexaFeatureTreeView::drawBranches(QPainter *painter, const QRect &rect,
+                                       const QModelIndex &index) const
 {
     QRect branch = rect;
     const VexaPropertyTreeItem *const pItem = itemAt(index);
@@ -161,7 +162,8 @@ void VexaFeatureTreeView::activateFeature(VexaPropertyTreeItem *pItem)
 
 QModelIndex VexaFeatureTreeView::focusedRow() const
 {
-    for (const QWidget *pWidget = QApplication::focusWidget(); pWidget; pWidget = pWidget->parentWidget()) {
+    for (const QWidget *pWidget = QApplication::focusWidget(); pWidget;
+         pWidget = pWidget->parentWidget()) {
         VexaPropertyTreeItem *const pItem = m_pDelegate->itemOfEditor(pWidget);
         if (pItem && m_rows.contains(pItem)) {
             return indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
@@ -183,7 +185,8 @@ bool VexaFeatureTreeView::focusNextPrevChild(bool next)
     if (row.isValid()) {
         row = next ? indexBelow(row) : indexAbove(row);
     } else if (next && m_pDelegate->isEditorsEnabled()) {
-        row = currentIndex().isValid() ? currentIndex().sibling(currentIndex().row(), 0) : indexAt(QPoint(0, 0));
+        row = currentIndex().isValid() ? currentIndex().sibling(currentIndex().row(), 0)
+                                       : indexAt(QPoint(0, 0));
     }
     while (row.isValid()) {
         if (m_pOpener->isActive()) {

@@ -12,34 +12,8 @@
 
 #include <QThread>
 
-namespace {
-
-/// Counts the notifications of the GUI thread that are being dealt with: their slots run before the emit returns.
-class DirectCall
-{
-public:
-    DirectCall(const QObject *pView, int &nCalls)
-        : m_pCalls(QThread::currentThread() == pView->thread() ? &nCalls : nullptr)
-    {
-        if (m_pCalls) {
-            ++*m_pCalls;
-        }
-    }
-    ~DirectCall()
-    {
-        if (m_pCalls) {
-            --*m_pCalls;
-        }
-    }
-    Q_DISABLE_COPY(DirectCall)
-
-private:
-    int *m_pCalls;
-};
-
-} // namespace
-
-void VexaFeatureTreeView::itemVisibleChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bVisible)
+void VexaFeatureTreeView::itemVisibleChanged(long lCameraID, VexaPropertyTreeItem *pItem,
+                                             bool bVisible)
 {
     if (m_bForbidUpdate) {
         return;
@@ -48,7 +22,8 @@ void VexaFeatureTreeView::itemVisibleChanged(long lCameraID, VexaPropertyTreeIte
     emit sigSetItemVisible(lCameraID, pItem, bVisible && !bNever);
 }
 
-void VexaFeatureTreeView::itemExpandedChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded)
+void VexaFeatureTreeView::itemExpandedChanged(long lCameraID, VexaPropertyTreeItem *pItem,
+                                              bool bExpanded)
 {
     if (!m_bForbidUpdate) {
         emit sigSetItemExpended(lCameraID, pItem, bExpanded);
@@ -59,7 +34,9 @@ void VexaFeatureTreeView::itemDataChanged(long lCameraID, VexaPropertyTreeItem *
                                           bool bNeedRecreateEditor, bool bFromUiJson)
 {
     if (!m_bForbidUpdate) {
-        const DirectCall direct(this, m_nDirectCalls);
+        if (QThread::currentThread() != thread()) {
+            ++m_nQueuedUpdates;
+        }
         emit sigUpdateEditorData(lCameraID, pItem, nType, bNeedRecreateEditor, bFromUiJson);
     }
 }
@@ -71,7 +48,8 @@ void VexaFeatureTreeView::itemSpecialChanged(long lCameraID, VexaPropertyTreeIte
     }
 }
 
-void VexaFeatureTreeView::itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly)
+void VexaFeatureTreeView::itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem,
+                                              bool bReadOnly)
 {
     if (!m_bForbidUpdate) {
         emit sigSetItemReadOnly(lCameraID, pItem, bReadOnly);
@@ -87,11 +65,17 @@ bool VexaFeatureTreeView::concerns(long lCameraID, VexaPropertyTreeItem *pItem) 
 void VexaFeatureTreeView::onUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
                                              bool bNeedRecreateEditor, bool bFromUiJson)
 {
+    // Counted, because sender() walks over the connections of all editors. A call of the GUI thread that comes between
+    // is at worst put off like its neighbours.
+    const bool bQueued = m_nQueuedUpdates > 0;
+    if (bQueued) {
+        --m_nQueuedUpdates;
+    }
     if (!concerns(lCameraID, pItem)) {
         return;
     }
     if (bNeedRecreateEditor || nType == -1 || (nType & 1)) {
-        if (m_nDirectCalls == 0 && sender() == this) {
+        if (bQueued) {
             m_pPending->add(pItem, bNeedRecreateEditor);
         } else {
             m_pPending->remove(pItem);
@@ -128,7 +112,8 @@ void VexaFeatureTreeView::refillEditor(VexaPropertyTreeItem *pItem, bool bRecrea
     }
 }
 
-void VexaFeatureTreeView::onUpdateSpecialInfo(long lCameraID, VexaPropertyTreeItem *pItem, int nType)
+void VexaFeatureTreeView::onUpdateSpecialInfo(long lCameraID, VexaPropertyTreeItem *pItem,
+                                              int nType)
 {
     if (concerns(lCameraID, pItem) && m_pOwner) {
         m_pOwner->itemSpecialChanged(pItem, nType);
@@ -149,14 +134,16 @@ void VexaFeatureTreeView::onSetItemVisible(long lCameraID, VexaPropertyTreeItem 
     decideBranches(pItem);
 }
 
-void VexaFeatureTreeView::onSetItemReadOnly(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly)
+void VexaFeatureTreeView::onSetItemReadOnly(long lCameraID, VexaPropertyTreeItem *pItem,
+                                            bool bReadOnly)
 {
     if (concerns(lCameraID, pItem) && m_pOwner) {
         m_pOwner->itemReadOnlyChanged(pItem, bReadOnly);
     }
 }
 
-void VexaFeatureTreeView::onSetItemExpended(long lCameraID, VexaPropertyTreeItem *pItem, bool bExpanded)
+void VexaFeatureTreeView::onSetItemExpended(long lCameraID, VexaPropertyTreeItem *pItem,
+                                            bool bExpanded)
 {
     if (concerns(lCameraID, pItem)) {
         setExpanded(indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME), bExpanded);

@@ -72,12 +72,14 @@ void VexaPropertySpinBox::keyPressEvent(QKeyEvent *event)
 
 QString VexaPropertySpinBox::textFromValue(int nValue) const
 {
-    return m_bOwnText && nValue == m_nLastAccepted ? m_strOwnText : CustomSpinBox::textFromValue(nValue);
+    return m_bOwnText && nValue == m_nLastAccepted ? m_strOwnText
+                                                   : CustomSpinBox::textFromValue(nValue);
 }
 
 int VexaPropertySpinBox::valueFromText(const QString &strText) const
 {
-    return m_bOwnText && strText == m_strOwnText ? m_nLastAccepted : CustomSpinBox::valueFromText(strText);
+    return m_bOwnText && strText == m_strOwnText ? m_nLastAccepted
+                                                 : CustomSpinBox::valueFromText(strText);
 }
 
 QValidator::State VexaPropertySpinBox::validate(QString &strInput, int &nPosition) const

@@ -21,6 +21,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <iterator>
@@ -29,11 +30,23 @@ namespace {
 
 constexpr int COMMAND_TIMER_MS = 150;
 constexpr int ROW_HEIGHT = 38; // pixels
+constexpr int NAME_SHIFT = 20; // pixels
 constexpr int TEXT_MARGIN = 5; // pixels above and below a name
 
 VexaPropertyTreeItem *itemOf(const QModelIndex &index)
 {
     return VexaPropertyTreeModel::itemFromIndex(index);
+}
+
+/// Names of features stand under the arrow of their category. The strip that they move into shows the selection
+/// already, so that the panel is drawn for the cell alone: it may be translucent.
+void moveNameLeft(QPainter *pPainter, QStyleOptionViewItem &cell)
+{
+    const QStyle *const pStyle = cell.widget ? cell.widget->style() : QApplication::style();
+    pStyle->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, pPainter, cell.widget);
+    cell.state &= ~(QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_HasFocus);
+    cell.backgroundBrush = Qt::NoBrush;
+    cell.rect.setLeft(cell.rect.left() - NAME_SHIFT);
 }
 
 bool isCategoryRow(const VexaPropertyTreeItem *pItem)
@@ -51,7 +64,8 @@ VexaPropertyTreeDelegate::VexaPropertyTreeDelegate(ParentType eType, QObject *pa
     m_pCommandTimer->setSingleShot(true);
     connect(m_pCommandTimer, &QTimer::timeout, this, &VexaPropertyTreeDelegate::on_CommandTimeout);
     // Before the view connects its own slot: the camera counts as modified before the write.
-    connect(this, &QAbstractItemDelegate::commitData, this, &VexaPropertyTreeDelegate::on_CommitRecord);
+    connect(this, &QAbstractItemDelegate::commitData, this,
+            &VexaPropertyTreeDelegate::on_CommitRecord);
 }
 
 void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -69,7 +83,7 @@ void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewIt
             cell.rect.setTop(cell.rect.top() + RowFramePainter::CATEGORY_TOP_GAP);
         } else {
             if (pItem->childCount() == 0 && index.parent().isValid()) {
-                cell.rect.setLeft(cell.rect.left() - 20);
+                moveNameLeft(painter, cell);
             }
             // The tree tells by this state whether a row of the same parent is shown below.
             RowFramePainter::paintFeatureRow(painter, cell.rect, cell.rect.left(), nRight,
@@ -82,7 +96,8 @@ void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewIt
     pStyle->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
 }
 
-QSize VexaPropertyTreeDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+QSize VexaPropertyTreeDelegate::sizeHint(const QStyleOptionViewItem &option,
+                                         const QModelIndex &index) const
 {
     struct TagHeight
     {
@@ -98,7 +113,8 @@ QSize VexaPropertyTreeDelegate::sizeHint(const QStyleOptionViewItem &option, con
         return QStyledItemDelegate::sizeHint(option, index);
     }
     // A name takes one line. The base class would lay its text out, twice for each row of every layout.
-    QSize size(option.rect.width(), qMax(ROW_HEIGHT, option.fontMetrics.height() + 2 * TEXT_MARGIN));
+    QSize size(option.rect.width(),
+               qMax(ROW_HEIGHT, option.fontMetrics.height() + 2 * TEXT_MARGIN));
     const QString strTag = pItem->tagName();
     if (!strTag.startsWith(QLatin1String("Custom"))) {
         return size;
@@ -194,7 +210,8 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     }
 }
 
-void VexaPropertyTreeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
+void VexaPropertyTreeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                            const QModelIndex &index) const
 {
     const VexaPropertyTreeItem *const pItem = itemOf(index);
     if (!m_bCommit || !editor || !model || !pItem || pItem->readOnly()) {
@@ -212,7 +229,8 @@ void VexaPropertyTreeDelegate::setModelData(QWidget *editor, QAbstractItemModel 
     }
 }
 
-void VexaPropertyTreeDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+void VexaPropertyTreeDelegate::updateEditorGeometry(QWidget *editor,
+                                                    const QStyleOptionViewItem &option,
                                                     const QModelIndex &index) const
 {
     const VexaPropertyTreeItem *const pItem = itemOf(index);
@@ -231,7 +249,8 @@ void VexaPropertyTreeDelegate::updateEditorGeometry(QWidget *editor, const QStyl
         cell.showDecorationSelected = true;
         cell.rect.adjust(5, 0, -10, 0);
         const QStyle *const pStyle = cell.widget ? cell.widget->style() : QApplication::style();
-        rect.setLeft(pStyle->subElementRect(QStyle::SE_ItemViewItemText, &cell, cell.widget).left());
+        rect.setLeft(
+            pStyle->subElementRect(QStyle::SE_ItemViewItemText, &cell, cell.widget).left());
         nAvailable = cell.rect.right() - rect.left() + 1;
     }
     const QSize hint = editor->sizeHint();
@@ -240,7 +259,8 @@ void VexaPropertyTreeDelegate::updateEditorGeometry(QWidget *editor, const QStyl
     }
     if (index.column() == VexaPropertyTreeModel::COLUMN_VALUE) {
         const QString strTag = pItem->tagName();
-        if (strTag == QLatin1String("CustomAlgorithmCodeTag") || strTag == QLatin1String("CustomFormatTextEdit")) {
+        if (strTag == QLatin1String("CustomAlgorithmCodeTag")
+            || strTag == QLatin1String("CustomFormatTextEdit")) {
             rect.setLeft(20);
         } else if (strTag == QLatin1String("CustomScreen") && rect.width() < 268) {
             rect.setLeft(rect.right() - 267);
@@ -318,12 +338,14 @@ void VexaPropertyTreeDelegate::on_CommitRecord(QWidget *pEditor)
         return;
     }
     const QString strName = pEditor->objectName();
-    if (std::find(std::begin(userSetCommands), std::end(userSetCommands), strName) != std::end(userSetCommands)) {
+    if (std::find(std::begin(userSetCommands), std::end(userSetCommands), strName)
+        != std::end(userSetCommands)) {
         qInfo() << "on_CommitRecord just return" << strName;
         return;
     }
     QTaskManager *const pManager = QTaskManager::Instance();
-    QCameraBasicTask *const pBasic = pManager ? pManager->GetTaskByID(COMMONINTERFACE::currentCameraID()) : nullptr;
+    QCameraBasicTask *const pBasic =
+        pManager ? pManager->GetTaskByID(COMMONINTERFACE::currentCameraID()) : nullptr;
     QCameraTask *const pTask = pBasic ? pBasic->_CameraTak() : nullptr;
     if (!pTask) {
         return;
@@ -355,6 +377,19 @@ bool VexaPropertyTreeDelegate::eventFilter(QObject *object, QEvent *event)
             // The editor sees its loss of focus after this filter, and commits then.
             QMetaObject::invokeMethod(
                 pEditor, [this, pEditor] { emit sigRefillNeeded(pEditor); }, Qt::QueuedConnection);
+        }
+        break;
+    case QEvent::Wheel:
+        if (!pEditor->hasFocus() && pEditor->parentWidget()) {
+            // A turn over an editor that nobody works in scrolls the tree.
+            const auto *const pWheel = static_cast<QWheelEvent *>(event);
+            QWheelEvent moved(pEditor->mapToParent(pWheel->position().toPoint()),
+                              pWheel->globalPosition(), pWheel->pixelDelta(), pWheel->angleDelta(),
+                              pWheel->buttons(), pWheel->modifiers(), pWheel->phase(),
+                              pWheel->inverted(), pWheel->source());
+            QCoreApplication::sendEvent(pEditor->parentWidget(), &moved);
+            event->setAccepted(moved.isAccepted());
+            return true;
         }
         break;
     default:

@@ -52,7 +52,8 @@ VexaPropertyTreeModel::VexaPropertyTreeModel(ParentType eType, QObject *parent)
 QModelIndex VexaPropertyTreeModel::index(int row, int column, const QModelIndex &parent) const
 {
     // Only the name column has rows below it.
-    if (!m_pRootItem || row < 0 || column < 0 || column >= COLUMN_COUNT || parent.column() > COLUMN_NAME) {
+    if (!m_pRootItem || row < 0 || column < 0 || column >= COLUMN_COUNT
+        || parent.column() > COLUMN_NAME) {
         return QModelIndex();
     }
     const VexaPropertyTreeItem *pParent = itemFromIndex(parent);
@@ -145,7 +146,8 @@ QVariant VexaPropertyTreeModel::toolTip(const VexaPropertyTreeItem *pItem, int n
         if (!bChinese) {
             return value.displayName();
         }
-        return m_eType == PARENT_FEATURE_TREE ? value.translateName() : value.StepPagesTranslateName();
+        return m_eType == PARENT_FEATURE_TREE ? value.translateName()
+                                              : value.StepPagesTranslateName();
     }
     if (pItem->tagName() != QLatin1String("CustomWatermarkFeatureTag")) {
         return QVariant();
@@ -169,7 +171,8 @@ QVariant VexaPropertyTreeModel::toolTip(const VexaPropertyTreeItem *pItem, int n
 bool VexaPropertyTreeModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
     VexaPropertyTreeItem *const pItem = itemFromIndex(index);
-    if (m_lCameraID == -1 || role != Qt::EditRole || !m_pFeatureWidget || !pItem || !pItem->value()) {
+    if (m_lCameraID == -1 || role != Qt::EditRole || !m_pFeatureWidget || !pItem
+        || !pItem->value()) {
         return true;
     }
     const QString strTag = pItem->tagName();
@@ -178,7 +181,9 @@ bool VexaPropertyTreeModel::setData(const QModelIndex &index, const QVariant &va
         return true;
     }
     const QString strName = nodeNameOf(pItem, index.column());
-    qInfo() << qUtf8Printable(QStringLiteral("begin set node: %1 type: %2 value: ").arg(strName, strTag)) << value;
+    qInfo() << qUtf8Printable(
+        QStringLiteral("begin set node: %1 type: %2 value: ").arg(strName, strTag))
+            << value;
     if (m_pFeatureWidget->setFeatureValue(strTag, strName, value)) {
         EditorValue::store(pItem, value);
         pItem->notifyViewUpdate(m_lCameraID, 3, false, false);
@@ -200,7 +205,8 @@ bool VexaPropertyTreeModel::setData(const QModelIndex &index, const QVariant &va
 
 QVariant VexaPropertyTreeModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= m_headerLabels.size()) {
+    if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0
+        || section >= m_headerLabels.size()) {
         return QVariant();
     }
     return m_headerLabels.at(section);
@@ -272,11 +278,13 @@ void VexaPropertyTreeModel::insertRowNotify(VexaPropertyTreeItem *pParent, int n
     if (!pParent) {
         return;
     }
-    beginInsertRows(indexFromItem(pParent, COLUMN_NAME), nRow, qMax(nRow, pParent->childCount() - 1));
+    beginInsertRows(indexFromItem(pParent, COLUMN_NAME), nRow,
+                    qMax(nRow, pParent->childCount() - 1));
     endInsertRows();
 }
 
-void VexaPropertyTreeModel::removeRowNotify(VexaPropertyTreeItem *pParent, VexaPropertyTreeItem *pChild)
+void VexaPropertyTreeModel::removeRowNotify(VexaPropertyTreeItem *pParent,
+                                            VexaPropertyTreeItem *pChild)
 {
     if (!pParent || (!pChild && pParent->childCount() == 0)) {
         return;

@@ -18,7 +18,8 @@ public:
 
     VexaPropertyTreeModel(ParentType eType, QObject *parent);
 
-    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
+    QModelIndex index(int row, int column,
+                      const QModelIndex &parent = QModelIndex()) const override;
     QModelIndex parent(const QModelIndex &index) const override;
     using QObject::parent;
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -26,7 +27,8 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     /// Writes to the device through the feature widget. False only when the write failed on a camera that is there.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
     void setCameraID(long lCameraID) { m_lCameraID = lCameraID; }
@@ -57,5 +59,6 @@ private:
     IVexaFeatureWidget *m_pFeatureWidget = nullptr;
     QStringList m_headerLabels;
     VexaPropertyTreeItem *m_pRootItem = nullptr; ///< not owned
-    mutable QHash<const VexaPropertyTreeItem *, int> m_rowCache; ///< checked before use: it may be stale
+    mutable QHash<const VexaPropertyTreeItem *, int>
+        m_rowCache; ///< checked before use: it may be stale
 };

@@ -61,7 +61,10 @@ public:
         layout->addWidget(m_pTreeView);
         resize(600, 900);
     }
-    bool setFeatureValue(const QString &, const QString &, const QVariant &) override { return false; }
+    bool setFeatureValue(const QString &, const QString &, const QVariant &) override
+    {
+        return false;
+    }
 };
 
 } // namespace

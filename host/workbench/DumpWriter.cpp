@@ -24,7 +24,7 @@ namespace {
 constexpr int MAXIMUM_DEPTH = 256;
 
 /// The shortest number that reads back as the same float; JSON has no infinities, they become texts.
-QJsonValue jsonNumber(float value)
+QVariant jsonNumber(float value)
 {
     if (!std::isfinite(value)) {
         return QString::number(static_cast<double>(value));
@@ -40,42 +40,45 @@ QJsonValue jsonNumber(float value)
         .toDouble();
 }
 
-/// JSON text of a value. Qt's own writer sends integers through a double, which loses the low bits of large ones.
-QByteArray jsonText(const QJsonValue &value)
+/// JSON text of a value. Qt's own JSON values keep integers as doubles, which loses the low bits of large ones.
+QByteArray jsonText(const QVariant &value)
 {
     QByteArrayList parts;
-    if (value.isObject()) {
-        const QJsonObject object = value.toObject();
+    switch (static_cast<QMetaType::Type>(value.type())) {
+    case QMetaType::QVariantMap: {
+        const QVariantMap object = value.toMap();
         for (auto it = object.begin(); it != object.end(); ++it) {
             parts += jsonText(it.key()) + ':' + jsonText(it.value());
         }
         return '{' + parts.join(',') + '}';
     }
-    if (value.isArray()) {
-        for (const QJsonValue &element : value.toArray()) {
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+        for (const QVariant &element : value.toList()) {
             parts += jsonText(element);
         }
         return '[' + parts.join(',') + ']';
+    case QMetaType::LongLong:
+        return QByteArray::number(value.toLongLong());
+    default: {
+        const QByteArray alone = QJsonDocument(QJsonArray{QJsonValue::fromVariant(value)})
+                                     .toJson(QJsonDocument::Compact);
+        return alone.mid(1, alone.size() - 2);
     }
-    const QVariant plain = value.toVariant();
-    if (plain.type() == QVariant::LongLong) {
-        return QByteArray::number(plain.toLongLong());
     }
-    const QByteArray alone = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    return alone.mid(1, alone.size() - 2);
 }
 
 /// The entries that the device offers now, in the order of the description.
-QJsonArray entriesOf(const CTreeEnumationItemValue &value, const QDomElement &element)
+QVariantList entriesOf(const CTreeEnumationItemValue &value, const QDomElement &element)
 {
     const QMap<QString, QString> displayNames = value.getAllNameMap();
-    QJsonArray entries;
+    QVariantList entries;
     for (QDomElement entry = element.firstChildElement(QStringLiteral("EnumEntry"));
          !entry.isNull(); entry = entry.nextSiblingElement(QStringLiteral("EnumEntry"))) {
         const QString name = entry.attribute(QStringLiteral("Name"));
         if (displayNames.contains(name)) {
             const QString number = entry.firstChildElement(QStringLiteral("Value")).text();
-            entries.append(QJsonObject{{QStringLiteral("name"), name},
+            entries.append(QVariantMap{{QStringLiteral("name"), name},
                                        {QStringLiteral("displayName"), displayNames.value(name)},
                                        {QStringLiteral("value"), number.toLongLong(nullptr, 0)}});
         }
@@ -117,14 +120,14 @@ void DumpWriter::append(const VexaPropertyTreeItem &item, const QStringList &pat
     }
 }
 
-QJsonObject DumpWriter::describe(VexaPropertyTreeItem &item, const QStringList &path) const
+QVariantMap DumpWriter::describe(VexaPropertyTreeItem &item, const QStringList &path) const
 {
     const std::unique_ptr<CTreeItemValue> value = item.valueSnapshot();
-    QJsonObject object{{QStringLiteral("name"), value->m_strNodeName},
+    QVariantMap object{{QStringLiteral("name"), value->m_strNodeName},
                        {QStringLiteral("displayName"), value->displayName()},
                        {QStringLiteral("translateName"), value->translateName()},
                        {QStringLiteral("tag"), item.tagName()},
-                       {QStringLiteral("path"), QJsonArray::fromStringList(path)},
+                       {QStringLiteral("path"), path},
                        {QStringLiteral("itemType"), item.itemType()},
                        {QStringLiteral("visibility"), item.visibilityString()},
                        {QStringLiteral("visible"), item.visible()},
@@ -133,7 +136,7 @@ QJsonObject DumpWriter::describe(VexaPropertyTreeItem &item, const QStringList &
                        {QStringLiteral("toolTip"), value->m_strToolTip},
                        {QStringLiteral("toolTipCn"), value->m_strToolTipCn}};
     for (const char *field : {"displayValue", "value", "min", "max", "inc"}) {
-        object.insert(QLatin1String(field), QJsonValue::Null);
+        object.insert(QLatin1String(field), QVariant());
     }
     if (item.isValueCached()) {
         object.insert(QStringLiteral("displayValue"), value->displayValue());
@@ -147,7 +150,7 @@ QJsonObject DumpWriter::describe(VexaPropertyTreeItem &item, const QStringList &
     return object;
 }
 
-void DumpWriter::describeValue(const CTreeItemValue &value, QJsonObject &object) const
+void DumpWriter::describeValue(const CTreeItemValue &value, QVariantMap &object) const
 {
     const QString valueKey = QStringLiteral("value");
     const QString minKey = QStringLiteral("min");
@@ -170,16 +173,16 @@ void DumpWriter::describeValue(const CTreeItemValue &value, QJsonObject &object)
     }
 }
 
-QJsonValue DumpWriter::accessMode(const QString &nodeName) const
+QVariant DumpWriter::accessMode(const QString &nodeName) const
 {
     QTaskManager *manager = QTaskManager::Instance();
     QCameraBasicTask *basicTask =
         manager ? manager->GetTaskByIDEx(m_tree.GetCurCameraID()) : nullptr;
     QCameraTask *task = basicTask ? basicTask->_CameraTak() : nullptr;
     if (!task || nodeName.isEmpty()) {
-        return QJsonValue::Null;
+        return QVariant();
     }
     int error = 0;
     const int mode = task->GetAccessMode(nodeName, &error);
-    return error == 0 ? QJsonValue(mode) : QJsonValue(QJsonValue::Null);
+    return error == 0 ? QVariant(mode) : QVariant();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonObject>
 #include <QStringList>
+#include <QVariantMap>
 
 class CTreeItemValue;
 class QString;
@@ -21,9 +21,9 @@ public:
 
 private:
     void append(const VexaPropertyTreeItem &item, const QStringList &path, QByteArray &out) const;
-    QJsonObject describe(VexaPropertyTreeItem &item, const QStringList &path) const;
-    void describeValue(const CTreeItemValue &value, QJsonObject &object) const;
-    QJsonValue accessMode(const QString &nodeName) const;
+    QVariantMap describe(VexaPropertyTreeItem &item, const QStringList &path) const;
+    void describeValue(const CTreeItemValue &value, QVariantMap &object) const;
+    QVariant accessMode(const QString &nodeName) const;
 
     const VexaFeatureTree &m_tree;
 };

@@ -3,19 +3,17 @@
 #include "tree/FeatureReader.h"
 #include "tree/FeatureToolTip.h"
 
+#include <QDomDocument>
 #include <QTextDocument>
 #include <QtTest>
 
 namespace {
 
-QDomElement elementOf(const QByteArray &xml)
+NodeFacts factsOf(const QByteArray &xml)
 {
     QDomDocument document;
     document.setContent(xml);
-    // The document dies with this function unless somebody holds it.
-    static QVector<QDomDocument> kept;
-    kept.append(document);
-    return document.documentElement();
+    return NodeFacts(document.documentElement());
 }
 
 /// What a reader of the pane sees.
@@ -39,7 +37,7 @@ private slots:
     void floatTail_data();
     void floatTail();
     void entries();
-    void nothingWithoutElement();
+    void nothingWithoutFacts();
 };
 
 void tst_featuretooltip::head_data()
@@ -56,8 +54,8 @@ void tst_featuretooltip::head_data()
     QTest::newRow("own name space") << QByteArray("<Command Name='Gain' NameSpace='Custom'/>") << "Text" << "" << "ENG"
                                     << "Name Space: Custom";
     QTest::newRow("type is the tag") << gain << "Text" << "" << "ENG" << "Type: Command";
-    QTest::newRow("streamable as given") << gain << "Text" << "" << "ENG" << "Streamable: Yes";
-    QTest::newRow("visibility of the item") << gain << "Text" << "" << "ENG" << "Visibility: Expert";
+    QTest::newRow("streamable as given") << QByteArray("<Command Name='Gain'><Streamable>Yes</Streamable></Command>") << "Text" << "" << "ENG" << "Streamable: Yes";
+    QTest::newRow("visibility of the node") << QByteArray("<Command Name='Gain'><Visibility>Expert</Visibility></Command>") << "Text" << "" << "ENG" << "Visibility: Expert";
     QTest::newRow("double quotes become single") << gain << "a \"b\" c" << "" << "ENG" << "a 'b' c";
     QTest::newRow("markup stays text") << gain << "x < y & z" << "" << "ENG" << "x < y & z";
     QTest::newRow("English keeps the English text") << gain << "Text" << QString::fromUtf8("文本") << "ENG" << "Text";
@@ -79,10 +77,9 @@ void tst_featuretooltip::head()
     value.m_strDescription = description;
     value.m_strDescriptionTrans = descriptionTrans;
     value.m_strTranslateName = QString::fromUtf8("增益");
+    const NodeFacts facts = factsOf(xml);
     FeatureToolTipSource source;
-    source.element = elementOf(xml);
-    source.streamable = QStringLiteral("Yes");
-    source.visibility = QStringLiteral("Expert");
+    source.facts = &facts;
     source.value = &value;
     const QString text = shownText(FeatureToolTip::CreateToolTip(source, language));
     QVERIFY2(text.contains(expected), qPrintable(text));
@@ -110,8 +107,9 @@ void tst_featuretooltip::integerTail()
     value.m_nMinValue = 16;
     value.m_nMaxValue = 9007199254740993; // 2^53 + 1: lost by a double
     value.m_nIncValue = increment;
+    const NodeFacts facts = factsOf("<Integer Name='" + name.toUtf8() + "'/>");
     FeatureToolTipSource source;
-    source.element = elementOf("<Integer Name='" + name.toUtf8() + "'/>");
+    source.facts = &facts;
     source.value = &value;
     QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source)).replace(QLatin1Char('\n'), QLatin1Char('|')).trimmed(),
              expected);
@@ -134,8 +132,9 @@ void tst_featuretooltip::floatTail()
     CTreeFloatItemValue value;
     value.m_fMinValue = 0.5F;
     value.m_fMaxValue = maximum;
+    const NodeFacts facts = factsOf("<Float Name='Gain'/>");
     FeatureToolTipSource source;
-    source.element = elementOf("<Float Name='Gain'/>");
+    source.facts = &facts;
     source.value = &value;
     QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source)).replace(QLatin1Char('\n'), QLatin1Char('|')).trimmed(),
              expected);
@@ -144,16 +143,17 @@ void tst_featuretooltip::floatTail()
 void tst_featuretooltip::entries()
 {
     CTreeItemValue value;
+    const NodeFacts facts = factsOf("<Enumeration Name='Shape'/>");
     FeatureToolTipSource source;
-    source.element = elementOf("<Enumeration Name='Shape'/>");
+    source.facts = &facts;
     source.value = &value;
     EnumEntryReading shown;
-    shown.name = QStringLiteral("Mode");
-    shown.displayName = QStringLiteral("Something else");
-    shown.valueText = QStringLiteral("7");
-    shown.visibility = QStringLiteral("Guru");
+    shown.facts.name = QStringLiteral("Mode");
+    shown.facts.displayName = QStringLiteral("Something else");
+    shown.facts.valueText = QStringLiteral("7");
+    shown.facts.visibility = QStringLiteral("Guru");
     EnumEntryReading hidden;
-    hidden.name = QStringLiteral("Hidden");
+    hidden.facts.name = QStringLiteral("Hidden");
     hidden.implementedAndAvailable = false;
     source.entries = {shown, hidden};
     const QString text = shownText(FeatureToolTip::CreateValueInfo(source));
@@ -164,14 +164,15 @@ void tst_featuretooltip::entries()
     QVERIFY(!text.contains(QLatin1String("Hidden")));
 }
 
-void tst_featuretooltip::nothingWithoutElement()
+void tst_featuretooltip::nothingWithoutFacts()
 {
     CTreeItemValue value;
     FeatureToolTipSource source;
     source.value = &value;
     QVERIFY(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")).isEmpty());
     source.value = nullptr;
-    source.element = elementOf("<Command Name='Gain'/>");
+    const NodeFacts facts = factsOf("<Command Name='Gain'/>");
+    source.facts = &facts;
     QVERIFY(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")).isEmpty());
 }
 

@@ -61,9 +61,10 @@ ViewFixture::ViewFixture(const QString &strTree, int nPageIndex)
     : m_pOwner(std::make_unique<RecordingFeatureWidget>(nPageIndex))
     , m_pRoot(std::make_unique<VexaPropertyTreeItem>())
 {
-    QVector<VexaPropertyTreeItem *> path {m_pRoot.get()};
+    QVector<VexaPropertyTreeItem *> path{m_pRoot.get()};
     for (const QString &strLine : strTree.split('\n', Qt::SkipEmptyParts)) {
-        const int nDepth = int(strLine.size() - QString(strLine).replace(QRegExp("^ +"), QString()).size()) / 2;
+        const int nDepth =
+            int(strLine.size() - QString(strLine).replace(QRegExp("^ +"), QString()).size()) / 2;
         const QStringList words = strLine.split(' ', Qt::SkipEmptyParts);
         path.resize(nDepth + 1);
         auto *const pItem = new VexaPropertyTreeItem(path.last(), nPageIndex);
@@ -89,7 +90,7 @@ void ViewFixture::clear()
 
 VexaPropertyTreeItem *ViewFixture::item(const QString &strName) const
 {
-    QVector<VexaPropertyTreeItem *> waiting {m_pRoot.get()};
+    QVector<VexaPropertyTreeItem *> waiting{m_pRoot.get()};
     while (!waiting.isEmpty()) {
         VexaPropertyTreeItem *const pItem = waiting.takeLast();
         if (nodeNameOf(pItem) == strName) {
@@ -120,8 +121,8 @@ QString ViewFixture::shownRows()
 {
     QStringList lines;
     view().doItemsLayout();
-    for (QModelIndex index = view().indexAt(QPoint(0, -view().verticalScrollBar()->value())); index.isValid();
-         index = view().indexBelow(index)) {
+    for (QModelIndex index = view().indexAt(QPoint(0, -view().verticalScrollBar()->value()));
+         index.isValid(); index = view().indexBelow(index)) {
         int nDepth = 0;
         for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
             ++nDepth;
@@ -137,8 +138,8 @@ void ViewFixture::finish(VexaPropertyTreeItem *pItem)
     pItem->endUpdateItem(CAMERA);
 }
 
-void ViewFixture::setInteger(const QString &strName, qint64 nValue, qint64 nMinimum, qint64 nMaximum,
-                             qint64 nIncrement, const QString &strRepresentation)
+void ViewFixture::setInteger(const QString &strName, qint64 nValue, qint64 nMinimum,
+                             qint64 nMaximum, qint64 nIncrement, const QString &strRepresentation)
 {
     auto *const pValue = static_cast<CTreeIntergerItemValue *>(item(strName)->value());
     pValue->m_nValue = nValue;

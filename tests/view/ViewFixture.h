@@ -14,7 +14,8 @@ public:
     explicit RecordingFeatureWidget(int nPageIndex = 0);
     ~RecordingFeatureWidget() override;
 
-    bool setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &oNodeValue) override;
+    bool setFeatureValue(const QString &strNodeType, const QString &strNodeName,
+                         const QVariant &oNodeValue) override;
     bool afterSetFeatureValue(const QString &strNodeName) override;
     void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson) override;
     void itemVisibleStateChanged(VexaPropertyTreeItem *pItem) override;
@@ -51,8 +52,8 @@ public:
     /// Deletes the items and their view's hold on them.
     void clear();
 
-    void setInteger(const QString &strName, qint64 nValue, qint64 nMinimum, qint64 nMaximum, qint64 nIncrement = 1,
-                    const QString &strRepresentation = QString());
+    void setInteger(const QString &strName, qint64 nValue, qint64 nMinimum, qint64 nMaximum,
+                    qint64 nIncrement = 1, const QString &strRepresentation = QString());
     void setFloat(const QString &strName, float fValue, float fMinimum, float fMaximum);
     void setBoolean(const QString &strName, bool bValue);
     void setString(const QString &strName, const QString &strValue, int nMaxLength = 64);

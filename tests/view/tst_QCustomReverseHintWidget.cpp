@@ -49,7 +49,8 @@ void TestQCustomReverseHintWidget::languageChangeShowsTheKeysAgain()
     widget.setLanguage("CH");
     QEvent change(QEvent::LanguageChange);
     QApplication::sendEvent(&widget, &change);
-    QCOMPARE(labels(widget).at(1)->text(), QString("lang_qcustomreversehintwidget_pharmacodeonetrack"));
+    QCOMPARE(labels(widget).at(1)->text(),
+             QString("lang_qcustomreversehintwidget_pharmacodeonetrack"));
 }
 
 QTEST_MAIN(TestQCustomReverseHintWidget)

@@ -86,7 +86,8 @@ void TestVexaFeatureTreeView::ignoresOtherCamerasAndForbiddenTimes()
     fixture.view().setForbidUpdate(false);
     QCOMPARE(fixture.owner().m_calls, QStringList());
     QCOMPARE(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value(), 5);
-    pItem->endUpdateItem(ViewFixture::CAMERA); // the fingerprint was not taken over, so it is told again
+    pItem->endUpdateItem(
+        ViewFixture::CAMERA); // the fingerprint was not taken over, so it is told again
     QCOMPARE(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value(), 6);
 }
 
@@ -116,14 +117,20 @@ void TestVexaFeatureTreeView::visibility_data()
     QTest::addColumn<QString>("rows");
     const QStringList none;
     QTest::newRow("forced row of an invisible item")
-        << QStringList("Width") << none << QStringList {"Width", "Height", "Gain"} << "" << "A\n  Width";
-    QTest::newRow("forced away") << none << QStringList("Gain") << none << "" << "A\n  Width\n  Height";
-    QTest::newRow("both lists: shown wins") << QStringList("Gain") << QStringList("Gain") << none << ""
-                                            << "A\n  Width\n  Height\nB\n  Inner\n    Gain";
-    QTest::newRow("category forced away") << none << QStringList("B") << none << "" << "A\n  Width\n  Height";
+        << QStringList("Width") << none << QStringList{"Width", "Height", "Gain"} << ""
+        << "A\n  Width";
+    QTest::newRow("forced away") << none << QStringList("Gain") << none << ""
+                                 << "A\n  Width\n  Height";
+    QTest::newRow("both lists: shown wins")
+        << QStringList("Gain") << QStringList("Gain") << none << ""
+        << "A\n  Width\n  Height\nB\n  Inner\n    Gain";
+    QTest::newRow("category forced away") << none << QStringList("B") << none << ""
+                                          << "A\n  Width\n  Height";
     QTest::newRow("forced row in a category forced away")
-        << QStringList("Gain") << QStringList("B") << none << "" << "A\n  Width\n  Height\nB\n  Inner\n    Gain";
-    QTest::newRow("basic view wins over all") << QStringList("Width") << none << none << "A" << "B\n  Inner\n    Gain";
+        << QStringList("Gain") << QStringList("B") << none << ""
+        << "A\n  Width\n  Height\nB\n  Inner\n    Gain";
+    QTest::newRow("basic view wins over all") << QStringList("Width") << none << none << "A"
+                                              << "B\n  Inner\n    Gain";
 }
 
 void TestVexaFeatureTreeView::visibility()
@@ -153,7 +160,8 @@ void TestVexaFeatureTreeView::visibility()
     QTEST(fixture.shownRows(), "rows");
     // A single notification decides as the whole pass does.
     for (const char *name : {"Width", "Height", "Gain"}) {
-        fixture.view().onSetItemVisible(ViewFixture::CAMERA, fixture.item(name), fixture.item(name)->visible());
+        fixture.view().onSetItemVisible(ViewFixture::CAMERA, fixture.item(name),
+                                        fixture.item(name)->visible());
     }
     QTEST(fixture.shownRows(), "rows");
 }
@@ -167,7 +175,8 @@ void TestVexaFeatureTreeView::search_data()
     QTest::newRow("hidden features stay hidden") << "Height" << false << "";
     QTest::newRow("category name is no hit") << "Inner" << false << "";
     QTest::newRow("nothing") << "zzz" << false << "";
-    QTest::newRow("empty text shows the level's rows") << "" << true << "A\n  Width\nB\n  Inner\n    Gain";
+    QTest::newRow("empty text shows the level's rows")
+        << "" << true << "A\n  Width\nB\n  Inner\n    Gain";
 }
 
 void TestVexaFeatureTreeView::search()
@@ -190,7 +199,8 @@ void TestVexaFeatureTreeView::search()
 
 void TestVexaFeatureTreeView::namesThatAreNeverShown()
 {
-    ViewFixture fixture("A\n  EMMCCloseTime Integer\n  EMMCStateShowStr StringReg\nB\n  EMMCCloseTimeShowMin Integer\n"
+    ViewFixture fixture("A\n  EMMCCloseTime Integer\n  EMMCStateShowStr StringReg\nB\n  "
+                        "EMMCCloseTimeShowMin Integer\n"
                         "  EMMCStateJpegShowStr StringReg\n  Gain Integer\n");
     fixture.show();
     fixture.item("EMMCCloseTime")->setVisible(false, ViewFixture::CAMERA, true);
@@ -284,10 +294,12 @@ void TestVexaFeatureTreeView::onlyRowsInSightShowTheirEditors()
         const QRect viewport = fixture.view().viewport()->rect();
         for (int i = 0; i < 500; ++i) {
             const QString strName = QString("F%1").arg(i);
-            const QRect row = fixture.view().visualRect(fixture.view().indexOfItem(fixture.item(strName), 1));
+            const QRect row =
+                fixture.view().visualRect(fixture.view().indexOfItem(fixture.item(strName), 1));
             const QWidget *const pEditor = fixture.editor(strName);
             const bool bInSight = row.isValid() && row.intersects(viewport);
-            if (pEditor->isVisible() != bInSight || (bInSight && !row.contains(pEditor->geometry()))) {
+            if (pEditor->isVisible() != bInSight
+                || (bInSight && !row.contains(pEditor->geometry()))) {
                 return QString("%1 %2").arg(strName).arg(pEditor->isVisible());
             }
         }
@@ -313,7 +325,8 @@ void TestVexaFeatureTreeView::largeTreeOpensInSlices()
 {
     QString strTree;
     for (int i = 0; i < 3000; ++i) {
-        strTree += (i % 100 ? QString() : QString("C%1\n").arg(i)) + QString("  F%1 Command\n").arg(i);
+        strTree +=
+            (i % 100 ? QString() : QString("C%1\n").arg(i)) + QString("  F%1 Command\n").arg(i);
     }
     ViewFixture fixture(strTree);
     fixture.owner().show();

@@ -30,7 +30,8 @@ void TestVexaPropertySpinBox::snaps_data()
     QTest::newRow("negative step") << 0 << 100 << qint64(-1) << 7 << 7;
     QTest::newRow("step above 32 bits") << 5 << 100 << qint64(1) << 40 << 40;
     QTest::newRow("huge step stays at the minimum") << 5 << 100 << (qint64(1) << 40) << 40 << 5;
-    QTest::newRow("distance overflows 32 bits") << lowest << highest << qint64(2) << highest << highest - 1;
+    QTest::newRow("distance overflows 32 bits")
+        << lowest << highest << qint64(2) << highest << highest - 1;
 }
 
 void TestVexaPropertySpinBox::snaps()

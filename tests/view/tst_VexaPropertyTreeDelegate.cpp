@@ -3,13 +3,12 @@
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
+#include "model/CTreeEnumationItemValue.h"
+#include "model/CTreeIntergerItemValue.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeDelegate.h"
 #include "view/VexaPropertyTreeModel.h"
-
-#include "model/CTreeEnumationItemValue.h"
-#include "model/CTreeIntergerItemValue.h"
 
 #include <QApplication>
 #include <QSignalSpy>
@@ -60,7 +59,8 @@ static void fillAll(ViewFixture &fixture)
     fixture.setEnumeration("Enum", {"Mono8", "Mono12", "RGB8"}, 10);
     fixture.setFloat("Float", 1.25F, 0, 10);
     fixture.setString("String", "text");
-    static_cast<CTreeIntergerItemValue *>(fixture.item("Hex")->value())->m_strRepresentation = "HexNumber";
+    static_cast<CTreeIntergerItemValue *>(fixture.item("Hex")->value())->m_strRepresentation =
+        "HexNumber";
     fixture.setInteger("Hex", 255, 0, 4096, 1, "HexNumber");
 }
 
@@ -72,23 +72,48 @@ void TestVexaPropertyTreeDelegate::editorClass_data()
     QTest::addColumn<QByteArray>("valueEditor");
     QTest::addColumn<QByteArray>("nameEditor");
     const QByteArray none;
-    QTest::newRow("Boolean") << "Boolean" << "X" << "" << QByteArray("CustomCheckBox") << none;
-    QTest::newRow("mirror has a hint") << "Boolean" << "ReverseY" << "" << QByteArray("CustomCheckBox")
-                                       << QByteArray("QCustomReverseHintWidget");
-    QTest::newRow("Command") << "Command" << "X" << "" << QByteArray("CustomPushButton") << none;
-    QTest::newRow("Integer") << "Integer" << "X" << "Linear" << QByteArray("VexaPropertySpinBox") << none;
-    QTest::newRow("period has a hint") << "Integer" << "TriggerSelfTriggerPeriod" << ""
-                                       << QByteArray("VexaPropertySpinBox") << QByteArray("QCustomReverseHintWidget");
+    QTest::newRow("Boolean") << "Boolean"
+                             << "X"
+                             << "" << QByteArray("CustomCheckBox") << none;
+    QTest::newRow("mirror has a hint")
+        << "Boolean"
+        << "ReverseY"
+        << "" << QByteArray("CustomCheckBox") << QByteArray("QCustomReverseHintWidget");
+    QTest::newRow("Command") << "Command"
+                             << "X"
+                             << "" << QByteArray("CustomPushButton") << none;
+    QTest::newRow("Integer") << "Integer"
+                             << "X"
+                             << "Linear" << QByteArray("VexaPropertySpinBox") << none;
+    QTest::newRow("period has a hint")
+        << "Integer"
+        << "TriggerSelfTriggerPeriod"
+        << "" << QByteArray("VexaPropertySpinBox") << QByteArray("QCustomReverseHintWidget");
     for (const char *text : {"HexNumber", "IPV4Address", "MACAddress", "PureNumber"}) {
-        QTest::newRow(text) << "Integer" << "X" << text << QByteArray("QPropertyLineEdit") << none;
+        QTest::newRow(text) << "Integer"
+                            << "X" << text << QByteArray("QPropertyLineEdit") << none;
     }
-    QTest::newRow("Enumeration") << "Enumeration" << "X" << "" << QByteArray("CustomComboBox") << none;
-    QTest::newRow("Float") << "Float" << "X" << "" << QByteArray("QPropertyLineEdit") << none;
-    QTest::newRow("StringReg") << "StringReg" << "X" << "" << QByteArray("QPropertyLineEdit") << none;
-    QTest::newRow("time as text") << "StringReg" << "ManualSetTime" << "" << QByteArray("CustomCalendar") << none;
-    QTest::newRow("time") << "CustomTime" << "X" << "" << QByteArray("CustomCalendar") << none;
-    QTest::newRow("register alone") << "IntReg" << "X" << "" << none << none;
-    QTest::newRow("format text has no stock editor") << "CustomFormatEdit" << "X" << "" << none << none;
+    QTest::newRow("Enumeration") << "Enumeration"
+                                 << "X"
+                                 << "" << QByteArray("CustomComboBox") << none;
+    QTest::newRow("Float") << "Float"
+                           << "X"
+                           << "" << QByteArray("QPropertyLineEdit") << none;
+    QTest::newRow("StringReg") << "StringReg"
+                               << "X"
+                               << "" << QByteArray("QPropertyLineEdit") << none;
+    QTest::newRow("time as text") << "StringReg"
+                                  << "ManualSetTime"
+                                  << "" << QByteArray("CustomCalendar") << none;
+    QTest::newRow("time") << "CustomTime"
+                          << "X"
+                          << "" << QByteArray("CustomCalendar") << none;
+    QTest::newRow("register alone") << "IntReg"
+                                    << "X"
+                                    << "" << none << none;
+    QTest::newRow("format text has no stock editor") << "CustomFormatEdit"
+                                                     << "X"
+                                                     << "" << none << none;
 }
 
 void TestVexaPropertyTreeDelegate::editorClass()
@@ -122,14 +147,22 @@ void TestVexaPropertyTreeDelegate::stringRules_data()
     QTest::addColumn<int>("echo");
     const QString ideograph = QStringLiteral(u"a\u4e2d");
     const int normal = QLineEdit::Normal;
-    QTest::newRow("ideograph in a trigger") << "TcpStartTriggerStr" << ideograph << false << false << normal;
-    QTest::newRow("last of the triggers") << "UsbEndTriggerStr" << ideograph << false << false << normal;
-    QTest::newRow("Latin text in a trigger") << "HeartbeatText" << "<p>\\r" << true << false << normal;
-    QTest::newRow("password") << "FtpUserPasswd" << "secret" << true << false << int(QLineEdit::PasswordEchoOnEdit);
-    QTest::newRow("double slash") << "FtpFormatDirectoryString" << "a//b" << false << false << normal;
-    QTest::newRow("256 characters") << "FtpFormatDirectoryString" << QString(256, 'a') << true << false << normal;
-    QTest::newRow("257 characters") << "FtpFormatDirectoryString" << QString(257, 'a') << false << false << normal;
-    QTest::newRow("placeholder of the user id") << "DeviceUserID" << "a%1b" << false << true << normal;
+    QTest::newRow("ideograph in a trigger")
+        << "TcpStartTriggerStr" << ideograph << false << false << normal;
+    QTest::newRow("last of the triggers")
+        << "UsbEndTriggerStr" << ideograph << false << false << normal;
+    QTest::newRow("Latin text in a trigger") << "HeartbeatText"
+                                             << "<p>\\r" << true << false << normal;
+    QTest::newRow("password") << "FtpUserPasswd"
+                              << "secret" << true << false << int(QLineEdit::PasswordEchoOnEdit);
+    QTest::newRow("double slash") << "FtpFormatDirectoryString"
+                                  << "a//b" << false << false << normal;
+    QTest::newRow("256 characters")
+        << "FtpFormatDirectoryString" << QString(256, 'a') << true << false << normal;
+    QTest::newRow("257 characters")
+        << "FtpFormatDirectoryString" << QString(257, 'a') << false << false << normal;
+    QTest::newRow("placeholder of the user id") << "DeviceUserID"
+                                                << "a%1b" << false << true << normal;
     QTest::newRow("user id") << "DeviceUserID" << ideograph << true << true << normal;
     QTest::newRow("no rule") << "DeviceVendorName" << ideograph << true << true << normal;
     QTest::newRow("ftp user") << "FtpUserName" << ideograph << true << false << normal;
@@ -143,8 +176,8 @@ void TestVexaPropertyTreeDelegate::stringRules()
     fixture.view().openEditors(fixture.root());
     auto *const pEdit = qobject_cast<QLineEdit *>(fixture.editor(name));
     int nPosition = 0;
-    const bool bAcceptable
-        = !pEdit->validator() || pEdit->validator()->validate(text, nPosition) == QValidator::Acceptable;
+    const bool bAcceptable = !pEdit->validator()
+        || pEdit->validator()->validate(text, nPosition) == QValidator::Acceptable;
     QTEST(bAcceptable, "acceptable");
     QTEST(pEdit->testAttribute(Qt::WA_InputMethodEnabled), "inputMethod");
     QTEST(int(pEdit->echoMode()), "echo");
@@ -210,7 +243,8 @@ void TestVexaPropertyTreeDelegate::refillIsNoEdit()
     fixture.setFloat("Float", 3, 2, 4);
     fixture.setReadOnly(name, true);
     fixture.view().notifyEditorUpdate();
-    fixture.view().propertyDelegate()->commitData(fixture.editor(name)); // as a view does when an editor closes
+    fixture.view().propertyDelegate()->commitData(
+        fixture.editor(name)); // as a view does when an editor closes
     QCOMPARE(fixture.owner().m_writes, QStringList());
 }
 
@@ -255,7 +289,7 @@ void TestVexaPropertyTreeDelegate::comboKeepsOneConnection()
     fixture.view().notifyEditorUpdate();
     fixture.view().notifyEditorUpdate();
     qobject_cast<QComboBox *>(fixture.editor("Enum"))->setCurrentIndex(2);
-    QCOMPARE(fixture.owner().m_writes, QStringList {"Enumeration Enum 20"});
+    QCOMPARE(fixture.owner().m_writes, QStringList{"Enumeration Enum 20"});
 }
 
 void TestVexaPropertyTreeDelegate::representationChangeMakesTheEditorAnew()
@@ -274,13 +308,14 @@ void TestVexaPropertyTreeDelegate::representationChangeMakesTheEditorAnew()
 
 void TestVexaPropertyTreeDelegate::quietDeviceNotifiesNobody()
 {
-    ViewFixture fixture(QString(TREE) + "  Plain\n  Reg IntReg\n  EMMCCloseTime Integer\n  ReverseX Boolean\n");
+    ViewFixture fixture(QString(TREE)
+                        + "  Plain\n  Reg IntReg\n  EMMCCloseTime Integer\n  ReverseX Boolean\n");
     fixture.show();
     fillAll(fixture);
     fixture.setBoolean("ReverseX", true);
     QSignalSpy told(&fixture.view(), &VexaFeatureTreeView::sigUpdateEditorData);
-    for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "Cmd", "All", "Plain", "Reg", "EMMCCloseTime",
-                             "ReverseX"}) {
+    for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "Cmd", "All", "Plain", "Reg",
+                             "EMMCCloseTime", "ReverseX"}) {
         fixture.item(name)->endUpdateItem(ViewFixture::CAMERA);
         QVERIFY2(told.isEmpty(), name);
     }
@@ -306,9 +341,14 @@ void TestVexaPropertyTreeDelegate::commandCaption_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("caption");
-    QTest::newRow("English") << "X" << "ENG" << "Execute";
-    QTest::newRow("Chinese bytes") << "X" << "CH" << QStringLiteral(u"\u6267\u884c");
-    QTest::newRow("opens a dialog") << "Custom_RegularExpressionFilterRules" << "CH" << "Set";
+    QTest::newRow("English") << "X"
+                             << "ENG"
+                             << "Execute";
+    QTest::newRow("Chinese bytes") << "X"
+                                   << "CH" << QStringLiteral(u"\u6267\u884c");
+    QTest::newRow("opens a dialog") << "Custom_RegularExpressionFilterRules"
+                                    << "CH"
+                                    << "Set";
 }
 
 void TestVexaPropertyTreeDelegate::commandCaption()
@@ -334,7 +374,7 @@ void TestVexaPropertyTreeDelegate::commitOnlyWhileFlagged()
     QCOMPARE(fixture.owner().m_writes, QStringList());
     pSpin->setValue(51);
     emit pSpin->editingFinished();
-    QCOMPARE(fixture.owner().m_writes, QStringList {"Integer Int 50"});
+    QCOMPARE(fixture.owner().m_writes, QStringList{"Integer Int 50"});
     qobject_cast<QPushButton *>(fixture.editor("Cmd"))->click();
     qobject_cast<QCheckBox *>(fixture.editor("Bool"))->setChecked(false);
     QCOMPARE(fixture.owner().m_writes.mid(1), QStringList({"Command Cmd 0", "Boolean Bool false"}));
@@ -342,7 +382,8 @@ void TestVexaPropertyTreeDelegate::commitOnlyWhileFlagged()
 
 void TestVexaPropertyTreeDelegate::heights()
 {
-    ViewFixture fixture("All\n  Int Integer\n  Light CustomLightingSelector\n  Screen CustomScreen\n");
+    ViewFixture fixture(
+        "All\n  Int Integer\n  Light CustomLightingSelector\n  Screen CustomScreen\n");
     const auto height = [&](const char *name) {
         return fixture.view()
             .propertyDelegate()

@@ -47,7 +47,8 @@ void TestVexaPropertyTreeModel::structureIsSound()
     model.setRootItem(nullptr);
     QCOMPARE(model.rowCount(), 0);
     model.setRootItem(fixture.root());
-    model.removeRowNotify(fixture.item("Inner"), fixture.item("Light"));
+    const std::unique_ptr<VexaPropertyTreeItem> pRemoved(fixture.item("Light"));
+    model.removeRowNotify(fixture.item("Inner"), pRemoved.get());
     QCOMPARE(model.rowCount(fixture.view().indexOfItem(fixture.item("Inner"), 0)), 0);
 }
 
@@ -57,8 +58,12 @@ void TestVexaPropertyTreeModel::texts_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("toolTip");
-    QTest::newRow("tree in English") << 0 << "ENG" << "Width" << "Width";
-    QTest::newRow("tree in Chinese") << 0 << "CH" << "Kuan" << "Kuan";
+    QTest::newRow("tree in English") << 0 << "ENG"
+                                     << "Width"
+                                     << "Width";
+    QTest::newRow("tree in Chinese") << 0 << "CH"
+                                     << "Kuan"
+                                     << "Kuan";
 }
 
 void TestVexaPropertyTreeModel::texts()
@@ -106,7 +111,8 @@ void TestVexaPropertyTreeModel::flags_data()
     QTest::newRow("read-only value") << "Width" << 1 << true << base;
     QTest::newRow("name is no value") << "Width" << 0 << false << base;
     QTest::newRow("lighting name takes no selection") << "Light" << 0 << false << 0;
-    QTest::newRow("lighting value is only editable") << "Light" << 1 << true << int(Qt::ItemIsEditable);
+    QTest::newRow("lighting value is only editable")
+        << "Light" << 1 << true << int(Qt::ItemIsEditable);
 }
 
 void TestVexaPropertyTreeModel::flags()
@@ -127,20 +133,28 @@ void TestVexaPropertyTreeModel::setData_data()
     QTest::addColumn<bool>("answer");
     QTest::addColumn<QString>("writes");
     QTest::addColumn<QString>("calls");
-    QTest::newRow("integer as it is") << "Width" << QVariant(5) << true << true << "" << "";
+    QTest::newRow("integer as it is") << "Width" << QVariant(5) << true << true << ""
+                                      << "";
     QTest::newRow("integer") << "Width" << QVariant(6) << true << true << "Integer Width 6"
                              << "value Width,after Width";
-    QTest::newRow("integer equal in its low 32 bits") << "Width" << QVariant(qint64(5) + (qint64(1) << 32)) << true
-                                                      << true << "Integer Width 4294967301"
-                                                      << "value Width,after Width";
-    QTest::newRow("float within the tolerance") << "Gain" << QVariant(1.5009) << true << true << "" << "";
-    QTest::newRow("float beyond the tolerance") << "Gain" << QVariant(1.502) << true << true << "Float Gain 1.502"
-                                                << "value Gain,after Gain";
-    QTest::newRow("command always runs") << "DeviceReset" << QVariant(0) << true << true << "Command DeviceReset 0"
-                                         << "value DeviceReset,after DeviceReset";
-    QTest::newRow("refused reset") << "DeviceReset" << QVariant(0) << false << false << "Command DeviceReset 0" << "";
-    QTest::newRow("refused while the camera has gone") << "Width" << QVariant(6) << false << true
-                                                       << "Integer Width 6" << "";
+    QTest::newRow("integer equal in its low 32 bits")
+        << "Width" << QVariant(qint64(5) + (qint64(1) << 32)) << true << true
+        << "Integer Width 4294967301"
+        << "value Width,after Width";
+    QTest::newRow("float within the tolerance") << "Gain" << QVariant(1.5009) << true << true << ""
+                                                << "";
+    QTest::newRow("float beyond the tolerance")
+        << "Gain" << QVariant(1.502) << true << true << "Float Gain 1.502"
+        << "value Gain,after Gain";
+    QTest::newRow("command always runs")
+        << "DeviceReset" << QVariant(0) << true << true << "Command DeviceReset 0"
+        << "value DeviceReset,after DeviceReset";
+    QTest::newRow("refused reset")
+        << "DeviceReset" << QVariant(0) << false << false << "Command DeviceReset 0"
+        << "";
+    QTest::newRow("refused while the camera has gone")
+        << "Width" << QVariant(6) << false << true << "Integer Width 6"
+        << "";
 }
 
 void TestVexaPropertyTreeModel::setData()
@@ -156,11 +170,13 @@ void TestVexaPropertyTreeModel::setData()
     fixture.owner().m_calls.clear();
     fixture.owner().m_bAnswer = deviceTakesIt;
     VexaPropertyTreeItem *const pItem = fixture.item(name);
-    QTEST(fixture.view().propertyModel()->setData(fixture.view().indexOfItem(pItem, 1), value), "answer");
+    QTEST(fixture.view().propertyModel()->setData(fixture.view().indexOfItem(pItem, 1), value),
+          "answer");
     QCOMPARE(fixture.owner().m_writes.join(','), writes);
     QCOMPARE(fixture.owner().m_calls.join(','), calls);
     if (deviceTakesIt && !writes.isEmpty() && name == "Width") {
-        QCOMPARE(static_cast<CTreeIntergerItemValue *>(pItem->value())->m_nValue, value.toLongLong());
+        QCOMPARE(static_cast<CTreeIntergerItemValue *>(pItem->value())->m_nValue,
+                 value.toLongLong());
     }
 }
 

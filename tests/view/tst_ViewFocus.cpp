@@ -30,7 +30,10 @@ private slots:
     void wheelOverAnEditorScrolls();
 
 private:
-    QString focused() const { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : "none"; }
+    QString focused() const
+    {
+        return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : "none";
+    }
     ViewFixture &fixture() { return *m_pFixture; }
     std::unique_ptr<ViewFixture> m_pFixture;
 };
@@ -157,10 +160,13 @@ void TestViewFocus::typedTextSurvivesARefill()
 void TestViewFocus::featureFollowsMouseKeyboardAndFocus()
 {
     QSignalSpy activated(&fixture().view(), &VexaFeatureTreeView::sigFeatureActivated);
-    const auto last = [&] { return fixture().view().itemAt(activated.last().first().toModelIndex()); };
+    const auto last = [&] {
+        return fixture().view().itemAt(activated.last().first().toModelIndex());
+    };
     fixture().editor("F2")->setFocus();
     QCOMPARE(last(), fixture().item("F2"));
-    const QRect row = fixture().view().visualRect(fixture().view().indexOfItem(fixture().item("F4"), 0));
+    const QRect row =
+        fixture().view().visualRect(fixture().view().indexOfItem(fixture().item("F4"), 0));
     QTest::mouseMove(fixture().view().viewport(), row.center());
     QTest::mouseMove(fixture().view().viewport(), row.center() + QPoint(3, 2));
     QCOMPARE(last(), fixture().item("F4"));
@@ -191,9 +197,8 @@ void TestViewFocus::wheelOverAnEditorScrolls()
 {
     auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F3"));
     const QPointF position = pSpin->rect().center();
-    QWheelEvent wheel(position, pSpin->mapToGlobal(position.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QSpontaneKeyEvent::setSpontaneous(&wheel);
+    QWheelEvent wheel(position, pSpin->mapToGlobal(position.toPoint()), QPoint(), QPoint(0, -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(pSpin, &wheel);
     QCOMPARE(pSpin->value(), 3);
     QVERIFY(fixture().view().verticalScrollBar()->value() > 0);
