@@ -48,8 +48,8 @@ const ButtonRow BUTTONS[] = {
      ":/FeatureTreeModule/featuretree/icon_file_export_normal.svg",
      ":/FeatureTreeModule/featuretree/icon_file_export_disable.svg", 76, 90},
     {VexaFeatureToolBar::BUTTON_FILE_ACCESS, "lang_qfeaturetoolbar_fileaccess",
-     ":/FeatureTreeModule/featuretree/icon_save_normal.svg", ":/FeatureTreeModule/featuretree/icon_save_disable.svg",
-     104, 115},
+     ":/FeatureTreeModule/featuretree/icon_save_normal.svg",
+     ":/FeatureTreeModule/featuretree/icon_save_disable.svg", 104, 115},
 };
 
 QString translated(const char *key)
@@ -70,7 +70,8 @@ CustomPushButton *makeButton(const ButtonRow &row, QWidget *parent)
     setText(button, row.textKey);
     button->setFixedSize(row.widthChinese, BAR_HEIGHT);
     button->cSetFontSize(14);
-    for (const Custom::ItemStatus status : {Custom::STATUS_NORMAL, Custom::STATUS_HOVER, Custom::STATUS_PRESSED}) {
+    for (const Custom::ItemStatus status :
+         {Custom::STATUS_NORMAL, Custom::STATUS_HOVER, Custom::STATUS_PRESSED}) {
         button->cSetFontColor(QColor(QStringLiteral("#FAFAFA")), status);
     }
     button->cSetFontColor(QColor(QStringLiteral("#7F8287")), Custom::STATUS_DISABLED);
@@ -154,7 +155,8 @@ void VexaFeatureToolBar::applyExpandState()
 
 void VexaFeatureToolBar::applyLanguage()
 {
-    const bool chinese = QLocalCfg::Instance() && QLocalCfg::Instance()->GetPropertyLan() == QLatin1String("CH");
+    const bool chinese =
+        QLocalCfg::Instance() && QLocalCfg::Instance()->GetPropertyLan() == QLatin1String("CH");
     for (const ButtonRow &row : BUTTONS) {
         setText(button(row.id), row.textKey);
         button(row.id)->setFixedWidth(chinese ? row.widthChinese : row.widthOther);
@@ -185,7 +187,8 @@ void VexaFeatureToolBar::OnSigToolBarBtnClicked(int nIndex)
         applyExpandState();
     } else if (nIndex == BUTTON_REFRESH) {
         m_pRefreshButton->setEnabled(false);
-        QTimer::singleShot(REFRESH_PAUSE_MS, m_pRefreshButton, [button = m_pRefreshButton] { button->setEnabled(true); });
+        QTimer::singleShot(REFRESH_PAUSE_MS, m_pRefreshButton,
+                           [button = m_pRefreshButton] { button->setEnabled(true); });
     }
     emit SigToolBarBtnClicked(nIndex);
 }
@@ -198,7 +201,8 @@ void VexaFeatureToolBar::UpdateToolBarBtn(int state, int cameraId, bool busy)
         }
     };
     const auto enableFiles = [this](bool enable) {
-        for (CustomPushButton *fileButton : {m_pImportButton, m_pExportButton, m_pFileAccessButton}) {
+        for (CustomPushButton *fileButton :
+             {m_pImportButton, m_pExportButton, m_pFileAccessButton}) {
             fileButton->setEnabled(enable);
         }
     };

@@ -13,7 +13,13 @@ class VexaFeatureToolBar : public CustomWidget
     Q_OBJECT
 public:
     /// Numbers of the buttons, as SigToolBarBtnClicked carries them.
-    enum Button { BUTTON_EXPAND = 0, BUTTON_IMPORT = 1, BUTTON_EXPORT = 2, BUTTON_FILE_ACCESS = 3, BUTTON_REFRESH = 4 };
+    enum Button {
+        BUTTON_EXPAND = 0,
+        BUTTON_IMPORT = 1,
+        BUTTON_EXPORT = 2,
+        BUTTON_FILE_ACCESS = 3,
+        BUTTON_REFRESH = 4
+    };
 
     /// Throws std::bad_alloc when a step of the construction fails.
     explicit VexaFeatureToolBar(QWidget *parent);
@@ -24,14 +30,14 @@ public:
     /// `state` 1 is a live camera. `busy` shuts import, export and file access.
     void UpdateToolBarBtn(int state, int cameraId, bool busy);
 
-signals:
+Q_SIGNALS:
     void SigToolBarBtnClicked(int nIndex);
 
 protected:
     void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-private slots:
+private Q_SLOTS:
     void OnSigToolBarBtnClicked(int nIndex);
 
 private:

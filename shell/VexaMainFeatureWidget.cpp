@@ -79,7 +79,8 @@ void VexaMainFeatureWidget::initUI()
     column->addSpacing(11);
     column->addLayout(row);
 
-    connect(this, &VexaMainFeatureWidget::sigBeforeDeleteFeature, this, &VexaMainFeatureWidget::onBeforeDeleteFeature);
+    connect(this, &VexaMainFeatureWidget::sigBeforeDeleteFeature, this,
+            &VexaMainFeatureWidget::onBeforeDeleteFeature);
     connect(QVexaEventBus::Instance(), &QVexaEventBus::SigVexaEventUpdateFeatureTree2, this,
             &VexaMainFeatureWidget::OnVexaEventUpdateFeatureTree);
     connect(QVexaEventBus::Instance(), &QVexaEventBus::SigVexaEventRefreshFeatureTree, this,
@@ -110,9 +111,11 @@ VexaFeatureTree *VexaMainFeatureWidget::featureTree(long int cameraId, bool crea
 
 VexaFeatureTree *VexaMainFeatureWidget::makeTree(long int cameraId, bool hasCamera)
 {
-    qInfo().noquote() << QStringLiteral("VexaMainFeatureWidget::featureTree new VexaFeatureTree ") + QString::number(cameraId);
+    qInfo().noquote() << QStringLiteral("VexaMainFeatureWidget::featureTree new VexaFeatureTree ")
+            + QString::number(cameraId);
     auto *tree = new VexaFeatureTree(hasCamera ? cameraId : -1, nullptr);
-    connect(tree, &VexaFeatureTree::SigToolBarBtnClicked, this, &VexaMainFeatureWidget::OnToolBarBtnClicked);
+    connect(tree, &VexaFeatureTree::SigToolBarBtnClicked, this,
+            &VexaMainFeatureWidget::OnToolBarBtnClicked);
     connect(tree, &VexaFeatureTree::SigExpandTree, this, &VexaMainFeatureWidget::OnTreeExpand);
     tree->setObjectName(QStringLiteral("VexaFeatureTree"));
     const QMutexLocker locker(&m_treesMutex);

@@ -87,7 +87,7 @@ public:
     void notify(int event, void *data) override;
     QSize sizeHint() const override;
 
-signals:
+Q_SIGNALS:
     void sigBeforeDeleteFeature(long int lCameraID);
     void SigToolBarBtnClicked(int nIndex, long int lCameraID);
     void SigEndDrag();
@@ -96,7 +96,7 @@ protected:
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
-public slots:
+public Q_SLOTS:
     void onBeforeDeleteFeature(long int lCameraID);
     void OnToolBarBtnClicked(int nIndex);
     void OnTreeExpand();
@@ -115,7 +115,8 @@ private:
     void deleteTrees();
 
     long int m_lCurrentCameraID = -1;
-    QMap<long int, bool> m_expandStates; ///< true while the last click on the expand button collapsed the tree
+    QMap<long int, bool>
+        m_expandStates; ///< true while the last click on the expand button collapsed the tree
     QMap<long int, VexaFeatureTree *> m_featureTrees;
     QMutex m_treesMutex; ///< guards m_featureTrees, which workers look into
     bool m_bConnected = false;

@@ -1,7 +1,5 @@
 // What the host's buttons, tables and bus signals ask of the current tree.
 
-#include "shell/VexaMainFeatureWidget.h"
-
 #include "ControlKit/Custom.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
@@ -12,6 +10,7 @@
 #include "ShellServicesModule/QLocalCfg.h"
 #include "UtilityKit/VexaInterface.h"
 #include "shell/VexaFeatureToolBar.h"
+#include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QCoreApplication>
@@ -120,13 +119,15 @@ void VexaMainFeatureWidget::OnTreeExpand()
     }
 }
 
-void VexaMainFeatureWidget::OnVexaEventUpdateFeatureTree(long int lCameraID, QList<QString> listNodeName)
+void VexaMainFeatureWidget::OnVexaEventUpdateFeatureTree(long int lCameraID,
+                                                         QList<QString> listNodeName)
 {
     if (lCameraID < 0) {
         return;
     }
-    qInfo().noquote() << QStringLiteral("VexaMainFeatureWidget::OnVexaEventUpdateFeatureTree %1 ").arg(lCameraID)
-                      << listNodeName;
+    qInfo().noquote()
+        << QStringLiteral("VexaMainFeatureWidget::OnVexaEventUpdateFeatureTree %1 ").arg(lCameraID)
+        << listNodeName;
     if (VexaFeatureTree *tree = featureTree(lCameraID, false)) {
         tree->OnAddValueChangedNodes(listNodeName);
     }
@@ -221,12 +222,30 @@ bool VexaMainFeatureWidget::GetDeviceInfo(long int, _MY_STRUCT_DEVICE_INFO_ &)
 }
 
 // Calls of the host that mean nothing to this module; they stand so that it links.
-void VexaMainFeatureWidget::OnCameraStartGrabbing(long int) { }
-void VexaMainFeatureWidget::OnCameraStopGrabbing(long int) { }
-void VexaMainFeatureWidget::OnOpenCamera(long int) { }
-void VexaMainFeatureWidget::OnCloseCamera(long int) { }
-void VexaMainFeatureWidget::FileUpgrade(long int) { }
-void VexaMainFeatureWidget::ForceDeviceIP(long int) { }
-void VexaMainFeatureWidget::UploadScript(long int) { }
-void VexaMainFeatureWidget::UpadateDeviceList() { }
-void VexaMainFeatureWidget::UpdateAutoTimeRange(long int) { }
+void VexaMainFeatureWidget::OnCameraStartGrabbing(long int)
+{
+}
+void VexaMainFeatureWidget::OnCameraStopGrabbing(long int)
+{
+}
+void VexaMainFeatureWidget::OnOpenCamera(long int)
+{
+}
+void VexaMainFeatureWidget::OnCloseCamera(long int)
+{
+}
+void VexaMainFeatureWidget::FileUpgrade(long int)
+{
+}
+void VexaMainFeatureWidget::ForceDeviceIP(long int)
+{
+}
+void VexaMainFeatureWidget::UploadScript(long int)
+{
+}
+void VexaMainFeatureWidget::UpadateDeviceList()
+{
+}
+void VexaMainFeatureWidget::UpdateAutoTimeRange(long int)
+{
+}

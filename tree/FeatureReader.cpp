@@ -28,7 +28,7 @@ std::unique_ptr<CTreeItemValue> readBoolean(QCameraTask &task, const QString &na
 
 std::unique_ptr<CTreeItemValue> readInteger(QCameraTask &task, const QString &name)
 {
-    _NODE_INT_VALUE_ record {};
+    _NODE_INT_VALUE_ record{};
     if (!task.GetIntegerValue(name, &record, nullptr, true, false)) {
         return nullptr;
     }
@@ -47,7 +47,7 @@ std::unique_ptr<CTreeItemValue> readInteger(QCameraTask &task, const QString &na
 
 std::unique_ptr<CTreeItemValue> readFloat(QCameraTask &task, const QString &name)
 {
-    _NODE_FLOAT_VALUE_ record {};
+    _NODE_FLOAT_VALUE_ record{};
     if (!task.GetFloatValue(name, &record, nullptr, true, false)) {
         return nullptr;
     }
@@ -93,8 +93,8 @@ struct TypedRead
 };
 
 const TypedRead TYPED_READS[] = {
-    {"Boolean", readBoolean},     {"Integer", readInteger},  {"Enumeration", readEnumeration},
-    {"Float", readFloat},         {"StringReg", readString},
+    {"Boolean", readBoolean}, {"Integer", readInteger},  {"Enumeration", readEnumeration},
+    {"Float", readFloat},     {"StringReg", readString},
 };
 
 } // namespace
@@ -155,7 +155,7 @@ PointerAnswer FeatureReader::readPointer(const QString &nodeName)
     if (!cameraTask) {
         return PointerAnswer::Unreachable;
     }
-    _NODE_INT_VALUE_ record {};
+    _NODE_INT_VALUE_ record{};
     int error = 0;
     PointerAnswer answer = PointerAnswer::No;
     if (cameraTask->GetIntegerValue(nodeName, &record, &error, true, false)) {
@@ -167,7 +167,8 @@ PointerAnswer FeatureReader::readPointer(const QString &nodeName)
     return answer;
 }
 
-std::unique_ptr<CTreeItemValue> FeatureReader::readValue(const QString &tagName, const QString &nodeName) const
+std::unique_ptr<CTreeItemValue> FeatureReader::readValue(const QString &tagName,
+                                                         const QString &nodeName) const
 {
     for (const TypedRead &row : TYPED_READS) {
         if (tagName == QLatin1String(row.tagName)) {
@@ -186,7 +187,8 @@ bool FeatureReader::readEntries(const NodeFacts &facts, QVector<EnumEntryReading
         if (present == PointerAnswer::Yes) {
             present = IsAvailable(entry.isAvailable);
         }
-        const PointerAnswer locked = present == PointerAnswer::Yes ? IsLocked(entry.isLocked) : PointerAnswer::No;
+        const PointerAnswer locked =
+            present == PointerAnswer::Yes ? IsLocked(entry.isLocked) : PointerAnswer::No;
         if (present == PointerAnswer::Unreachable || locked == PointerAnswer::Unreachable) {
             return false;
         }

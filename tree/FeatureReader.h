@@ -48,7 +48,8 @@ public:
 
     /// The value of a node as an object of the class of its tag, without names; null when the read failed or the tag
     /// has no value. An enumeration comes without its entries.
-    std::unique_ptr<CTreeItemValue> readValue(const QString &tagName, const QString &nodeName) const;
+    std::unique_ptr<CTreeItemValue> readValue(const QString &tagName,
+                                              const QString &nodeName) const;
     /// The entries of an Enumeration in document order; false when the device did not answer.
     bool readEntries(const NodeFacts &facts, QVector<EnumEntryReading> &entries);
 

@@ -38,8 +38,9 @@ struct Labels
     const QString entryValue = body(QStringLiteral("Enum Entry Value: "));
     const QString entryNameSpace = body(QStringLiteral("Name Spac: "));
     const QString paragraph = body(QStringLiteral("\n\n"));
-    const QString assembly = QStringLiteral("%1%2") + nodeName + QStringLiteral("%3") + type + QStringLiteral("%4")
-        + nameSpace + QStringLiteral("%5") + visibility + QStringLiteral("%6") + streamable + QStringLiteral("%7%8");
+    const QString assembly = QStringLiteral("%1%2") + nodeName + QStringLiteral("%3") + type
+        + QStringLiteral("%4") + nameSpace + QStringLiteral("%5") + visibility
+        + QStringLiteral("%6") + streamable + QStringLiteral("%7%8");
 };
 
 const Labels &labels()
@@ -50,17 +51,18 @@ const Labels &labels()
 
 bool isWithoutTail(const QString &nodeName)
 {
-    static const QSet<QString> names {QStringLiteral("GevCurrentIPAddress"), QStringLiteral("GevCurrentSubnetMask"),
-                                      QStringLiteral("GevCurrentDefaultGateway")};
+    static const QSet<QString> names{QStringLiteral("GevCurrentIPAddress"),
+                                     QStringLiteral("GevCurrentSubnetMask"),
+                                     QStringLiteral("GevCurrentDefaultGateway")};
     return names.contains(nodeName);
 }
 
 bool isWithoutRange(const QString &nodeName)
 {
-    static const QSet<QString> names {QStringLiteral("GevPersistentIPAddress"),
-                                      QStringLiteral("GevPersistentSubnetMask"),
-                                      QStringLiteral("GevPersistentDefaultGateway"), QStringLiteral("GevSCDA"),
-                                      QStringLiteral("GevSCSP")};
+    static const QSet<QString> names{QStringLiteral("GevPersistentIPAddress"),
+                                     QStringLiteral("GevPersistentSubnetMask"),
+                                     QStringLiteral("GevPersistentDefaultGateway"),
+                                     QStringLiteral("GevSCDA"), QStringLiteral("GevSCSP")};
     return names.contains(nodeName);
 }
 
@@ -91,10 +93,11 @@ QString floatInfo(const CTreeFloatItemValue &value)
 QString entryInfo(const EnumEntryReading &entry)
 {
     const EnumEntryFacts &facts = entry.facts;
-    const QString name = facts.name == QLatin1String("Mode") ? QStringLiteral("AdvancedMode") : facts.name;
-    return bodyLine(QLatin1Char('\n') + name + QLatin1Char('\n')) + labels().entryName + bodyLine(name)
-        + labels().entryValue + bodyLine(facts.valueText) + labels().entryNameSpace + bodyLine(facts.nameSpace)
-        + labels().visibility + bodyLine(facts.visibility);
+    const QString name =
+        facts.name == QLatin1String("Mode") ? QStringLiteral("AdvancedMode") : facts.name;
+    return bodyLine(QLatin1Char('\n') + name + QLatin1Char('\n')) + labels().entryName
+        + bodyLine(name) + labels().entryValue + bodyLine(facts.valueText) + labels().entryNameSpace
+        + bodyLine(facts.nameSpace) + labels().visibility + bodyLine(facts.visibility);
 }
 
 } // namespace
@@ -114,8 +117,8 @@ QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const 
             description = value.m_strDescriptionTrans;
         }
     }
-    const QString titleHtml
-        = QFunction::stringToHtmlFilter(title + QStringLiteral("\n\n"), QColor(255, 255, 255), true);
+    const QString titleHtml =
+        QFunction::stringToHtmlFilter(title + QStringLiteral("\n\n"), QColor(255, 255, 255), true);
     description.replace(QLatin1Char('"'), QLatin1Char('\''));
 
     // One arg call after the other: a percent sign and a digit in a text are taken for a placeholder.
@@ -124,11 +127,14 @@ QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const 
     text = text.arg(body(description) + labels().paragraph);
     text = text.arg(bodyLine(facts.name));
     text = text.arg(bodyLine(facts.tagName));
-    text = text.arg(bodyLine(facts.nameSpace.isEmpty() ? QStringLiteral("Standard") : facts.nameSpace));
+    text = text.arg(
+        bodyLine(facts.nameSpace.isEmpty() ? QStringLiteral("Standard") : facts.nameSpace));
     text = text.arg(bodyLine(facts.visibility));
     text = text.arg(bodyLine(facts.streamable));
     text = text.arg(CreateValueInfo(source));
-    return QStringLiteral("<span style=\"width:2px;height:12px; background-color:#FF7500; \">&nbsp;</span>&nbsp;") + text;
+    return QStringLiteral("<span style=\"width:2px;height:12px; background-color:#FF7500; "
+                          "\">&nbsp;</span>&nbsp;")
+        + text;
 }
 
 QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
@@ -157,7 +163,8 @@ QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
     return text;
 }
 
-QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value, const QVector<EnumEntryReading> &entries)
+QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value,
+                                   const QVector<EnumEntryReading> &entries)
 {
     QByteArray state;
     const auto add = [&state](auto number) {

@@ -24,15 +24,15 @@ const QString &visibilityInvisible()
 /// Tags of rows that may be shown; a row without a tag is one of a node that the description lacks.
 bool isShownTag(const QString &tagName)
 {
-    static const QSet<QString> tags {QString(),
-                                     QStringLiteral("Category"),
-                                     QStringLiteral("Boolean"),
-                                     QStringLiteral("Command"),
-                                     QStringLiteral("Integer"),
-                                     QStringLiteral("IntReg"),
-                                     QStringLiteral("Enumeration"),
-                                     QStringLiteral("Float"),
-                                     QStringLiteral("StringReg")};
+    static const QSet<QString> tags{QString(),
+                                    QStringLiteral("Category"),
+                                    QStringLiteral("Boolean"),
+                                    QStringLiteral("Command"),
+                                    QStringLiteral("Integer"),
+                                    QStringLiteral("IntReg"),
+                                    QStringLiteral("Enumeration"),
+                                    QStringLiteral("Float"),
+                                    QStringLiteral("StringReg")};
     return tags.contains(tagName);
 }
 
@@ -40,7 +40,8 @@ VexaCameraTranslator *translatorOf(long int cameraId)
 {
     return cameraId == NO_CAMERA_ID
         ? nullptr
-        : VexaCameraTranslatorManager::getInstance()->getCameraTranslator(static_cast<int>(cameraId));
+        : VexaCameraTranslatorManager::getInstance()->getCameraTranslator(
+            static_cast<int>(cameraId));
 }
 
 } // namespace
@@ -65,7 +66,8 @@ bool FeatureUpdate::IsVisibleAtLevel(const QString &visibility, int userLevel)
     {
         QLatin1String visibility;
         int lastLevel; ///< the highest level number that still shows it
-    } levels[] = {{QLatin1String("Guru"), 0}, {QLatin1String("Expert"), 1}, {QLatin1String("Beginner"), 2}};
+    } levels[] = {
+        {QLatin1String("Guru"), 0}, {QLatin1String("Expert"), 1}, {QLatin1String("Beginner"), 2}};
     for (const auto &row : levels) {
         if (visibility == row.visibility) {
             return userLevel >= 0 && userLevel <= row.lastLevel;
@@ -164,8 +166,8 @@ void FeatureUpdate::translateTexts()
         needsName = m_pItem->value()->m_strTranslateName.isEmpty();
         needsDescription = m_pItem->value()->m_strDescriptionTrans.isEmpty();
     }
-    VexaCameraTranslator *translator
-        = needsName || needsDescription ? translatorOf(m_context.cameraId) : nullptr;
+    VexaCameraTranslator *translator =
+        needsName || needsDescription ? translatorOf(m_context.cameraId) : nullptr;
     if (translator && needsName && !m_pFacts->displayName.isEmpty()) {
         m_strTranslateName = translator->getPropDisplayNameTrans(m_strNodeName);
     }
@@ -225,12 +227,13 @@ void FeatureUpdate::AddEnumEntry(const EnumEntryReading &entry)
     if (displayName.isEmpty()) {
         displayName = entry.facts.name;
     }
-    if (displayName == QLatin1String("Raw") && m_context.items.contains(QStringLiteral("RawModeEnable"))) {
+    if (displayName == QLatin1String("Raw")
+        && m_context.items.contains(QStringLiteral("RawModeEnable"))) {
         return;
     }
     static_cast<CTreeEnumationItemValue *>(m_pValue.get())
-        ->updateDisplayName(displayName, entry.facts.name, VexaInterface::string2Int(entry.facts.valueText),
-                            m_context.cameraId);
+        ->updateDisplayName(displayName, entry.facts.name,
+                            VexaInterface::string2Int(entry.facts.valueText), m_context.cameraId);
 }
 
 void FeatureUpdate::hide()
@@ -267,7 +270,8 @@ void FeatureUpdate::publishTexts()
                 row.kept = row.read;
             }
         }
-        publishesVisibility = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
+        publishesVisibility =
+            m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
     }
     if (publishesVisibility) {
         m_pItem->setVisibilityString(m_pFacts->visibility);
@@ -287,7 +291,8 @@ bool FeatureUpdate::publishValue()
         enumeration->swapEntries(*static_cast<CTreeEnumationItemValue *>(m_pValue.get()));
     } else {
         if (auto *integer = dynamic_cast<CTreeIntergerItemValue *>(value)) {
-            static_cast<CTreeIntergerItemValue *>(m_pValue.get())->m_strRepresentation = integer->m_strRepresentation;
+            static_cast<CTreeIntergerItemValue *>(m_pValue.get())->m_strRepresentation =
+                integer->m_strRepresentation;
         }
         value->copy(m_pValue.get(), false);
     }
@@ -305,7 +310,8 @@ void FeatureUpdate::publish()
             publishValue();
         }
         if (publishesAccess) {
-            accessIsNewest = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
+            accessIsNewest =
+                m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
             auto *integer = dynamic_cast<CTreeIntergerItemValue *>(m_pItem->value());
             if (integer && m_strTagName == QLatin1String("Integer")) {
                 integer->m_strRepresentation = m_pFacts->representation;

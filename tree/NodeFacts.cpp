@@ -31,11 +31,12 @@ EnumEntryFacts entryFacts(const QDomElement &element)
     facts.nameSpace = element.attribute(QStringLiteral("NameSpace"));
     facts.visibility = QStringLiteral("Beginner");
     const ChildField fields[] = {
-        {"DisplayName", &facts.displayName, false},   {"Visibility", &facts.visibility, true},
-        {"Value", &facts.valueText, true},            {"pIsImplemented", &facts.isImplemented, true},
-        {"pIsAvailable", &facts.isAvailable, true},   {"pIsLocked", &facts.isLocked, true},
+        {"DisplayName", &facts.displayName, false}, {"Visibility", &facts.visibility, true},
+        {"Value", &facts.valueText, true},          {"pIsImplemented", &facts.isImplemented, true},
+        {"pIsAvailable", &facts.isAvailable, true}, {"pIsLocked", &facts.isLocked, true},
     };
-    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
         readChild(child, fields);
     }
     return facts;
@@ -51,12 +52,13 @@ NodeFacts::NodeFacts(const QDomElement &element)
     , visibility(QStringLiteral("Beginner"))
 {
     const ChildField fields[] = {
-        {"DisplayName", &displayName, true},       {"Description", &description, true},
-        {"Streamable", &streamable, true},         {"Representation", &representation, true},
-        {"Visibility", &visibility, true},         {"pIsImplemented", &isImplemented, true},
-        {"pIsAvailable", &isAvailable, true},      {"pIsLocked", &isLocked, true},
+        {"DisplayName", &displayName, true},  {"Description", &description, true},
+        {"Streamable", &streamable, true},    {"Representation", &representation, true},
+        {"Visibility", &visibility, true},    {"pIsImplemented", &isImplemented, true},
+        {"pIsAvailable", &isAvailable, true}, {"pIsLocked", &isLocked, true},
     };
-    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
         if (child.tagName() == QLatin1String("EnumEntry")) {
             entries.append(entryFacts(child));
         } else {

@@ -21,8 +21,8 @@ QGetFeaturesThread::~QGetFeaturesThread()
     waitForEnd();
 }
 
-void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elements, const ItemMap &items,
-                                       const PollingTable &pollingTable)
+void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elements,
+                                       const ItemMap &items, const PollingTable &pollingTable)
 {
     m_lCameraID = cameraId;
     m_lWorkingCameraID = cameraId;
@@ -31,7 +31,8 @@ void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elem
     m_pollingTable = pollingTable;
 }
 
-void QGetFeaturesThread::SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStringList &nodes, int status)
+void QGetFeaturesThread::SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStringList &nodes,
+                                       int status)
 {
     if (!CanRestart(type)) {
         return;
@@ -54,14 +55,17 @@ bool QGetFeaturesThread::CanRestart(_FEATURES_UPDATE_TYPE_ newType)
         return true;
     }
     const _FEATURES_UPDATE_TYPE_ running = m_nUpdateType;
-    if (running == FEATURES_UPDATE_ALL && (newType == FEATURES_UPDATE_ALL || newType == FEATURES_UPDATE_POLLING)) {
+    if (running == FEATURES_UPDATE_ALL
+        && (newType == FEATURES_UPDATE_ALL || newType == FEATURES_UPDATE_POLLING)) {
         return false;
     }
     if (running == FEATURES_UPDATE_POLLING && newType == FEATURES_UPDATE_POLLING) {
         return false;
     }
     const bool replaced = running == FEATURES_UPDATE_POLLING
-        || (newType == running && (running == FEATURES_UPDATE_INVALIDATOR || running == FEATURES_UPDATE_TLPARAMSLOCKED));
+        || (newType == running
+            && (running == FEATURES_UPDATE_INVALIDATOR
+                || running == FEATURES_UPDATE_TLPARAMSLOCKED));
     if (replaced) {
         RequestStop();
     }
@@ -115,8 +119,8 @@ void QGetFeaturesThread::waitForEnd()
 
 void QGetFeaturesThread::UpdateThreadInfo(const QStringList &names)
 {
-    qInfo().noquote() << QStringLiteral("QGetFeaturesThread::UpdateThreadInfo (") + names.join(QStringLiteral(", "))
-            + QLatin1Char(')');
+    qInfo().noquote() << QStringLiteral("QGetFeaturesThread::UpdateThreadInfo (")
+            + names.join(QStringLiteral(", ")) + QLatin1Char(')');
     const QMutexLocker locker(&m_listMutex);
     m_workList = names + m_workList;
 }

@@ -73,7 +73,7 @@ public:
     /// To be called once for each sigThreadEnd: whether that run was ended by a stop.
     bool TakeEndedRunStopped();
 
-signals:
+Q_SIGNALS:
     void sigThreadStart();
     void sigThreadEnd();
     void SigThreadSmarTuneData(QString strNodeName, QVariant oNodeValue);
@@ -94,14 +94,15 @@ private:
     void park();
     void waitForEnd();
 
-    std::atomic<bool> m_bStop {false};
-    std::atomic<bool> m_bRepeat {false};
-    std::atomic<bool> m_bSmartTuneHeard {false};
-    std::atomic<int> m_nUpdateStatus {UPDATE_REFRESH};
-    std::atomic<int> m_nUserLevel {0};
-    std::atomic<long int> m_lWorkingCameraID {-1}; ///< -1 while a stop is forced: every look-up fails at once
+    std::atomic<bool> m_bStop{false};
+    std::atomic<bool> m_bRepeat{false};
+    std::atomic<bool> m_bSmartTuneHeard{false};
+    std::atomic<int> m_nUpdateStatus{UPDATE_REFRESH};
+    std::atomic<int> m_nUserLevel{0};
+    std::atomic<long int> m_lWorkingCameraID{
+        -1}; ///< -1 while a stop is forced: every look-up fails at once
     long int m_lCameraID = -1;
-    std::atomic<_FEATURES_UPDATE_TYPE_> m_nUpdateType {FEATURES_UPDATE_ALL};
+    std::atomic<_FEATURES_UPDATE_TYPE_> m_nUpdateType{FEATURES_UPDATE_ALL};
     ItemMap m_items;
     std::unique_ptr<NodeFactsTable> m_pFacts; ///< of the elements of this opening
     QStringList m_workList;

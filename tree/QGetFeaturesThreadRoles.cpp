@@ -1,10 +1,9 @@
 // The four roles of a worker: what one run does.
 
-#include "tree/QGetFeaturesThread.h"
-
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tree/QGetFeaturesThread.h"
 
 #include <QDebug>
 #include <QElapsedTimer>
@@ -40,8 +39,8 @@ void QGetFeaturesThread::run()
 {
     const quintptr threadId = reinterpret_cast<quintptr>(QThread::currentThreadId());
     const _FEATURES_UPDATE_TYPE_ type = m_nUpdateType;
-    qInfo().noquote() << QStringLiteral(" QGetFeaturesThread UpdateFeature tid = ") + QString::number(threadId)
-            + QStringLiteral(" type = ") + QString::number(type);
+    qInfo().noquote() << QStringLiteral(" QGetFeaturesThread UpdateFeature tid = ")
+            + QString::number(threadId) + QStringLiteral(" type = ") + QString::number(type);
     if (m_bStop) {
         return;
     }
@@ -176,7 +175,8 @@ void QGetFeaturesThread::runPolling()
         QElapsedTimer timer;
         timer.start();
         const long long elapsed = counter * POLLING_GRID_MS;
-        for (auto row = m_pollingTable.constBegin(); row != m_pollingTable.constEnd() && !m_bStop; ++row) {
+        for (auto row = m_pollingTable.constBegin(); row != m_pollingTable.constEnd() && !m_bStop;
+             ++row) {
             const long long period = row.key();
             if (period <= 0 || elapsed < period || elapsed % period != 0) {
                 continue;
@@ -190,7 +190,8 @@ void QGetFeaturesThread::runPolling()
         }
         counter = (counter + 1) % POLLING_COUNTER_END;
         const qint64 spent = timer.elapsed();
-        sleepUnlessWoken(spent >= POLLING_GRID_MS ? SHORTEST_PAUSE_MS : static_cast<int>(POLLING_GRID_MS - spent));
+        sleepUnlessWoken(spent >= POLLING_GRID_MS ? SHORTEST_PAUSE_MS
+                                                  : static_cast<int>(POLLING_GRID_MS - spent));
     }
     logRole(" QGetFeaturesThread::run polloing end update ", m_pollingTable.size());
 }

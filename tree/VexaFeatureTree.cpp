@@ -127,7 +127,9 @@ void VexaFeatureTree::setViewForbiddenUpdate(bool forbid)
     }
 }
 
-void VexaFeatureTree::UpdateCameraItemName() { }
+void VexaFeatureTree::UpdateCameraItemName()
+{
+}
 
 void VexaFeatureTree::UpdateToolBarBtn(int state, int cameraId, bool busy)
 {
@@ -162,16 +164,19 @@ void VexaFeatureTree::notify(int event, void *data)
     }
 }
 
-bool VexaFeatureTree::setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &)
+bool VexaFeatureTree::setFeatureValue(const QString &strNodeType, const QString &strNodeName,
+                                      const QVariant &)
 {
     // The editors stay disabled until the typed writes stand, so that only a host can come here.
     QFunction::Instance()->InsertMessageLog(
         MESSAGE_LOG_ERROR, GetCurCameraName(),
-        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_writeunavailable").arg(strNodeName, strNodeType));
+        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_writeunavailable")
+            .arg(strNodeName, strNodeType));
     return false;
 }
 
-void VexaFeatureTree::SetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue)
+void VexaFeatureTree::SetFeatureValueByThread(QString strNodeType, QString strNodeName,
+                                              QVariant oNodeValue)
 {
     setFeatureValue(strNodeType, strNodeName, oNodeValue);
 }
@@ -240,7 +245,8 @@ void VexaFeatureTree::disconnectNotify(const QMetaMethod &signal)
 
 void VexaFeatureTree::tellWorkersWhoListens()
 {
-    static const QMetaMethod smartTuneData = QMetaMethod::fromSignal(&VexaFeatureTree::SigGetFeatureValueByThread);
+    static const QMetaMethod smartTuneData =
+        QMetaMethod::fromSignal(&VexaFeatureTree::SigGetFeatureValueByThread);
     const bool heard = isSignalConnected(smartTuneData);
     for (QGetFeaturesThread *worker : workers()) {
         worker->SetSmartTuneHeard(heard);

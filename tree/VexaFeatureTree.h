@@ -76,8 +76,8 @@ public:
     void UpdateCameraItemName();
     void UpdateToolBarBtn(int state, int cameraId, bool busy);
     /// A box that does not block; a new one replaces the old. Dropped while the tree goes away.
-    void ShowMessage(QWidget *parent, const QString &first, const QString &second, const QString &third,
-                     int hintStyle, bool openExternalLinks);
+    void ShowMessage(QWidget *parent, const QString &first, const QString &second,
+                     const QString &third, int hintStyle, bool openExternalLinks);
     /// Busy dialog for devices of type 8: "setting" or "updating" features.
     void ShowLoadingFeatures(bool show, bool setting);
     void ShowLoadingDlg(bool show, const QString &text);
@@ -131,12 +131,13 @@ public:
     void OnTriggerModeChanged(int mode);
     void ShowSmartTune(const QString &strNode, const QVariant &oNodeValue);
 
-    bool setFeatureValue(const QString &strNodeType, const QString &strNodeName, const QVariant &oNodeValue) override;
+    bool setFeatureValue(const QString &strNodeType, const QString &strNodeName,
+                         const QVariant &oNodeValue) override;
     void removeCameraID(long lCameraID) override;
     bool isInitialized(long lCameraID) override;
     void notify(int event, void *data) override;
 
-signals:
+Q_SIGNALS:
     void SigHide();
     void SigFirstEndUpdateFeature(long int lCameraID);
     void SigEndExportFeature(bool bExportSuccess);
@@ -148,7 +149,7 @@ signals:
     void SigShowSmartTune(QString strNode, QVariant oNodeValue);
     void SigRefreshFeatures();
 
-public slots:
+public Q_SLOTS:
     /// A full update that spares hidden items.
     void RefreshFeatures();
     void OnChangeItem(const QModelIndex &index);
@@ -158,7 +159,7 @@ protected:
     void connectNotify(const QMetaMethod &signal) override;
     void disconnectNotify(const QMetaMethod &signal) override;
 
-private slots:
+private Q_SLOTS:
     void OnGetThreadStart();
     void OnGetThreadEnd();
     void OnUpdateRoundStart();

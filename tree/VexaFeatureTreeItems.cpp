@@ -1,19 +1,19 @@
 // The items, the description and the dependency maps as the tree's callers see them.
 
-#include "tree/VexaFeatureTree.h"
-
 #include "ControlKit/CustomLineEdit.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/FeatureTreeBuilder.h"
 #include "model/NodeDependencyMaps.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QCoreApplication>
 
 VexaPropertyTreeItem *VexaFeatureTree::propertyItemByName(const QString &name) const
 {
-    return m_pTreeView && !name.isEmpty() ? m_pBuilder->allTreeItems().value(name, nullptr) : nullptr;
+    return m_pTreeView && !name.isEmpty() ? m_pBuilder->allTreeItems().value(name, nullptr)
+                                          : nullptr;
 }
 
 QMap<QString, VexaPropertyTreeItem *> VexaFeatureTree::AllTreeItemsMap() const
@@ -59,7 +59,8 @@ void VexaFeatureTree::translatePropTree(VexaPropertyTreeItem *item)
         item->notifyViewUpdate(m_lCameraID, -1, false, false);
     }
     if (m_pSearchEdit) {
-        m_pSearchEdit->setPlaceholderText(QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_search"));
+        m_pSearchEdit->setPlaceholderText(
+            QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_search"));
     }
 }
 

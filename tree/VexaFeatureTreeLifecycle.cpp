@@ -1,7 +1,5 @@
 // How the tree comes alive with a camera, is rebuilt, closed and taken down.
 
-#include "tree/VexaFeatureTree.h"
-
 #include "ControlKit/CustomLineEdit.h"
 #include "ControlKit/CustomMessageBox.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
@@ -14,6 +12,7 @@
 #include "shell/VexaFeatureToolBar.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
+#include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QDebug>
@@ -135,7 +134,8 @@ void VexaFeatureTree::buildTree()
     if (m_pToolBar) {
         m_pToolBar->setExpanded();
     }
-    m_pMaps->generate(m_domDocument.documentElement(), m_pBuilder->elementMap(), m_pBuilder->allTreeItems().keys());
+    m_pMaps->generate(m_domDocument.documentElement(), m_pBuilder->elementMap(),
+                      m_pBuilder->allTreeItems().keys());
 }
 
 void VexaFeatureTree::giveThreadsTheirData()
@@ -185,7 +185,8 @@ void VexaFeatureTree::updateAfterShot()
     if (task->IsOtherCamera()) {
         UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(), QGetFeaturesThread::UPDATE_REFRESH);
     } else {
-        UpdateFeatures(FEATURES_UPDATE_TLPARAMSLOCKED, QStringList(), QGetFeaturesThread::UPDATE_EVERYTHING);
+        UpdateFeatures(FEATURES_UPDATE_TLPARAMSLOCKED, QStringList(),
+                       QGetFeaturesThread::UPDATE_EVERYTHING);
     }
 }
 
@@ -199,8 +200,8 @@ void VexaFeatureTree::ClearTreeViewInfo()
 QVector<QGetFeaturesThread *> VexaFeatureTree::workers() const
 {
     QVector<QGetFeaturesThread *> all;
-    for (QGetFeaturesThread *worker :
-         {m_pLockAndRelativeThread, m_pTimerAndAllThread, m_pPollingThread, m_pInvalidateUpdateThread}) {
+    for (QGetFeaturesThread *worker : {m_pLockAndRelativeThread, m_pTimerAndAllThread,
+                                       m_pPollingThread, m_pInvalidateUpdateThread}) {
         if (worker) {
             all.append(worker);
         }
@@ -210,7 +211,8 @@ QVector<QGetFeaturesThread *> VexaFeatureTree::workers() const
 
 bool VexaFeatureTree::haveAllWorkers() const
 {
-    return m_pLockAndRelativeThread && m_pTimerAndAllThread && m_pPollingThread && m_pInvalidateUpdateThread;
+    return m_pLockAndRelativeThread && m_pTimerAndAllThread && m_pPollingThread
+        && m_pInvalidateUpdateThread;
 }
 
 void VexaFeatureTree::StopThread(bool stop)
@@ -249,18 +251,21 @@ void VexaFeatureTree::OnCameraClose()
     m_pInvalidateTimer->stop();
     m_pAutoTriggerTimer->stop();
     m_pendingInvalidations.clear();
-    qInfo().noquote() << QStringLiteral("VexaFeatureTree::OnCameraClose begin ") + QString::number(m_lCameraID);
+    qInfo().noquote() << QStringLiteral("VexaFeatureTree::OnCameraClose begin ")
+            + QString::number(m_lCameraID);
     m_pTreeView->ClearTreeViewInfo();
     clearMaps();
     hideLoading();
-    qInfo().noquote() << QStringLiteral("VexaFeatureTree::OnCameraClose end ") + QString::number(m_lCameraID);
+    qInfo().noquote() << QStringLiteral("VexaFeatureTree::OnCameraClose end ")
+            + QString::number(m_lCameraID);
     m_lCameraID = NO_CAMERA_ID;
     m_pDescriptionEdit->clear();
 }
 
 void VexaFeatureTree::readyForDelete()
 {
-    qInfo().noquote() << QStringLiteral("VexaFeatureTree::readyForDelete") + QString::number(m_lCameraID);
+    qInfo().noquote() << QStringLiteral("VexaFeatureTree::readyForDelete")
+            + QString::number(m_lCameraID);
     m_bReadyForDelete = true;
     hideLoading();
     StopThread(true);
@@ -279,8 +284,8 @@ void VexaFeatureTree::clearMaps()
 {
     m_pContextItem = nullptr;
     for (QGetFeaturesThread *worker : workers()) {
-        worker->SetThreadData(m_lCameraID, QGetFeaturesThread::ElementMap(), QGetFeaturesThread::ItemMap(),
-                              QGetFeaturesThread::PollingTable());
+        worker->SetThreadData(m_lCameraID, QGetFeaturesThread::ElementMap(),
+                              QGetFeaturesThread::ItemMap(), QGetFeaturesThread::PollingTable());
     }
     m_pBuilder->reset();
     m_pMaps->clear();
@@ -294,8 +299,8 @@ void VexaFeatureTree::Release()
     ClearTreeViewInfo();
     qInfo("VexaFeatureTree::Release begin OnCameraClose");
     OnCameraClose();
-    for (QGetFeaturesThread **worker :
-         {&m_pInvalidateUpdateThread, &m_pLockAndRelativeThread, &m_pTimerAndAllThread, &m_pPollingThread}) {
+    for (QGetFeaturesThread **worker : {&m_pInvalidateUpdateThread, &m_pLockAndRelativeThread,
+                                        &m_pTimerAndAllThread, &m_pPollingThread}) {
         delete *worker;
         *worker = nullptr;
     }
@@ -303,7 +308,8 @@ void VexaFeatureTree::Release()
     m_pBuilder->deleteRoot();
     m_domDocument.clear();
     VexaListenTools::instance()->removeListener(this);
-    for (QTimer **timer : {&m_pPollingTimer, &m_pInvalidateTimer, &m_pRefreshTimer, &m_pAutoTriggerTimer}) {
+    for (QTimer **timer :
+         {&m_pPollingTimer, &m_pInvalidateTimer, &m_pRefreshTimer, &m_pAutoTriggerTimer}) {
         if (*timer) {
             (*timer)->stop();
         }

@@ -1,12 +1,11 @@
 // The tree's one message box and its loading dialogs.
 
-#include "tree/VexaFeatureTree.h"
-
 #include "ControlKit/CustomLoadingDialog.h"
 #include "ControlKit/CustomMessageBox.h"
 #include "DeviceTaskModule/QTaskManager.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
+#include "tree/VexaFeatureTree.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -23,8 +22,8 @@ QString translated(const char *key)
 
 } // namespace
 
-void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString &second, const QString &,
-                                  int hintStyle, bool openExternalLinks)
+void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString &second,
+                                  const QString &, int hintStyle, bool openExternalLinks)
 {
     if (m_bReadyForDelete) {
         qInfo("ready for delete");
@@ -35,7 +34,8 @@ void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString
     }
     QTaskManager *manager = QTaskManager::Instance();
     if (manager && manager->IsCameraTaskReleased(m_lCameraID)) {
-        qInfo().noquote() << QStringLiteral("VexaFeatureTree::ShowMessage failed:cameraID:") + QString::number(m_lCameraID);
+        qInfo().noquote() << QStringLiteral("VexaFeatureTree::ShowMessage failed:cameraID:")
+                + QString::number(m_lCameraID);
         return;
     }
     delete m_pMessageBox;
@@ -55,7 +55,8 @@ void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString
 
 int VexaFeatureTree::loadingKey() const
 {
-    return m_nDeviceType == DEVICE_TYPE_CL ? static_cast<int>(m_lCameraID) + LOADING_KEY_CL_OFFSET : LOADING_KEY;
+    return m_nDeviceType == DEVICE_TYPE_CL ? static_cast<int>(m_lCameraID) + LOADING_KEY_CL_OFFSET
+                                           : LOADING_KEY;
 }
 
 void VexaFeatureTree::ShowLoadingDlg(bool show, const QString &text)
@@ -78,7 +79,9 @@ void VexaFeatureTree::ShowLoadingFeatures(bool show, bool setting)
     if (!show && m_pLockAndRelativeThread && m_pLockAndRelativeThread->isRunning()) {
         return;
     }
-    ShowLoadingDlg(show, translated(setting ? "lang_qfeaturetree_settingfeatures" : "lang_qfeaturetree_updatefeature"));
+    ShowLoadingDlg(show,
+                   translated(setting ? "lang_qfeaturetree_settingfeatures"
+                                      : "lang_qfeaturetree_updatefeature"));
     const TreeCallScope scope(this);
     QCoreApplication::processEvents();
 }

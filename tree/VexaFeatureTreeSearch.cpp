@@ -1,7 +1,5 @@
 // Narrowing what is shown: user level, search, jump, description pane, context menu.
 
-#include "tree/VexaFeatureTree.h"
-
 #include "ControlKit/CustomLineEdit.h"
 #include "ControlKit/CustomMenu.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
@@ -14,6 +12,7 @@
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
+#include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QAction>
@@ -36,15 +35,16 @@ void VexaFeatureTree::OnUserLevelChanged(int)
 
     VexaMainFeatureWidget *main = VexaMainFeatureWidget::instance();
     QTaskManager *manager = QTaskManager::Instance();
-    QList<long int> cameraIds {-1};
+    QList<long int> cameraIds{-1};
     for (unsigned int index = 0; manager && index < manager->GetTaskCount(); ++index) {
         if (QCameraBasicTask *task = manager->GetTaskByIndex(static_cast<int>(index))) {
             cameraIds.append(task->_GetCameraBasicTaskID());
         }
     }
     for (const long int cameraId : qAsConst(cameraIds)) {
-        VexaFeatureTree *tree = cameraId == -1 || main->isFeatureTreeExist(cameraId) ? main->featureTree(cameraId, false)
-                                                                                     : nullptr;
+        VexaFeatureTree *tree = cameraId == -1 || main->isFeatureTreeExist(cameraId)
+            ? main->featureTree(cameraId, false)
+            : nullptr;
         if (tree && tree != this) {
             tree->OnOptionsChanged();
         }
@@ -57,12 +57,14 @@ void VexaFeatureTree::startLevelPass()
         hideLoading();
         return;
     }
-    if (m_pTimerAndAllThread->isRunning() && m_pTimerAndAllThread->GetUpdateType() != FEATURES_UPDATE_POLLING) {
+    if (m_pTimerAndAllThread->isRunning()
+        && m_pTimerAndAllThread->GetUpdateType() != FEATURES_UPDATE_POLLING) {
         // The pass under way reads the level afresh for what is still to come; its own pass follows for the rest.
         m_bLevelPassPending = true;
         return;
     }
-    m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(), QGetFeaturesThread::UPDATE_VISIBILITY);
+    m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(),
+                                        QGetFeaturesThread::UPDATE_VISIBILITY);
     m_pTimerAndAllThread->start(QThread::InheritPriority);
 }
 
@@ -87,7 +89,9 @@ void VexaFeatureTree::search(const QString &text)
     }
 }
 
-void VexaFeatureTree::OnEditSearchTextChanged(const QString &) { }
+void VexaFeatureTree::OnEditSearchTextChanged(const QString &)
+{
+}
 
 void VexaFeatureTree::OnReturnClicked()
 {
@@ -107,7 +111,8 @@ void VexaFeatureTree::showDescription(VexaPropertyTreeItem *item)
 
 void VexaFeatureTree::OnChangeItem(const QModelIndex &index)
 {
-    auto *item = index.isValid() ? static_cast<VexaPropertyTreeItem *>(index.internalPointer()) : nullptr;
+    auto *item =
+        index.isValid() ? static_cast<VexaPropertyTreeItem *>(index.internalPointer()) : nullptr;
     if (item && item->value() && m_pDescriptionEdit && m_pTreeView) {
         showDescription(item);
     }
@@ -147,7 +152,8 @@ void VexaFeatureTree::OnTreeFeaturesCustomContextMenuRequested(const QPoint &pos
         {ITEM_FEATURE, true, true, false, false, true},
         {ITEM_CATEGORY, true, false, false, false, false},
     };
-    for (QAction *action : {m_pActionFavoriteAdd, m_pActionFavoriteRemove, m_pActionFavoriteRemoveAll}) {
+    for (QAction *action :
+         {m_pActionFavoriteAdd, m_pActionFavoriteRemove, m_pActionFavoriteRemoveAll}) {
         action->setVisible(false);
     }
     for (const auto &row : rows) {
@@ -165,6 +171,12 @@ void VexaFeatureTree::OnTreeFeaturesCustomContextMenuRequested(const QPoint &pos
     m_pContextMenu->popup(QCursor::pos());
 }
 
-void VexaFeatureTree::OnActionFavoriteAdd() { }
-void VexaFeatureTree::OnActionFavoriteRemove() { }
-void VexaFeatureTree::OnActionFavoriteRemoveAll() { }
+void VexaFeatureTree::OnActionFavoriteAdd()
+{
+}
+void VexaFeatureTree::OnActionFavoriteRemove()
+{
+}
+void VexaFeatureTree::OnActionFavoriteRemoveAll()
+{
+}

@@ -1,7 +1,5 @@
 // Asking the workers for updates, and what follows when they end.
 
-#include "tree/VexaFeatureTree.h"
-
 #include "ControlKit/CustomLineEdit.h"
 #include "ControlKit/CustomLoadingDialog.h"
 #include "DeviceTaskModule/QCameraTask.h"
@@ -10,6 +8,7 @@
 #include "model/NodeDependencyMaps.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
+#include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QCoreApplication>
@@ -92,15 +91,16 @@ void VexaFeatureTree::updateDependants(const QStringList &nodes)
                                    [](const QFuture<void> &future) { return future.isFinished(); }),
                     m_futures.end());
     // StopThread waits for the job before the maps or the worker go.
-    m_futures.append(QtConcurrent::run([maps = m_pMaps.get(), worker = m_pInvalidateUpdateThread, nodes] {
-        QStringList names;
-        for (const QString &node : nodes) {
-            names += maps->GetFeatureInvalidatorList(node);
-        }
-        names.removeDuplicates();
-        worker->UpdateThreadInfo(names);
-        worker->SetRepeatUpdate(true);
-    }));
+    m_futures.append(
+        QtConcurrent::run([maps = m_pMaps.get(), worker = m_pInvalidateUpdateThread, nodes] {
+            QStringList names;
+            for (const QString &node : nodes) {
+                names += maps->GetFeatureInvalidatorList(node);
+            }
+            names.removeDuplicates();
+            worker->UpdateThreadInfo(names);
+            worker->SetRepeatUpdate(true);
+        }));
 }
 
 void VexaFeatureTree::updateLocked()
@@ -151,7 +151,8 @@ void VexaFeatureTree::RefreshFeatures()
 {
     UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(), QGetFeaturesThread::UPDATE_REFRESH);
     if (m_pSearchEdit) {
-        m_pSearchEdit->setPlaceholderText(QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_search"));
+        m_pSearchEdit->setPlaceholderText(
+            QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_search"));
     }
 }
 
@@ -236,7 +237,9 @@ void VexaFeatureTree::OnGetThreadEnd()
     }
 }
 
-void VexaFeatureTree::OnUpdateRoundStart() { }
+void VexaFeatureTree::OnUpdateRoundStart()
+{
+}
 
 void VexaFeatureTree::OnUpdateRoundEnd()
 {

@@ -1,7 +1,5 @@
 // The widgets of the page: making, layout, connections, texts.
 
-#include "tree/VexaFeatureTree.h"
-
 #include "ControlKit/Custom.h"
 #include "ControlKit/CustomLabel.h"
 #include "ControlKit/CustomLineEdit.h"
@@ -12,6 +10,7 @@
 #include "ShellServicesModule/VexaPropertyComboBox.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "tree/QGetFeaturesThread.h"
+#include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QCoreApplication>
@@ -32,8 +31,8 @@ constexpr int DESCRIPTION_TITLE_HEIGHT = 24;
 constexpr int TOOL_ROW_HEIGHT = 29;
 constexpr int USER_LEVELS = 3;
 
-const char *const USER_LEVEL_KEYS[USER_LEVELS]
-    = {"lang_qfeaturetree_guru", "lang_qfeaturetree_expert", "lang_qfeaturetree_beginner"};
+const char *const USER_LEVEL_KEYS[USER_LEVELS] = {
+    "lang_qfeaturetree_guru", "lang_qfeaturetree_expert", "lang_qfeaturetree_beginner"};
 
 QString translated(const char *key)
 {
@@ -92,7 +91,8 @@ bool VexaFeatureTree::InitCtrl()
 
         m_pReturnButton = new CustomPushButton(2, this);
         m_pReturnButton->setFixedSize(80, 32);
-        m_pReturnButton->cSetIcon(QStringLiteral(":/FeatureTreeModule/featuretree/icon_feature_return_normal.svg"));
+        m_pReturnButton->cSetIcon(
+            QStringLiteral(":/FeatureTreeModule/featuretree/icon_feature_return_normal.svg"));
         m_pPageTitle = new CustomLabel(this);
         m_pPageTitle->cSetFontSize(16);
         QFont titleFont = m_pPageTitle->font();
@@ -100,10 +100,12 @@ bool VexaFeatureTree::InitCtrl()
         m_pPageTitle->setFont(titleFont);
 
         m_pContextMenu = new CustomMenu(this);
-        m_pActionFavoriteAdd = m_pContextMenu->addAction(QString(), this, &VexaFeatureTree::OnActionFavoriteAdd);
-        m_pActionFavoriteRemove = m_pContextMenu->addAction(QString(), this, &VexaFeatureTree::OnActionFavoriteRemove);
-        m_pActionFavoriteRemoveAll
-            = m_pContextMenu->addAction(QString(), this, &VexaFeatureTree::OnActionFavoriteRemoveAll);
+        m_pActionFavoriteAdd =
+            m_pContextMenu->addAction(QString(), this, &VexaFeatureTree::OnActionFavoriteAdd);
+        m_pActionFavoriteRemove =
+            m_pContextMenu->addAction(QString(), this, &VexaFeatureTree::OnActionFavoriteRemove);
+        m_pActionFavoriteRemoveAll =
+            m_pContextMenu->addAction(QString(), this, &VexaFeatureTree::OnActionFavoriteRemoveAll);
     } catch (const std::bad_alloc &) {
         return false;
     }
@@ -190,28 +192,38 @@ bool VexaFeatureTree::InitSignals()
     using Worker = QGetFeaturesThread;
     using Tree = VexaFeatureTree;
     const QMetaObject::Connection connections[] = {
-        connect(m_pInvalidateUpdateThread, &Worker::SigUpdateRoundStart, this, &Tree::OnUpdateRoundStart),
-        connect(m_pLockAndRelativeThread, &Worker::SigUpdateRoundStart, this, &Tree::OnUpdateRoundStart),
+        connect(m_pInvalidateUpdateThread, &Worker::SigUpdateRoundStart, this,
+                &Tree::OnUpdateRoundStart),
+        connect(m_pLockAndRelativeThread, &Worker::SigUpdateRoundStart, this,
+                &Tree::OnUpdateRoundStart),
         connect(m_pTimerAndAllThread, &Worker::sigThreadStart, this, &Tree::OnGetThreadStart),
         connect(m_pPollingThread, &Worker::sigThreadStart, this, &Tree::OnGetThreadStart),
-        connect(m_pInvalidateUpdateThread, &Worker::SigUpdateRoundEnd, this, &Tree::OnUpdateRoundEnd),
-        connect(m_pLockAndRelativeThread, &Worker::SigUpdateRoundEnd, this, &Tree::OnUpdateRoundEnd),
+        connect(m_pInvalidateUpdateThread, &Worker::SigUpdateRoundEnd, this,
+                &Tree::OnUpdateRoundEnd),
+        connect(m_pLockAndRelativeThread, &Worker::SigUpdateRoundEnd, this,
+                &Tree::OnUpdateRoundEnd),
         connect(m_pTimerAndAllThread, &Worker::sigThreadEnd, this, &Tree::OnGetThreadEnd),
         connect(m_pPollingThread, &Worker::sigThreadEnd, this, &Tree::OnGetThreadEnd),
-        connect(m_pUserLevelCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &Tree::OnUserLevelChanged),
+        connect(m_pUserLevelCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+                &Tree::OnUserLevelChanged),
         connect(m_pTreeView, &QTreeView::pressed, this, &Tree::OnChangeItem),
-        connect(m_pTreeView, &QWidget::customContextMenuRequested, this, &Tree::OnTreeFeaturesCustomContextMenuRequested),
+        connect(m_pTreeView, &QWidget::customContextMenuRequested, this,
+                &Tree::OnTreeFeaturesCustomContextMenuRequested),
         connect(m_pSearchEdit, &QLineEdit::textChanged, this, &Tree::OnFeaturesSearch),
         connect(m_pSearchEdit, &CustomLineEdit::cSigSearchClicked, this, &Tree::OnBtnSearch),
         connect(m_pInvalidateTimer, &QTimer::timeout, this, &Tree::OnTimeInvalidaterFeaturesUpdate),
         connect(m_pRefreshTimer, &QTimer::timeout, this, &Tree::OnTimerRefreshFinished),
         connect(m_pAutoTriggerTimer, &QTimer::timeout, this, &Tree::OnTimerAutoTrigger),
-        connect(m_pToolBar, &VexaFeatureToolBar::SigToolBarBtnClicked, this, &Tree::SigToolBarBtnClicked),
+        connect(m_pToolBar, &VexaFeatureToolBar::SigToolBarBtnClicked, this,
+                &Tree::SigToolBarBtnClicked),
         connect(this, &Tree::SigSetFeatureValueByThread, this, &Tree::SetFeatureValueByThread),
         connect(m_pPollingTimer, &QTimer::timeout, this, &Tree::OnTimerFeaturePolling),
-        connect(m_pLockAndRelativeThread, &Worker::SigThreadSmarTuneData, this, &Tree::GetFeatureValueByThread),
-        connect(m_pTimerAndAllThread, &Worker::SigThreadSmarTuneData, this, &Tree::GetFeatureValueByThread),
-        connect(m_pPollingThread, &Worker::SigThreadSmarTuneData, this, &Tree::GetFeatureValueByThread),
+        connect(m_pLockAndRelativeThread, &Worker::SigThreadSmarTuneData, this,
+                &Tree::GetFeatureValueByThread),
+        connect(m_pTimerAndAllThread, &Worker::SigThreadSmarTuneData, this,
+                &Tree::GetFeatureValueByThread),
+        connect(m_pPollingThread, &Worker::SigThreadSmarTuneData, this,
+                &Tree::GetFeatureValueByThread),
         connect(m_pReturnButton, &QPushButton::clicked, this, &Tree::OnReturnClicked),
         connect(this, &Tree::SigRefreshFeatures, this, &Tree::RefreshFeatures),
         connect(m_pTreeView, &VexaFeatureTreeView::sigFeatureActivated, this, &Tree::OnChangeItem),

@@ -129,6 +129,8 @@ QWidget *EditorMaker::make(const Request &request)
     }
     if (pEditor) {
         pEditor->setObjectName(request.strNodeName);
+        // Editors are shown before they have a place; one without any size would work one out then.
+        pEditor->resize(EDITOR_HEIGHT, EDITOR_HEIGHT);
     }
     return pEditor;
 }

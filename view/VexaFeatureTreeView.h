@@ -84,7 +84,7 @@ public:
     void itemSpecialChanged(long lCameraID, VexaPropertyTreeItem *pItem, int nType) override;
     void itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly) override;
 
-signals:
+Q_SIGNALS:
     void sigUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
                              bool bNeedRecreateEditor, bool bFromUiJson);
     void sigSetItemReadOnly(long lCameraID, VexaPropertyTreeItem *pItem, bool bReadOnly);
@@ -94,7 +94,7 @@ signals:
     /// The mouse, the keyboard or the focus of an editor came to another feature.
     void sigFeatureActivated(const QModelIndex &index);
 
-public slots:
+public Q_SLOTS:
     void onUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
                             bool bNeedRecreateEditor, bool bFromUiJson);
     void onUpdateSpecialInfo(long lCameraID, VexaPropertyTreeItem *pItem, int nType);

@@ -47,13 +47,13 @@ public:
     /// A commit signal is being handled: what the user typed may be replaced.
     bool isCommitting() const { return m_bCommit; }
 
-signals:
+Q_SIGNALS:
     /// The mouse has come over an editor or the focus into it.
     void sigEditorActivated(QWidget *pEditor);
     /// The user has ended typing in an editor whose refill was put off meanwhile.
     void sigRefillNeeded(QWidget *pEditor);
 
-public slots:
+public Q_SLOTS:
     void on_CommitData();
     void on_CommitData_Combox(int nIndex);
     void on_CommandTimeout();

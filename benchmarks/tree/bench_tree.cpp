@@ -1,13 +1,11 @@
 // Budgets of building and updating a tree, each as a ratio within this run or a count.
 
-#include <arv.h> // first: glib uses names that Qt makes macros
-
-#include "model/FeatureTreeBuilder.h"
-#include "model/NodeDependencyMaps.h"
-#include "model/IVexaFeatureNotify.h"
-#include "model/VexaPropertyTreeItem.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "host/controlkit/CustomStyle.h"
+#include "model/FeatureTreeBuilder.h"
+#include "model/IVexaFeatureNotify.h"
+#include "model/NodeDependencyMaps.h"
+#include "model/VexaPropertyTreeItem.h"
 #include "tests/support/ModuleFixture.h"
 #include "tree/FeatureReader.h"
 #include "tree/QGetFeaturesThread.h"
@@ -20,6 +18,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <arv.h>
 #include <functional>
 
 namespace {
@@ -32,8 +31,9 @@ void report(const char *what, double measured, double budget, const char *unit)
 {
     const bool over = measured > budget;
     s_bOverBudget = s_bOverBudget || over;
-    QTextStream(stdout) << QString::fromLatin1(what).leftJustified(66) << QString::number(measured, 'f', 2).rightJustified(10)
-                        << ' ' << QString::fromLatin1(unit).leftJustified(6) << " (at most "
+    QTextStream(stdout) << QString::fromLatin1(what).leftJustified(66)
+                        << QString::number(measured, 'f', 2).rightJustified(10) << ' '
+                        << QString::fromLatin1(unit).leftJustified(6) << " (at most "
                         << QString::number(budget, 'f', 2) << ')' << (over ? "  OVER" : "") << '\n';
 }
 
@@ -62,18 +62,23 @@ QByteArray generatedDescription(int features)
         if (i % PER_CATEGORY == 0) {
             const QByteArray category = "Category" + QByteArray::number(i / PER_CATEGORY);
             roots.append(QString::fromLatin1(category));
-            categories += (i ? "</Category>" : "") + QByteArray("<Category Name=\"") + category + "\">";
+            categories +=
+                (i ? "</Category>" : "") + QByteArray("<Category Name=\"") + category + "\">";
         }
         categories += "<pFeature>Feature" + number + "</pFeature>";
-        nodes += "<Integer Name=\"Feature" + number + "\"><ToolTip>Tip " + number + "</ToolTip><Description>Description of "
-            + number + "</Description><DisplayName>Feature " + number + "</DisplayName>"
-            + (i % 5 == 0 ? "<pIsLocked>TLParamsLocked</pIsLocked>" : "") + "<pValue>Register" + number
-            + "</pValue></Integer>\n<IntReg Name=\"Register" + number + "\"><Address>" + QByteArray::number(0x1000 + 4 * i)
-            + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign>"
+        nodes += "<Integer Name=\"Feature" + number + "\"><ToolTip>Tip " + number
+            + "</ToolTip><Description>Description of " + number
+            + "</Description><DisplayName>Feature " + number + "</DisplayName>"
+            + (i % 5 == 0 ? "<pIsLocked>TLParamsLocked</pIsLocked>" : "") + "<pValue>Register"
+            + number + "</pValue></Integer>\n<IntReg Name=\"Register" + number + "\"><Address>"
+            + QByteArray::number(0x1000 + 4 * i)
+            + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</"
+              "pPort><Sign>Signed</Sign>"
               "<Endianess>LittleEndian</Endianess></IntReg>\n";
     }
     categories += "</Category>";
-    return descriptionOf(roots, categories + nodes + "<Integer Name=\"TLParamsLocked\"><Value>0</Value></Integer>");
+    return descriptionOf(
+        roots, categories + nodes + "<Integer Name=\"TLParamsLocked\"><Value>0</Value></Integer>");
 }
 
 void measureBuilding()
@@ -82,9 +87,12 @@ void measureBuilding()
     const int sizes[2] = {2500, 5000}; // two nodes a feature: the larger has 10 000
     for (int round = 0; round < 2; ++round) {
         const QByteArray xml = generatedDescription(sizes[round]);
-        const auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("bench"), SimulatorControl::MemoryPattern::Zero);
+        const auto device = SimulatedDevices::fromDescription(
+            xml, QStringLiteral("bench"), SimulatorControl::MemoryPattern::Zero);
         ArvDevice *arvDevice = device.source->create(nullptr);
-        const double arv = median(5, [&] { g_object_unref(arv_gc_new(arvDevice, xml.constData(), static_cast<gsize>(xml.size()))); });
+        const double arv = median(5, [&] {
+            g_object_unref(arv_gc_new(arvDevice, xml.constData(), static_cast<gsize>(xml.size())));
+        });
         g_object_unref(arvDevice);
 
         QDomDocument document;
@@ -95,24 +103,29 @@ void measureBuilding()
             builder.GenerateDomElementMap(document.documentElement());
             builder.createItems(document, &view);
             NodeDependencyMaps maps;
-            maps.generate(document.documentElement(), builder.elementMap(), builder.allTreeItems().keys());
+            maps.generate(document.documentElement(), builder.elementMap(),
+                          builder.allTreeItems().keys());
         });
         perNode[round] = ours / sizes[round];
         if (round == 1) {
-            report("description to items and all maps / arv_gc_new, 10 000 nodes", ours / arv, 1.3, "x");
-            report("the same a node, 10 000 nodes / 5 000 nodes", perNode[1] / perNode[0], 1.2, "x");
+            report("description to items and all maps / arv_gc_new, 10 000 nodes", ours / arv, 1.3,
+                   "x");
+            report("the same a node, 10 000 nodes / 5 000 nodes", perNode[1] / perNode[0], 1.2,
+                   "x");
             FeatureTreeBuilder builder;
             builder.GenerateDomElementMap(document.documentElement());
             builder.createItems(document, &view);
             NodeDependencyMaps maps;
-            maps.generate(document.documentElement(), builder.elementMap(), builder.allTreeItems().keys());
+            maps.generate(document.documentElement(), builder.elementMap(),
+                          builder.allTreeItems().keys());
             const QStringList names = builder.allTreeItems().keys();
             const double lookUps = median(5, [&] {
                 for (const QString &name : names) {
                     maps.GetFeatureInvalidatorList(name);
                 }
             });
-            report("dependants of one write, 5 000 features", lookUps * 1000 / names.size(), 10, "us");
+            report("dependants of one write, 5 000 features", lookUps * 1000 / names.size(), 10,
+                   "us");
         }
     }
 }
@@ -120,12 +133,13 @@ void measureBuilding()
 /// What any reader of the same nodes has to ask, one after the other.
 void readBackToBack(QCameraTask &task, const QStringList &names)
 {
-    _NODE_INT_VALUE_ record {};
+    _NODE_INT_VALUE_ record{};
     for (const QString &name : names) {
         task.GetAccessMode(name, nullptr);
         if (name.startsWith(QLatin1String("Feature"))) {
             if (name.midRef(7).toInt() % 5 == 0) {
-                task.GetIntegerValue(QStringLiteral("TLParamsLocked"), &record, nullptr, true, false);
+                task.GetIntegerValue(QStringLiteral("TLParamsLocked"), &record, nullptr, true,
+                                     false);
             }
             task.GetIntegerValue(name, &record, nullptr, true, false);
         }
@@ -136,7 +150,8 @@ void fullUpdate(const ModuleFixture::Camera &camera)
 {
     auto *worker = camera.tree->findChildren<QGetFeaturesThread *>().value(2);
     QSignalSpy ended(worker, &QGetFeaturesThread::sigThreadEnd);
-    camera.tree->UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(), QGetFeaturesThread::UPDATE_EVERYTHING);
+    camera.tree->UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(),
+                                QGetFeaturesThread::UPDATE_EVERYTHING);
     while (ended.isEmpty()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
     }
@@ -170,7 +185,7 @@ public:
     void itemDataChanged(long, VexaPropertyTreeItem *, int, bool, bool) override { ++m_nTold; }
     void itemVisibleChanged(long, VexaPropertyTreeItem *, bool) override { ++m_nTold; }
     void itemReadOnlyChanged(long, VexaPropertyTreeItem *, bool) override { ++m_nTold; }
-    std::atomic<int> m_nTold {0};
+    std::atomic<int> m_nTold{0};
 };
 
 void changeEverything(SimulatorControl &control, int seed)
@@ -186,8 +201,9 @@ void changeEverything(SimulatorControl &control, int seed)
 void measureUpdates()
 {
     ModuleFixture fixture;
-    const auto device = SimulatedDevices::fromDescription(generatedDescription(FEATURES), QStringLiteral("bench"),
-                                                          SimulatorControl::MemoryPattern::Zero);
+    const auto device =
+        SimulatedDevices::fromDescription(generatedDescription(FEATURES), QStringLiteral("bench"),
+                                          SimulatorControl::MemoryPattern::Zero);
     const ModuleFixture::Camera camera = fixture.open(device);
     fixture.mainWidget().resize(960, 700);
     fixture.mainWidget().show();
@@ -212,9 +228,12 @@ void measureUpdates()
     fullUpdate(camera);
     const QVector<SimulatorAccess> log = device.control->accessLog();
     const auto gui = reinterpret_cast<quintptr>(QThread::currentThreadId());
-    report("register accesses of a full update / back to back", double(log.size()) / directAccesses, 1.0, "x");
+    report("register accesses of a full update / back to back", double(log.size()) / directAccesses,
+           1.0, "x");
     report("device accesses on the GUI thread meanwhile",
-           double(std::count_if(log.begin(), log.end(), [gui](const SimulatorAccess &a) { return a.thread == gui; })), 0, "");
+           double(std::count_if(log.begin(), log.end(),
+                                [gui](const SimulatorAccess &a) { return a.thread == gui; })),
+           0, "");
 
     CountingView counter;
     const auto items = camera.tree->AllTreeItemsMap();
@@ -234,7 +253,8 @@ void measureUpdates()
         GapMeter meter;
         fullUpdate(camera);
         QTest::qWait(200);
-        report("longest GUI pass, 5 000 features all changed, no latency", meter.longest(), 16, "ms");
+        report("longest GUI pass, 5 000 features all changed, no latency", meter.longest(), 16,
+               "ms");
     }
 
     device.control->clearAccessLog();
@@ -244,7 +264,8 @@ void measureUpdates()
     fullUpdate(camera);
     const double taken = static_cast<double>(timer.nsecsElapsed()) / 1e3;
     const int accesses = device.control->accessLog().size();
-    report("full update / accesses x latency, 100 us an access", taken / (accesses * 100.0), 1.05, "x");
+    report("full update / accesses x latency, 100 us an access", taken / (accesses * 100.0), 1.05,
+           "x");
     device.control->setLatency(0);
     fixture.close(camera);
 }

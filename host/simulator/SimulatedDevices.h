@@ -69,7 +69,8 @@ namespace SimulatedDevices {
 struct Simulated
 {
     std::shared_ptr<SimulatorControl> control;
-    std::shared_ptr<DeviceSource> source; ///< for CameraHost::openCamera; may be opened again after a close
+    std::shared_ptr<DeviceSource>
+        source; ///< for CameraHost::openCamera; may be opened again after a close
 };
 
 /// Ids of the built-in devices.

@@ -13,7 +13,13 @@ class QWidget;
 namespace Custom {
 
 /// State of a widget that a style attribute belongs to.
-enum ItemStatus { STATUS_NORMAL = 0, STATUS_HOVER = 1, STATUS_PRESSED = 2, STATUS_DISABLED = 3, STATUS_COUNT = 4 };
+enum ItemStatus {
+    STATUS_NORMAL = 0,
+    STATUS_HOVER = 1,
+    STATUS_PRESSED = 2,
+    STATUS_DISABLED = 3,
+    STATUS_COUNT = 4
+};
 
 /// Which border an attribute belongs to: the four edges of the widget, or a part that a widget draws itself.
 enum BorderSlot {

@@ -16,8 +16,8 @@ public:
                    const QString &checkText = QString(), bool *checked = nullptr);
     static int warning(QWidget *parent, const QString &text, const QString &title, int buttons = 1,
                        const QString &checkText = QString());
-    static int information(QWidget *parent, const QString &text, const QString &title, int buttons = 1,
-                           const QString &checkText = QString());
+    static int information(QWidget *parent, const QString &text, const QString &title,
+                           int buttons = 1, const QString &checkText = QString());
 
     void cSetButtons(int buttons);
     void cSetOpenExternalLinks(bool open);
@@ -35,8 +35,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    static int run(int hintStyle, QWidget *parent, const QString &text, const QString &title, int buttons,
-                   const QString &checkText, bool *checked);
+    static int run(int hintStyle, QWidget *parent, const QString &text, const QString &title,
+                   int buttons, const QString &checkText, bool *checked);
 
     class Private;
     std::unique_ptr<Private> d;

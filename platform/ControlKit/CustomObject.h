@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ControlKit/Custom.h"
 #include "ControlKit/ControlKitGlobal.h"
+#include "ControlKit/Custom.h"
 
 #include <QBrush>
 #include <QColor>
@@ -26,9 +26,11 @@ public:
     /// Font size in pixels.
     void cSetFontSize(int pixels, Custom::ItemStatus status = Custom::STATUS_NORMAL);
     void cSetFontFamily(const QString &family, Custom::ItemStatus status = Custom::STATUS_NORMAL);
-    void cSetBackgroundColor(const QBrush &brush, Custom::ItemStatus status = Custom::STATUS_NORMAL);
+    void cSetBackgroundColor(const QBrush &brush,
+                             Custom::ItemStatus status = Custom::STATUS_NORMAL);
     /// Path of an image or SVG that fills the widget.
-    void cSetBackgroundImage(const QString &path, Custom::ItemStatus status = Custom::STATUS_NORMAL);
+    void cSetBackgroundImage(const QString &path,
+                             Custom::ItemStatus status = Custom::STATUS_NORMAL);
     void cSetBorderColor(const QColor &colour, Custom::ItemStatus status = Custom::STATUS_NORMAL,
                          Custom::BorderSlot slot = Custom::BORDER_ALL);
     void cSetBorderWidth(int pixels, Custom::ItemStatus status = Custom::STATUS_NORMAL,

@@ -13,7 +13,8 @@ public:
     CustomSaveDoneHintDlg(QWidget *parent, const QString &message, const QString &argument);
     ~CustomSaveDoneHintDlg() override;
     /// Sets the texts anew and how long the hint stays, in milliseconds.
-    void SetMsgText(const QString &message, const QString &argument, bool showLink, int displayTime);
+    void SetMsgText(const QString &message, const QString &argument, bool showLink,
+                    int displayTime);
 
 protected:
     void changeEvent(QEvent *event) override;

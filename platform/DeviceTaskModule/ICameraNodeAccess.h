@@ -32,20 +32,22 @@ public:
 
     /// Integer, IntReg and every node that reads as an integer (IntSwissKnife, MaskedIntReg, StructEntry,
     /// IntConverter, Boolean, Enumeration).
-    virtual bool GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error, bool report,
+    virtual bool GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error,
+                                 bool report, bool reserved) = 0;
+    virtual bool GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error,
+                               bool report, bool reserved) = 0;
+    virtual bool GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error,
+                                     bool report, bool reserved) = 0;
+    virtual bool GetBooleanValue(const QString &name, bool *out, int *error, bool report,
                                  bool reserved) = 0;
-    virtual bool GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error, bool report,
-                               bool reserved) = 0;
-    virtual bool GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error, bool report,
-                                     bool reserved) = 0;
-    virtual bool GetBooleanValue(const QString &name, bool *out, int *error, bool report, bool reserved) = 0;
     /// `maxLength`, when not null, gets the longest text that the node takes, in bytes of the register.
-    virtual bool GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error, bool report,
-                                bool reserved) = 0;
+    virtual bool GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error,
+                                bool report, bool reserved) = 0;
 
     /// Raw bytes of the device's register space.
     virtual bool ReadMemory(const qint64 &address, void *buffer, qint64 length, int *error) = 0;
-    virtual bool WriteMemory(const qint64 &address, const void *buffer, qint64 length, int *error) = 0;
+    virtual bool WriteMemory(const qint64 &address, const void *buffer, qint64 length,
+                             int *error) = 0;
 
     virtual bool SetIntegerValue(const QString &name, qint64 value, int *error) = 0;
     virtual bool ExecuteCommand(const QString &name, int *error) = 0;

@@ -34,4 +34,5 @@ struct _NODE_ENUM_VALUE_
     quint32 count;
     quint32 entries[NODE_ENUM_RECORD_SIZE / sizeof(quint32) - 2];
 };
-static_assert(sizeof(_NODE_ENUM_VALUE_) == NODE_ENUM_RECORD_SIZE, "the record's size is part of the contract");
+static_assert(sizeof(_NODE_ENUM_VALUE_) == NODE_ENUM_RECORD_SIZE,
+              "the record's size is part of the contract");

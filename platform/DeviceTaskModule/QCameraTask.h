@@ -50,13 +50,16 @@ public:
     int ReadDeviceFile(const QString &path, const QString &fileName) override;
     int WriteDeviceFile(const QString &path, const QString &fileName) override;
     int GetFileAccessProgress(qint64 *total, qint64 *done) override;
-    bool GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error, bool report, bool reserved) override;
-    bool GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error, bool report, bool reserved) override;
+    bool GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error, bool report,
+                         bool reserved) override;
+    bool GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error, bool report,
+                       bool reserved) override;
     bool GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error, bool report,
                              bool reserved) override;
-    bool GetBooleanValue(const QString &name, bool *out, int *error, bool report, bool reserved) override;
-    bool GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error, bool report,
-                        bool reserved) override;
+    bool GetBooleanValue(const QString &name, bool *out, int *error, bool report,
+                         bool reserved) override;
+    bool GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error,
+                        bool report, bool reserved) override;
     bool ReadMemory(const qint64 &address, void *buffer, qint64 length, int *error) override;
     bool WriteMemory(const qint64 &address, const void *buffer, qint64 length, int *error) override;
     bool SetIntegerValue(const QString &name, qint64 value, int *error) override;
@@ -69,12 +72,12 @@ public:
     int GetAccessMode(const QString &name, int *error) override;
 
     /// Last read AcquisitionFrameRate in Hz; the module's update engine stores it, the client shows it.
-    std::atomic<float> m_fAcquisitionFrameRate {0.0F};
+    std::atomic<float> m_fAcquisitionFrameRate{0.0F};
     /// Last read ResultingFrameRate in Hz.
-    std::atomic<float> m_fResultingFrameRate {0.0F};
+    std::atomic<float> m_fResultingFrameRate{0.0F};
     /// The task is on its way out: the client sets it before it closes a camera; from then on every device
     /// access fails at once.
-    std::atomic<bool> m_bReleasing {false};
+    std::atomic<bool> m_bReleasing{false};
 
 private:
     friend class CameraTaskFactory;

@@ -16,5 +16,5 @@ public:
     bool ContainsDMCode() const;
 
 private:
-    std::atomic<bool> m_bContainsDMCode {false};
+    std::atomic<bool> m_bContainsDMCode{false};
 };

@@ -44,9 +44,9 @@ UTILITYKIT_API bool isNeutralVision();
 UTILITYKIT_API bool IsDiskFull(const QString &path, qint64 bytesNeeded, bool *ok);
 
 /// File dialogs of the client; modal, GUI thread. The empty string when the user gave up.
-UTILITYKIT_API QString getOpenFileName(QWidget *parent, const QString &title, const QString &directory,
-                                       const QString &filter);
-UTILITYKIT_API QString getSaveFileName(QWidget *parent, const QString &title, const QString &directory,
-                                       const QString &filter);
+UTILITYKIT_API QString getOpenFileName(QWidget *parent, const QString &title,
+                                       const QString &directory, const QString &filter);
+UTILITYKIT_API QString getSaveFileName(QWidget *parent, const QString &title,
+                                       const QString &directory, const QString &filter);
 
 } // namespace VexaInterface

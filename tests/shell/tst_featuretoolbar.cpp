@@ -76,7 +76,8 @@ void tst_featuretoolbar::orderOnScreen()
     QVERIFY(QTest::qWaitForWindowExposed(&bar));
     QSignalSpy clicked(&bar, &VexaFeatureToolBar::SigToolBarBtnClicked);
     QList<QAbstractButton *> buttons = bar.findChildren<QAbstractButton *>();
-    std::sort(buttons.begin(), buttons.end(), [](auto *left, auto *right) { return left->x() < right->x(); });
+    std::sort(buttons.begin(), buttons.end(),
+              [](auto *left, auto *right) { return left->x() < right->x(); });
     QList<int> ids;
     for (QAbstractButton *button : qAsConst(buttons)) {
         QTest::mouseClick(button, Qt::LeftButton);

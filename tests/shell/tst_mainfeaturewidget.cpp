@@ -80,7 +80,8 @@ void tst_mainfeaturewidget::workersMakeNoTree()
     const auto device = areaCamera();
     const long int id = fixture.host().openCamera(*device.source).cameraId;
     VexaFeatureTree *found = nullptr;
-    QScopedPointer<QThread> worker(QThread::create([&] { found = fixture.mainWidget().featureTree(id, true); }));
+    QScopedPointer<QThread> worker(
+        QThread::create([&] { found = fixture.mainWidget().featureTree(id, true); }));
     worker->start();
     QVERIFY(worker->wait());
     QCOMPARE(found, fixture.mainWidget().featureTree(-1, false));
@@ -116,7 +117,8 @@ void tst_mainfeaturewidget::clearLeavesAnEmptyPage()
 {
     ModuleFixture fixture;
     const ModuleFixture::Camera first = fixture.open(areaCamera());
-    const ModuleFixture::Camera second = fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera"), 1));
+    const ModuleFixture::Camera second =
+        fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera"), 1));
     fixture.mainWidget().clearFeatureTrees();
     QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().keys(), QList<long int>({-1}));
     QCOMPARE(fixture.mainWidget().getAllFeatureTreeStacked()->count(), 1);
@@ -177,7 +179,8 @@ void tst_mainfeaturewidget::itemsByStep()
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     QVERIFY(fixture.mainWidget().getItemByName(QStringLiteral("Width"), STEP_FEATURE_TREE));
-    QVERIFY(!fixture.mainWidget().getItemByName(QStringLiteral("Width"), static_cast<StepIndex>(2)));
+    QVERIFY(
+        !fixture.mainWidget().getItemByName(QStringLiteral("Width"), static_cast<StepIndex>(2)));
     QVERIFY(!fixture.mainWidget().getItemByName(QString(), STEP_FEATURE_TREE));
     fixture.close(camera);
 }
@@ -195,7 +198,8 @@ void tst_mainfeaturewidget::elidedTabText()
     ModuleFixture fixture;
     QCOMPARE(fixture.mainWidget().GetTabCutString(QStringLiteral("Tab")), QStringLiteral("Tab"));
     const QString cut = fixture.mainWidget().GetTabCutString(QString(200, QLatin1Char('W')));
-    QVERIFY(cut.size() < 20 && cut.startsWith(QLatin1String("WW")) && !cut.endsWith(QLatin1Char('W')));
+    QVERIFY(cut.size() < 20 && cut.startsWith(QLatin1String("WW"))
+            && !cut.endsWith(QLatin1Char('W')));
 }
 
 QTEST_MAIN(tst_mainfeaturewidget)

@@ -21,7 +21,8 @@ ModuleFixture::~ModuleFixture()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-ModuleFixture::Camera ModuleFixture::open(const SimulatedDevices::Simulated &device, unsigned int accessMode)
+ModuleFixture::Camera ModuleFixture::open(const SimulatedDevices::Simulated &device,
+                                          unsigned int accessMode)
 {
     Camera camera;
     camera.device = device;
@@ -40,7 +41,8 @@ ModuleFixture::Camera ModuleFixture::open(const SimulatedDevices::Simulated &dev
 
 ModuleFixture::Camera ModuleFixture::openDescription(const QByteArray &xml)
 {
-    return open(SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero));
+    return open(SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                  SimulatorControl::MemoryPattern::Zero));
 }
 
 void ModuleFixture::close(const Camera &camera)
@@ -57,7 +59,8 @@ void ModuleFixture::close(const Camera &camera)
 
 bool ModuleFixture::waitForFirstUpdate(const Camera &camera, int timeout)
 {
-    return camera.tree && QTest::qWaitFor([&camera] { return camera.tree->IsUpdateFeatureOnce(); }, timeout);
+    return camera.tree
+        && QTest::qWaitFor([&camera] { return camera.tree->IsUpdateFeatureOnce(); }, timeout);
 }
 
 QCameraTask *taskOf(const ModuleFixture::Camera &camera)
@@ -75,8 +78,10 @@ QByteArray descriptionOf(const QStringList &rootFeatures, const QByteArray &elem
     root += "</Category>\n";
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<RegisterDescription ModelName=\"Test\" VendorName=\"Test\" StandardNameSpace=\"None\" "
-           "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" MajorVersion=\"1\" "
-           "MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" ProductGuid=\"1\" VersionGuid=\"1\" "
+           "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" "
+           "MajorVersion=\"1\" "
+           "MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" ProductGuid=\"1\" "
+           "VersionGuid=\"1\" "
            "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n"
         + root + elements + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
 }

@@ -49,20 +49,49 @@ void tst_featuretooltip::head_data()
     QTest::addColumn<QString>("expected");
 
     const QByteArray gain = "<Command Name='Gain'/>";
-    QTest::newRow("no name space is Standard")
-        << gain << "Text" << "" << "ENG" << "Name Space: Standard";
-    QTest::newRow("own name space") << QByteArray("<Command Name='Gain' NameSpace='Custom'/>") << "Text" << "" << "ENG"
-                                    << "Name Space: Custom";
-    QTest::newRow("type is the tag") << gain << "Text" << "" << "ENG" << "Type: Command";
-    QTest::newRow("streamable as given") << QByteArray("<Command Name='Gain'><Streamable>Yes</Streamable></Command>") << "Text" << "" << "ENG" << "Streamable: Yes";
-    QTest::newRow("visibility of the node") << QByteArray("<Command Name='Gain'><Visibility>Expert</Visibility></Command>") << "Text" << "" << "ENG" << "Visibility: Expert";
-    QTest::newRow("double quotes become single") << gain << "a \"b\" c" << "" << "ENG" << "a 'b' c";
-    QTest::newRow("markup stays text") << gain << "x < y & z" << "" << "ENG" << "x < y & z";
-    QTest::newRow("English keeps the English text") << gain << "Text" << QString::fromUtf8("文本") << "ENG" << "Text";
+    QTest::newRow("no name space is Standard") << gain << "Text"
+                                               << ""
+                                               << "ENG"
+                                               << "Name Space: Standard";
+    QTest::newRow("own name space")
+        << QByteArray("<Command Name='Gain' NameSpace='Custom'/>") << "Text"
+        << ""
+        << "ENG"
+        << "Name Space: Custom";
+    QTest::newRow("type is the tag") << gain << "Text"
+                                     << ""
+                                     << "ENG"
+                                     << "Type: Command";
+    QTest::newRow("streamable as given")
+        << QByteArray("<Command Name='Gain'><Streamable>Yes</Streamable></Command>") << "Text"
+        << ""
+        << "ENG"
+        << "Streamable: Yes";
+    QTest::newRow("visibility of the node")
+        << QByteArray("<Command Name='Gain'><Visibility>Expert</Visibility></Command>") << "Text"
+        << ""
+        << "ENG"
+        << "Visibility: Expert";
+    QTest::newRow("double quotes become single") << gain << "a \"b\" c"
+                                                 << ""
+                                                 << "ENG"
+                                                 << "a 'b' c";
+    QTest::newRow("markup stays text") << gain << "x < y & z"
+                                       << ""
+                                       << "ENG"
+                                       << "x < y & z";
+    QTest::newRow("English keeps the English text")
+        << gain << "Text" << QString::fromUtf8("文本") << "ENG"
+        << "Text";
     QTest::newRow("Chinese shows the translation")
         << gain << "" << QString::fromUtf8("文本") << "CH" << QString::fromUtf8("文本");
-    QTest::newRow("Chinese without a translation") << gain << "Text" << "" << "CH" << "Text";
-    QTest::newRow("Chinese title is the translated name") << gain << "Text" << "" << "CH" << QString::fromUtf8("增益");
+    QTest::newRow("Chinese without a translation") << gain << "Text"
+                                                   << ""
+                                                   << "CH"
+                                                   << "Text";
+    QTest::newRow("Chinese title is the translated name") << gain << "Text"
+                                                          << ""
+                                                          << "CH" << QString::fromUtf8("增益");
 }
 
 void tst_featuretooltip::head()
@@ -91,9 +120,11 @@ void tst_featuretooltip::integerTail_data()
     QTest::addColumn<qint64>("increment");
     QTest::addColumn<QString>("expected");
 
-    QTest::newRow("range and increment") << "Width" << qint64(4) << "Min: 16|Max: 9007199254740993|Inc: 4|";
+    QTest::newRow("range and increment")
+        << "Width" << qint64(4) << "Min: 16|Max: 9007199254740993|Inc: 4|";
     QTest::newRow("no increment of 0") << "Width" << qint64(0) << "Min: 16|Max: 9007199254740993|";
-    QTest::newRow("address shows its increment only") << "GevPersistentIPAddress" << qint64(1) << "Inc: 1|";
+    QTest::newRow("address shows its increment only")
+        << "GevPersistentIPAddress" << qint64(1) << "Inc: 1|";
     QTest::newRow("current address has no tail") << "GevCurrentIPAddress" << qint64(1) << "";
 }
 
@@ -111,7 +142,9 @@ void tst_featuretooltip::integerTail()
     FeatureToolTipSource source;
     source.facts = &facts;
     source.value = &value;
-    QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source)).replace(QLatin1Char('\n'), QLatin1Char('|')).trimmed(),
+    QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source))
+                 .replace(QLatin1Char('\n'), QLatin1Char('|'))
+                 .trimmed(),
              expected);
 }
 
@@ -122,7 +155,8 @@ void tst_featuretooltip::floatTail_data()
     QTest::newRow("range") << 1e9F << "Min: 0.5|Max: 1e+09|";
     QTest::newRow("maximum of 0 shows none") << 0.0F << "";
     QTest::newRow("negative maximum shows none") << -1.0F << "";
-    QTest::newRow("maximum that is no number shows none") << std::numeric_limits<float>::quiet_NaN() << "";
+    QTest::newRow("maximum that is no number shows none")
+        << std::numeric_limits<float>::quiet_NaN() << "";
 }
 
 void tst_featuretooltip::floatTail()
@@ -136,7 +170,9 @@ void tst_featuretooltip::floatTail()
     FeatureToolTipSource source;
     source.facts = &facts;
     source.value = &value;
-    QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source)).replace(QLatin1Char('\n'), QLatin1Char('|')).trimmed(),
+    QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source))
+                 .replace(QLatin1Char('\n'), QLatin1Char('|'))
+                 .trimmed(),
              expected);
 }
 

@@ -168,7 +168,8 @@ void tst_featuretree::messageAfterReadyForDelete()
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     camera.tree->readyForDelete();
     QTest::ignoreMessage(QtInfoMsg, "ready for delete");
-    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("text"), QString(), 3, true);
+    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("text"), QString(), 3,
+                             true);
     QVERIFY(camera.tree->findChildren<CustomMessageBox *>().isEmpty());
     fixture.close(camera);
 }
@@ -178,14 +179,16 @@ void tst_featuretree::oneBoxATree()
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     camera.tree->ShowMessage(nullptr, QStringLiteral("first"), QString(), QString(), 1, false);
-    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("second"), QString(), 3, true);
+    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("second"), QString(),
+                             3, true);
     const QList<CustomMessageBox *> boxes = camera.tree->findChildren<CustomMessageBox *>();
     QCOMPARE(boxes.size(), 1);
     QCOMPARE(boxes.first()->cContent(), QStringLiteral("second"));
     QCOMPARE(boxes.first()->cTextTitle(), QStringLiteral("title"));
     camera.tree->setMessageFalse(false);
     camera.tree->ShowMessage(nullptr, QStringLiteral("third"), QString(), QString(), 1, false);
-    QCOMPARE(camera.tree->findChildren<CustomMessageBox *>().first()->cContent(), QStringLiteral("second"));
+    QCOMPARE(camera.tree->findChildren<CustomMessageBox *>().first()->cContent(),
+             QStringLiteral("second"));
     fixture.close(camera);
 }
 
@@ -193,7 +196,8 @@ void tst_featuretree::removedWhileABoxIsOpen()
 {
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("text"), QString(), 3, true);
+    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("text"), QString(), 3,
+                             true);
     const QPointer<CustomMessageBox> box = camera.tree->findChild<CustomMessageBox *>();
     QVERIFY(box);
     fixture.close(camera);
@@ -206,7 +210,8 @@ void tst_featuretree::removedByItsOwnSignal()
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     const QPointer<VexaFeatureTree> tree = camera.tree;
-    connect(camera.tree, &VexaFeatureTree::SigFirstEndUpdateFeature, this, [&] { fixture.close(camera); });
+    connect(camera.tree, &VexaFeatureTree::SigFirstEndUpdateFeature, this,
+            [&] { fixture.close(camera); });
     QTRY_VERIFY(!tree);
     QVERIFY(!fixture.mainWidget().isFeatureTreeExist(camera.id));
 }
@@ -247,10 +252,10 @@ void tst_featuretree::refreshNodeEvent()
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     QVERIFY(taskOf(camera)->SetIntegerValue(QStringLiteral("OffsetX"), 16, nullptr));
     VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("OffsetX"));
-    VexaNodeEventData other {static_cast<qint32>(camera.id + 1), "OffsetX"};
+    VexaNodeEventData other{static_cast<qint32>(camera.id + 1), "OffsetX"};
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &other);
     QVERIFY(item->value()->value().toLongLong() != 16);
-    VexaNodeEventData node {static_cast<qint32>(camera.id), "OffsetX"};
+    VexaNodeEventData node{static_cast<qint32>(camera.id), "OffsetX"};
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &node);
     QTRY_COMPARE(item->value()->value().toLongLong(), 16LL);
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, nullptr);
@@ -274,7 +279,8 @@ void tst_featuretree::languageChange()
     QCOMPARE(shownName(), width->value()->displayName());
     QLocalCfg::Instance()->m_strPropertyLan = QStringLiteral("CH");
     QCOMPARE(shownName(), width->value()->m_strTranslateName);
-    QVERIFY(camera.tree->findChild<QTextEdit *>()->toPlainText().contains(width->value()->m_strTranslateName));
+    QVERIFY(camera.tree->findChild<QTextEdit *>()->toPlainText().contains(
+        width->value()->m_strTranslateName));
     fixture.close(camera);
 }
 

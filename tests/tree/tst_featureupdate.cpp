@@ -17,15 +17,17 @@ constexpr int REFRESH = QGetFeaturesThread::UPDATE_REFRESH;
 QByteArray intReg(const char *name, int address)
 {
     return QByteArray("<IntReg Name=\"") + name + "\"><Address>" + QByteArray::number(address)
-        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign>"
+        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</"
+          "pPort><Sign>Signed</Sign>"
           "<Endianess>LittleEndian</Endianess></IntReg>\n";
 }
 
 /// The registers that the rows below point at. "One" reads 1, "Zero" reads 0, "Broken" lies at an address that fails.
 const QByteArray &registers()
 {
-    static const QByteArray elements = intReg("ValueReg", 0x100) + intReg("One", 0x104) + intReg("Zero", 0x108)
-        + intReg("Broken", 0x10C) + intReg("MinReg", 0x110) + intReg("MaxReg", 0x114);
+    static const QByteArray elements = intReg("ValueReg", 0x100) + intReg("One", 0x104)
+        + intReg("Zero", 0x108) + intReg("Broken", 0x10C) + intReg("MinReg", 0x110)
+        + intReg("MaxReg", 0x114);
     return elements;
 }
 
@@ -57,12 +59,18 @@ void tst_featureupdate::visibleAtLevel_data()
 {
     QTest::addColumn<QString>("visibility");
     QTest::addColumn<QString>("levels"); // 0 guru, 1 expert, 2 beginner, 3 unknown
-    QTest::newRow("no visibility") << "" << "0123";
-    QTest::newRow("beginner") << "Beginner" << "012";
-    QTest::newRow("expert") << "Expert" << "01";
-    QTest::newRow("guru") << "Guru" << "0";
-    QTest::newRow("invisible") << "Invisible" << "";
-    QTest::newRow("a word of its own") << "Wizard" << "";
+    QTest::newRow("no visibility") << ""
+                                   << "0123";
+    QTest::newRow("beginner") << "Beginner"
+                              << "012";
+    QTest::newRow("expert") << "Expert"
+                            << "01";
+    QTest::newRow("guru") << "Guru"
+                          << "0";
+    QTest::newRow("invisible") << "Invisible"
+                               << "";
+    QTest::newRow("a word of its own") << "Wizard"
+                                       << "";
 }
 
 void tst_featureupdate::visibleAtLevel()
@@ -87,14 +95,20 @@ void tst_featureupdate::access_data()
 
     QTest::newRow("plain node is writable") << QByteArray() << true << false << true;
     QTest::newRow("locked") << QByteArray("<pIsLocked>One</pIsLocked>") << true << true << true;
-    QTest::newRow("lock open") << QByteArray("<pIsLocked>Zero</pIsLocked>") << true << false << true;
-    QTest::newRow("lock that fails counts as open") << QByteArray("<pIsLocked>Broken</pIsLocked>") << true << false << true;
-    QTest::newRow("not implemented") << QByteArray("<pIsImplemented>Zero</pIsImplemented>") << false << true << false;
-    QTest::newRow("implemented fails") << QByteArray("<pIsImplemented>Broken</pIsImplemented>") << false << true << false;
-    QTest::newRow("not available") << QByteArray("<pIsAvailable>Zero</pIsAvailable>") << false << true << false;
+    QTest::newRow("lock open") << QByteArray("<pIsLocked>Zero</pIsLocked>") << true << false
+                               << true;
+    QTest::newRow("lock that fails counts as open")
+        << QByteArray("<pIsLocked>Broken</pIsLocked>") << true << false << true;
+    QTest::newRow("not implemented")
+        << QByteArray("<pIsImplemented>Zero</pIsImplemented>") << false << true << false;
+    QTest::newRow("implemented fails")
+        << QByteArray("<pIsImplemented>Broken</pIsImplemented>") << false << true << false;
+    QTest::newRow("not available")
+        << QByteArray("<pIsAvailable>Zero</pIsAvailable>") << false << true << false;
     QTest::newRow("expert at level beginner is read but hidden")
         << QByteArray("<Visibility>Expert</Visibility>") << false << false << true;
-    QTest::newRow("imposed read only") << QByteArray("<ImposedAccessMode>RO</ImposedAccessMode>") << true << true << true;
+    QTest::newRow("imposed read only")
+        << QByteArray("<ImposedAccessMode>RO</ImposedAccessMode>") << true << true << true;
 }
 
 void tst_featureupdate::access()
@@ -102,9 +116,11 @@ void tst_featureupdate::access()
     QFETCH(QByteArray, children);
     ModuleFixture fixture;
     QLocalCfg::Instance()->SetUserLevel(2);
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Feature")}, "<Integer Name=\"Feature\">" + children + "<pValue>ValueReg</pValue></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+    const QByteArray xml = descriptionOf({QStringLiteral("Feature")},
+                                         "<Integer Name=\"Feature\">" + children
+                                             + "<pValue>ValueReg</pValue></Integer>" + registers());
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     pokeInt(*device.control, 0x104, 1);
     device.control->setFailing(0x10C, 10);
     const ModuleFixture::Camera camera = fixture.open(device);
@@ -121,8 +137,11 @@ void tst_featureupdate::emptyRange()
     ModuleFixture fixture;
     const QByteArray xml = descriptionOf(
         {QStringLiteral("Feature")},
-        "<Integer Name=\"Feature\"><pValue>ValueReg</pValue><pMin>MinReg</pMin><pMax>MaxReg</pMax></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+        "<Integer "
+        "Name=\"Feature\"><pValue>ValueReg</pValue><pMin>MinReg</pMin><pMax>MaxReg</pMax></Integer>"
+            + registers());
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     pokeInt(*device.control, 0x100, 77);
     pokeInt(*device.control, 0x110, 8);
     pokeInt(*device.control, 0x114, 7);
@@ -144,7 +163,8 @@ void tst_featureupdate::enumerationEntries()
         "<Enumeration Name=\"Shape\">"
         "<EnumEntry Name=\"Plain\"><Value>0</Value></EnumEntry>"
         "<EnumEntry Name=\"Named\"><DisplayName>A Name</DisplayName><Value>0x10</Value></EnumEntry>"
-        "<EnumEntry Name=\"Missing\"><pIsImplemented>Zero</pIsImplemented><Value>2</Value></EnumEntry>"
+        "<EnumEntry "
+        "Name=\"Missing\"><pIsImplemented>Zero</pIsImplemented><Value>2</Value></EnumEntry>"
         "<EnumEntry Name=\"Away\"><pIsAvailable>Zero</pIsAvailable><Value>3</Value></EnumEntry>"
         "<EnumEntry Name=\"Locked\"><pIsLocked>One</pIsLocked><Value>4</Value></EnumEntry>"
         "<EnumEntry Name=\"Raw\"><Value>5</Value></EnumEntry>"
@@ -152,7 +172,8 @@ void tst_featureupdate::enumerationEntries()
         "<pValue>ValueReg</pValue></Enumeration>"
         "<Boolean Name=\"RawModeEnable\"><pValue>Zero</pValue></Boolean>"
             + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     pokeInt(*device.control, 0x100, 16);
     pokeInt(*device.control, 0x104, 1);
     const ModuleFixture::Camera camera = fixture.open(device);
@@ -160,7 +181,8 @@ void tst_featureupdate::enumerationEntries()
     const auto *value = dynamic_cast<CTreeEnumationItemValue *>(
         camera.tree->propertyItemByName(QStringLiteral("Shape"))->value());
     QVERIFY(value);
-    QCOMPARE(value->getDisplayList(), QStringList({QStringLiteral("Plain"), QStringLiteral("A Name")}));
+    QCOMPARE(value->getDisplayList(),
+             QStringList({QStringLiteral("Plain"), QStringLiteral("A Name")}));
     QCOMPARE(value->getAllEnumationMap().keys(), QList<qint64>({0, 6, 16}));
     QCOMPARE(value->displayValue(), QStringLiteral("A Name"));
     fixture.close(camera);
@@ -172,8 +194,10 @@ void tst_featureupdate::hiddenValueIsSpared()
     QLocalCfg::Instance()->SetUserLevel(2);
     const QByteArray xml = descriptionOf(
         {QStringLiteral("Feature")},
-        "<Integer Name=\"Feature\"><Visibility>Guru</Visibility><pValue>ValueReg</pValue></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+        "<Integer Name=\"Feature\"><Visibility>Guru</Visibility><pValue>ValueReg</pValue></Integer>"
+            + registers());
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     const ModuleFixture::Camera camera = fixture.open(device);
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("Feature"));
@@ -189,9 +213,11 @@ void tst_featureupdate::hiddenValueIsSpared()
 void tst_featureupdate::failedReadKeepsTheValue()
 {
     ModuleFixture fixture;
-    const QByteArray xml = descriptionOf({QStringLiteral("Feature")},
-                                         "<Integer Name=\"Feature\"><pValue>ValueReg</pValue></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+    const QByteArray xml = descriptionOf(
+        {QStringLiteral("Feature")},
+        "<Integer Name=\"Feature\"><pValue>ValueReg</pValue></Integer>" + registers());
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     pokeInt(*device.control, 0x100, 5);
     device.control->setFailing(0x100, 10);
     const ModuleFixture::Camera camera = fixture.open(device);
@@ -216,8 +242,11 @@ void tst_featureupdate::unreachableDeviceChangesNothing()
     ModuleFixture fixture;
     const QByteArray xml = descriptionOf(
         {QStringLiteral("Feature")},
-        "<Integer Name=\"Feature\"><pIsAvailable>One</pIsAvailable><pValue>ValueReg</pValue></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+        "<Integer "
+        "Name=\"Feature\"><pIsAvailable>One</pIsAvailable><pValue>ValueReg</pValue></Integer>"
+            + registers());
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     pokeInt(*device.control, 0x100, 5);
     pokeInt(*device.control, 0x104, 1);
     const ModuleFixture::Camera camera = fixture.open(device);
@@ -236,7 +265,8 @@ void tst_featureupdate::unreachableDeviceChangesNothing()
 void tst_featureupdate::frameRatesReachTheTask()
 {
     ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
+    const ModuleFixture::Camera camera =
+        fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     const auto *rate = dynamic_cast<CTreeFloatItemValue *>(
         camera.tree->propertyItemByName(QStringLiteral("AcquisitionFrameRate"))->value());
@@ -251,12 +281,16 @@ void tst_featureupdate::pointerNodesAreReadOnceAnUpdate()
     ModuleFixture fixture;
     QByteArray entries;
     for (int i = 0; i < 20; ++i) {
-        entries += "<EnumEntry Name=\"E" + QByteArray::number(i) + "\"><pIsAvailable>One</pIsAvailable><Value>"
-            + QByteArray::number(i) + "</Value></EnumEntry>";
+        entries += "<EnumEntry Name=\"E" + QByteArray::number(i)
+            + "\"><pIsAvailable>One</pIsAvailable><Value>" + QByteArray::number(i)
+            + "</Value></EnumEntry>";
     }
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Shape")}, "<Enumeration Name=\"Shape\">" + entries + "<pValue>ValueReg</pValue></Enumeration>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+    const QByteArray xml =
+        descriptionOf({QStringLiteral("Shape")},
+                      "<Enumeration Name=\"Shape\">" + entries
+                          + "<pValue>ValueReg</pValue></Enumeration>" + registers());
+    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
+                                                    SimulatorControl::MemoryPattern::Zero);
     pokeInt(*device.control, 0x104, 1);
     const ModuleFixture::Camera camera = fixture.open(device);
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
@@ -264,7 +298,8 @@ void tst_featureupdate::pointerNodesAreReadOnceAnUpdate()
     device.control->clearAccessLog();
     // Visibility and access only: the entries are read for the two tool tips.
     camera.tree->updateFeature(camera.tree->propertyItemByName(QStringLiteral("Shape")),
-                               QGetFeaturesThread::UPDATE_VISIBILITY | QGetFeaturesThread::UPDATE_ACCESS);
+                               QGetFeaturesThread::UPDATE_VISIBILITY
+                                   | QGetFeaturesThread::UPDATE_ACCESS);
     int reads = 0;
     for (const SimulatorAccess &access : device.control->accessLog()) {
         reads += access.address == 0x104 ? 1 : 0;

@@ -22,9 +22,9 @@ public:
     int sum() const { return m_nData + m_nVisible + m_nReadOnly; }
 
 private:
-    std::atomic<int> m_nData {0};
-    std::atomic<int> m_nVisible {0};
-    std::atomic<int> m_nReadOnly {0};
+    std::atomic<int> m_nData{0};
+    std::atomic<int> m_nVisible{0};
+    std::atomic<int> m_nReadOnly{0};
 };
 
 QByteArray manyFeatures(int count, QStringList &names)
@@ -33,9 +33,11 @@ QByteArray manyFeatures(int count, QStringList &names)
     for (int i = 0; i < count; ++i) {
         const QByteArray number = QByteArray::number(i).rightJustified(4, '0');
         names.append(QStringLiteral("Feature") + QString::fromLatin1(number));
-        elements += "<Integer Name=\"Feature" + number + "\"><pValue>Reg" + number + "</pValue></Integer><IntReg Name=\"Reg"
-            + number + "\"><Address>" + QByteArray::number(0x1000 + 4 * i)
-            + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Sign>Signed</Sign>"
+        elements += "<Integer Name=\"Feature" + number + "\"><pValue>Reg" + number
+            + "</pValue></Integer><IntReg Name=\"Reg" + number + "\"><Address>"
+            + QByteArray::number(0x1000 + 4 * i)
+            + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</"
+              "pPort><Sign>Signed</Sign>"
               "<Endianess>LittleEndian</Endianess></IntReg>\n";
     }
     return elements;
@@ -71,13 +73,16 @@ private slots:
 void tst_updateworkers::firstUpdateIsToldOnce()
 {
     ModuleFixture fixture;
-    QSignalSpy bus(QVexaEventBus::Instance(), &QVexaEventBus::SigVexaEventFirstUpdateFeatureTreeEnd);
-    const ModuleFixture::Camera camera = fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
+    QSignalSpy bus(QVexaEventBus::Instance(),
+                   &QVexaEventBus::SigVexaEventFirstUpdateFeatureTreeEnd);
+    const ModuleFixture::Camera camera =
+        fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
     QSignalSpy first(camera.tree, &VexaFeatureTree::SigFirstEndUpdateFeature);
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     auto *worker = camera.tree->findChildren<QGetFeaturesThread *>().value(0);
     QVERIFY(worker);
-    QSignalSpy ended(camera.tree->findChildren<QGetFeaturesThread *>().value(2), &QGetFeaturesThread::sigThreadEnd);
+    QSignalSpy ended(camera.tree->findChildren<QGetFeaturesThread *>().value(2),
+                     &QGetFeaturesThread::sigThreadEnd);
     camera.tree->RefreshFeatures();
     QTRY_VERIFY(!ended.isEmpty());
     QCoreApplication::processEvents();
@@ -99,8 +104,8 @@ void tst_updateworkers::quietDeviceTellsNobody()
     const QMap<QString, VexaPropertyTreeItem *> items = camera.tree->AllTreeItemsMap();
     QTRY_VERIFY(std::all_of(items.cbegin(), items.cend(), [](VexaPropertyTreeItem *item) {
         item->updateLock();
-        const bool caughtUp
-            = item->value()->m_strCurrentStatus == item->value()->createCurrentStauts(item->readOnly());
+        const bool caughtUp = item->value()->m_strCurrentStatus
+            == item->value()->createCurrentStauts(item->readOnly());
         item->updateUnlock();
         return caughtUp;
     }));
@@ -127,21 +132,23 @@ void tst_updateworkers::levelChangeShowsExactlyTheRows()
     const QByteArray elements = manyFeatures(4, names);
     const QByteArray xml = descriptionOf(
         {QStringLiteral("Zoom"), QStringLiteral("Feature0000")},
-        "<Category Name=\"Zoom\"><Visibility>Expert</Visibility><pFeature>AGuru</pFeature><pFeature>ABeginner</pFeature>"
+        "<Category "
+        "Name=\"Zoom\"><Visibility>Expert</Visibility><pFeature>AGuru</"
+        "pFeature><pFeature>ABeginner</pFeature>"
         "</Category>"
         "<Integer Name=\"AGuru\"><Visibility>Guru</Visibility><pValue>Reg0001</pValue></Integer>"
         "<Integer Name=\"ABeginner\"><pValue>Reg0002</pValue></Integer>"
             + elements);
     const ModuleFixture::Camera camera = fixture.openDescription(xml);
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const QStringList beginner {QStringLiteral("Feature0000")};
+    const QStringList beginner{QStringLiteral("Feature0000")};
     QCOMPARE(shownRows(camera.tree->rootItem()), beginner);
 
     auto *combo = camera.tree->findChild<QComboBox *>();
     QVERIFY(combo);
     combo->setCurrentIndex(0);
-    const QStringList guru {QStringLiteral("Zoom"), QStringLiteral("AGuru"), QStringLiteral("ABeginner"),
-                            QStringLiteral("Feature0000")};
+    const QStringList guru{QStringLiteral("Zoom"), QStringLiteral("AGuru"),
+                           QStringLiteral("ABeginner"), QStringLiteral("Feature0000")};
     QTRY_COMPARE(shownRows(camera.tree->rootItem()), guru);
     combo->setCurrentIndex(2);
     QTRY_COMPARE(shownRows(camera.tree->rootItem()), beginner);
@@ -153,7 +160,8 @@ void tst_updateworkers::lockedNodesFollowGrabbing()
 {
     ModuleFixture fixture;
     QLocalCfg::Instance()->SetUserLevel(0);
-    const ModuleFixture::Camera camera = fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
+    const ModuleFixture::Camera camera =
+        fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     VexaPropertyTreeItem *width = camera.tree->propertyItemByName(QStringLiteral("Width"));
     QVERIFY(width && !width->readOnly());
@@ -178,7 +186,8 @@ void tst_updateworkers::changedNodesAreReadAfterTheBurst()
     camera.device.control->setLogging(true);
     camera.device.control->clearAccessLog();
     camera.tree->OnAddValueChangedNodes({names.at(0)});
-    emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(camera.id, {names.at(1), QStringLiteral("Unknown")});
+    emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(
+        camera.id, {names.at(1), QStringLiteral("Unknown")});
     const auto value = [&](int index) {
         return camera.tree->propertyItemByName(names.at(index))->value()->value().toLongLong();
     };
@@ -195,7 +204,8 @@ void tst_updateworkers::pollingReadsItsTableOnly()
     ModuleFixture fixture;
     QStringList names;
     QByteArray elements = manyFeatures(20, names);
-    elements.replace("<IntReg Name=\"Reg0007\">", "<IntReg Name=\"Reg0007\"><PollingTime>100</PollingTime>");
+    elements.replace("<IntReg Name=\"Reg0007\">",
+                     "<IntReg Name=\"Reg0007\"><PollingTime>100</PollingTime>");
     const ModuleFixture::Camera camera = fixture.openDescription(descriptionOf(names, elements));
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     camera.device.control->poke(0x1000 + 4 * 7, QByteArray("\x07\0\0\0", 4));
@@ -213,8 +223,9 @@ void tst_updateworkers::secondFullUpdateIsRefused()
     ModuleFixture fixture;
     QStringList names;
     const QByteArray elements = manyFeatures(100, names);
-    auto device = SimulatedDevices::fromDescription(descriptionOf(names, elements), QStringLiteral("slow"),
-                                                    SimulatorControl::MemoryPattern::Zero);
+    auto device =
+        SimulatedDevices::fromDescription(descriptionOf(names, elements), QStringLiteral("slow"),
+                                          SimulatorControl::MemoryPattern::Zero);
     device.control->setLogging(true);
     const ModuleFixture::Camera camera = fixture.open(device);
     camera.tree->RefreshFeatures();
