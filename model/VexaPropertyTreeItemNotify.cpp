@@ -86,7 +86,7 @@ bool VexaPropertyTreeItem::readOnly() const
 
 void VexaPropertyTreeItem::setReadOnly(long lCameraID, bool bReadOnly)
 {
-    const QMutexLocker locker(&ItemLocks::views());
+    const TellingLock lock;
     for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
         if (pItem && pItem->m_bReadOnly.exchange(bReadOnly) != bReadOnly) {
             pItem->tellViews([&](IVexaFeatureNotify &view) {
@@ -141,7 +141,7 @@ int VexaPropertyTreeItem::visibleChildCount() const
 
 void VexaPropertyTreeItem::setVisible(bool bVisible, long lCameraID, bool bRecursive)
 {
-    const QMutexLocker locker(&ItemLocks::views());
+    const TellingLock lock;
     applyVisible(bVisible, lCameraID, bRecursive);
     if (m_pMappingItem) {
         m_pMappingItem->applyVisible(bVisible, lCameraID, bRecursive);
@@ -193,7 +193,7 @@ void VexaPropertyTreeItem::applyLeafVisible(long lCameraID)
 
 void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
 {
-    const QMutexLocker locker(&ItemLocks::views());
+    const TellingLock lock;
     if (m_children.isEmpty()) {
         return;
     }
@@ -209,7 +209,7 @@ void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
 void VexaPropertyTreeItem::notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor,
                                             bool bFromUiJson)
 {
-    const QMutexLocker locker(&ItemLocks::views());
+    const TellingLock lock;
     bringPartnerUp(false);
     for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
         if (pItem) {
@@ -238,7 +238,7 @@ void VexaPropertyTreeItem::bringPartnerUp(bool bCopyBase)
 
 void VexaPropertyTreeItem::notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID)
 {
-    const QMutexLocker locker(&ItemLocks::views());
+    const TellingLock lock;
     tellViews([&](IVexaFeatureNotify &view) {
         view.itemSpecialChanged(lCameraID, this, eType);
         if (m_pMappingItem) {
@@ -273,7 +273,7 @@ void VexaPropertyTreeItem::endUpdateItem(long lCameraID)
     const QStringRef kind = editorKind(strStatus);
     const bool bNeedRecreateEditor = !shownKind.isNull() && !kind.isNull() && shownKind != kind;
 
-    const QMutexLocker locker(&ItemLocks::views());
+    const TellingLock lock;
     bringPartnerUp(true);
     notifyViewUpdate(lCameraID, -1, bNeedRecreateEditor, false);
 }

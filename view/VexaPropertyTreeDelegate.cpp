@@ -16,6 +16,7 @@
 #include "view/RowFramePainter.h"
 #include "view/VexaPropertyTreeModel.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QDebug>
 #include <QEvent>
@@ -75,7 +76,8 @@ void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewIt
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     if (pItem && index.column() == VexaPropertyTreeModel::COLUMN_NAME) {
-        const int nRight = option.widget ? option.widget->rect().right() - 2 : cell.rect.right();
+        const auto *const pArea = qobject_cast<const QAbstractScrollArea *>(option.widget);
+        const int nRight = pArea ? pArea->viewport()->rect().right() - 2 : cell.rect.right();
         if (isCategoryRow(pItem)) {
             RowFramePainter::paintCategoryRow(painter, cell.rect, cell.rect.left(), nRight,
                                               option.state.testFlag(QStyle::State_Open));
