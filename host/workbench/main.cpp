@@ -202,7 +202,7 @@ int main(int argc, char *argv[])
     if (!options.isHeadless()) {
         QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+            Qt::HighDpiScaleFactorRoundingPolicy::Round);
     }
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
