@@ -153,6 +153,11 @@ void VexaFeatureToolBar::applyExpandState()
     m_pExpandButton->cSetIcon(QString::fromLatin1(m_bExpanded ? ICON_FOLD : ICON_EXPAND));
 }
 
+void VexaFeatureToolBar::applyRefreshState()
+{
+    m_pRefreshButton->setEnabled(m_bRefreshAllowed && !m_bRefreshPaused);
+}
+
 void VexaFeatureToolBar::applyLanguage()
 {
     const bool chinese =
@@ -186,9 +191,12 @@ void VexaFeatureToolBar::OnSigToolBarBtnClicked(int nIndex)
         m_bExpanded = !m_bExpanded;
         applyExpandState();
     } else if (nIndex == BUTTON_REFRESH) {
-        m_pRefreshButton->setEnabled(false);
-        QTimer::singleShot(REFRESH_PAUSE_MS, m_pRefreshButton,
-                           [button = m_pRefreshButton] { button->setEnabled(true); });
+        m_bRefreshPaused = true;
+        applyRefreshState();
+        QTimer::singleShot(REFRESH_PAUSE_MS, this, [this] {
+            m_bRefreshPaused = false;
+            applyRefreshState();
+        });
     }
     emit SigToolBarBtnClicked(nIndex);
 }
@@ -199,6 +207,8 @@ void VexaFeatureToolBar::UpdateToolBarBtn(int state, int cameraId, bool busy)
         for (const ButtonRow &row : BUTTONS) {
             button(row.id)->setEnabled(enable);
         }
+        m_bRefreshAllowed = enable;
+        applyRefreshState();
     };
     const auto enableFiles = [this](bool enable) {
         for (CustomPushButton *fileButton :
@@ -230,7 +240,8 @@ void VexaFeatureToolBar::UpdateToolBarBtn(int state, int cameraId, bool busy)
         break;
     case TASK_CAMERA_GRABBING:
         m_pExpandButton->setEnabled(true);
-        m_pRefreshButton->setEnabled(true);
+        m_bRefreshAllowed = true;
+        applyRefreshState();
         enableFiles(false);
         break;
     }

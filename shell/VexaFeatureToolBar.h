@@ -45,8 +45,11 @@ private:
     void layoutButtons();
     void applyLanguage();
     void applyExpandState();
+    void applyRefreshState();
     CustomPushButton *button(int id) const;
 
+    bool m_bRefreshAllowed = true; ///< by the camera's state
+    bool m_bRefreshPaused = false; ///< for a second after a click
     bool m_bExpanded = false; ///< the button offers folding
     QButtonGroup *m_pButtonGroup = nullptr;
     CustomPushButton *m_pExpandButton = nullptr;

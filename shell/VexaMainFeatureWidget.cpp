@@ -195,11 +195,17 @@ void VexaMainFeatureWidget::removeFeatureTree(long int cameraId)
     }
     tree->readyForDelete();
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE, &cameraId);
+    m_expandStates.remove(cameraId);
     {
         const QMutexLocker locker(&m_treesMutex);
-        m_featureTrees.remove(cameraId);
+        if (m_featureTrees.take(cameraId) != tree) {
+            return; // a listener removed it already
+        }
     }
     tree->deleteWhenIdle();
+    if (cameraId == -1) {
+        setCurrentCameraID(m_lCurrentCameraID); // there is always a page under -1
+    }
 }
 
 void VexaMainFeatureWidget::clearFeatureTrees()
@@ -211,6 +217,7 @@ void VexaMainFeatureWidget::clearFeatureTrees()
 void VexaMainFeatureWidget::deleteTrees()
 {
     m_lCurrentCameraID = -1;
+    m_expandStates.clear();
     const QList<long int> ids = getAllFeatureTreesMap().keys();
     for (const long int cameraId : ids) {
         VexaFeatureTree *tree = treeInMap(cameraId);

@@ -114,8 +114,10 @@ void VexaMainFeatureWidget::onFeatureTreeExpand()
 
 void VexaMainFeatureWidget::OnTreeExpand()
 {
-    if (m_expandStates.contains(m_lCurrentCameraID)) {
-        m_expandStates[m_lCurrentCameraID] = false;
+    const auto *tree = qobject_cast<const VexaFeatureTree *>(sender());
+    const auto state = m_expandStates.find(tree ? tree->GetCurCameraID() : m_lCurrentCameraID);
+    if (state != m_expandStates.end()) {
+        *state = false;
     }
 }
 
@@ -138,7 +140,8 @@ void VexaMainFeatureWidget::UpdateToolBarBtn(int state, int cameraId, bool busy)
     if (cameraId != m_lCurrentCameraID) {
         return;
     }
-    if (VexaFeatureTree *tree = currentTree()) {
+    // Not through featureTree: the bar of a camera that has vanished is still on show.
+    if (VexaFeatureTree *tree = treeInMap(cameraId)) {
         tree->UpdateToolBarBtn(state, cameraId, busy);
     }
 }

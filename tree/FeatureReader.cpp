@@ -181,6 +181,7 @@ std::unique_ptr<CTreeItemValue> FeatureReader::readValue(const QString &tagName,
 
 bool FeatureReader::readEntries(const NodeFacts &facts, QVector<EnumEntryReading> &entries)
 {
+    entries.clear();
     entries.reserve(facts.entries.size());
     for (const EnumEntryFacts &entry : facts.entries) {
         PointerAnswer present = IsImplemented(entry.isImplemented);

@@ -49,6 +49,7 @@ VexaCameraTranslator *translatorOf(long int cameraId)
 FeatureUpdate::FeatureUpdate(const FeatureUpdateContext &context, VexaPropertyTreeItem *item,
                              QGetFeaturesThread::UpdateStatusFlags status)
     : m_context(context)
+    , m_lCameraID(context.cameraId)
     , m_pItem(item)
     , m_status(status)
     , m_reader(context.cameraId)
@@ -84,7 +85,7 @@ QVariant FeatureUpdate::readInteger() const
 
 void FeatureUpdate::run()
 {
-    if (!m_pItem || !m_pItem->value()) {
+    if (!m_pItem || !m_pItem->value() || m_lCameraID == NO_CAMERA_ID) {
         return;
     }
     m_strNodeName = m_pItem->value()->m_strNodeName;
@@ -167,7 +168,7 @@ void FeatureUpdate::translateTexts()
         needsDescription = m_pItem->value()->m_strDescriptionTrans.isEmpty();
     }
     VexaCameraTranslator *translator =
-        needsName || needsDescription ? translatorOf(m_context.cameraId) : nullptr;
+        needsName || needsDescription ? translatorOf(m_lCameraID) : nullptr;
     if (translator && needsName && !m_pFacts->displayName.isEmpty()) {
         m_strTranslateName = translator->getPropDisplayNameTrans(m_strNodeName);
     }
@@ -233,7 +234,7 @@ void FeatureUpdate::AddEnumEntry(const EnumEntryReading &entry)
     }
     static_cast<CTreeEnumationItemValue *>(m_pValue.get())
         ->updateDisplayName(displayName, entry.facts.name,
-                            VexaInterface::string2Int(entry.facts.valueText), m_context.cameraId);
+                            VexaInterface::string2Int(entry.facts.valueText), m_lCameraID);
 }
 
 void FeatureUpdate::hide()
@@ -245,7 +246,7 @@ void FeatureUpdate::hide()
     }
     if (publishes) {
         m_pItem->setVisibilityString(visibilityInvisible());
-        m_pItem->setVisible(false, m_context.cameraId, true);
+        m_pItem->setVisible(false, m_lCameraID, true);
     }
 }
 
@@ -276,7 +277,7 @@ void FeatureUpdate::publishTexts()
     if (publishesVisibility) {
         m_pItem->setVisibilityString(m_pFacts->visibility);
         if (m_status & QGetFeaturesThread::UPDATE_VISIBILITY) {
-            m_pItem->setVisible(m_bVisible, m_context.cameraId, true);
+            m_pItem->setVisible(m_bVisible, m_lCameraID, true);
         }
     }
 }
@@ -319,12 +320,12 @@ void FeatureUpdate::publish()
         }
     }
     if (accessIsNewest) {
-        m_pItem->setReadOnly(m_context.cameraId, m_bReadOnly);
+        m_pItem->setReadOnly(m_lCameraID, m_bReadOnly);
     }
     if (publishesAccess) {
         publishToolTips();
     }
-    m_pItem->endUpdateItem(m_context.cameraId);
+    m_pItem->endUpdateItem(m_lCameraID);
 }
 
 void FeatureUpdate::publishToolTips()

@@ -52,6 +52,7 @@ private:
     void publishToolTips();
 
     const FeatureUpdateContext m_context;
+    const long int m_lCameraID; ///< as it was when the update began: a stop makes the context's -1
     VexaPropertyTreeItem *const m_pItem;
     const QGetFeaturesThread::UpdateStatusFlags m_status;
     FeatureReader m_reader;

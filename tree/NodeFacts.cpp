@@ -52,7 +52,7 @@ NodeFacts::NodeFacts(const QDomElement &element)
     , visibility(QStringLiteral("Beginner"))
 {
     const ChildField fields[] = {
-        {"DisplayName", &displayName, true},  {"Description", &description, true},
+        {"DisplayName", &displayName, false}, {"Description", &description, false},
         {"Streamable", &streamable, true},    {"Representation", &representation, true},
         {"Visibility", &visibility, true},    {"pIsImplemented", &isImplemented, true},
         {"pIsAvailable", &isAvailable, true}, {"pIsLocked", &isLocked, true},

@@ -41,8 +41,8 @@ struct NodeFacts
     QVector<EnumEntryFacts> entries; ///< of an Enumeration, in document order
 };
 
-/// The facts of all nodes of one description, each read from its element once. The four workers of a tree share one
-/// table. Any thread.
+/// The facts of all nodes of one description, each read from its element once. Each worker has a table of
+/// its own for the nodes that it reads. Any thread.
 class NodeFactsTable
 {
 public:

@@ -24,6 +24,10 @@ QGetFeaturesThread::~QGetFeaturesThread()
 void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elements,
                                        const ItemMap &items, const PollingTable &pollingTable)
 {
+    {
+        const QMutexLocker locker(&m_endedMutex);
+        ++m_nOpening;
+    }
     m_lCameraID = cameraId;
     m_lWorkingCameraID = cameraId;
     m_pFacts = std::make_unique<NodeFactsTable>(elements);
@@ -31,11 +35,11 @@ void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elem
     m_pollingTable = pollingTable;
 }
 
-void QGetFeaturesThread::SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStringList &nodes,
+bool QGetFeaturesThread::SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStringList &nodes,
                                        int status)
 {
     if (!CanRestart(type)) {
-        return;
+        return false;
     }
     {
         const QMutexLocker locker(&m_listMutex);
@@ -44,6 +48,14 @@ void QGetFeaturesThread::SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStrin
     m_nUpdateType = type;
     m_nUpdateStatus = status;
     m_nUserLevel = QLocalCfg::Instance()->GetUserLevel();
+    m_bRepeat = false;
+    m_bRunEnded = false;
+    return true;
+}
+
+bool QGetFeaturesThread::IsBusy() const
+{
+    return isRunning() && !m_bRunEnded;
 }
 
 bool QGetFeaturesThread::CanRestart(_FEATURES_UPDATE_TYPE_ newType)
@@ -51,7 +63,8 @@ bool QGetFeaturesThread::CanRestart(_FEATURES_UPDATE_TYPE_ newType)
     if (m_bStop) {
         return false;
     }
-    if (!isRunning()) {
+    if (!IsBusy()) {
+        wait();
         return true;
     }
     const _FEATURES_UPDATE_TYPE_ running = m_nUpdateType;
@@ -143,5 +156,9 @@ void QGetFeaturesThread::SetSmartTuneHeard(bool heard)
 bool QGetFeaturesThread::TakeEndedRunStopped()
 {
     const QMutexLocker locker(&m_endedMutex);
-    return m_endedRuns.isEmpty() ? true : m_endedRuns.dequeue();
+    if (m_endedRuns.isEmpty()) {
+        return true;
+    }
+    const EndedRun run = m_endedRuns.dequeue();
+    return run.stopped || run.opening != m_nOpening;
 }

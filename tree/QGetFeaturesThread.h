@@ -52,11 +52,14 @@ public:
     /// Camera and maps of this opening. The worker must not run.
     void SetThreadData(long int cameraId, const ElementMap &elements, const ItemMap &items,
                        const PollingTable &pollingTable);
-    /// Prepares the next run; changes nothing when CanRestart refuses.
-    void SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStringList &nodes, int status);
+    /// Prepares the next run; false, with nothing changed, when CanRestart refuses.
+    bool SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStringList &nodes, int status);
     /// Whether a run of this type may follow the one under way; ends that one where the new one replaces it.
     bool CanRestart(_FEATURES_UPDATE_TYPE_ newType);
     void SetRepeatUpdate(bool repeat);
+    /// Whether a run is under way or about to begin; false from its sigThreadEnd on, when the thread itself may still
+    /// be about to finish.
+    bool IsBusy() const;
     _FEATURES_UPDATE_TYPE_ GetUpdateType() const;
     /// Raises the stop flag and wakes the worker without waiting for it.
     void RequestStop();
@@ -70,7 +73,7 @@ public:
     /// Whether SigThreadSmarTuneData is emitted. It costs the GUI an event for each integer of a pass, so it rests
     /// while nobody listens. Any thread.
     void SetSmartTuneHeard(bool heard);
-    /// To be called once for each sigThreadEnd: whether that run was ended by a stop.
+    /// To be called once for each sigThreadEnd: whether that run was ended by a stop or belongs to a former opening.
     bool TakeEndedRunStopped();
 
 Q_SIGNALS:
@@ -96,6 +99,7 @@ private:
 
     std::atomic<bool> m_bStop{false};
     std::atomic<bool> m_bRepeat{false};
+    std::atomic<bool> m_bRunEnded{true}; ///< the run has nothing left to do
     std::atomic<bool> m_bSmartTuneHeard{false};
     std::atomic<int> m_nUpdateStatus{UPDATE_REFRESH};
     std::atomic<int> m_nUserLevel{0};
@@ -111,7 +115,13 @@ private:
     QMutex m_wakeMutex;
     QWaitCondition m_wake;
     QMutex m_endedMutex;
-    QQueue<bool> m_endedRuns; ///< one entry a sigThreadEnd: the run was stopped
+    struct EndedRun
+    {
+        quint64 opening;
+        bool stopped;
+    };
+    QQueue<EndedRun> m_endedRuns; ///< one entry a sigThreadEnd
+    quint64 m_nOpening = 0; ///< counts SetThreadData; changes only while the worker does not run
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(QGetFeaturesThread::UpdateStatusFlags)

@@ -42,6 +42,7 @@ void QGetFeaturesThread::run()
     qInfo().noquote() << QStringLiteral(" QGetFeaturesThread UpdateFeature tid = ")
             + QString::number(threadId) + QStringLiteral(" type = ") + QString::number(type);
     if (m_bStop) {
+        m_bRunEnded = true;
         return;
     }
     qInfo("QGetFeaturesThread start run:[CameraID%ld]", m_lCameraID);
@@ -63,8 +64,9 @@ void QGetFeaturesThread::run()
     }
     {
         const QMutexLocker locker(&m_endedMutex);
-        m_endedRuns.enqueue(m_bStop);
+        m_endedRuns.enqueue({m_nOpening, m_bStop});
     }
+    m_bRunEnded = true;
     emit sigThreadEnd();
     qInfo("QGetFeaturesThread end run:[CameraID%ld] tid = 0x%llx", m_lCameraID,
           static_cast<unsigned long long>(threadId));

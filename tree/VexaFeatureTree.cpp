@@ -21,6 +21,7 @@
 #include <QEvent>
 #include <QMetaMethod>
 #include <QMutexLocker>
+#include <QThread>
 #include <QTimer>
 
 VexaFeatureTree::VexaFeatureTree(long int cameraId, QWidget *parent)
@@ -245,6 +246,11 @@ void VexaFeatureTree::disconnectNotify(const QMetaMethod &signal)
 
 void VexaFeatureTree::tellWorkersWhoListens()
 {
+    if (QThread::currentThread() != thread()) {
+        QMetaObject::invokeMethod(this, &VexaFeatureTree::tellWorkersWhoListens,
+                                  Qt::QueuedConnection);
+        return;
+    }
     static const QMetaMethod smartTuneData =
         QMetaMethod::fromSignal(&VexaFeatureTree::SigGetFeatureValueByThread);
     const bool heard = isSignalConnected(smartTuneData);

@@ -20,6 +20,8 @@
 #include <QTextEdit>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int POLLING_INTERVAL_MS = 2000;
@@ -43,6 +45,13 @@ void VexaFeatureTree::OnCameraOpen(unsigned int accessMode)
     if (!task) {
         return;
     }
+    const QVector<QGetFeaturesThread *> allWorkers = workers();
+    if (std::any_of(allWorkers.cbegin(), allWorkers.cend(),
+                    [](const QGetFeaturesThread *worker) { return worker->isRunning(); })) {
+        // A description without features leaves a tree that is open and still empty.
+        StopThread(true);
+        StopThread(false);
+    }
     task->GetXMLDomDocument(m_domDocument);
     takeDeviceType();
     applyAccessMode(accessMode);
@@ -56,7 +65,8 @@ void VexaFeatureTree::OnCameraOpen(unsigned int accessMode)
         m_bFirstUpdate = true;
         m_bFirstUpdateOfAll = true;
         ShowLoadingFeatures(true, false);
-        if (scope.treeIsGoing()) {
+        if (scope.treeIsGoing() || !cameraTask()) {
+            m_domDocument.clear();
             return;
         }
         UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(), QGetFeaturesThread::UPDATE_EVERYTHING);
@@ -134,6 +144,7 @@ void VexaFeatureTree::buildTree()
     if (m_pToolBar) {
         m_pToolBar->setExpanded();
     }
+    emit SigExpandTree();
     m_pMaps->generate(m_domDocument.documentElement(), m_pBuilder->elementMap(),
                       m_pBuilder->allTreeItems().keys());
 }
@@ -248,9 +259,7 @@ void VexaFeatureTree::OnCameraClose()
         return;
     }
     m_pPollingTimer->stop();
-    m_pInvalidateTimer->stop();
     m_pAutoTriggerTimer->stop();
-    m_pendingInvalidations.clear();
     qInfo().noquote() << QStringLiteral("VexaFeatureTree::OnCameraClose begin ")
             + QString::number(m_lCameraID);
     m_pTreeView->ClearTreeViewInfo();
@@ -273,6 +282,7 @@ void VexaFeatureTree::readyForDelete()
 
 void VexaFeatureTree::removeCameraID(long)
 {
+    StopThread(true);
     if (m_pTreeView) {
         m_pTreeView->ClearTreeViewInfo();
     }
@@ -283,6 +293,11 @@ void VexaFeatureTree::removeCameraID(long)
 void VexaFeatureTree::clearMaps()
 {
     m_pContextItem = nullptr;
+    m_pendingInvalidations.clear();
+    m_bLevelPassPending = false;
+    if (m_pInvalidateTimer) {
+        m_pInvalidateTimer->stop();
+    }
     for (QGetFeaturesThread *worker : workers()) {
         worker->SetThreadData(m_lCameraID, QGetFeaturesThread::ElementMap(),
                               QGetFeaturesThread::ItemMap(), QGetFeaturesThread::PollingTable());

@@ -57,15 +57,16 @@ void VexaFeatureTree::startLevelPass()
         hideLoading();
         return;
     }
-    if (m_pTimerAndAllThread->isRunning()
+    if (m_pTimerAndAllThread->IsBusy()
         && m_pTimerAndAllThread->GetUpdateType() != FEATURES_UPDATE_POLLING) {
         // The pass under way reads the level afresh for what is still to come; its own pass follows for the rest.
         m_bLevelPassPending = true;
         return;
     }
-    m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(),
-                                        QGetFeaturesThread::UPDATE_VISIBILITY);
-    m_pTimerAndAllThread->start(QThread::InheritPriority);
+    if (m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(),
+                                            QGetFeaturesThread::UPDATE_VISIBILITY)) {
+        m_pTimerAndAllThread->start(QThread::InheritPriority);
+    }
 }
 
 void VexaFeatureTree::OnFeaturesSearch(const QString &text)
@@ -83,6 +84,7 @@ void VexaFeatureTree::search(const QString &text)
     if (!m_pTreeView || !m_pToolBar) {
         return;
     }
+    const TreeCallScope scope(this);
     if (m_pTreeView->setSearchText(text)) {
         m_pToolBar->setExpanded();
         emit SigExpandTree();
@@ -95,6 +97,7 @@ void VexaFeatureTree::OnEditSearchTextChanged(const QString &)
 
 void VexaFeatureTree::OnReturnClicked()
 {
+    const TreeCallScope scope(this);
     emit SigHide();
 }
 

@@ -69,8 +69,7 @@ bool VexaFeatureTree::dropsCachesFirst() const
 void VexaFeatureTree::updateAll(int status)
 {
     qInfo("m_pTimerAndAllThread begin start------------------------------------");
-    m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(), status);
-    if (m_pTimerAndAllThread->isRunning()) {
+    if (!m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(), status)) {
         return;
     }
     qInfo("m_pTimerAndAllThread starting!%ld", m_lCameraID);
@@ -80,10 +79,12 @@ void VexaFeatureTree::updateAll(int status)
 
 void VexaFeatureTree::updateDependants(const QStringList &nodes)
 {
-    if (!m_pInvalidateUpdateThread->isRunning()) {
+    if (!m_pInvalidateUpdateThread->IsBusy()) {
         qInfo("m_pInvalidateUpdateThread begin start------------------------------------");
-        m_pInvalidateUpdateThread->SetUpdateInfo(FEATURES_UPDATE_INVALIDATOR, QStringList(),
-                                                 QGetFeaturesThread::UPDATE_EVERYTHING);
+        if (!m_pInvalidateUpdateThread->SetUpdateInfo(FEATURES_UPDATE_INVALIDATOR, QStringList(),
+                                                      QGetFeaturesThread::UPDATE_EVERYTHING)) {
+            return;
+        }
         m_pInvalidateUpdateThread->start(QThread::InheritPriority);
         qInfo("m_pInvalidateUpdateThread start------------------------------------");
     }
@@ -105,21 +106,23 @@ void VexaFeatureTree::updateDependants(const QStringList &nodes)
 
 void VexaFeatureTree::updateLocked()
 {
-    if (m_pLockAndRelativeThread->isRunning()) {
+    if (m_pLockAndRelativeThread->IsBusy()) {
         m_pLockAndRelativeThread->SetRepeatUpdate(true);
         return;
     }
     qInfo("m_pLockAndRelativeThread begin start------------------------------------");
-    m_pLockAndRelativeThread->SetUpdateInfo(FEATURES_UPDATE_TLPARAMSLOCKED, m_pMaps->lockedList(),
-                                            QGetFeaturesThread::UPDATE_EVERYTHING);
+    if (!m_pLockAndRelativeThread->SetUpdateInfo(FEATURES_UPDATE_TLPARAMSLOCKED,
+                                                 m_pMaps->lockedList(),
+                                                 QGetFeaturesThread::UPDATE_EVERYTHING)) {
+        return;
+    }
     m_pLockAndRelativeThread->start(QThread::InheritPriority);
     qInfo("m_pLockAndRelativeThread start------------------------------------");
 }
 
 void VexaFeatureTree::updatePolled(int status)
 {
-    m_pPollingThread->SetUpdateInfo(FEATURES_UPDATE_POLLING, QStringList(), status);
-    if (m_pPollingThread->isRunning()) {
+    if (!m_pPollingThread->SetUpdateInfo(FEATURES_UPDATE_POLLING, QStringList(), status)) {
         return;
     }
     m_pPollingThread->start(QThread::InheritPriority);
@@ -215,12 +218,14 @@ void VexaFeatureTree::OnGetThreadEnd()
         qInfo("OnGetThreadEnd and first update end %ld", m_lCameraID);
         m_bFirstUpdate = false;
         m_bFirstUpdateOfAll = false;
-        emit QVexaEventBus::Instance()->SigVexaEventFirstUpdateFeatureTreeEnd(m_lCameraID);
-        emit SigFirstEndUpdateFeature(m_lCameraID);
+        // Whoever hears the first may close the camera.
+        const long int cameraId = m_lCameraID;
+        emit QVexaEventBus::Instance()->SigVexaEventFirstUpdateFeatureTreeEnd(cameraId);
+        emit SigFirstEndUpdateFeature(cameraId);
         if (scope.treeIsGoing()) {
             return;
         }
-    } else if (!all && m_bFirstUpdate) {
+    } else if (!stopped && !all && m_bFirstUpdate) {
         CustomLoadingDialog::hideLoading(FIRST_UPDATE_LOADING_KEY);
         m_bFirstUpdate = false;
     }

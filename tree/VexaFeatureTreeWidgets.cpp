@@ -61,6 +61,9 @@ Layout *makeLayout()
 
 bool VexaFeatureTree::InitCtrl()
 {
+    if (!m_pTreeView) {
+        return false; // released: the view does not come back
+    }
     try {
         m_pToolBar = new VexaFeatureToolBar(this);
         m_pUserLevelTitle = new CustomLabel(this);
@@ -246,11 +249,17 @@ void VexaFeatureTree::fillUserLevelCombo()
 
 void VexaFeatureTree::OnOptionsChanged()
 {
+    if (!m_pUserLevelCombo) {
+        return;
+    }
     m_pUserLevelCombo->SetCurrentSel(QLocalCfg::Instance()->GetUserLevel());
 }
 
 void VexaFeatureTree::RefreshWidgetInfo()
 {
+    if (!m_pPageTitle || !m_pContextMenu) {
+        return;
+    }
     m_pUserLevelTitle->setText(translated("lang_qfeaturetree_userlevel"));
     for (int level = 0; level < USER_LEVELS; ++level) {
         m_pUserLevelCombo->setItemText(level, translated(USER_LEVEL_KEYS[level]));
