@@ -15,5 +15,5 @@ echo "format: every source file is as .clang-format says"
 for preset in dev asan; do
     cmake --preset "$preset" "${COMPILER_CACHE[@]}"
     cmake --build --preset "$preset" -j "$(nproc)"
-    ctest --preset "$preset"
+    ctest --preset "$preset" -j "$(nproc)"
 done
