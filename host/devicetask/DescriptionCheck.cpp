@@ -273,10 +273,14 @@ bool DescriptionCheck::check(const QByteArray &xml, DescriptionIndex *index, QSt
         }
     }
     if (reader.hasError()) {
+        QString error = reader.errorString();
+        if (error.endsWith('.')) {
+            error.chop(1);
+        }
         *reason = QStringLiteral("The device description is not usable: line %1, column %2: %3.")
                       .arg(reader.lineNumber())
                       .arg(reader.columnNumber())
-                      .arg(reader.errorString());
+                      .arg(error);
         return false;
     }
     return true;
