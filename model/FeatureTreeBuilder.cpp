@@ -117,8 +117,8 @@ VexaPropertyTreeItem *FeatureTreeBuilder::createItem(VexaPropertyTreeItem *pPare
     pItem->value()->m_strNodeName = strName;
     pItem->registerView(m_pView);
     if (VexaPropertyTreeItem *pEarlier = m_allTreeItems.value(strName, nullptr)) {
-        // One feature under two categories: an update of the later row serves both.
-        pItem->setMappingItem(pEarlier);
+        // One feature under several categories: an update of the last row serves all.
+        pItem->joinTwins(pEarlier);
     }
     m_allTreeItems.insert(strName, pItem);
     return pItem;

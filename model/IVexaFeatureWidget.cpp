@@ -139,6 +139,9 @@ void IVexaFeatureWidget::detachFeatureItems(VexaPropertyTreeItem *pItem)
 {
     for (int nRow = pItem->childCount() - 1; nRow >= 0; --nRow) {
         VexaPropertyTreeItem *pChild = pItem->child(nRow);
+        if (!pChild) {
+            continue;
+        }
         if (pChild->isFeatureTreeItem()) {
             // The feature tree owns it and goes on showing it.
             pChild->removeView(m_pTreeView);
@@ -155,7 +158,7 @@ void IVexaFeatureWidget::setExpandAll(bool bExpand)
         return;
     }
     if (bExpand) {
-        m_pTreeView->expandAll();
+        m_pTreeView->expandAllRows();
     } else {
         m_pTreeView->collapseAll();
     }
@@ -175,6 +178,9 @@ void IVexaFeatureWidget::retranslatePages()
 
 void IVexaFeatureWidget::retranslateItem(VexaPropertyTreeItem *pItem, int nPage)
 {
+    if (!pItem) {
+        return;
+    }
     for (int nRow = 0; nRow < pItem->childCount(); ++nRow) {
         retranslateItem(pItem->child(nRow), nPage);
     }

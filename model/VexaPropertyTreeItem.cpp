@@ -24,6 +24,10 @@ VexaPropertyTreeItem::VexaPropertyTreeItem(VexaPropertyTreeItem *pParent, Parent
 VexaPropertyTreeItem::~VexaPropertyTreeItem()
 {
     setMappingItem(nullptr);
+    if (m_pTwins) {
+        const QMutexLocker locker(&ItemLocks::views());
+        m_pTwins->remove(this);
+    }
     clear();
 }
 
@@ -125,6 +129,7 @@ void VexaPropertyTreeItem::copy(VexaPropertyTreeItem *pSource)
     m_nItemType = pSource->m_nItemType;
     m_bVisible = pSource->m_bVisible.load();
     m_bWantsVisible = pSource->m_bWantsVisible.load();
+    m_bValueCached = pSource->m_bValueCached.load();
 }
 
 CTreeItemValue *VexaPropertyTreeItem::value() const
@@ -146,10 +151,13 @@ void VexaPropertyTreeItem::setTagName(const QString &strTagName)
     const std::unique_ptr<CTreeItemValue> oldValue =
         std::exchange(m_pValue, CTreeItemValue::create(strTagName));
     if (m_pValue) {
-        m_pValue->copy(oldValue.get(), true);
+        // Only the names pass: what a value of one kind holds means something else in another.
+        CTreeItemValue names;
+        names.copy(oldValue.get(), true);
+        m_pValue->copy(&names, true);
     }
-    if (VexaPropertyTreeItem *pPartner = mappingItem()) {
-        pPartner->setTagName(strTagName);
+    for (VexaPropertyTreeItem *pRow : otherRows()) {
+        pRow->setTagName(strTagName);
     }
 }
 
@@ -198,6 +206,29 @@ void VexaPropertyTreeItem::setMappingItem(VexaPropertyTreeItem *pItem)
     pItem->m_pMappingItem = this;
 }
 
+void VexaPropertyTreeItem::joinTwins(VexaPropertyTreeItem *pItem)
+{
+    const QMutexLocker locker(&ItemLocks::views());
+    if (!pItem->m_pTwins) {
+        pItem->m_pTwins = std::make_shared<QSet<VexaPropertyTreeItem *>>();
+        pItem->m_pTwins->insert(pItem);
+    }
+    m_pTwins = pItem->m_pTwins;
+    m_pTwins->insert(this);
+}
+
+QVector<VexaPropertyTreeItem *> VexaPropertyTreeItem::otherRows()
+{
+    const QMutexLocker locker(&ItemLocks::views());
+    QVector<VexaPropertyTreeItem *> rows;
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        if (&row != this) {
+            rows.append(&row);
+        }
+    });
+    return rows;
+}
+
 QString VexaPropertyTreeItem::visibilityString() const
 {
     const ItemLock lock(this);
@@ -207,12 +238,10 @@ QString VexaPropertyTreeItem::visibilityString() const
 void VexaPropertyTreeItem::setVisibilityString(const QString &strVisibility)
 {
     const QMutexLocker locker(&ItemLocks::views());
-    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
-        if (pItem) {
-            const ItemLock lock(pItem);
-            pItem->m_strVisibility = strVisibility;
-        }
-    }
+    forAllRows([&strVisibility](VexaPropertyTreeItem &row) {
+        const ItemLock lock(&row);
+        row.m_strVisibility = strVisibility;
+    });
 }
 
 bool VexaPropertyTreeItem::searchVisible(const QString &strFilter) const
@@ -333,17 +362,14 @@ void VexaPropertyTreeItem::setToolTips(const QString &strEnglish, const QString 
                                        const QByteArray &state)
 {
     const QMutexLocker locker(&ItemLocks::views());
-    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
-        if (!pItem) {
-            continue;
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        const ItemLock lock(&row);
+        if (row.m_pValue) {
+            row.m_pValue->m_strToolTip = strEnglish;
+            row.m_pValue->m_strToolTipCn = strChinese;
+            row.m_toolTipState = state;
         }
-        const ItemLock lock(pItem);
-        if (pItem->m_pValue) {
-            pItem->m_pValue->m_strToolTip = strEnglish;
-            pItem->m_pValue->m_strToolTipCn = strChinese;
-            pItem->m_toolTipState = state;
-        }
-    }
+    });
 }
 
 void VexaPropertyTreeItem::releaseTransInfo()

@@ -8,6 +8,7 @@
 #include <QMutex>
 #include <QSet>
 #include <QString>
+#include <QVector>
 
 #include <atomic>
 #include <memory>
@@ -69,9 +70,13 @@ public:
     void setItemType(ITEM_TYEP eType);
     bool isFeatureTreeItem() const;
     void setIsFeatureTreeItem(bool bFeatureTreeItem);
-    /// The partner that shows the same feature in another row.
+    /// The partner that shows the same feature in another row, as a favourite does.
     VexaPropertyTreeItem *mappingItem() const;
     void setMappingItem(VexaPropertyTreeItem *pItem);
+    /// Joins the rows of one feature under several categories: what is set on one is set on all.
+    void joinTwins(VexaPropertyTreeItem *pItem);
+    /// All other rows of the same feature: twins and partner.
+    QVector<VexaPropertyTreeItem *> otherRows();
 
     bool readOnly() const;
     void setReadOnly(long lCameraID, bool bReadOnly);
@@ -142,8 +147,12 @@ private:
     /// Brings what a leaf shows in line with its wish and its branches.
     void applyLeafVisible(long lCameraID);
     void applyBranch(long lCameraID);
-    /// Hands the value, and the names when `bCopyBase`, to the partner row.
-    void bringPartnerUp(bool bCopyBase);
+    /// Hands the value, and the names when `bCopyBase`, to the other rows.
+    void bringOtherRowsUp(bool bCopyBase);
+    /// `call(VexaPropertyTreeItem &)` for this item and all other rows of its feature. Under the lock of the views or
+    /// on the GUI thread.
+    template<typename Call>
+    void forAllRows(const Call &call);
     template<typename Call>
     void tellViews(const Call &call) const;
 
@@ -158,6 +167,8 @@ private:
     QByteArray m_toolTipState; ///< guarded by the update lock
     std::unique_ptr<CTreeItemValue> m_pValue;
     VexaPropertyTreeItem *m_pMappingItem = nullptr; ///< guarded by the lock of the views
+    /// All rows of the feature, this one included; null for a single row. Guarded by the lock of the views.
+    std::shared_ptr<QSet<VexaPropertyTreeItem *>> m_pTwins;
     QSet<IVexaFeatureNotify *> m_views; ///< one lock for all items, held while a view is told
     QList<VexaPropertyTreeItem *> m_children;
     QMap<int, VexaPropertyTreeItem *> m_parents;
@@ -170,3 +181,19 @@ private:
     std::atomic<quint64> m_nNextReading{0};
     quint64 m_publishedReadings[READING_PARTS] = {0, 0, 0}; ///< guarded by the update lock
 };
+
+template<typename Call>
+void VexaPropertyTreeItem::forAllRows(const Call &call)
+{
+    call(*this);
+    if (m_pTwins) {
+        for (VexaPropertyTreeItem *pTwin : qAsConst(*m_pTwins)) {
+            if (pTwin != this) {
+                call(*pTwin);
+            }
+        }
+    }
+    if (m_pMappingItem) {
+        call(*m_pMappingItem);
+    }
+}

@@ -87,13 +87,13 @@ bool VexaPropertyTreeItem::readOnly() const
 void VexaPropertyTreeItem::setReadOnly(long lCameraID, bool bReadOnly)
 {
     const TellingLock lock;
-    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
-        if (pItem && pItem->m_bReadOnly.exchange(bReadOnly) != bReadOnly) {
-            pItem->tellViews([&](IVexaFeatureNotify &view) {
-                view.itemReadOnlyChanged(lCameraID, pItem, bReadOnly);
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        if (row.m_bReadOnly.exchange(bReadOnly) != bReadOnly) {
+            row.tellViews([&](IVexaFeatureNotify &view) {
+                view.itemReadOnlyChanged(lCameraID, &row, bReadOnly);
             });
         }
-    }
+    });
 }
 
 bool VexaPropertyTreeItem::visible() const
@@ -142,10 +142,8 @@ int VexaPropertyTreeItem::visibleChildCount() const
 void VexaPropertyTreeItem::setVisible(bool bVisible, long lCameraID, bool bRecursive)
 {
     const TellingLock lock;
-    applyVisible(bVisible, lCameraID, bRecursive);
-    if (m_pMappingItem) {
-        m_pMappingItem->applyVisible(bVisible, lCameraID, bRecursive);
-    }
+    forAllRows(
+        [&](VexaPropertyTreeItem &row) { row.applyVisible(bVisible, lCameraID, bRecursive); });
 }
 
 void VexaPropertyTreeItem::applyVisible(bool bVisible, long lCameraID, bool bRecursive)
@@ -197,59 +195,60 @@ void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
     if (m_children.isEmpty()) {
         return;
     }
-    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
-        if (pItem) {
-            pItem->tellViews([&](IVexaFeatureNotify &view) {
-                view.itemExpandedChanged(lCameraID, pItem, bExpanded);
-            });
-        }
-    }
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        row.tellViews([&](IVexaFeatureNotify &view) {
+            view.itemExpandedChanged(lCameraID, &row, bExpanded);
+        });
+    });
 }
 
 void VexaPropertyTreeItem::notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor,
                                             bool bFromUiJson)
 {
     const TellingLock lock;
-    bringPartnerUp(false);
-    for (VexaPropertyTreeItem *pItem : {this, m_pMappingItem}) {
-        if (pItem) {
-            pItem->tellViews([&](IVexaFeatureNotify &view) {
-                view.itemDataChanged(lCameraID, pItem, nType, bNeedRecreateEditor, bFromUiJson);
-            });
-        }
-    }
+    bringOtherRowsUp(false);
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        row.tellViews([&](IVexaFeatureNotify &view) {
+            view.itemDataChanged(lCameraID, &row, nType, bNeedRecreateEditor, bFromUiJson);
+        });
+    });
 }
 
-void VexaPropertyTreeItem::bringPartnerUp(bool bCopyBase)
+void VexaPropertyTreeItem::bringOtherRowsUp(bool bCopyBase)
 {
-    if (!m_pMappingItem) {
+    if (!m_pTwins && !m_pMappingItem) {
         return;
     }
     // Never two update locks at once.
     const std::unique_ptr<CTreeItemValue> snapshot = valueSnapshot();
-    const ItemLock lock(m_pMappingItem);
-    if (m_pMappingItem->m_pValue) {
-        m_pMappingItem->m_pValue->copy(snapshot.get(), bCopyBase);
-    }
-    if (m_bValueCached) {
-        m_pMappingItem->m_bValueCached = true;
-    }
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        if (&row == this) {
+            return;
+        }
+        const ItemLock lock(&row);
+        if (row.m_pValue) {
+            row.m_pValue->copy(snapshot.get(), bCopyBase);
+        }
+        if (m_bValueCached) {
+            row.m_bValueCached = true;
+        }
+    });
 }
 
 void VexaPropertyTreeItem::notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID)
 {
     const TellingLock lock;
-    tellViews([&](IVexaFeatureNotify &view) {
-        view.itemSpecialChanged(lCameraID, this, eType);
-        if (m_pMappingItem) {
-            view.itemSpecialChanged(lCameraID, m_pMappingItem, eType);
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        tellViews(
+            [&](IVexaFeatureNotify &view) { view.itemSpecialChanged(lCameraID, &row, eType); });
+    });
+    bringOtherRowsUp(false);
+    forAllRows([&](VexaPropertyTreeItem &row) {
+        if (&row != this) {
+            row.tellViews(
+                [&](IVexaFeatureNotify &view) { view.itemSpecialChanged(lCameraID, &row, eType); });
         }
     });
-    bringPartnerUp(false);
-    if (VexaPropertyTreeItem *pPartner = m_pMappingItem) {
-        pPartner->tellViews(
-            [&](IVexaFeatureNotify &view) { view.itemSpecialChanged(lCameraID, pPartner, eType); });
-    }
 }
 
 void VexaPropertyTreeItem::endUpdateItem(long lCameraID)
@@ -274,6 +273,6 @@ void VexaPropertyTreeItem::endUpdateItem(long lCameraID)
     const bool bNeedRecreateEditor = !shownKind.isNull() && !kind.isNull() && shownKind != kind;
 
     const TellingLock lock;
-    bringPartnerUp(true);
+    bringOtherRowsUp(true);
     notifyViewUpdate(lCameraID, -1, bNeedRecreateEditor, false);
 }

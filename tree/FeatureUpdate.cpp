@@ -13,6 +13,8 @@
 #include <QDebug>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 const QString &visibilityInvisible()
@@ -116,11 +118,20 @@ void FeatureUpdate::run()
         publishTexts();
     }
     const bool readsValue = (m_status & QGetFeaturesThread::UPDATE_VALUE)
-        || ((m_status & QGetFeaturesThread::UPDATE_VISIBLE_VALUE) && m_pItem->visible());
+        || ((m_status & QGetFeaturesThread::UPDATE_VISIBLE_VALUE) && isAnyRowVisible());
     if (readsValue && !GetFeatureValue()) {
         m_pValue.reset();
     }
     publish();
+}
+
+bool FeatureUpdate::isAnyRowVisible() const
+{
+    const QVector<VexaPropertyTreeItem *> others =
+        m_pItem->visible() ? QVector<VexaPropertyTreeItem *>() : m_pItem->otherRows();
+    return m_pItem->visible()
+        || std::any_of(others.cbegin(), others.cend(),
+                       [](const VexaPropertyTreeItem *row) { return row->visible(); });
 }
 
 FeatureUpdate::Access FeatureUpdate::readAccess()
@@ -239,6 +250,7 @@ void FeatureUpdate::AddEnumEntry(const EnumEntryReading &entry)
 
 void FeatureUpdate::hide()
 {
+    const TellingLock telling;
     bool publishes = false;
     {
         const ItemLock lock(m_pItem);
@@ -250,27 +262,42 @@ void FeatureUpdate::hide()
     }
 }
 
+void FeatureUpdate::keepTexts(VexaPropertyTreeItem *item) const
+{
+    CTreeItemValue *value = item->value();
+    if (!value) {
+        return;
+    }
+    const struct
+    {
+        const QString &read;
+        QString &kept;
+    } texts[] = {
+        {m_pFacts->displayName, value->m_strDisplayName},
+        {m_strTranslateName, value->m_strTranslateName},
+        {m_pFacts->description, value->m_strDescription},
+        {m_strDescriptionTrans, value->m_strDescriptionTrans},
+    };
+    for (const auto &row : texts) {
+        if (!row.read.isEmpty()) {
+            row.kept = row.read;
+        }
+    }
+}
+
 void FeatureUpdate::publishTexts()
 {
+    // From the decision to the telling, so that another reading cannot come in between.
+    const TellingLock telling;
+    const QVector<VexaPropertyTreeItem *> others = m_pItem->otherRows();
+    for (VexaPropertyTreeItem *row : others) {
+        const ItemLock lock(row);
+        keepTexts(row);
+    }
     bool publishesVisibility = false;
     {
         const ItemLock lock(m_pItem);
-        CTreeItemValue *value = m_pItem->value();
-        const struct
-        {
-            const QString &read;
-            QString &kept;
-        } texts[] = {
-            {m_pFacts->displayName, value->m_strDisplayName},
-            {m_strTranslateName, value->m_strTranslateName},
-            {m_pFacts->description, value->m_strDescription},
-            {m_strDescriptionTrans, value->m_strDescriptionTrans},
-        };
-        for (const auto &row : texts) {
-            if (!row.read.isEmpty()) {
-                row.kept = row.read;
-            }
-        }
+        keepTexts(m_pItem);
         publishesVisibility =
             m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
     }
@@ -304,23 +331,26 @@ bool FeatureUpdate::publishValue()
 void FeatureUpdate::publish()
 {
     const bool publishesAccess = m_bAccessRead && (m_status & QGetFeaturesThread::UPDATE_ACCESS);
-    bool accessIsNewest = false;
     {
-        const ItemLock lock(m_pItem);
-        if (m_pValue) {
-            publishValue();
-        }
-        if (publishesAccess) {
-            accessIsNewest =
-                m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
-            auto *integer = dynamic_cast<CTreeIntergerItemValue *>(m_pItem->value());
-            if (integer && m_strTagName == QLatin1String("Integer")) {
-                integer->m_strRepresentation = m_pFacts->representation;
+        const TellingLock telling;
+        bool accessIsNewest = false;
+        {
+            const ItemLock lock(m_pItem);
+            if (m_pValue) {
+                publishValue();
+            }
+            if (publishesAccess) {
+                accessIsNewest =
+                    m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
+                auto *integer = dynamic_cast<CTreeIntergerItemValue *>(m_pItem->value());
+                if (integer && m_strTagName == QLatin1String("Integer")) {
+                    integer->m_strRepresentation = m_pFacts->representation;
+                }
             }
         }
-    }
-    if (accessIsNewest) {
-        m_pItem->setReadOnly(m_lCameraID, m_bReadOnly);
+        if (accessIsNewest) {
+            m_pItem->setReadOnly(m_lCameraID, m_bReadOnly);
+        }
     }
     if (publishesAccess) {
         publishToolTips();

@@ -49,6 +49,9 @@ private:
     void publish();
     bool publishValue();
     void publishTexts();
+    /// Under the update lock of the row.
+    void keepTexts(VexaPropertyTreeItem *item) const;
+    bool isAnyRowVisible() const;
     void publishToolTips();
 
     const FeatureUpdateContext m_context;

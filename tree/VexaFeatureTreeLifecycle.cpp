@@ -50,6 +50,9 @@ void VexaFeatureTree::OnCameraOpen(unsigned int accessMode)
                     [](const QGetFeaturesThread *worker) { return worker->isRunning(); })) {
         // A description without features leaves a tree that is open and still empty.
         StopThread(true);
+    }
+    if (!m_bReadyForDelete) {
+        // Also a tree whose root was deleted has been stopped.
         StopThread(false);
     }
     task->GetXMLDomDocument(m_domDocument);
@@ -66,6 +69,7 @@ void VexaFeatureTree::OnCameraOpen(unsigned int accessMode)
         m_bFirstUpdateOfAll = true;
         ShowLoadingFeatures(true, false);
         if (scope.treeIsGoing() || !cameraTask()) {
+            hideLoading();
             m_domDocument.clear();
             return;
         }
@@ -139,7 +143,7 @@ void VexaFeatureTree::buildTree()
     m_pBuilder->GenerateDomElementMap(m_domDocument.documentElement());
     m_pBuilder->createItems(m_domDocument, m_pTreeView);
     m_pTreeView->setCameraAndRoot(m_lCameraID, m_pBuilder->rootItem());
-    m_pTreeView->expandAll();
+    m_pTreeView->expandAllRows();
     m_pTreeView->openEditors(m_pBuilder->rootItem());
     if (m_pToolBar) {
         m_pToolBar->setExpanded();

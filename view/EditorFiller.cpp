@@ -69,6 +69,10 @@ void showBlank(QWidget *pEditor)
 
 void settleLineEdit(QPropertyLineEdit *pEdit, const Request &request)
 {
+    if (request.bReadOnly) {
+        // What the user had begun to type can no longer be taken.
+        pEdit->Rollback();
+    }
     if (!EditorCommit::hasUserText(pEdit)) {
         pEdit->setCursorPosition(0);
     }
@@ -115,7 +119,7 @@ void fillSpinBox(VexaPropertySpinBox *pSpin, const CTreeIntergerItemValue &value
     const QString strShown = value.displayValue();
     const qint64 nShown = strShown.toLongLong();
     const bool bCutLimits = value.m_nMaxValue > nHighest || value.m_nMinValue != nLower;
-    if (bCutLimits && (nShown < nLower || nShown > nUpper)) {
+    if (bCutLimits && nShown != pSpin->value()) {
         pSpin->showText(strShown); // true, though the box could not hold it
     }
     pSpin->setEnabled(!request.bReadOnly);

@@ -135,6 +135,13 @@ QWidget *EditorMaker::make(const Request &request)
     return pEditor;
 }
 
+bool EditorMaker::suits(const QWidget *pEditor, const VexaPropertyTreeItem *pItem)
+{
+    return pItem->tagName() != QLatin1String("Integer")
+        || (qobject_cast<const QPropertyLineEdit *>(pEditor) != nullptr)
+        == EditorValue::isTextInteger(pItem);
+}
+
 bool EditorMaker::hasNameEditor(const VexaPropertyTreeItem *pItem)
 {
     return pItem->tagName() == QLatin1String("CustomWatermarkFeatureTag")

@@ -21,6 +21,10 @@ struct Request
 /// Null for a cell without an editor. The editor is disabled until it is filled.
 QWidget *make(const Request &request);
 
+/// Whether the editor is of the kind that the item's present value needs; the representation of an Integer may come
+/// after its editor was made.
+bool suits(const QWidget *pEditor, const VexaPropertyTreeItem *pItem);
+
 /// Whether a row has an editor in the name column too.
 bool hasNameEditor(const VexaPropertyTreeItem *pItem);
 

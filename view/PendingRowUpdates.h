@@ -17,7 +17,8 @@ public:
     explicit PendingRowUpdates(VexaFeatureTreeView *pView);
 
     void add(VexaPropertyTreeItem *pItem, bool bRecreate);
-    void remove(VexaPropertyTreeItem *pItem) { m_recreate.remove(pItem); }
+    /// Takes the row out; whether its editor was to be made anew.
+    bool take(VexaPropertyTreeItem *pItem) { return m_recreate.take(pItem); }
     void clear();
     bool isActive() const { return m_timer.isActive(); }
     /// Refills everything now.

@@ -129,6 +129,8 @@ void VexaFeatureTreeView::ClearTreeViewInfo()
         return;
     }
     giveUpEditor();
+    m_forceShowItems.remove(int(m_lCameraID));
+    m_forceHideItems.remove(int(m_lCameraID));
     m_pDelegate->setCommitBlocked(true);
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     m_nQueuedUpdates = 0;
@@ -262,7 +264,7 @@ bool VexaFeatureTreeView::decideRows(const RowVisibility &visibility, VexaProper
 {
     bool bShown = false;
     if (pItem->childCount() == 0) {
-        bShown = bShow && visibility.isLeafShown(pItem);
+        bShown = (bShow || visibility.forceShow.contains(pItem)) && visibility.isLeafShown(pItem);
     }
     for (int i = 0; i < pItem->childCount(); ++i) {
         VexaPropertyTreeItem *const pChild = pItem->child(i);
@@ -292,6 +294,21 @@ void VexaFeatureTreeView::setItemHidden(VexaPropertyTreeItem *pItem, bool bHidde
         const QModelIndex index = indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
         if (index.isValid()) {
             setRowHidden(index.row(), index.parent(), bHidden);
+        }
+    }
+}
+
+void VexaFeatureTreeView::expandAllRows()
+{
+    expandAll(); // leaves hidden rows out
+    QVector<VexaPropertyTreeItem *> rows;
+    if (m_pRootItem) {
+        collectRows(m_pRootItem, rows);
+    }
+    for (VexaPropertyTreeItem *pItem : qAsConst(rows)) {
+        const QModelIndex index = indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
+        if (pItem->childCount() > 0 && !isExpanded(index)) {
+            setExpanded(index, true);
         }
     }
 }
@@ -337,16 +354,22 @@ void VexaFeatureTreeView::setForbidUpdate(bool bForbid)
 
 void VexaFeatureTreeView::notifyEditorUpdate()
 {
-    scheduleDelayedItemsLayout();
     if (m_rows.count() <= REFILL_AT_ONCE) {
-        dataChanged(QModelIndex(), QModelIndex());
+        // QTreeView's own does nothing while a layout is due.
+        QAbstractItemView::dataChanged(QModelIndex(), QModelIndex());
+        scheduleDelayedItemsLayout();
         return;
     }
+    scheduleDelayedItemsLayout();
     QVector<VexaPropertyTreeItem *> rows;
     if (m_pRootItem) {
         collectRows(m_pRootItem, rows);
     }
     for (VexaPropertyTreeItem *pItem : qAsConst(rows)) {
+        const QModelIndex name = indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
+        if (QWidget *pHint = indexWidget(name)) {
+            m_pDelegate->setEditorData(pHint, name);
+        }
         m_pPending->add(pItem, false);
     }
     viewport()->update();

@@ -41,6 +41,8 @@ public:
     void openEditors(VexaPropertyTreeItem *pItem);
     /// Filters the rows; true when any row stayed. Branches with a hit open.
     bool setSearchText(const QString &strText);
+    /// Expands every branch, hidden ones too: they may be shown later.
+    void expandAllRows();
     /// Makes the first row with this node name current, in the middle of the viewport; false when there is none.
     bool scrollToFeature(const QString &strName);
     /// Decides the row and all below it anew; `bShow` false hides them. Returns whether the row stays.

@@ -1,6 +1,7 @@
 // What items tell the view: signals on any thread, slots on the GUI thread.
 #include "model/IVexaFeatureWidget.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "view/EditorMaker.h"
 #include "view/EditorOpener.h"
 #include "view/EditorPlacer.h"
 #include "view/ItemLocker.h"
@@ -78,8 +79,8 @@ void VexaFeatureTreeView::onUpdateEditorData(long lCameraID, VexaPropertyTreeIte
         if (bQueued) {
             m_pPending->add(pItem, bNeedRecreateEditor);
         } else {
-            m_pPending->remove(pItem);
-            refillEditor(pItem, bNeedRecreateEditor);
+            const bool bWaited = m_pPending->take(pItem);
+            refillEditor(pItem, bNeedRecreateEditor || bWaited);
         }
     }
     // The owner may have cleared the tree while an editor was refilled.
@@ -99,7 +100,7 @@ void VexaFeatureTreeView::refillEditor(VexaPropertyTreeItem *pItem, bool bRecrea
         pItem->editorTookOver();
         return;
     }
-    if (bRecreate) {
+    if (bRecreate || !EditorMaker::suits(pEditor, pItem)) {
         closePersistentEditor(index);
         openCell(index);
         m_pPlacer->place();

@@ -154,8 +154,11 @@ QWidget *VexaPropertyTreeDelegate::createEditor(QWidget *parent, const QStyleOpt
     row.pItem = pItem;
     row.nColumn = index.column();
     m_editors.insert(pEditor, row);
-    const ItemLocker lock(pItem);
-    pItem->value()->updateEditorInfo(!pEditor->isEnabled());
+    // What the row shows is in the value column; a hint beside the name says nothing of it.
+    if (index.column() != VexaPropertyTreeModel::COLUMN_NAME) {
+        const ItemLocker lock(pItem);
+        pItem->value()->updateEditorInfo(!pEditor->isEnabled());
+    }
     return pEditor;
 }
 
@@ -207,8 +210,16 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     if (!m_bEditorsEnabled) {
         editor->setDisabled(true);
     }
-    if (result == EditorFiller::RESULT_FILLED) {
+    if (result != EditorFiller::RESULT_FILLED) {
+        return;
+    }
+    if (EditorMaker::suits(editor, pItem)) {
         pItem->editorTookOver(*snapshot, request.bReadOnly, bCached);
+    } else {
+        auto *const pDelegate = const_cast<VexaPropertyTreeDelegate *>(this);
+        QMetaObject::invokeMethod(
+            editor, [pDelegate, editor] { emit pDelegate->sigRefillNeeded(editor); },
+            Qt::QueuedConnection);
     }
 }
 

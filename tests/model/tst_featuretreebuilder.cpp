@@ -74,7 +74,7 @@ private slots:
     void elementsOutliveTheDocument();
     void rebuild();
     void everyRowHasTheView();
-    void twoCategoriesShareAFeature();
+    void categoriesShareAFeature();
     void sharedCategoriesEnd();
     void deepDescriptionsEnd();
 };
@@ -191,15 +191,22 @@ void tst_featuretreebuilder::everyRowHasTheView()
     QCOMPARE(build.view.take(), QStringLiteral("readonly:A:0 readonly:a:0 readonly:x:0"));
 }
 
-void tst_featuretreebuilder::twoCategoriesShareAFeature()
+void tst_featuretreebuilder::categoriesShareAFeature()
 {
-    Build build(categories(QStringLiteral("Root:A,B;A:a;B:a")) + "<Integer Name=\"a\"/>");
-    VexaPropertyTreeItem *pLater = build.builder.allTreeItems().value(QStringLiteral("a"));
-    QCOMPARE(pLater->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("B"));
-    QVERIFY(pLater->mappingItem());
-    QCOMPARE(pLater->mappingItem()->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName,
-             QStringLiteral("A"));
-    QCOMPARE(pLater->mappingItem()->tagName(), QStringLiteral("Integer"));
+    Build build(categories(QStringLiteral("Root:A,B,C;A:a;B:a;C:a")) + "<Integer Name=\"a\"/>");
+    VexaPropertyTreeItem *pLast = build.builder.allTreeItems().value(QStringLiteral("a"));
+    QCOMPARE(pLast->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("C"));
+    QStringList others;
+    for (VexaPropertyTreeItem *pRow : pLast->otherRows()) {
+        others.append(pRow->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName);
+        QCOMPARE(pRow->tagName(), QStringLiteral("Integer"));
+        pRow->setReadOnly(1, false);
+        QVERIFY(!pLast->readOnly());
+        pRow->setReadOnly(1, true);
+        QVERIFY(pLast->readOnly());
+    }
+    others.sort();
+    QCOMPARE(others, (QStringList{QStringLiteral("A"), QStringLiteral("B")}));
 }
 
 void tst_featuretreebuilder::sharedCategoriesEnd()
