@@ -20,21 +20,25 @@ QByteArray &lastError()
     return s_error;
 }
 
-bool evaluate(const QByteArray &formula, double &result)
+bool evaluate(const QByteArray &formula, double *result)
 {
     const std::unique_ptr<ArvEvaluator, Unref> evaluator(arv_evaluator_new(formula.constData()));
     GError *error = nullptr;
-    result = arv_evaluator_evaluate_as_double(evaluator.get(), &error);
-    if (error) {
-        lastError() = error->message;
-        g_error_free(error);
-        return false;
-    }
-    if (!std::isfinite(result)) {
-        lastError() = QByteArrayLiteral("the result is not a finite number");
-        return false;
-    }
-    return true;
+    *result = arv_evaluator_evaluate_as_double(evaluator.get(), &error);
+    const bool ok = !error && std::isfinite(*result);
+    g_clear_error(&error);
+    return ok;
+}
+
+/// The evaluator's answer, unless it has none or quite another one: it knows neither `==` nor `!`, reads "010" as 8,
+/// and lets large sums of integers wrap around. Then the guard's stands.
+double settle(const QByteArray &formula, double guarded)
+{
+    constexpr double TOLERANCE = 1e-12;
+    double result = 0.0;
+    return evaluate(formula, &result) && std::abs(result - guarded) <= TOLERANCE * std::abs(guarded)
+        ? result
+        : guarded;
 }
 
 } // namespace
@@ -42,17 +46,13 @@ bool evaluate(const QByteArray &formula, double &result)
 double VexaInterface::Compute(const char *formula, bool &ok)
 {
     const QByteArray text(formula);
-    const QByteArray refusal = FormulaGuard::refusal(text, evaluate);
-    double result = 0.0;
-    ok = refusal.isEmpty() && evaluate(text, result);
-    if (ok) {
-        lastError().clear();
-        return result;
+    const FormulaGuard guard = FormulaGuard::of(text);
+    lastError() = guard.refusal;
+    ok = guard.refusal.isEmpty();
+    if (!ok) {
+        return 0.0;
     }
-    if (!refusal.isEmpty()) {
-        lastError() = refusal;
-    }
-    return 0.0;
+    return guard.isForEvaluator ? settle(text, guard.result) : guard.result;
 }
 
 const char *VexaInterface::GetCalculatorErro()

@@ -2,13 +2,14 @@
 
 #include <QByteArray>
 
-/// Looks at a formula before the evaluator does, for what would end the process there or take it for ever.
-namespace FormulaGuard {
+/// Works a formula out before the evaluator gets it, for what would end the process there, take it for ever, or come
+/// out as another number.
+struct FormulaGuard
+{
+    QByteArray refusal; ///< why the formula has no result, English; empty when it has one
+    double result = 0.0;
+    /// The evaluator works out both sides of conditions, also the one that traps, and its remainders trap.
+    bool isForEvaluator = false;
 
-/// Evaluates a part of the formula; false when it cannot be evaluated.
-using EvaluatePart = bool (*)(const QByteArray &part, double &result);
-
-/// Why the formula must not be evaluated; empty when it may. ASCII.
-QByteArray refusal(const QByteArray &formula, EvaluatePart evaluate);
-
-} // namespace FormulaGuard
+    static FormulaGuard of(const QByteArray &formula);
+};

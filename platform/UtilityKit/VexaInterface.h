@@ -16,7 +16,8 @@ class QWidget;
 namespace VexaInterface {
 
 /// Evaluates a GenICam formula (SwissKnife, Converter) in the local 8-bit encoding. On failure `ok` is false,
-/// the result is 0 and GetCalculatorErro tells why.
+/// the result is 0 and GetCalculatorErro tells why. Of `?:`, `&&` and `||` only the side that counts is worked out; a
+/// result that is not finite, and an integer that a double cannot hold, are failures.
 UTILITYKIT_API double Compute(const char *formula, bool &ok);
 /// Text of the last failure of Compute on the calling thread; empty after a success. Never null.
 UTILITYKIT_API const char *GetCalculatorErro();

@@ -30,6 +30,15 @@ void tst_Formula::value_data()
     QTest::newRow("huge float by -1 taken for the trap")
         << QByteArray("(1e300-1e300)%(0-1)") << 0.0;
     QTest::newRow("remainder in both branches") << QByteArray("(5%3=2)?(9%5):(9%2)") << 4.0;
+    QTest::newRow("division by zero in the side that does not count")
+        << QByteArray("(0=0)?5:(7/0)") << 5.0;
+    QTest::newRow("remainder that traps in the side that does not count")
+        << QByteArray("1?2:((1<<63)%-1)") << 2.0;
+    QTest::newRow("remainder that traps after rounding to doubles")
+        << QByteArray("((2**62-1)*2+1)%(0-1)") << 0.0;
+    QTest::newRow("condition inside a condition") << QByteArray("1?0?6:7:8") << 7.0;
+    QTest::newRow("leading zero taken for octal") << QByteArray("010") << 10.0;
+    QTest::newRow("C's equality") << QByteArray("(2==2)+(2!=3)") << 2.0;
     QTest::newRow("large integer that is exact")
         << QByteArray("0x4000000000000000") << 4611686018427387904.0;
     QTest::newRow("blanks around") << QByteArray(" 1 + 1 \n") << 2.0;
