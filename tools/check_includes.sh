@@ -14,10 +14,11 @@ editors|platform model
 featurefile|platform model
 fileaccess|platform model
 shell|platform model tree view editors featurefile fileaccess
-host/utilitykit|platform
+host/formula|
+host/utilitykit|platform host/formula
 host/controlkit|platform host/utilitykit
 host/shellservices|platform host/utilitykit host/controlkit
-host/devicetask|platform host/utilitykit
+host/devicetask|platform host/utilitykit host/formula
 host/simulator|platform host/devicetask
 host/translations|platform
 host/workbench|platform model shell tree host/utilitykit host/controlkit host/shellservices host/devicetask host/simulator host/translations

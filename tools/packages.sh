@@ -5,7 +5,8 @@ BUILD_PACKAGES=(g++ cmake ninja-build pkg-config ccache
     libaravis-dev libusb-1.0-0-dev libxml2-dev libglib2.0-dev zlib1g-dev)
 # What the program needs to be read: Latin and Chinese fonts, Qt's own texts in Chinese, icons from SVG.
 DISPLAY_PACKAGES=(fonts-dejavu-core fonts-noto-cjk qttranslations5-l10n libqt5svg5)
-CHECK_PACKAGES=(clang-format-14 binutils)
+# The last three: a GigE Vision camera in a network namespace, and a second opinion on its values.
+CHECK_PACKAGES=(clang-format-14 binutils util-linux iproute2 aravis-tools-cli)
 
 # Installs the packages that are not there; asks the network only then.
 install_missing() {

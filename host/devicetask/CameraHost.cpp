@@ -1,12 +1,13 @@
 #include "host/devicetask/CameraHost.h"
 
-#include "host/devicetask/AccessMode.h"
 #include "host/devicetask/CameraTaskFactory.h"
+#include "host/devicetask/ClosingDevices.h"
 #include "host/devicetask/DeviceConnection.h"
 #include "host/devicetask/LossSink.h"
-#include "host/devicetask/NodeWriter.h"
 #include "host/devicetask/OperateThread.h"
 #include "host/devicetask/TaskRecord.h"
+#include "host/devicetask/nodes/AccessMode.h"
+#include "host/devicetask/nodes/NodeWriter.h"
 
 #include <QThread>
 
@@ -18,8 +19,6 @@ const QString ACQUISITION_STOP = QStringLiteral("AcquisitionStop");
 
 /// Longest time that a new opening waits for cameras whose closing is still under way, in ms.
 constexpr int CLOSING_TIME = 5000;
-/// Longest time that the closing of a grabbing camera waits for its turn, in ms.
-constexpr int LAST_WORDS_TIME = 2000;
 
 bool hasNode(QCameraTask &task, const QString &name)
 {
@@ -47,16 +46,38 @@ bool failed(QCameraTask &task, QString *error)
     return false;
 }
 
-void dropConnection(std::shared_ptr<DeviceConnection> connection, bool grabbing)
+/// What a device hears last when it is closed while it acquires images.
+void stopAcquisition(const DeviceSession &session)
 {
-    const DeviceConnection::FreeHere freeHere;
-    if (grabbing) {
-        connection->runLast(LAST_WORDS_TIME, [](const GcSession &session) {
-            NodeWriter::execute(session, ACQUISITION_STOP.toUtf8());
-            NodeWriter::integer(session, TL_PARAMS_LOCKED.toUtf8(), 0);
-        });
+    NodeWriter::execute(session, ACQUISITION_STOP.toUtf8());
+    NodeWriter::integer(session, TL_PARAMS_LOCKED.toUtf8(), 0);
+}
+
+DeviceFacts factsOf(const DeviceSource &source, DeviceConnection &connection)
+{
+    const std::atomic<bool> releasing{false};
+    DeviceFacts facts = DeviceFacts::of(source);
+    connection.call(releasing, &facts, [source](const DeviceSession &session, DeviceFacts *read) {
+        *read = DeviceFacts::of(source, session);
+        return DeviceError();
+    });
+    return facts;
+}
+
+DeviceCondition conditionOf(const TaskRecord &record)
+{
+    const std::shared_ptr<DeviceConnection> connection = CameraTaskFactory::connection(record);
+    // A camera without a connection waits for the return of its device.
+    switch (connection ? connection->state() : ConnectionState::Gone) {
+    case ConnectionState::Silent:
+        return DeviceCondition::NotResponding;
+    case ConnectionState::Gone:
+        return DeviceCondition::Lost;
+    case ConnectionState::Live:
+        break;
     }
-    connection.reset();
+    return record.m_nAccessMode == DEVICE_ACCESS_READ_ONLY ? DeviceCondition::ControlledElsewhere
+                                                           : DeviceCondition::Live;
 }
 
 } // namespace
@@ -64,6 +85,9 @@ void dropConnection(std::shared_ptr<DeviceConnection> connection, bool grabbing)
 class CameraHost::Private
 {
 public:
+    /// Tells the host of a changed condition; on any thread.
+    std::function<void()> watcher(CameraHost *host, long int id) const;
+
     std::shared_ptr<LossSink> m_pSink;
     std::shared_ptr<OperateThread> m_pThread;
 };
@@ -74,6 +98,7 @@ CameraHost::CameraHost(QObject *parent)
 {
     // Qt knows the type as "long" only; queued connections and spies ask for it as the signals spell it.
     qRegisterMetaType<long int>("long int");
+    qRegisterMetaType<DeviceCondition>();
     d->m_pSink = std::make_shared<LossSink>(this);
     d->m_pThread =
         std::make_shared<OperateThread>([sink = d->m_pSink, this](long int cameraId, bool lost) {
@@ -92,33 +117,78 @@ CameraHost::~CameraHost()
         closeCamera(id);
     }
     OperateThread::setCurrent(nullptr);
+    ClosingDevices::waitAll(CLOSING_TIME);
     delete d;
+}
+
+std::function<void()> CameraHost::Private::watcher(CameraHost *host, long int id) const
+{
+    return [sink = m_pSink, host, id] {
+        sink->post([host, id] {
+            const auto record = CameraTaskFactory::registry().find(id);
+            const DeviceCondition condition = record ? conditionOf(*record) : DeviceCondition::Live;
+            if (record && record->m_nTold.exchange(int(condition)) != int(condition)) {
+                Q_EMIT host->conditionChanged(id, condition);
+            }
+        });
+    };
 }
 
 CameraHost::OpenResult CameraHost::openCamera(const DeviceSource &source)
 {
     OpenResult result;
-    // A camera that is opened again right after its closing has to be free first.
-    d->m_pThread->waitIdle(CLOSING_TIME);
+    ClosingDevices::wait(source.id, CLOSING_TIME);
     const long int id = CameraTaskFactory::registry().nextId();
-    const auto onLost = [sink = d->m_pSink, this, id] {
-        sink->post([this, id] {
-            if (CameraTaskFactory::registry().find(id)) {
-                Q_EMIT cameraLost(id);
-            }
-        });
-    };
-    DeviceConnection::Opened opened = DeviceConnection::open(source, onLost);
+    const std::function<void()> watcher = d->watcher(this, id);
+    const DeviceConnection::Opened opened = DeviceConnection::open(source, watcher);
     result.error = opened.error;
     if (!opened.connection) {
         return result;
     }
     result.cameraId = id;
     result.accessMode = opened.accessMode;
-    const auto record =
-        CameraTaskFactory::makeRecord(id, source, opened.accessMode, opened.connection);
+    const auto record = CameraTaskFactory::makeRecord(
+        id, source, factsOf(source, *opened.connection), opened.accessMode, opened.connection);
     record->m_pCameraTask->moveToThread(thread());
     CameraTaskFactory::registry().add(record);
+    // What happened to the device before it was entered has not been told.
+    watcher();
+    return result;
+}
+
+CameraHost::OpenResult CameraHost::reopenCamera(long int cameraId)
+{
+    OpenResult result;
+    const std::shared_ptr<TaskRecord> record = CameraTaskFactory::registry().find(cameraId);
+    if (!record) {
+        result.error = QStringLiteral("The camera is not open.");
+        return result;
+    }
+    if (const auto former = CameraTaskFactory::exchangeConnection(*record, nullptr)) {
+        former->close();
+    }
+    ClosingDevices::wait(record->m_source.id, CLOSING_TIME);
+    const std::function<void()> watcher = d->watcher(this, cameraId);
+    const DeviceConnection::Opened opened = DeviceConnection::open(record->m_source, watcher);
+    result.error = opened.error;
+    if (!opened.connection) {
+        return result;
+    }
+    result.cameraId = cameraId;
+    result.accessMode = opened.accessMode;
+    result.restarted = record->m_bRestarted.exchange(false);
+    record->m_nAccessMode = opened.accessMode;
+    int expected = TASK_CAMERA_GRABBING;
+    record->m_nState.compare_exchange_strong(expected, TASK_CAMERA_OPEN);
+    CameraTaskFactory::exchangeConnection(*record, opened.connection);
+    // A closing in the meantime found no connection to close.
+    if (record->m_nState == TASK_CAMERA_CLOSED) {
+        if (const auto late = CameraTaskFactory::exchangeConnection(*record, nullptr)) {
+            late->close();
+        }
+        return {NO_CAMERA_ID, opened.accessMode, false, QStringLiteral("The camera is closed.")};
+    }
+    watcher();
     return result;
 }
 
@@ -130,15 +200,16 @@ void CameraHost::closeCamera(long int cameraId)
     }
     record->m_pCameraTask->m_bReleasing = true;
     const bool grabbing = record->m_nState.exchange(TASK_CAMERA_CLOSED) == TASK_CAMERA_GRABBING;
-    std::shared_ptr<DeviceConnection> connection = CameraTaskFactory::takeConnection(*record);
-    connection->close();
-    if (grabbing) {
-        d->m_pThread->post([connection = std::move(connection)]() mutable {
-            dropConnection(std::move(connection), true);
-        });
-    } else {
-        dropConnection(std::move(connection), false);
+    if (const auto connection = CameraTaskFactory::exchangeConnection(*record, nullptr)) {
+        connection->close(grabbing ? DeviceConnection::LastWords(stopAcquisition)
+                                   : DeviceConnection::LastWords());
     }
+}
+
+DeviceCondition CameraHost::condition(long int cameraId) const
+{
+    const std::shared_ptr<TaskRecord> record = CameraTaskFactory::registry().find(cameraId);
+    return record ? conditionOf(*record) : DeviceCondition::Live;
 }
 
 bool CameraHost::startGrabbing(long int cameraId, QString *error)
@@ -180,6 +251,11 @@ bool CameraHost::stopGrabbing(long int cameraId, QString *error)
     int expected = TASK_CAMERA_GRABBING;
     record->m_nState.compare_exchange_strong(expected, TASK_CAMERA_OPEN);
     return true;
+}
+
+void CameraHost::setCallObserver(void (*observer)())
+{
+    CameraTaskFactory::registry().m_pCallObserver = observer;
 }
 
 void CameraHost::setPromptSuppressed(long int cameraId, bool suppressed)

@@ -12,22 +12,28 @@ QTaskManager *CameraTaskFactory::manager()
 }
 
 std::shared_ptr<TaskRecord> CameraTaskFactory::makeRecord(
-    long int id, const DeviceSource &source, unsigned int accessMode,
+    long int id, const DeviceSource &source, const DeviceFacts &facts, unsigned int accessMode,
     const std::shared_ptr<DeviceConnection> &connection)
 {
-    auto record = std::make_shared<TaskRecord>(id, source, accessMode);
+    auto record = std::make_shared<TaskRecord>(id, source, facts, accessMode);
     auto basic = std::make_unique<QCameraBasicTask::Private>();
     basic->m_pRecord = record.get();
     record->m_pBasicTask.reset(new QCameraBasicTask(std::move(basic)));
     record->m_pCameraTask.reset(
         new QCameraTask(std::make_unique<QCameraTask::Private>(record.get(), connection)));
-    if (auto texts = VexaCameraTranslator::Private::fromJson(source.translations, source.name)) {
+    if (auto texts = VexaCameraTranslator::Private::fromJson(source.translations, facts.name)) {
         record->m_pTranslator.reset(new VexaCameraTranslator(std::move(texts)));
     }
     return record;
 }
 
-std::shared_ptr<DeviceConnection> CameraTaskFactory::takeConnection(TaskRecord &record)
+std::shared_ptr<DeviceConnection> CameraTaskFactory::connection(const TaskRecord &record)
 {
-    return record.m_pCameraTask->d->takeConnection();
+    return record.m_pCameraTask->d->connection();
+}
+
+std::shared_ptr<DeviceConnection> CameraTaskFactory::exchangeConnection(
+    TaskRecord &record, std::shared_ptr<DeviceConnection> connection)
+{
+    return record.m_pCameraTask->d->exchangeConnection(std::move(connection));
 }

@@ -7,6 +7,7 @@
 
 class DeviceConnection;
 class TaskRecord;
+struct DeviceFacts;
 struct DeviceSource;
 
 /// Makes the contract's objects, whose constructors are closed to everybody else, and reaches their insides for the
@@ -20,8 +21,10 @@ public:
 
     /// A record with all its objects, not entered yet.
     static std::shared_ptr<TaskRecord> makeRecord(
-        long int id, const DeviceSource &source, unsigned int accessMode,
+        long int id, const DeviceSource &source, const DeviceFacts &facts, unsigned int accessMode,
         const std::shared_ptr<DeviceConnection> &connection);
-    /// Takes the connection away: every operation of the task fails from then on.
-    static std::shared_ptr<DeviceConnection> takeConnection(TaskRecord &record);
+    static std::shared_ptr<DeviceConnection> connection(const TaskRecord &record);
+    /// Gives the task another connection, or with null none: every operation fails from then on. Returns the former.
+    static std::shared_ptr<DeviceConnection> exchangeConnection(
+        TaskRecord &record, std::shared_ptr<DeviceConnection> connection);
 };

@@ -1,235 +1,336 @@
 #include "host/devicetask/DeviceConnection.h"
 
 #include "host/devicetask/CameraHost.h"
-#include "host/devicetask/DescriptionCheck.h"
+#include "host/devicetask/ClosingDevices.h"
 #include "host/devicetask/GErrorBox.h"
-#include "host/devicetask/OperateThread.h"
+#include "host/devicetask/ProcessMutex.h"
+#include "host/devicetask/nodes/NodeTableCheck.h"
+#include "host/devicetask/nodes/NodeTableReader.h"
+
+#include <algorithm>
+#include <thread>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
 
-constexpr std::chrono::seconds PROBE_INTERVAL(2);
+/// `releasing` is a plain atomic that anyone may set without telling the waiting callers.
+constexpr milliseconds ASK_AGAIN(20);
+/// A device that is busy for that long with one call counts as silent. Transports give up after 2.5 s.
+constexpr milliseconds PATIENCE(2000);
+/// Longest time that a caller waits for its own call.
+constexpr milliseconds CALL_LIMIT(10000);
+constexpr milliseconds PROBE_INTERVAL(500);
+/// A device that is silent for that long has to be opened anew.
+constexpr milliseconds SILENCE_LIMIT(10000);
+/// How long both sides look out for each other before they sleep: a sleep and a wake cost more than most accesses.
+constexpr std::chrono::microseconds LINGER(40);
 
-/// Opening, closing and the making of an ArvGc share static state inside Aravis and its XML parser.
-std::mutex &processMutex()
+constexpr signed char NEVER_ASKED = 1;
+
+DeviceError closedError()
 {
-    static std::mutex s_mutex;
-    return s_mutex;
+    return {DEVICE_GONE, QStringLiteral("the camera is closed")};
 }
 
-thread_local int t_nFreeHere = 0;
-
-void release(DeviceConnection *connection)
+template<class Condition>
+void linger(Condition &&condition)
 {
-    const auto thread = t_nFreeHere > 0 ? nullptr : OperateThread::current();
-    if (thread) {
-        thread->post([connection] { delete connection; });
-    } else {
-        delete connection;
+    const auto end = std::chrono::steady_clock::now() + LINGER;
+    while (!condition() && std::chrono::steady_clock::now() < end) {
+        std::this_thread::yield();
     }
+}
+
+std::unique_ptr<std::atomic<signed char>[]> freshModes(int count) {
+    auto modes = std::make_unique<std::atomic<signed char>[]>(static_cast<std::size_t>(count));
+    std::for_each(modes.get(), modes.get() + count, [](auto &mode) { mode = NEVER_ASKED; });
+    return modes;
 }
 
 void freeDevice(ArvDevice *device)
 {
-    const std::lock_guard<std::mutex> guard(processMutex());
+    const std::lock_guard<std::recursive_mutex> guard(aravisMutex());
     g_object_unref(device);
 }
 
-TargetKind kindOf(ArvGc *gc, const QByteArray &name)
+/// The description as the device serves it; empty with a reason when it is too long.
+QByteArray descriptionOf(ArvDevice *device, QString *error)
 {
-    ArvGcNode *node = arv_gc_get_node(gc, name.constData());
-    if (!node) {
-        return TargetKind::Missing;
+    std::size_t size = 0;
+    const char *text = arv_device_get_genicam_xml(device, &size);
+    if (text && size > std::size_t(NodeTableReader::MAX_SIZE)) {
+        *error = QStringLiteral("The device description has %1 bytes; at most %2 are read.")
+                     .arg(size)
+                     .arg(NodeTableReader::MAX_SIZE);
+        return {};
     }
-    if (ARV_IS_GC_INTEGER(node) || ARV_IS_GC_FLOAT(node)) {
-        return TargetKind::Number;
-    }
-    if (ARV_IS_GC_BOOLEAN(node)) {
-        return TargetKind::Boolean;
-    }
-    if (ARV_IS_GC_STRING(node)) {
-        return TargetKind::Text;
-    }
-    return ARV_IS_GC_PORT(node) ? TargetKind::Port : TargetKind::Other;
+    return text ? NodeTableReader::withoutPadding(QByteArray(text, static_cast<int>(size)))
+                : QByteArray();
 }
 
 } // namespace
 
-DeviceConnection::FreeHere::FreeHere()
+struct DeviceConnection::Parts
 {
-    ++t_nFreeHere;
-}
-DeviceConnection::FreeHere::~FreeHere()
-{
-    --t_nFreeHere;
-}
+    QString source;
+    QByteArray xml;
+    std::unique_ptr<const NodeTable> nodes;
+    ArvDevice *device;
+    std::function<void()> stateChanged;
+};
 
 DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
-                                                std::function<void()> onLost)
+                                                std::function<void()> stateChanged)
 {
     Opened result;
     GErrorBox error;
     ArvDevice *device = nullptr;
     QByteArray xml;
     {
-        const std::lock_guard<std::mutex> guard(processMutex());
+        const std::lock_guard<std::recursive_mutex> guard(aravisMutex());
         device = source.create ? source.create(error.next()) : nullptr;
         if (!device) {
-            result.error = error.failed() ? error.error(source.name).remark()
+            result.error = error.failed() ? error.error(source.name).detail()
                                           : QStringLiteral("The device could not be opened.");
             return result;
         }
-        std::size_t size = 0;
-        const char *text = arv_device_get_genicam_xml(device, &size);
-        if (text && size <= std::size_t(DescriptionCheck::MAX_SIZE) + 1) {
-            xml = DescriptionCheck::withoutPadding(QByteArray(text, static_cast<int>(size)));
-        } else if (text) {
-            result.error =
-                QStringLiteral("The device description has %1 bytes; at most %2 are read.")
-                    .arg(size)
-                    .arg(DescriptionCheck::MAX_SIZE);
-        }
-        if (ARV_IS_GV_DEVICE(device) && !arv_gv_device_is_controller(ARV_GV_DEVICE(device))) {
-            result.accessMode = 2;
-        }
+        xml = descriptionOf(device, &result.error);
+        const bool controls = source.controls
+            ? source.controls(device)
+            : !ARV_IS_GV_DEVICE(device) || arv_gv_device_is_controller(ARV_GV_DEVICE(device));
+        result.accessMode = controls ? DEVICE_ACCESS_CONTROL : DEVICE_ACCESS_READ_ONLY;
     }
-    auto index = std::make_unique<DescriptionIndex>();
-    if (!result.error.isEmpty() || !DescriptionCheck::check(xml, index.get(), &result.error)) {
+    auto nodes = std::make_unique<NodeTable>();
+    if (!result.error.isEmpty() || !NodeTableReader::read(xml, nodes.get(), &result.error)) {
         freeDevice(device);
         return result;
     }
-    ArvGc *gc = nullptr;
-    {
-        const std::lock_guard<std::mutex> guard(processMutex());
-        gc = arv_gc_new(device, xml.constData(), static_cast<std::size_t>(xml.size()));
-    }
-    if (!gc) {
-        result.error = QStringLiteral("The device description is not usable.");
-        freeDevice(device);
-        return result;
-    }
-    arv_gc_set_register_cache_policy(gc, ARV_REGISTER_CACHE_POLICY_DISABLE);
-    // Ranges and access modes are checked before a write, once and not at every node of a chain.
-    arv_gc_set_range_check_policy(gc, ARV_RANGE_CHECK_POLICY_DISABLE);
-    arv_gc_set_access_check_policy(gc, ARV_ACCESS_CHECK_POLICY_DISABLE);
-    index->findProblems([gc](const QByteArray &name) { return kindOf(gc, name); });
-    result.connection = std::shared_ptr<DeviceConnection>(
-        new DeviceConnection(device, gc, xml, std::move(index), std::move(onLost)), release);
+    NodeTableCheck::log(NodeTableCheck::findProblems(nodes.get()));
+    result.connection.reset(
+        new DeviceConnection({source.id, xml, std::move(nodes), device, std::move(stateChanged)}));
     result.connection->watchControl();
+    std::thread([connection = result.connection] { connection->run(); }).detach();
     return result;
 }
 
-DeviceConnection::DeviceConnection(ArvDevice *device, ArvGc *gc, const QByteArray &xml,
-                                   std::unique_ptr<DescriptionIndex> index,
-                                   std::function<void()> onLost)
-    : m_xml(xml)
-    , m_pIndex(std::move(index))
-    , m_session{device, gc, *m_pIndex}
-    , m_pControl(std::make_shared<ControlState>())
+DeviceConnection::DeviceConnection(Parts parts)
+    : m_strSource(parts.source)
+    , m_xml(parts.xml)
+    , m_pNodes(std::move(parts.nodes))
+    , m_session{parts.device, *m_pNodes, m_locals, m_nAnswered}
+    , m_pState(std::make_shared<ConnectionState>(std::move(parts.stateChanged)))
+    , m_pModes(freshModes(m_pNodes->count()))
 {
-    m_pControl->onLost = std::move(onLost);
 }
 
-DeviceConnection::~DeviceConnection()
-{
-    g_signal_handler_disconnect(m_session.device, m_nControlHandler);
-    const std::lock_guard<std::mutex> guard(processMutex());
-    // The ArvGc keeps no reference on its device.
-    g_object_unref(m_session.gc);
-    g_object_unref(m_session.device);
-}
-
-void DeviceConnection::ControlState::tell()
-{
-    if (!told.exchange(true)) {
-        onLost();
-    }
-}
+DeviceConnection::~DeviceConnection() = default;
 
 void DeviceConnection::watchControl()
 {
-    using Holder = std::shared_ptr<ControlState>;
+    using Holder = std::shared_ptr<ConnectionState>;
     const auto lost = +[](ArvDevice *, gpointer data) {
-        ControlState &control = **static_cast<Holder *>(data);
-        control.lost = true;
-        control.tell();
+        (*static_cast<Holder *>(data))->set(ConnectionState::Gone);
     };
     const auto destroy = +[](gpointer data, GClosure *) { delete static_cast<Holder *>(data); };
     m_nControlHandler =
         g_signal_connect_data(m_session.device, "control-lost", G_CALLBACK(lost),
-                              new Holder(m_pControl), destroy, static_cast<GConnectFlags>(0));
+                              new Holder(m_pState), destroy, static_cast<GConnectFlags>(0));
 }
 
-void DeviceConnection::close()
+void DeviceConnection::close(LastWords lastWords)
 {
-    m_bClosed = true;
-    m_lock.wake();
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    if (m_bClosed.exchange(true)) {
+        return;
+    }
+    ClosingDevices::begin(m_strSource);
+    m_lastWords = std::move(lastWords);
+    m_wake.notify_one();
+    notifyWaiting();
 }
 
-bool DeviceConnection::answersLost() const
+DeviceError DeviceConnection::refusal(const std::atomic<bool> &releasing) const
 {
-    return m_pControl->lost || (m_bLost && Clock::now().time_since_epoch().count() < m_nNextProbe);
+    if (m_bClosed || releasing) {
+        return closedError();
+    }
+    return m_pState->get() == ConnectionState::Live ? DeviceError()
+                                                    : DeviceError(DEVICE_GONE, QString());
 }
 
-DeviceError DeviceConnection::begin(const std::atomic<bool> &releasing)
+DeviceError DeviceConnection::perform(const std::shared_ptr<DeviceCall> &call,
+                                      const std::atomic<bool> &releasing)
 {
-    const auto isClosing = [this, &releasing] { return m_bClosed || releasing; };
-    if (!isClosing() && answersLost()) {
-        return {DEVICE_GONE, QString()};
+    DeviceError error = refusal(releasing);
+    if (error.failed()) {
+        return error;
     }
-    if (!m_lock.lock(isClosing)) {
-        return {DEVICE_GONE, QStringLiteral("the camera is closed")};
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_queue.push_back(call);
+        ++m_nQueued;
+        m_wake.notify_one();
     }
-    // Whoever had the lock meanwhile may have found out.
-    if (answersLost() || (m_bLost && !probe())) {
-        m_lock.unlock();
-        return {DEVICE_GONE, QString()};
+    linger([&call] { return call->m_bDone.load(); });
+    if (call->m_bDone) {
+        return call->m_error;
     }
-    return {};
+    std::unique_lock<std::mutex> guard(m_mutex);
+    while (!call->m_bDone) {
+        const bool isRunning = m_pRunning == call.get();
+        const bool isOut = m_bClosed || releasing;
+        const Clock::duration busy = isRunning ? waitedForDevice() : Clock::duration::zero();
+        error = refusal(releasing);
+        if (error.failed() && (isOut || !isRunning)) {
+            giveUp(call);
+            return error;
+        }
+        if (busy > CALL_LIMIT) {
+            m_pState->set(ConnectionState::Gone);
+            return {DEVICE_TIMEOUT, QString()};
+        }
+        if (busy > PATIENCE && m_pState->get() == ConnectionState::Live) {
+            m_silentSince = Clock::now();
+            m_pState->set(ConnectionState::Silent);
+            notifyWaiting();
+            continue;
+        }
+        call->m_changed.wait_for(guard, ASK_AGAIN);
+    }
+    return call->m_error;
 }
 
-void DeviceConnection::end(const DeviceError &error)
+/// How long the running call has been waiting for one answer; a long piece of work with many of them is no silence.
+DeviceConnection::Clock::duration DeviceConnection::waitedForDevice()
 {
-    if (error.isTransport() && !m_pControl->lost && !m_bClosed) {
-        probe();
+    if (m_nAnsweredThen != m_nAnswered) {
+        m_nAnsweredThen = m_nAnswered;
+        m_busySince = Clock::now();
     }
-    m_lock.unlock();
+    return Clock::now() - m_busySince;
 }
 
-bool DeviceConnection::probe()
+void DeviceConnection::giveUp(const std::shared_ptr<DeviceCall> &call)
+{
+    const auto it = std::find(m_queue.begin(), m_queue.end(), call);
+    if (it != m_queue.end()) {
+        m_queue.erase(it);
+        --m_nQueued;
+    }
+}
+
+void DeviceConnection::notifyWaiting()
+{
+    for (const auto &call : m_queue) {
+        call->m_changed.notify_all();
+    }
+}
+
+void DeviceConnection::run()
+{
+    std::unique_lock<std::mutex> guard(m_mutex);
+    while (!m_bClosed) {
+        const ConnectionState::State state = m_pState->get();
+        if (state == ConnectionState::Silent) {
+            m_wake.wait_for(guard, PROBE_INTERVAL, [this] { return m_bClosed.load(); });
+            if (!m_bClosed) {
+                ask(guard);
+            }
+        } else if (state == ConnectionState::Live && !m_queue.empty()) {
+            serve(guard);
+        } else {
+            lingerForCalls(guard);
+        }
+    }
+    // Whoever waits sees the closing itself.
+    m_queue.clear();
+    const LastWords lastWords = std::move(m_lastWords);
+    guard.unlock();
+    if (lastWords && m_pState->get() == ConnectionState::Live) {
+        lastWords(m_session);
+    }
+    free();
+}
+
+void DeviceConnection::lingerForCalls(std::unique_lock<std::mutex> &guard)
+{
+    guard.unlock();
+    linger([this] { return m_nQueued > 0 || m_bClosed; });
+    guard.lock();
+    // A lost control comes without a call; nobody waits for it here.
+    m_wake.wait(guard, [this] { return m_bClosed || !m_queue.empty(); });
+    if (m_pState->get() == ConnectionState::Gone) {
+        notifyWaiting();
+        m_wake.wait(guard, [this] { return m_bClosed.load(); });
+    }
+}
+
+void DeviceConnection::serve(std::unique_lock<std::mutex> &guard)
+{
+    const std::shared_ptr<DeviceCall> call = m_queue.front();
+    m_queue.pop_front();
+    --m_nQueued;
+    m_pRunning = call.get();
+    m_busySince = Clock::now();
+    m_nAnsweredThen = m_nAnswered;
+    guard.unlock();
+    const DeviceError error = call->work(m_session);
+    guard.lock();
+    m_pRunning = nullptr;
+    finish(*call, error);
+    if (error.isTransport()) {
+        ask(guard);
+    } else {
+        m_pState->set(ConnectionState::Live);
+    }
+}
+
+void DeviceConnection::finish(DeviceCall &call, const DeviceError &error)
+{
+    call.m_error = error;
+    call.m_bDone = true;
+    call.m_changed.notify_all();
+}
+
+void DeviceConnection::ask(std::unique_lock<std::mutex> &guard)
 {
     // Any answer will do, a refusal too. Address 0 holds the version of a GigE Vision or USB3 Vision device.
+    guard.unlock();
     quint32 version = 0;
-    GErrorBox error;
-    arv_device_read_memory(m_session.device, 0, sizeof(version), &version, error.next());
-    const bool answers = !error.failed() || !error.error(QString()).isTransport();
-    if (answers) {
-        m_bLost = false;
-        m_pControl->told = m_pControl->lost.load();
-    } else {
-        m_nNextProbe = (Clock::now() + PROBE_INTERVAL).time_since_epoch().count();
-        m_bLost = true;
-        m_pControl->tell();
+    GErrorBox box;
+    arv_device_read_memory(m_session.device, 0, sizeof(version), &version, box.next());
+    const DeviceError error = box.error(QString());
+    guard.lock();
+    const bool wasLive = m_pState->get() == ConnectionState::Live;
+    if (!error.isTransport()) {
+        m_pState->set(ConnectionState::Live);
+    } else if (wasLive && error.code() != DEVICE_GONE) {
+        m_silentSince = Clock::now();
+        m_pState->set(ConnectionState::Silent);
+    } else if (error.code() == DEVICE_GONE || Clock::now() - m_silentSince > SILENCE_LIMIT) {
+        m_pState->set(ConnectionState::Gone);
     }
-    return answers;
+    notifyWaiting();
 }
 
-bool DeviceConnection::beginLast(int milliseconds)
+void DeviceConnection::free()
 {
-    const auto deadline = Clock::now() + std::chrono::milliseconds(milliseconds);
-    return m_lock.lock(
-        [this, deadline] { return m_bLost || m_pControl->lost || Clock::now() > deadline; });
+    g_signal_handler_disconnect(m_session.device, m_nControlHandler);
+    freeDevice(m_session.device);
+    ClosingDevices::end(m_strSource);
 }
 
 int DeviceConnection::lastAccessMode(const QByteArray &name) const
 {
-    const std::lock_guard<std::mutex> guard(m_modesMutex);
-    return m_modes.value(name, 1);
+    const NodeId id = m_pNodes->find(name);
+    return id == NO_NODE ? int(NEVER_ASKED) : int(m_pModes[static_cast<std::size_t>(id)]);
 }
 
 void DeviceConnection::keepAccessMode(const QByteArray &name, int mode)
 {
-    const std::lock_guard<std::mutex> guard(m_modesMutex);
-    m_modes.insert(name, mode);
+    const NodeId id = m_pNodes->find(name);
+    if (id != NO_NODE) {
+        m_pModes[static_cast<std::size_t>(id)] = static_cast<signed char>(mode);
+    }
 }

@@ -1,81 +1,65 @@
 #pragma once
 
-#include "host/devicetask/DescriptionIndex.h"
+#include "host/devicetask/ConnectionState.h"
+#include "host/devicetask/DeviceCall.h"
 #include "host/devicetask/DeviceError.h"
-#include "host/devicetask/DeviceLock.h"
-#include "host/devicetask/GcSession.h"
+#include "host/devicetask/DeviceSession.h"
+#include "host/devicetask/nodes/LocalValues.h"
+#include "host/devicetask/nodes/NodeTable.h"
 
 #include <QByteArray>
-#include <QHash>
+#include <QString>
 
-#include <atomic>
 #include <chrono>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
 
 struct DeviceSource;
 
-/// One opened device, of whatever transport: an ArvDevice, the ArvGc over its description, and the lock around both.
-/// Every access runs inside run(); nothing of Aravis is reachable otherwise. Any thread.
+/// One opened device, of whatever transport: an ArvDevice, the nodes of its description, and the thread on which every
+/// access runs. Callers wait for their answer, but never longer than they want: a call that hangs in the device stays
+/// on that thread, which owns all its buffers, while everybody else goes on. Any thread.
 ///
-/// A device that does not answer is asked once more by a harmless read. When that fails too, the device counts as
-/// lost: accesses fail at once until a later probe is answered, so that a queue of readers does not wait one time-out
-/// each.
-class DeviceConnection
+/// An access that fails or hangs is followed by harmless reads of the connection's own. Until one is answered, all
+/// accesses fail at once, so that a queue of readers does not wait one time-out each.
+class DeviceConnection : public std::enable_shared_from_this<DeviceConnection>
 {
 public:
     struct Opened
     {
         std::shared_ptr<DeviceConnection> connection; ///< null when the device was refused
-        unsigned int accessMode = 4; ///< 4 control, 2 another host controls the device
+        unsigned int accessMode = 0; ///< as CameraHost::OpenResult
         QString error;
     };
+    using LastWords = std::function<void(const DeviceSession &)>;
 
-    /// Opens a device; may block for as long as the transport takes. `onLost` runs once a loss, on any thread and
-    /// under the device's lock: it must only post.
-    static Opened open(const DeviceSource &source, std::function<void()> onLost);
-    /// Frees the connection when its last holder drops it: on the dropping thread when that thread may wait for a
-    /// device, else on the library's own.
-    class FreeHere
-    {
-    public:
-        FreeHere();
-        ~FreeHere();
-        FreeHere(const FreeHere &) = delete;
-        FreeHere &operator=(const FreeHere &) = delete;
-    };
-
+    /// Opens a device; may block for as long as the transport takes. `stateChanged` runs on any thread: it must only
+    /// post. Whoever gets the connection closes it.
+    static Opened open(const DeviceSource &source, std::function<void()> stateChanged);
     ~DeviceConnection();
     DeviceConnection(const DeviceConnection &) = delete;
     DeviceConnection &operator=(const DeviceConnection &) = delete;
 
-    /// Runs `work` (DeviceError(const GcSession &)) under the device's lock. Fails at once when the camera is closed,
-    /// on its way out or lost.
-    template<class Work>
-    DeviceError run(const std::atomic<bool> &releasing, Work &&work)
+    /// Has `work` (DeviceError(const DeviceSession &, Result *)) done and waits for it; `out` is filled only on
+    /// success. Fails at once when the camera is closed, on its way out (`releasing`) or does not answer, also in the
+    /// middle of the wait. `work` must own all that it touches.
+    template<class Result, class Work>
+    DeviceError call(const std::atomic<bool> &releasing, Result *out, Work work)
     {
-        DeviceError error = begin(releasing);
+        const auto call = std::make_shared<DeviceCallOf<Result, Work>>(std::move(work));
+        const DeviceError error = perform(call, releasing);
         if (!error.failed()) {
-            error = work(m_session);
-            end(error);
+            *out = std::move(call->m_result);
         }
         return error;
     }
 
-    /// One last piece of work on a closed connection, by whoever takes it apart. Left out when the device is lost or
-    /// a hanging call keeps the lock longer than that.
-    template<class Work>
-    void runLast(int milliseconds, Work &&work)
-    {
-        if (beginLast(milliseconds)) {
-            work(m_session);
-            m_lock.unlock();
-        }
-    }
-
-    /// Every access fails from now on, those that wait for their turn included. Does not wait for a hanging one.
-    void close();
+    /// Every access fails from now on, those under way included; the device is freed on the connection's thread as
+    /// soon as nothing hangs in it, after `lastWords` if it still answers. Returns at once.
+    void close(LastWords lastWords = {});
+    ConnectionState::State state() const { return m_pState->get(); }
     const QByteArray &description() const { return m_xml; }
 
     /// The access mode that a node last had, 1 (not available) when it was never asked.
@@ -83,34 +67,42 @@ public:
     void keepAccessMode(const QByteArray &name, int mode);
 
 private:
-    DeviceConnection(ArvDevice *device, ArvGc *gc, const QByteArray &xml,
-                     std::unique_ptr<DescriptionIndex> index, std::function<void()> onLost);
-    DeviceError begin(const std::atomic<bool> &releasing);
-    void end(const DeviceError &error);
-    bool beginLast(int milliseconds);
-    bool probe();
-    bool answersLost() const;
+    using Clock = std::chrono::steady_clock;
+    struct Parts;
+
+    explicit DeviceConnection(Parts parts);
+    DeviceError perform(const std::shared_ptr<DeviceCall> &call,
+                        const std::atomic<bool> &releasing);
+    DeviceError refusal(const std::atomic<bool> &releasing) const;
+    Clock::duration waitedForDevice();
+    void giveUp(const std::shared_ptr<DeviceCall> &call);
+    void run();
+    void serve(std::unique_lock<std::mutex> &guard);
+    void finish(DeviceCall &call, const DeviceError &error);
+    void ask(std::unique_lock<std::mutex> &guard);
+    void notifyWaiting();
+    void lingerForCalls(std::unique_lock<std::mutex> &guard);
+    void free();
     void watchControl();
 
-    /// What the control-lost handler touches; it may still run while the connection is taken apart.
-    struct ControlState
-    {
-        void tell();
-
-        std::atomic<bool> lost{false};
-        std::atomic<bool> told{false}; ///< of the present loss
-        std::function<void()> onLost;
-    };
-
-    QByteArray m_xml; ///< the ArvGc and the DOM are both made of it
-    std::unique_ptr<DescriptionIndex> m_pIndex;
-    GcSession m_session;
-    DeviceLock m_lock;
-    std::shared_ptr<ControlState> m_pControl;
+    const QString m_strSource; ///< DeviceSource::id
+    const QByteArray m_xml;
+    const std::unique_ptr<const NodeTable> m_pNodes;
+    LocalValues m_locals; ///< of the connection's thread
+    std::atomic<unsigned int> m_nAnswered{0}; ///< register accesses that the device answered
+    const DeviceSession m_session;
+    const std::shared_ptr<ConnectionState> m_pState;
+    const std::unique_ptr<std::atomic<signed char>[]> m_pModes; ///< by NodeId
     gulong m_nControlHandler = 0;
+
+    std::mutex m_mutex; ///< guards what follows
+    std::condition_variable m_wake; ///< of the connection's thread
+    std::deque<std::shared_ptr<DeviceCall>> m_queue;
+    const DeviceCall *m_pRunning = nullptr;
+    Clock::time_point m_busySince; ///< the device has been asked since then without an answer
+    unsigned int m_nAnsweredThen = 0; ///< m_nAnswered at m_busySince
+    Clock::time_point m_silentSince;
+    LastWords m_lastWords;
+    std::atomic<int> m_nQueued{0};
     std::atomic<bool> m_bClosed{false};
-    std::atomic<bool> m_bLost{false};
-    std::atomic<std::chrono::steady_clock::rep> m_nNextProbe{0};
-    mutable std::mutex m_modesMutex;
-    QHash<QByteArray, int> m_modes;
 };

@@ -38,6 +38,8 @@ public:
     DeviceErrorCode code() const { return m_nCode; }
     /// True when the device did not answer, as opposed to an answer that refuses.
     bool isTransport() const { return m_nCode <= DEVICE_TRANSPORT && m_nCode >= DEVICE_GONE; }
+    /// What is special in this case, without the code's meaning; may be empty.
+    QString detail() const { return m_strDetail; }
     /// The code's remark with the detail behind it, in English; empty after success.
     QString remark() const;
 

@@ -20,11 +20,6 @@ public:
         return &m_pError;
     }
     bool failed() const { return m_pError != nullptr; }
-    /// The node has no such property and no default for it (a swiss knife without Min, for one).
-    bool isMissingProperty() const
-    {
-        return g_error_matches(m_pError, ARV_GC_ERROR, ARV_GC_ERROR_PROPERTY_NOT_DEFINED);
-    }
     DeviceError error(const QString &subject) const
     {
         return m_pError ? DeviceError::fromGError(m_pError, subject) : DeviceError();

@@ -1,7 +1,5 @@
 #include "host/devicetask/OperateThread.h"
 
-#include <chrono>
-
 namespace {
 
 struct CurrentThread
@@ -46,13 +44,6 @@ void OperateThread::requestClose(long int cameraId, bool lost)
     post([this, cameraId, lost] { m_closeNotice(cameraId, lost); });
 }
 
-void OperateThread::waitIdle(int milliseconds)
-{
-    std::unique_lock<std::mutex> guard(m_mutex);
-    m_changed.wait_for(guard, std::chrono::milliseconds(milliseconds),
-                       [this] { return m_jobs.empty() && !m_bRunning; });
-}
-
 std::shared_ptr<OperateThread> OperateThread::current()
 {
     const std::lock_guard<std::mutex> guard(currentThread().mutex);
@@ -75,12 +66,9 @@ void OperateThread::run()
         }
         Job job = std::move(m_jobs.front());
         m_jobs.pop_front();
-        m_bRunning = true;
         guard.unlock();
         job();
         job = nullptr;
         guard.lock();
-        m_bRunning = false;
-        m_changed.notify_all();
     }
 }

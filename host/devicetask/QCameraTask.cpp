@@ -1,12 +1,13 @@
 #include "DeviceTaskModule/QCameraTask.h"
 
-#include "host/devicetask/AccessMode.h"
+#include "host/devicetask/CameraTaskFactory.h"
 #include "host/devicetask/GErrorBox.h"
-#include "host/devicetask/NodeReader.h"
-#include "host/devicetask/NodeWriter.h"
 #include "host/devicetask/QCameraTaskPrivate.h"
 #include "host/devicetask/TaskRecord.h"
 #include "host/devicetask/TaskRing.h"
+#include "host/devicetask/nodes/AccessMode.h"
+#include "host/devicetask/nodes/NodeReader.h"
+#include "host/devicetask/nodes/NodeWriter.h"
 
 #include <QDomDocument>
 #include <QLoggingCategory>
@@ -29,17 +30,20 @@ DeviceError notYet(const char *what)
             QStringLiteral("%1 is not offered by this device layer").arg(QLatin1String(what))};
 }
 
-DeviceError noPlace()
-{
-    return {NODE_ARGUMENT, QStringLiteral("there is no place for the value")};
-}
-
 DeviceError checkMemory(qint64 address, const void *buffer, qint64 length)
 {
     if (address < 0 || length < 0 || length > MAX_MEMORY || (!buffer && length > 0)) {
         return {NODE_ARGUMENT, QStringLiteral("%1 bytes at address %2").arg(length).arg(address)};
     }
     return {};
+}
+
+/// Commands after which nothing of a device is as it was shown: SFNC's own and those of code readers.
+bool isRestart(const QString &command)
+{
+    static const char *const COMMANDS[] = {"DeviceReset", "DeviceFactoryReset", "RecoverFactory"};
+    return std::any_of(std::begin(COMMANDS), std::end(COMMANDS),
+                       [&command](const char *name) { return command == QLatin1String(name); });
 }
 
 QString memoryName(qint64 address)
@@ -62,15 +66,36 @@ std::shared_ptr<DeviceConnection> QCameraTask::Private::connection() const
     return m_pConnection;
 }
 
-std::shared_ptr<DeviceConnection> QCameraTask::Private::takeConnection()
+std::shared_ptr<DeviceConnection> QCameraTask::Private::exchangeConnection(
+    std::shared_ptr<DeviceConnection> connection)
 {
     const std::lock_guard<std::mutex> guard(m_mutex);
-    return std::move(m_pConnection);
+    m_pConnection.swap(connection);
+    return connection;
 }
 
 DeviceError QCameraTask::Private::closed()
 {
     return {DEVICE_GONE, QStringLiteral("the camera is closed")};
+}
+
+void QCameraTask::Private::observe()
+{
+    if (void (*const observer)() = CameraTaskFactory::registry().m_pCallObserver) {
+        observer();
+    }
+}
+
+DeviceError QCameraTask::Private::noPlace()
+{
+    return {NODE_ARGUMENT, QStringLiteral("there is no place for the value")};
+}
+
+DeviceError QCameraTask::Private::mayWrite() const
+{
+    return m_pRecord->m_nAccessMode == DEVICE_ACCESS_READ_ONLY
+        ? DeviceError(NODE_NOT_ACCESSIBLE, QStringLiteral("another host controls the device"))
+        : DeviceError();
 }
 
 std::shared_ptr<TaskRecord> QCameraTask::Private::enter() const
@@ -122,17 +147,20 @@ int QCameraTask::ClearGenIcamBuffers()
 {
     // Nothing is kept between two reads; a closed task says so.
     int error = 0;
-    d->access(*this, &error, [](const GcSession &) { return DeviceError(); });
+    bool dropped = false;
+    d->read(*this, &error, &dropped, [](const DeviceSession &, bool *) { return DeviceError(); });
     return error;
 }
 
 bool QCameraTask::InvalidateNode(QString name)
 {
-    return d->access(*this, nullptr, [node = name.toUtf8()](const GcSession &session) {
-        return session.index.find(node)
-            ? DeviceError()
-            : DeviceError(NODE_PROPERTY, QStringLiteral("there is no such node"));
-    });
+    bool known = false;
+    return d->read(*this, nullptr, &known,
+                   [node = name.toUtf8()](const DeviceSession &session, bool *) {
+                       return session.nodes.find(node) != NO_NODE
+                           ? DeviceError()
+                           : DeviceError(NODE_PROPERTY, QStringLiteral("there is no such node"));
+                   });
 }
 
 QString QCameraTask::GetCameraName()
@@ -162,7 +190,7 @@ unsigned int QCameraTask::GetOptimalPacketSize()
 
 bool QCameraTask::IsOtherCamera()
 {
-    return d->m_pRecord->m_bForeign;
+    return d->m_pRecord->m_source.foreign;
 }
 
 void QCameraTask::SetTriggerMode(int mode)
@@ -232,40 +260,69 @@ int QCameraTask::GetFileAccessProgress(qint64 *, qint64 *)
 bool QCameraTask::GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error, bool,
                                   bool)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return out ? NodeReader::integer(session, name.toUtf8(), out) : noPlace();
-    });
+    return d->read(*this, error, out,
+                   [node = name.toUtf8()](const DeviceSession &session, _NODE_INT_VALUE_ *value) {
+                       return NodeReader::integer(session, node, value);
+                   });
 }
 
 bool QCameraTask::GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error, bool,
                                 bool)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return out ? NodeReader::floating(session, name.toUtf8(), out) : noPlace();
-    });
+    return d->read(*this, error, out,
+                   [node = name.toUtf8()](const DeviceSession &session, _NODE_FLOAT_VALUE_ *value) {
+                       return NodeReader::floating(session, node, value);
+                   });
 }
 
 bool QCameraTask::GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error, bool,
                                       bool)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return out ? NodeReader::enumeration(session, name.toUtf8(), out) : noPlace();
-    });
+    // The record is much larger than what it holds, so the answer travels without it.
+    EnumReading reading;
+    const bool ok =
+        d->read(*this, error, out ? &reading : nullptr,
+                [node = name.toUtf8()](const DeviceSession &session, EnumReading *value) {
+                    return NodeReader::enumeration(session, node, value);
+                });
+    if (ok) {
+        constexpr int CAPACITY = sizeof(out->entries) / sizeof(out->entries[0]);
+        const int count = std::min(reading.entries.size(), CAPACITY);
+        out->value = reading.value;
+        out->count = static_cast<quint32>(count);
+        std::copy_n(reading.entries.cbegin(), count, out->entries);
+    }
+    return ok;
 }
 
 bool QCameraTask::GetBooleanValue(const QString &name, bool *out, int *error, bool, bool)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return out ? NodeReader::boolean(session, name.toUtf8(), out) : noPlace();
-    });
+    return d->read(*this, error, out,
+                   [node = name.toUtf8()](const DeviceSession &session, bool *value) {
+                       return NodeReader::boolean(session, node, value);
+                   });
 }
 
 bool QCameraTask::GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error,
                                  bool, bool)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return out ? NodeReader::string(session, name.toUtf8(), out, maxLength) : noPlace();
-    });
+    struct Text
+    {
+        QString value;
+        qint64 maxLength = 0;
+    } text;
+    const bool ok =
+        d->read(*this, error, out ? &text : nullptr,
+                [node = name.toUtf8()](const DeviceSession &session, Text *read) {
+                    return NodeReader::string(session, node, &read->value, &read->maxLength);
+                });
+    if (ok) {
+        *out = text.value;
+        if (maxLength) {
+            *maxLength = text.maxLength;
+        }
+    }
+    return ok;
 }
 
 bool QCameraTask::ReadMemory(const qint64 &address, void *buffer, qint64 length, int *error)
@@ -275,24 +332,28 @@ bool QCameraTask::ReadMemory(const qint64 &address, void *buffer, qint64 length,
         return d->fail(refusal, error);
     }
     const qint64 start = address;
-    QByteArray bytes(static_cast<int>(length), '\0');
-    qint64 done = 0;
-    // The lock is given back between two blocks, so that a long range holds nobody up.
+    QByteArray bytes;
+    bytes.reserve(static_cast<int>(length));
+    // Other callers get their turn between two blocks, so that a long range holds nobody up.
     do {
-        const auto size = static_cast<guint32>(std::min(length - done, MEMORY_BLOCK));
-        const bool ok = d->access(*this, error, [&](const GcSession &session) {
-            GErrorBox box;
-            if (size > 0) {
-                arv_device_read_memory(session.device, static_cast<guint64>(start + done), size,
-                                       bytes.data() + done, box.next());
-            }
-            return box.error(memoryName(start + done));
-        });
+        const qint64 from = start + bytes.size();
+        const qint64 size = std::min(length - bytes.size(), MEMORY_BLOCK);
+        QByteArray block;
+        const bool ok = d->read(
+            *this, error, &block, [from, size](const DeviceSession &session, QByteArray *read) {
+                read->resize(static_cast<int>(size));
+                GErrorBox box;
+                if (size > 0) {
+                    arv_device_read_memory(session.device, static_cast<guint64>(from),
+                                           static_cast<guint32>(size), read->data(), box.next());
+                }
+                return box.error(memoryName(from));
+            });
         if (!ok) {
             return false;
         }
-        done += size;
-    } while (done < length);
+        bytes += block;
+    } while (bytes.size() < length);
     if (length > 0) {
         std::memcpy(buffer, bytes.constData(), static_cast<std::size_t>(length));
     }
@@ -305,80 +366,91 @@ bool QCameraTask::WriteMemory(const qint64 &address, const void *buffer, qint64 
     if (refusal.failed()) {
         return d->fail(refusal, error);
     }
-    const qint64 start = address;
-    QByteArray bytes(static_cast<const char *>(buffer), static_cast<int>(length));
+    const QByteArray bytes(static_cast<const char *>(buffer), static_cast<int>(length));
     qint64 done = 0;
     do {
-        const auto size = static_cast<guint32>(std::min(length - done, MEMORY_BLOCK));
-        const bool ok = d->access(*this, error, [&](const GcSession &session) {
+        const qint64 to = address + done;
+        const QByteArray block = bytes.mid(static_cast<int>(done), static_cast<int>(MEMORY_BLOCK));
+        const bool ok = d->write(*this, error, [to, block](const DeviceSession &session) {
+            QByteArray data = block;
             GErrorBox box;
-            if (size > 0) {
-                arv_device_write_memory(session.device, static_cast<guint64>(start + done), size,
-                                        bytes.data() + done, box.next());
+            if (!data.isEmpty()) {
+                arv_device_write_memory(session.device, static_cast<guint64>(to),
+                                        static_cast<guint32>(data.size()), data.data(), box.next());
             }
-            return box.error(memoryName(start + done));
+            return box.error(memoryName(to));
         });
         if (!ok) {
             return false;
         }
-        done += size;
+        done += block.size();
     } while (done < length);
     return true;
 }
 
 bool QCameraTask::SetIntegerValue(const QString &name, qint64 value, int *error)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return NodeWriter::integer(session, name.toUtf8(), value);
+    return d->write(*this, error, [node = name.toUtf8(), value](const DeviceSession &session) {
+        return NodeWriter::integer(session, node, value);
     });
 }
 
 bool QCameraTask::ExecuteCommand(const QString &name, int *error)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return NodeWriter::execute(session, name.toUtf8());
+    int code = 0;
+    const bool ok = d->write(*this, &code, [node = name.toUtf8()](const DeviceSession &session) {
+        return NodeWriter::execute(session, node);
     });
+    // A device that restarts may be gone before its answer is sent.
+    const bool reached = ok || code == DEVICE_TIMEOUT || code == DEVICE_TRANSPORT;
+    if (reached && isRestart(name)) {
+        d->m_pRecord->m_bRestarted = true;
+    }
+    if (error) {
+        *error = code;
+    }
+    return ok;
 }
 
 bool QCameraTask::SetFloatValue(const QString &name, float value, int *error)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return NodeWriter::floating(session, name.toUtf8(), value);
+    return d->write(*this, error, [node = name.toUtf8(), value](const DeviceSession &session) {
+        return NodeWriter::floating(session, node, value);
     });
 }
 
 bool QCameraTask::SetEnumerationValue(const QString &name, quint32 value, int *error)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return NodeWriter::enumeration(session, name.toUtf8(), value);
+    return d->write(*this, error, [node = name.toUtf8(), value](const DeviceSession &session) {
+        return NodeWriter::enumeration(session, node, value);
     });
 }
 
 bool QCameraTask::SetBooleanValue(const QString &name, bool value, int *error)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return NodeWriter::boolean(session, name.toUtf8(), value);
+    return d->write(*this, error, [node = name.toUtf8(), value](const DeviceSession &session) {
+        return NodeWriter::boolean(session, node, value);
     });
 }
 
 bool QCameraTask::SetStringValue(const QString &name, const QString &value, int *error)
 {
-    return d->access(*this, error, [&](const GcSession &session) {
-        return NodeWriter::string(session, name.toUtf8(), value.toUtf8());
-    });
+    return d->write(*this, error,
+                    [node = name.toUtf8(), text = value.toUtf8()](const DeviceSession &session) {
+                        return NodeWriter::string(session, node, text);
+                    });
 }
 
 int QCameraTask::GetAccessMode(const QString &name, int *error)
 {
     const std::shared_ptr<TaskRecord> keep = d->enter();
-    const std::shared_ptr<DeviceConnection> connection = d->connection();
     const QByteArray node = name.toUtf8();
     int mode = NODE_NA;
-    DeviceError result = Private::closed();
-    if (connection) {
-        result = connection->run(m_bReleasing, [&](const GcSession &session) {
-            return AccessMode::of(session, node, &mode);
+    const DeviceError result =
+        d->call(*this, &mode, [node](const DeviceSession &session, int *answer) {
+            return AccessMode::of(session, node, answer);
         });
+    if (const std::shared_ptr<DeviceConnection> connection = d->connection()) {
         if (result.failed()) {
             mode = connection->lastAccessMode(node);
         } else {

@@ -22,22 +22,51 @@ public:
     Private(TaskRecord *record, const std::shared_ptr<DeviceConnection> &connection);
 
     std::shared_ptr<DeviceConnection> connection() const;
-    std::shared_ptr<DeviceConnection> takeConnection();
+    /// Puts a connection (null for none) in the place of the present one, which is returned.
+    std::shared_ptr<DeviceConnection> exchangeConnection(
+        std::shared_ptr<DeviceConnection> connection);
 
-    /// Runs `work` (DeviceError(const GcSession &)) on the device; `task` is the owner of this object.
-    template<class Work>
-    bool access(const QCameraTask &task, int *error, Work &&work)
+    /// Has `work` (DeviceError(const DeviceSession &, Result *)) done on the connection's thread; `task` is the owner
+    /// of this object. `work` must own all that it touches.
+    template<class Result, class Work>
+    DeviceError call(const QCameraTask &task, Result *out, Work work)
+    {
+        observe();
+        const std::shared_ptr<DeviceConnection> device = connection();
+        return device ? device->call(task.m_bReleasing, out, std::move(work)) : closed();
+    }
+    /// A read: the call with its failure noted. A null `out` is a failure.
+    template<class Result, class Work>
+    bool read(const QCameraTask &task, int *error, Result *out, Work work)
     {
         // Keeps record and task until the call is over, even when the thread got its pointer from another.
         const std::shared_ptr<TaskRecord> keep = enter();
-        const std::shared_ptr<DeviceConnection> device = connection();
-        const DeviceError result = device ? device->run(task.m_bReleasing, work) : closed();
+        return finish(out ? call(task, out, std::move(work)) : noPlace(), error);
+    }
+    /// A write (DeviceError(const DeviceSession &)), refused while another host controls the device.
+    template<class Work>
+    bool write(const QCameraTask &task, int *error, Work work)
+    {
+        const std::shared_ptr<TaskRecord> keep = enter();
+        DeviceError result = mayWrite();
+        if (!result.failed()) {
+            struct Nothing
+            {
+            } nothing;
+            result = call(task, &nothing,
+                          [work = std::move(work)](const DeviceSession &session, Nothing *) {
+                              return work(session);
+                          });
+        }
         return finish(result, error);
     }
     /// The same for an operation that ends before it reaches the device.
     bool fail(const DeviceError &failure, int *error);
 
     static DeviceError closed();
+    static DeviceError noPlace();
+    static void observe();
+    DeviceError mayWrite() const;
     /// Notes the use of the task on this thread.
     std::shared_ptr<TaskRecord> enter() const;
     bool finish(const DeviceError &result, int *error) const;

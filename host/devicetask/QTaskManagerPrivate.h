@@ -29,6 +29,7 @@ public:
 
     /// Whether a CameraHost lives; QTaskManager::Instance answers null otherwise.
     std::atomic<bool> m_bUp{false};
+    std::atomic<void (*)()> m_pCallObserver{nullptr}; ///< CameraHost::setCallObserver
 
 private:
     mutable std::mutex m_mutex;

@@ -12,17 +12,18 @@ unsigned int packetSizeOf(unsigned int deviceType)
 
 } // namespace
 
-TaskRecord::TaskRecord(long int id, const DeviceSource &source, unsigned int accessMode)
+TaskRecord::TaskRecord(long int id, const DeviceSource &source, const DeviceFacts &facts,
+                       unsigned int accessMode)
     : m_nId(id)
-    , m_strModel(source.model)
-    , m_strSerial(source.serial)
-    , m_nIpv4(source.ipv4)
-    , m_nDeviceType(source.deviceType)
-    , m_nScanType(source.scanType)
+    , m_source(source)
+    , m_strModel(facts.model)
+    , m_strSerial(facts.serial)
+    , m_nIpv4(facts.ipv4)
+    , m_nDeviceType(facts.deviceType)
+    , m_nScanType(facts.scanType)
+    , m_nOptimalPacketSize(packetSizeOf(facts.deviceType))
     , m_nAccessMode(accessMode)
-    , m_bForeign(source.foreign)
-    , m_nOptimalPacketSize(packetSizeOf(source.deviceType))
-    , m_strName(source.name)
+    , m_strName(facts.name)
 {
 }
 

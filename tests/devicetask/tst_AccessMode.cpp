@@ -36,6 +36,18 @@ const char *const NODES = R"(
 <pPort>Device</pPort><Endianess>BigEndian</Endianess><StructEntry Name="AwayEntry"><Bit>0</Bit></StructEntry></StructReg>
 <StructReg Comment="t"><pIsLocked>One</pIsLocked><Address>64</Address><Length>4</Length><AccessMode>RW</AccessMode>
 <pPort>Device</pPort><Endianess>BigEndian</Endianess><StructEntry Name="LockedEntry"><Bit>0</Bit></StructEntry></StructReg>
+<IntSwissKnife Name="Divides"><pVariable Name="D">Zero</pVariable><Formula>1/D</Formula></IntSwissKnife>
+<Integer Name="LockedByDivision"><pIsLocked>Divides</pIsLocked><pValue>RW</pValue></Integer>
+<Integer Name="AwayByDivision"><pIsAvailable>Divides</pIsAvailable><pValue>RW</pValue></Integer>
+<Integer Name="OneOfTwoLocks"><pIsLocked>Zero</pIsLocked><pIsLocked>One</pIsLocked><pValue>RW</pValue></Integer>
+<Integer Name="OneOfTwoAway"><pIsAvailable>One</pIsAvailable><pIsAvailable>Zero</pIsAvailable><pValue>RW</pValue></Integer>
+<Integer Name="Broken"><pValue>NoSuchNode</pValue></Integer>
+<Integer Name="OverBroken"><pValue>Broken</pValue></Integer>
+<IntReg Name="NoAccessMode"><Address>16</Address><Length>4</Length><pPort>Device</pPort></IntReg>
+<Port Name="ChunkPort"><ChunkID>1</ChunkID></Port>
+<IntReg Name="Chunk"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>ChunkPort</pPort></IntReg>
+<Integer Name="OverChunk"><pValue>Chunk</pValue></Integer>
+<Integer Name="Constant"><Value>1</Value></Integer>
 <Integer Name="Gated"><pIsAvailable>Gate</pIsAvailable><pValue>RW</pValue></Integer>
 )";
 
@@ -51,11 +63,18 @@ class AccessModeTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
     void mode_data();
     void mode();
     void keepsLastModeWhileDeviceIsSilent();
     void writeToLockedNodeNeverReachesDevice();
 };
+
+void AccessModeTest::initTestCase()
+{
+    // Two nodes of the description are faulty, which is told at each opening.
+    QLoggingCategory::setFilterRules("vexa.devicetask.description=false");
+}
 
 void AccessModeTest::mode_data()
 {
@@ -96,6 +115,16 @@ void AccessModeTest::mode_data()
                                {"AwayEntry", 1},
                                {"LockedEntry", 3},
                                {"ConstantLock", 3},
+                               {"LockedByDivision", 4},
+                               {"AwayByDivision", 1},
+                               {"OneOfTwoLocks", 3},
+                               {"OneOfTwoAway", 1},
+                               {"Broken", 0},
+                               {"OverBroken", 0},
+                               {"NoAccessMode", 3},
+                               {"Chunk", 1},
+                               {"OverChunk", 1},
+                               {"Constant", 4},
                                {"NoSuchNode", 0},
                                {"", 0}};
     for (const Row &row : ROWS) {

@@ -56,9 +56,51 @@ QByteArray nodes()
 )";
 }
 
+/// Memory: 40: 01..80 (8 bytes), 48: 2^53 + 1 (8 bytes).
+const char *const FORMULAS = R"(
+<IntReg Name="Little64"><Address>40</Address><Length>8</Length><pPort>Device</pPort></IntReg>
+<IntReg Name="Big"><Address>48</Address><Length>8</Length><pPort>Device</pPort><Sign>Signed</Sign><Endianess>BigEndian</Endianess></IntReg>
+<Integer Name="Nine"><Value>9</Value></Integer>
+<IntSwissKnife Name="BigKnife"><pVariable Name="A">Big</pVariable><Formula>A*3-A*2</Formula></IntSwissKnife>
+<IntSwissKnife Name="BigLiteral"><Formula>9007199254740993</Formula></IntSwissKnife>
+<IntConverter Name="BigConverter"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO+0</FormulaFrom><pValue>Big</pValue></IntConverter>
+<SwissKnife Name="BigEquals"><pVariable Name="A">Big</pVariable><Formula>A=9007199254740993</Formula></SwissKnife>
+<IntSwissKnife Name="Lazy"><pVariable Name="D">Zero</pVariable><pVariable Name="A">Outside</pVariable><Formula>(D=0)?5:(A/D)</Formula></IntSwissKnife>
+<IntSwissKnife Name="Divides"><pVariable Name="D">Zero</pVariable><Formula>1/D</Formula></IntSwissKnife>
+<IntSwissKnife Name="OverDivides"><pVariable Name="A">Divides</pVariable><Formula>A+1</Formula></IntSwissKnife>
+<SwissKnife Name="Infinite"><pVariable Name="D">Zero</pVariable><Formula>LN(D)</Formula></SwissKnife>
+<IntSwissKnife Name="Huge"><Formula>1e300</Formula></IntSwissKnife>
+<Enumeration Name="ChoiceDivides"><EnumEntry Name="A"><pIsAvailable>Divides</pIsAvailable><Value>1</Value></EnumEntry>
+<EnumEntry Name="B"><Value>-12</Value></EnumEntry><pValue>SignedByte</pValue></Enumeration>
+<IntSwissKnife Name="OfBoolean"><pVariable Name="F">Flag</pVariable><Formula>F?7:9</Formula></IntSwissKnife>
+<IntSwissKnife Name="OfEntry"><pVariable Name="C">Choice</pVariable><pVariable Name="C.Enum.D">Choice</pVariable><Formula>C.Enum.D+C</Formula></IntSwissKnife>
+<IntSwissKnife Name="OfBounds"><pVariable Name="B.Max">Bounded</pVariable><pVariable Name="B.Min">Bounded</pVariable><pVariable Name="B.Inc">Bounded</pVariable>
+<Formula>B.Max-B.Min+B.Inc</Formula></IntSwissKnife>
+<IntSwissKnife Name="OfExpressions"><pVariable Name="A">SignedByte</pVariable><Constant Name="K">4</Constant><Expression Name="X">A*K</Expression><Formula>X+X</Formula></IntSwissKnife>
+<IntSwissKnife Name="NamedLikeConstant"><pVariable Name="E">SignedByte</pVariable><Formula>E*2</Formula></IntSwissKnife>
+<IntReg Name="DynamicLength"><Address>19</Address><pLength>One</pLength><pPort>Device</pPort></IntReg>
+<IntReg Name="LengthZero"><Address>19</Address><pLength>Zero</pLength><pPort>Device</pPort></IntReg>
+<IntReg Name="LengthNine"><Address>19</Address><pLength>Nine</pLength><pPort>Device</pPort></IntReg>
+<IntReg Name="AddressByOffset"><Address>16</Address><pIndex Offset="3">One</pIndex><Length>1</Length><pPort>Device</pPort></IntReg>
+<IntReg Name="AddressByLength"><Address>12</Address><pIndex>One</pIndex><Length>4</Length><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>
+<IntReg Name="AddressByNode"><Address>10</Address><pAddress>Nine</pAddress><Length>1</Length><pPort>Device</pPort></IntReg>
+<IntReg Name="AddressByFormula"><Address>17</Address><IntSwissKnife Name="Inner"><pVariable Name="A">One</pVariable><Formula>A*2</Formula></IntSwissKnife><Length>1</Length><pPort>Device</pPort></IntReg>
+<Integer Name="IndexedNode"><pIndex>One</pIndex><pValueIndexed Index="1">SignedByte</pValueIndexed><ValueDefault>30</ValueDefault></Integer>
+<IntConverter Name="Falling"><FormulaTo>0-FROM</FormulaTo><FormulaFrom>0-TO</FormulaFrom><pValue>SignedByte</pValue></IntConverter>
+<Converter Name="NoUpperEnd"><FormulaTo>FROM</FormulaTo><FormulaFrom>1/(TO-127)</FormulaFrom><pValue>SignedByte</pValue></Converter>
+<IntSwissKnife Name="Twice"><pVariable Name="A">SignedByte</pVariable><pVariable Name="B">SignedByte</pVariable><Formula>A+A+B</Formula></IntSwissKnife>
+<StringReg Name="LongText"><Address>0x1000</Address><Length>1100</Length><pPort>Device</pPort></StringReg>
+<Port Name="ChunkPort"><ChunkID>1</ChunkID></Port>
+<IntReg Name="Chunk"><Address>0</Address><Length>4</Length><pPort>ChunkPort</pPort></IntReg>
+<IntSwissKnife Name="OfChunk"><pVariable Name="A">Chunk</pVariable><Formula>A+1</Formula></IntSwissKnife>
+<Integer Name="Broken"><pValue>NoSuchNode</pValue></Integer>
+)";
+
 std::unique_ptr<DeviceFixture> openDevice()
 {
-    auto device = std::make_unique<DeviceFixture>(nodes());
+    auto device = std::make_unique<DeviceFixture>(nodes() + FORMULAS);
+    device->m_pState->poke(40, QByteArray::fromHex("0100000000000080"));
+    device->m_pState->poke(48, QByteArray::fromHex("0020000000000001"));
     device->m_pState->poke(16, QByteArray::fromHex("810203f4"));
     device->m_pState->poke(32, QByteArray::fromHex("8000000000000001"));
     device->m_pState->poke(80, QByteArray::fromHex("3fc00000"));
@@ -83,6 +125,7 @@ class NodeReadTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
     void integers_data();
     void integers();
     void floats_data();
@@ -91,9 +134,18 @@ private Q_SLOTS:
     void booleansAndStrings();
     void failures_data();
     void failures();
+    void reasons();
+    void readsEachRegisterOnce_data();
+    void readsEachRegisterOnce();
     void memory();
     void codesAsText();
 };
+
+void NodeReadTest::initTestCase()
+{
+    // One node of the description is faulty, which is told at each opening.
+    QLoggingCategory::setFilterRules("vexa.devicetask.description=false");
+}
 
 void NodeReadTest::integers_data()
 {
@@ -119,6 +171,23 @@ void NodeReadTest::integers_data()
     row("Indexed", 20, INT_MAX64, INT_MIN64);
     row("Flag", 1, 1, 0);
     row("Choice", -12, 40, -12);
+    row("Little64", qint64(0x8000000000000001ULL), INT_MAX64, 0);
+    row("BigKnife", 9007199254740993, INT_MAX64, INT_MIN64);
+    row("BigLiteral", 9007199254740993, INT_MAX64, INT_MIN64);
+    row("BigConverter", 9007199254740993, INT_MAX64, INT_MIN64);
+    row("Lazy", 5, INT_MAX64, INT_MIN64);
+    row("OfBoolean", 7, INT_MAX64, INT_MIN64);
+    row("OfEntry", 28, INT_MAX64, INT_MIN64);
+    row("OfBounds", 204, INT_MAX64, INT_MIN64);
+    row("OfExpressions", -96, INT_MAX64, INT_MIN64);
+    row("NamedLikeConstant", -24, INT_MAX64, INT_MIN64);
+    row("DynamicLength", 0xf4, 255, 0);
+    row("AddressByOffset", 0xf4, 255, 0);
+    row("AddressByLength", 0x810203f4, 0xFFFFFFFF, 0);
+    row("AddressByNode", 0xf4, 255, 0);
+    row("AddressByFormula", 0xf4, 255, 0);
+    row("IndexedNode", -12, 127, -128);
+    row("Falling", 12, 128, -127);
 }
 
 void NodeReadTest::integers()
@@ -148,6 +217,8 @@ void NodeReadTest::floats_data()
     QTest::newRow("FloatOfInteger") << -12.0F << 127.0F << -128.0F;
     QTest::newRow("Converted") << -6.0F << 63.5F << -64.0F;
     QTest::newRow("FloatKnife") << -3.0F << LIMIT << -LIMIT;
+    QTest::newRow("BigEquals") << 1.0F << LIMIT << -LIMIT;
+    QTest::newRow("NoUpperEnd") << static_cast<float>(-1.0 / 139) << LIMIT << -LIMIT;
 }
 
 void NodeReadTest::floats()
@@ -170,6 +241,10 @@ void NodeReadTest::enumerations()
     QCOMPARE(out.record->entries[0], quint32(-12));
     QCOMPARE(out.record->entries[1], 40U);
     QCOMPARE(out.record->entries[2], 0U);
+    // A condition without a value takes its entry away, not the node.
+    QVERIFY(device->task().GetEnumerationValue("ChoiceDivides", out.record, nullptr, true, false));
+    QCOMPARE(out.record->count, 1U);
+    QCOMPARE(out.record->entries[0], quint32(-12));
 }
 
 void NodeReadTest::booleansAndStrings()
@@ -217,6 +292,15 @@ void NodeReadTest::failures_data()
     row("Reg", 'b', 0x90006203);
     row("Root", 'i', 0x90006203);
     row("", 'i', 0x90006201);
+    row("Divides", 'i', 0x90006204);
+    row("OverDivides", 'i', 0x90006204);
+    row("Infinite", 'f', 0x90006204);
+    row("Huge", 'i', 0x90006204);
+    row("LengthZero", 'i', 0x90006205);
+    row("LengthNine", 'i', 0x90006205);
+    row("Broken", 'i', 0x90006205);
+    row("Chunk", 'i', 0x90006104);
+    row("OfChunk", 'i', 0x90006104);
 }
 
 void NodeReadTest::failures()
@@ -257,6 +341,56 @@ void NodeReadTest::failures()
     QVERIFY(number.value == 1 && number.max == 2 && number.min == 3);
     QVERIFY(choice.record->value == 11 && choice.record->count == 0);
     QVERIFY(flag && text == "kept" && length == 9);
+}
+
+void NodeReadTest::reasons()
+{
+    const auto device = openDevice();
+    struct Row
+    {
+        const char *node;
+        const char *reason;
+    };
+    const Row rows[] = {{"OverDivides", "(Divides: division by zero)"},
+                        {"Huge", "(Huge: the result does not fit into 64 bits)"},
+                        {"LengthNine", "(LengthNine: its length of 9 bytes does not fit its kind)"},
+                        {"KnifeFails", "(Outside: "}};
+    for (const Row &row : rows) {
+        _NODE_INT_VALUE_ value{};
+        QVERIFY(!device->task().GetIntegerValue(row.node, &value, nullptr, false, false));
+        const QString remark = device->task().GetLastErrorRemark();
+        QVERIFY2(remark.contains(row.reason), qPrintable(remark));
+    }
+}
+
+void NodeReadTest::readsEachRegisterOnce_data()
+{
+    QTest::addColumn<QChar>("kind");
+    QTest::addColumn<int>("accesses");
+    QTest::newRow("IntConverted") << QChar('i') << 1; // value and both ends
+    QTest::newRow("PBounds") << QChar('i') << 1;
+    QTest::newRow("Twice") << QChar('i') << 1;
+    QTest::newRow("Lazy") << QChar('i') << 0; // nothing of the side that does not count
+    QTest::newRow("BigConverter") << QChar('i') << 1;
+    QTest::newRow("Converted") << QChar('f') << 1;
+    QTest::newRow("LongText") << QChar('s') << 3; // blocks of 512 bytes
+}
+
+void NodeReadTest::readsEachRegisterOnce()
+{
+    QFETCH(QChar, kind);
+    const QString node = QTest::currentDataTag();
+    const auto device = openDevice();
+    QCameraTask &task = device->task();
+    _NODE_INT_VALUE_ integer{};
+    _NODE_FLOAT_VALUE_ number{};
+    QString text;
+    const int before = device->m_pState->m_nAccesses;
+    const bool ok = kind == 'i' ? task.GetIntegerValue(node, &integer, nullptr, true, false)
+        : kind == 'f'           ? task.GetFloatValue(node, &number, nullptr, true, false)
+                                : task.GetStringValue(node, &text, nullptr, nullptr, true, false);
+    QVERIFY(ok);
+    QTEST(device->m_pState->m_nAccesses - before, "accesses");
 }
 
 void NodeReadTest::memory()

@@ -26,6 +26,25 @@ QByteArray nodes()
 <Converter Name="Converted"><FormulaTo>FROM/0.5</FormulaTo><FormulaFrom>TO*0.5</FormulaFrom><pValue>Reg</pValue></Converter>
 <StringReg Name="Text"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>
 <Command Name="Run"><pValue>WriteOnly</pValue><CommandValue>0x55</CommandValue></Command>
+<Command Name="RunByNode"><pValue>WriteOnly</pValue><pCommandValue>Nine</pCommandValue></Command>
+<Integer Name="Nine"><Value>9</Value></Integer>
+<IntReg Name="Little64"><Address>32</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></IntReg>
+<MaskedIntReg Name="MaskedLittle"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><LSB>4</LSB><MSB>11</MSB></MaskedIntReg>
+<MaskedIntReg Name="MaskedSigned"><Address>16</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><LSB>3</LSB><MSB>0</MSB><Sign>Signed</Sign><Endianess>BigEndian</Endianess></MaskedIntReg>
+<IntReg Name="Byte"><Address>16</Address><Length>1</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></IntReg>
+<Integer Name="WiderThanRegister"><pValue>Byte</pValue><Min>0</Min><Max>1000</Max></Integer>
+<Integer Name="Copied"><pValue>Reg</pValue><pValueCopy>Whole64</pValueCopy></Integer>
+<IntConverter Name="BigConverter"><FormulaTo>FROM*3-FROM*2</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>Whole64</pValue></IntConverter>
+<IntConverter Name="NoWayBack"><FormulaTo>FROM/0</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>Reg</pValue></IntConverter>
+<IntConverter Name="NoFormulaTo"><FormulaFrom>TO</FormulaFrom><pValue>Reg</pValue></IntConverter>
+<Converter Name="Tenths"><FormulaTo>FROM*10</FormulaTo><FormulaFrom>TO/10</FormulaFrom><pValue>Reg</pValue></Converter>
+<Float Name="FloatOverInteger"><pValue>Reg</pValue></Float>
+<FloatReg Name="LittleDouble"><Address>32</Address><Length>8</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></FloatReg>
+<Integer Name="Selector"><Value>0</Value><Min>0</Min><Max>1</Max></Integer>
+<Boolean Name="LocalFlag"><Value>0</Value></Boolean>
+<String Name="LocalText"><Value>old</Value></String>
+<Integer Name="Indexed"><pIndex>Selector</pIndex><ValueIndexed Index="0">10</ValueIndexed><pValueIndexed Index="1">Reg</pValueIndexed><ValueDefault>30</ValueDefault></Integer>
+<IntReg Name="Selected"><Address>16</Address><pIndex Offset="16">Selector</pIndex><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>
 )";
 }
 
@@ -38,6 +57,7 @@ class NodeWriteTest : public QObject
 private Q_SLOTS:
     void write_data();
     void write();
+    void valuesWithoutRegister();
 };
 
 void NodeWriteTest::write_data()
@@ -89,6 +109,21 @@ void NodeWriteTest::write_data()
     row("textTooLongInBytes", "Text", QString::fromUtf8("\xC3\xA4\xC3\xA4o"), 0x90006202, kept);
     row("emptyText", "Text", QString(""), 0, "00000000");
     row("command", "Run", QVariant(), 0, "00000055");
+    row("commandValueOfNode", "RunByNode", QVariant(), 0, "00000009");
+    row("topBitOf64Little", "Little64", -2LL, 0, "feffffffffffffff");
+    row("maskKeepsNeighboursLittle", "MaskedLittle", 0x12LL, 0, "2ee1eeee");
+    row("negativeIntoMask", "MaskedSigned", -2LL, 0, "eeeeeeee");
+    row("mostNegativeIntoMask", "MaskedSigned", -8LL, 0, "8eeeeeee");
+    row("moreThanMaskHolds", "MaskedSigned", 8LL, 0x90006202, kept);
+    row("moreThanTheRegisterBelowHolds", "WiderThanRegister", 300LL, 0x90006202, kept);
+    row("valueBesideCopy", "Copied", 5LL, 0, "00000005");
+    row("copy", "Copied", 5LL, 0, "0000000000000005");
+    row("beyondDoublesThroughConverter", "BigConverter", 9007199254740993LL, 0, "0020000000000001");
+    row("converterWithoutValue", "NoWayBack", 5LL, 0x90006204, kept);
+    row("converterWithoutWayBack", "NoFormulaTo", 5LL, 0x90006205, kept);
+    row("floatTruncatedByConverter", "Tenths", 0.7F, 0, "00000007");
+    row("floatTruncated", "FloatOverInteger", 2.7F, 0, "00000003");
+    row("doubleLittle", "LittleDouble", 1.5F, 0, "000000000000f83f");
     row("commandOfAnotherKind", "Reg", QVariant(), 0x90006203, kept);
 }
 
@@ -124,6 +159,43 @@ void NodeWriteTest::write()
     QCOMPARE(task.GetLastErrorRemark().isEmpty(), ok);
     QCOMPARE(device.m_pState->peek(memory.size() == 8 ? 32 : 16, memory.size()), memory);
     write(nullptr);
+}
+
+/// Values that are constants of the description can be written too, and select registers.
+void NodeWriteTest::valuesWithoutRegister()
+{
+    DeviceFixture device(nodes());
+    QCameraTask &task = device.task();
+    device.m_pState->poke(16, QByteArray::fromHex("00000016"));
+    device.m_pState->poke(32, QByteArray::fromHex("00000032"));
+    const auto valueOf = [&task](const char *node) {
+        _NODE_INT_VALUE_ value{-1, 0, 0, 0};
+        task.GetIntegerValue(node, &value, nullptr, true, false);
+        return value.value;
+    };
+    QCOMPARE(valueOf("Selected"), 0x16);
+    QCOMPARE(valueOf("Indexed"), 10);
+    QVERIFY(task.SetIntegerValue("Indexed", 11, nullptr));
+    QCOMPARE(valueOf("Indexed"), 11);
+    QVERIFY(!task.SetIntegerValue("Selector", 2, nullptr));
+    QVERIFY(task.SetIntegerValue("Selector", 1, nullptr));
+    QCOMPARE(valueOf("Selector"), 1);
+    QCOMPARE(valueOf("Selected"), 0x32);
+    QCOMPARE(valueOf("Indexed"), 0x16);
+    QVERIFY(task.SetIntegerValue("Selector", 0, nullptr));
+    QCOMPARE(valueOf("Indexed"), 11);
+
+    bool flag = false;
+    QVERIFY(task.SetBooleanValue("LocalFlag", true, nullptr));
+    QVERIFY(task.GetBooleanValue("LocalFlag", &flag, nullptr, true, false) && flag);
+    QString text;
+    QVERIFY(task.SetStringValue("LocalText", "new", nullptr));
+    QVERIFY(task.GetStringValue("LocalText", &text, nullptr, nullptr, true, false));
+    QCOMPARE(text, QString("new"));
+    // Another opening of the same description starts anew.
+    DeviceFixture other(nodes());
+    QVERIFY(other.task().GetStringValue("LocalText", &text, nullptr, nullptr, true, false));
+    QCOMPARE(text, QString("old"));
 }
 
 QTEST_GUILESS_MAIN(NodeWriteTest)

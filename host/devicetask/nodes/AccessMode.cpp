@@ -1,7 +1,7 @@
-#include "host/devicetask/AccessMode.h"
+#include "host/devicetask/nodes/AccessMode.h"
 
-#include "host/devicetask/DescriptionIndex.h"
-#include "host/devicetask/GErrorBox.h"
+#include "host/devicetask/nodes/NodeEvaluator.h"
+#include "host/devicetask/nodes/NodeKindRules.h"
 
 namespace {
 
@@ -22,38 +22,35 @@ int modeOf(bool readable, bool writable)
     return writable ? NODE_WO : NODE_NA;
 }
 
-int fromAravis(ArvGcAccessMode mode)
+int narrowed(int mode, int by)
 {
-    return modeOf(mode != ARV_GC_ACCESS_MODE_WO, mode != ARV_GC_ACCESS_MODE_RO);
+    return modeOf(isReadable(mode) && isReadable(by), isWritable(mode) && isWritable(by));
 }
 
-DeviceError evaluate(const GcSession &session, const QByteArray &condition, bool *isTrue)
+int modeOf(NodeInfo::Access access, int missing)
 {
-    ArvGcNode *node = arv_gc_get_node(session.gc, condition.constData());
-    GErrorBox error;
-    bool value = false;
-    if (ARV_IS_GC_INTEGER(node)) {
-        value = arv_gc_integer_get_value(ARV_GC_INTEGER(node), error.next()) != 0;
-    } else if (ARV_IS_GC_BOOLEAN(node)) {
-        value = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error.next()) != FALSE;
-    } else {
-        value = arv_gc_float_get_value(ARV_GC_FLOAT(node), error.next()) != 0.0;
+    switch (access) {
+    case NodeInfo::Access::ReadOnly:
+        return NODE_RO;
+    case NodeInfo::Access::WriteOnly:
+        return NODE_WO;
+    case NodeInfo::Access::ReadWrite:
+        return NODE_RW;
+    case NodeInfo::Access::None:
+        break;
     }
-    if (!error.failed()) {
-        *isTrue = value;
-    }
-    return error.error(QString::fromUtf8(condition));
+    return missing;
 }
 
 /// Evaluates until one condition has the value `until`; `found` tells whether one had. A condition that the device
 /// answered but that cannot be worked out counts as false; only a device that does not answer is an error.
-DeviceError findCondition(const GcSession &session, const QVector<QByteArray> &conditions,
-                          bool until, bool *found)
+DeviceError findCondition(NodeEvaluator &evaluator, const QVector<NodeId> &conditions, bool until,
+                          bool *found)
 {
     *found = false;
-    for (const QByteArray &condition : conditions) {
+    for (const NodeId condition : conditions) {
         bool isTrue = false;
-        const DeviceError error = evaluate(session, condition, &isTrue);
+        const DeviceError error = evaluator.truth(condition, &isTrue);
         if (error.isTransport()) {
             return error;
         }
@@ -66,59 +63,56 @@ DeviceError findCondition(const GcSession &session, const QVector<QByteArray> &c
 }
 
 /// The node's own mode, without its conditions and what stands below it.
-int ownMode(ArvGcFeatureNode *node)
+int ownMode(const NodeTable &nodes, const NodeInfo &node)
 {
-    if (ARV_IS_GC_REGISTER(node)) {
-        return fromAravis(arv_gc_feature_node_get_actual_access_mode(node));
+    const NodeKindRule &rule = nodeKindRule(node.kind);
+    const int imposed = modeOf(node.imposedAccess, NODE_RW);
+    if (rule.isRegister()) {
+        const bool isAway = node.port == NO_NODE || nodes.at(node.port).isChunkPort;
+        return isAway ? NODE_NA : narrowed(imposed, modeOf(node.registerAccess, NODE_RO));
     }
-    if (ARV_IS_GC_INT_SWISS_KNIFE_NODE(node) || ARV_IS_GC_SWISS_KNIFE_NODE(node)
-        || ARV_IS_GC_PORT(node)) {
-        return NODE_RO;
-    }
-    return fromAravis(arv_gc_feature_node_get_imposed_access_mode(node));
+    const bool isKnife = rule.hasFormula() && !rule.isConverter();
+    return isKnife || node.kind == NodeKind::Port ? NODE_RO : imposed;
 }
 
-/// `withLocks` false leaves the write direction undecided. The depth of the recursion is that of the references,
-/// which the index has limited.
-DeviceError workOut(const GcSession &session, const QByteArray &name, bool withLocks, int *mode)
+/// `withLocks` false leaves the write direction undecided. The evaluator limits the depth of the recursion.
+DeviceError workOut(NodeEvaluator &evaluator, NodeId id, bool withLocks, int *mode)
 {
     int result = NODE_RW;
-    QByteArray current = name;
+    NodeId current = id;
     do {
-        const NodeInfo *info = session.index.find(current);
-        ArvGcNode *node = arv_gc_get_node(session.gc, current.constData());
-        if (!info || !info->problem.isEmpty() || !ARV_IS_GC_FEATURE_NODE(node)) {
+        const NodeEvaluator::Visit visit(evaluator, current);
+        if (visit.error().failed()) {
             *mode = NODE_NI;
             return {};
         }
+        const NodeInfo &node = evaluator.at(current);
         bool found = false;
-        DeviceError error = findCondition(session, info->implementedBy, false, &found);
+        DeviceError error = findCondition(evaluator, node.implementedBy, false, &found);
         if (error.failed() || found) {
-            *mode = error.failed() ? *mode : NODE_NI;
+            *mode = error.failed() ? *mode : int(NODE_NI);
             return error;
         }
-        error = findCondition(session, info->availableBy, false, &found);
+        error = findCondition(evaluator, node.availableBy, false, &found);
         if (error.failed() || found) {
-            *mode = error.failed() ? *mode : NODE_NA;
+            *mode = error.failed() ? *mode : int(NODE_NA);
             return error;
         }
-        if (ARV_IS_GC_CATEGORY(node)) {
+        if (node.kind == NodeKind::Category) {
             *mode = NODE_RO;
             return {};
         }
-        const int own = ownMode(ARV_GC_FEATURE_NODE(node));
-        result =
-            modeOf(isReadable(result) && isReadable(own), isWritable(result) && isWritable(own));
+        result = narrowed(result, ownMode(evaluator.nodes(), node));
         if (withLocks && isWritable(result)) {
-            error = findCondition(session, info->lockedBy, true, &found);
+            error = findCondition(evaluator, node.lockedBy, true, &found);
             if (error.failed()) {
                 return error;
             }
             result = found ? modeOf(isReadable(result), false) : result;
         }
-        for (const QByteArray &variable : info->variables) {
+        for (const NodeVariable &variable : node.variables) {
             int variableMode = NODE_RW;
-            error = workOut(session, variable, false, &variableMode);
+            error = workOut(evaluator, variable.node, false, &variableMode);
             if (error.failed()) {
                 return error;
             }
@@ -127,34 +121,33 @@ DeviceError workOut(const GcSession &session, const QByteArray &name, bool withL
                 return {};
             }
         }
-        current = info->valueTarget;
-    } while (!current.isEmpty());
+        current = node.value.source == NodeOperand::Source::Node ? node.value.node : NO_NODE;
+    } while (current != NO_NODE);
     *mode = result;
     return {};
 }
 
-DeviceError requireNode(const GcSession &session, const QByteArray &name)
+DeviceError requireNode(const NodeTable &nodes, const QByteArray &name, NodeId *id)
 {
     if (name.isEmpty()) {
         return {NODE_ARGUMENT, QStringLiteral("the node's name is empty")};
     }
-    const QString text = QString::fromUtf8(name);
-    const NodeInfo *info = session.index.find(name);
-    if (!info || !arv_gc_get_node(session.gc, name.constData())) {
-        return {NODE_PROPERTY, QStringLiteral("there is no node %1").arg(text)};
+    *id = nodes.find(name);
+    if (*id == NO_NODE) {
+        return {NODE_PROPERTY, QStringLiteral("there is no node %1").arg(QString::fromUtf8(name))};
     }
-    if (!info->problem.isEmpty()) {
-        return {NODE_LOGICAL, text + QLatin1String(": ") + QString::fromUtf8(info->problem)};
-    }
-    return {};
+    const NodeInfo &node = nodes.at(*id);
+    return node.problem.isEmpty()
+        ? DeviceError()
+        : NodeEvaluator::failure(NODE_LOGICAL, node, QString::fromUtf8(node.problem));
 }
 
-DeviceError require(const GcSession &session, const QByteArray &name, bool forWriting)
+DeviceError require(NodeEvaluator &evaluator, const QByteArray &name, bool forWriting, NodeId *id)
 {
     int mode = NODE_NI;
-    DeviceError error = requireNode(session, name);
+    DeviceError error = requireNode(evaluator.nodes(), name, id);
     if (!error.failed()) {
-        error = workOut(session, name, forWriting, &mode);
+        error = workOut(evaluator, *id, forWriting, &mode);
     }
     if (!error.failed() && !(forWriting ? isWritable(mode) : isReadable(mode))) {
         static const char *const DETAILS[] = {"not implemented", "not available", "write only",
@@ -168,17 +161,25 @@ DeviceError require(const GcSession &session, const QByteArray &name, bool forWr
 
 } // namespace
 
-DeviceError AccessMode::of(const GcSession &session, const QByteArray &name, int *mode)
+DeviceError AccessMode::of(const DeviceSession &session, const QByteArray &name, int *mode)
 {
-    return workOut(session, name, true, mode);
+    const NodeId id = session.nodes.find(name);
+    if (id == NO_NODE) {
+        *mode = NODE_NI;
+        return {};
+    }
+    NodeEvaluator evaluator(session);
+    return workOut(evaluator, id, true, mode);
 }
 
-DeviceError AccessMode::requireReadable(const GcSession &session, const QByteArray &name)
+DeviceError AccessMode::requireReadable(NodeEvaluator &evaluator, const QByteArray &name,
+                                        NodeId *id)
 {
-    return require(session, name, false);
+    return require(evaluator, name, false, id);
 }
 
-DeviceError AccessMode::requireWritable(const GcSession &session, const QByteArray &name)
+DeviceError AccessMode::requireWritable(NodeEvaluator &evaluator, const QByteArray &name,
+                                        NodeId *id)
 {
-    return require(session, name, true);
+    return require(evaluator, name, true, id);
 }

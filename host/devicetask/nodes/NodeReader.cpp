@@ -1,8 +1,10 @@
-#include "host/devicetask/NodeReader.h"
+#include "host/devicetask/nodes/NodeReader.h"
 
-#include "host/devicetask/AccessMode.h"
-#include "host/devicetask/DescriptionIndex.h"
-#include "host/devicetask/GErrorBox.h"
+#include "host/devicetask/nodes/AccessMode.h"
+#include "host/devicetask/nodes/NodeBounds.h"
+#include "host/devicetask/nodes/NodeEvaluator.h"
+#include "host/devicetask/nodes/NodeKindRules.h"
+#include "host/devicetask/nodes/RegisterAccess.h"
 
 #include <QtMath>
 
@@ -11,37 +13,50 @@
 
 namespace {
 
-constexpr qint64 INT_MIN64 = std::numeric_limits<qint64>::min();
-constexpr qint64 INT_MAX64 = std::numeric_limits<qint64>::max();
 constexpr qint64 MAX_STRING = 64 * 1024 * 1024;
 
-/// One bound of a node: its own, or `fallback` where the node has none.
-template<class Number, class Node>
-DeviceError bound(Number (*get)(Node *, GError **), Node *node, const QByteArray &name,
-                  Number fallback, Number *out)
+/// A bound as an integer: what lies beyond 64 bits ends with them.
+qint64 clamped(const FormulaNumber &number)
 {
-    GErrorBox error;
-    const Number number = get(node, error.next());
-    if (error.failed() && !error.isMissingProperty()) {
-        return error.error(QString::fromUtf8(name));
+    qint64 integer = 0;
+    if (number.toInteger(&integer)) {
+        return integer;
     }
-    *out = error.failed() ? fallback : number;
+    return number.real < 0 ? std::numeric_limits<qint64>::min()
+                           : std::numeric_limits<qint64>::max();
+}
+
+/// Whether all conditions hold.
+DeviceError holds(NodeEvaluator &evaluator, const QVector<NodeId> &conditions, bool *result)
+{
+    *result = true;
+    for (const NodeId condition : conditions) {
+        bool isTrue = false;
+        const DeviceError error = evaluator.truth(condition, &isTrue);
+        if (error.failed() && error.code() != NODE_RUNTIME) {
+            return error;
+        }
+        if (!isTrue) {
+            *result = false;
+            break;
+        }
+    }
     return {};
 }
 
-/// Smallest and largest of all entries, at no access.
-void entryRange(ArvGcEnumeration *node, _NODE_INT_VALUE_ *out)
+/// The StringReg or constant String that a chain of Strings ends in; NO_NODE for other kinds.
+NodeId endOfText(const NodeTable &nodes, NodeId id)
 {
-    bool first = true;
-    for (const GSList *it = arv_gc_enumeration_get_entries(node); it; it = it->next) {
-        GErrorBox error;
-        const qint64 value = arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(it->data), error.next());
-        if (!error.failed()) {
-            out->min = first ? value : qMin(out->min, value);
-            out->max = first ? value : qMax(out->max, value);
-            first = false;
+    for (int depth = 0; id != NO_NODE && depth < NodeEvaluator::MAX_DEPTH; ++depth) {
+        const NodeInfo &node = nodes.at(id);
+        const bool isEnd = node.kind == NodeKind::StringReg
+            || (node.kind == NodeKind::String && node.value.source != NodeOperand::Source::Node);
+        if (isEnd) {
+            return id;
         }
+        id = node.kind == NodeKind::String ? node.value.node : NO_NODE;
     }
+    return NO_NODE;
 }
 
 } // namespace
@@ -58,210 +73,210 @@ DeviceError NodeReader::wrongKind(const QByteArray &name, const char *wanted)
             QStringLiteral("%1 is no %2").arg(QString::fromUtf8(name), QLatin1String(wanted))};
 }
 
-DeviceError NodeReader::integer(const GcSession &session, const QByteArray &name,
+bool NodeReader::isIntegerLike(NodeKind kind)
+{
+    const NodeKindRule &rule = nodeKindRule(kind);
+    return rule.gives == NodeGives::Number && !rule.isReal;
+}
+
+bool NodeReader::isFloatLike(NodeKind kind)
+{
+    const NodeKindRule &rule = nodeKindRule(kind);
+    return rule.gives == NodeGives::Number && rule.isReal;
+}
+
+DeviceError NodeReader::integer(const DeviceSession &session, const QByteArray &name,
                                 _NODE_INT_VALUE_ *out)
 {
-    DeviceError failure = AccessMode::requireReadable(session, name);
+    NodeEvaluator evaluator(session);
+    NodeId id = NO_NODE;
+    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
     if (failure.failed()) {
         return failure;
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    _NODE_INT_VALUE_ result{};
-    GErrorBox error;
-    if (ARV_IS_GC_BOOLEAN(node)) {
-        result.value = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error.next()) ? 1 : 0;
-    } else if (ARV_IS_GC_INTEGER(node)) {
-        result.value = arv_gc_integer_get_value(ARV_GC_INTEGER(node), error.next());
-    } else {
+    if (!isIntegerLike(session.nodes.at(id).kind)) {
         return wrongKind(name, "integer");
     }
-    failure = error.error(QString::fromUtf8(name));
+    _NODE_INT_VALUE_ result{};
+    qint64 value = 0;
+    failure = evaluator.integer(id, &value);
     if (!failure.failed()) {
-        failure = integerRange(session, name, &result);
+        failure = integerRange(evaluator, id, &result);
     }
     if (!failure.failed()) {
+        result.value = value;
         *out = result;
     }
     return failure;
 }
 
-DeviceError NodeReader::integerRange(const GcSession &session, const QByteArray &name,
-                                     _NODE_INT_VALUE_ *out)
+DeviceError NodeReader::integerRange(NodeEvaluator &evaluator, NodeId id, _NODE_INT_VALUE_ *out)
 {
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    out->min = INT_MIN64;
-    out->max = INT_MAX64;
-    out->inc = 1;
-    if (ARV_IS_GC_BOOLEAN(node)) {
-        out->min = 0;
-        out->max = 1;
-        return {};
-    }
-    if (ARV_IS_GC_ENUMERATION(node)) {
-        entryRange(ARV_GC_ENUMERATION(node), out);
-        return {};
-    }
-    ArvGcInteger *integer = ARV_GC_INTEGER(node);
-    gint64 number = 0;
-    DeviceError failure = bound<gint64>(arv_gc_integer_get_min, integer, name, INT_MIN64, &number);
-    out->min = number;
+    NodeBounds bounds(evaluator);
+    FormulaNumber min;
+    FormulaNumber max;
+    FormulaNumber inc;
+    DeviceError failure = bounds.minimum(id, &min);
     if (!failure.failed()) {
-        failure = bound<gint64>(arv_gc_integer_get_max, integer, name, INT_MAX64, &number);
-        out->max = number;
+        failure = bounds.maximum(id, &max);
     }
     if (!failure.failed()) {
-        failure = bound<gint64>(arv_gc_integer_get_inc, integer, name, 1, &number);
-        out->inc = qMax<qint64>(number, 1);
+        failure = bounds.increment(id, &inc);
     }
-    // Aravis counts the range of all 64 bits as 2^64, which is 0 to it.
-    const NodeInfo *info = session.index.find(name);
-    if (info->bits() == 64) {
-        out->min = info->isSigned ? INT_MIN64 : 0;
-        out->max = INT_MAX64;
+    if (!failure.failed()) {
+        out->min = clamped(min);
+        out->max = clamped(max);
+        out->inc = qMax<qint64>(clamped(inc), 1);
     }
     return failure;
 }
 
-DeviceError NodeReader::floating(const GcSession &session, const QByteArray &name,
+DeviceError NodeReader::floating(const DeviceSession &session, const QByteArray &name,
                                  _NODE_FLOAT_VALUE_ *out)
 {
-    DeviceError failure = AccessMode::requireReadable(session, name);
+    NodeEvaluator evaluator(session);
+    NodeId id = NO_NODE;
+    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
     if (failure.failed()) {
         return failure;
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_FLOAT(node)) {
+    if (!isFloatLike(session.nodes.at(id).kind)) {
         return wrongKind(name, "float");
     }
-    GErrorBox error;
+    FormulaNumber value;
     double min = 0;
     double max = 0;
-    const double value = arv_gc_float_get_value(ARV_GC_FLOAT(node), error.next());
-    failure = error.error(QString::fromUtf8(name));
+    failure = evaluator.number(id, &value);
     if (!failure.failed()) {
-        failure = floatRange(session, name, &min, &max);
+        failure = floatRange(evaluator, id, &min, &max);
     }
     if (!failure.failed()) {
-        *out = {toFloat(value), toFloat(max), toFloat(min)};
+        *out = {toFloat(value.toReal()), toFloat(max), toFloat(min)};
     }
     return failure;
 }
 
-DeviceError NodeReader::floatRange(const GcSession &session, const QByteArray &name, double *min,
-                                   double *max)
+DeviceError NodeReader::floatRange(NodeEvaluator &evaluator, NodeId id, double *min, double *max)
 {
-    constexpr double LIMIT = std::numeric_limits<double>::max();
-    ArvGcFloat *node = ARV_GC_FLOAT(arv_gc_get_node(session.gc, name.constData()));
-    DeviceError failure = bound<double>(arv_gc_float_get_min, node, name, -LIMIT, min);
+    NodeBounds bounds(evaluator);
+    FormulaNumber lower;
+    FormulaNumber upper;
+    DeviceError failure = bounds.minimum(id, &lower);
     if (!failure.failed()) {
-        failure = bound<double>(arv_gc_float_get_max, node, name, LIMIT, max);
+        failure = bounds.maximum(id, &upper);
+    }
+    if (!failure.failed()) {
+        *min = lower.toReal();
+        *max = upper.toReal();
     }
     return failure;
 }
 
-DeviceError NodeReader::availableEntries(const GcSession &session, const QByteArray &name,
+DeviceError NodeReader::availableEntries(NodeEvaluator &evaluator, NodeId id,
                                          QVector<qint64> *entries)
 {
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    GErrorBox error;
-    guint count = 0;
-    gint64 *values =
-        arv_gc_enumeration_dup_available_int_values(ARV_GC_ENUMERATION(node), &count, error.next());
-    if (!error.failed()) {
-        entries->clear();
-        std::copy(values, values + count, std::back_inserter(*entries));
+    QVector<qint64> found;
+    for (const NodeEntry &entry : evaluator.at(id).entries) {
+        bool isThere = entry.hasValue;
+        DeviceError failure;
+        if (isThere) {
+            failure = holds(evaluator, entry.implementedBy, &isThere);
+        }
+        if (!failure.failed() && isThere) {
+            failure = holds(evaluator, entry.availableBy, &isThere);
+        }
+        if (failure.failed()) {
+            return failure;
+        }
+        if (isThere) {
+            found.append(entry.value);
+        }
     }
-    g_free(values);
-    return error.error(QString::fromUtf8(name));
+    *entries = found;
+    return {};
 }
 
-DeviceError NodeReader::enumeration(const GcSession &session, const QByteArray &name,
-                                    _NODE_ENUM_VALUE_ *out)
+DeviceError NodeReader::enumeration(const DeviceSession &session, const QByteArray &name,
+                                    EnumReading *out)
 {
-    DeviceError failure = AccessMode::requireReadable(session, name);
+    NodeEvaluator evaluator(session);
+    NodeId id = NO_NODE;
+    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
     if (failure.failed()) {
         return failure;
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_ENUMERATION(node)) {
+    if (session.nodes.at(id).kind != NodeKind::Enumeration) {
         return wrongKind(name, "enumeration");
     }
-    GErrorBox error;
-    const qint64 value = arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(node), error.next());
-    failure = error.error(QString::fromUtf8(name));
+    qint64 value = 0;
     QVector<qint64> entries;
+    failure = evaluator.integer(id, &value);
     if (!failure.failed()) {
-        failure = availableEntries(session, name, &entries);
+        failure = availableEntries(evaluator, id, &entries);
     }
     if (failure.failed()) {
         return failure;
     }
-    constexpr int CAPACITY = sizeof(out->entries) / sizeof(out->entries[0]);
-    const int count = qMin(entries.size(), CAPACITY);
     out->value = static_cast<quint32>(value);
-    out->count = static_cast<quint32>(count);
-    std::transform(entries.cbegin(), entries.cbegin() + count, out->entries,
+    out->entries.resize(entries.size());
+    std::transform(entries.cbegin(), entries.cend(), out->entries.begin(),
                    [](qint64 entry) { return static_cast<quint32>(entry); });
     return {};
 }
 
-DeviceError NodeReader::boolean(const GcSession &session, const QByteArray &name, bool *out)
+DeviceError NodeReader::boolean(const DeviceSession &session, const QByteArray &name, bool *out)
 {
-    const DeviceError failure = AccessMode::requireReadable(session, name);
+    NodeEvaluator evaluator(session);
+    NodeId id = NO_NODE;
+    const DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
     if (failure.failed()) {
         return failure;
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_BOOLEAN(node)) {
+    if (session.nodes.at(id).kind != NodeKind::Boolean) {
         return wrongKind(name, "boolean");
     }
-    GErrorBox error;
-    const bool value = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error.next()) != FALSE;
-    if (!error.failed()) {
-        *out = value;
-    }
-    return error.error(QString::fromUtf8(name));
+    return evaluator.truth(id, out);
 }
 
-DeviceError NodeReader::stringLength(const GcSession &session, const QByteArray &name,
-                                     qint64 *maxLength)
+DeviceError NodeReader::stringLength(NodeEvaluator &evaluator, NodeId id, qint64 *maxLength)
 {
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_STRING(node) || ARV_IS_GC_ENUMERATION(node)) {
-        return wrongKind(name, "string");
+    const NodeId end = endOfText(evaluator.nodes(), id);
+    if (end == NO_NODE) {
+        return wrongKind(evaluator.at(id).name, "string");
     }
-    GErrorBox error;
-    const qint64 length = arv_gc_string_get_max_length(ARV_GC_STRING(node), error.next());
-    if (error.failed()) {
-        return error.error(QString::fromUtf8(name));
+    if (evaluator.at(end).kind == NodeKind::String) {
+        *maxLength = MAX_STRING;
+        return {};
     }
-    // A String that is a constant has no register and no limit.
-    if (length < 0 || (length > MAX_STRING && length != INT_MAX64)) {
-        return {
-            NODE_LOGICAL,
-            QStringLiteral("%1 has a length of %2 bytes").arg(QString::fromUtf8(name)).arg(length)};
+    int length = 0;
+    const DeviceError failure = RegisterAccess(evaluator, end).length(&length);
+    if (!failure.failed()) {
+        *maxLength = length;
     }
-    *maxLength = qMin(length, MAX_STRING);
-    return {};
+    return failure;
 }
 
-DeviceError NodeReader::string(const GcSession &session, const QByteArray &name, QString *out,
+DeviceError NodeReader::string(const DeviceSession &session, const QByteArray &name, QString *out,
                                qint64 *maxLength)
 {
-    DeviceError failure = AccessMode::requireReadable(session, name);
+    NodeEvaluator evaluator(session);
+    NodeId id = NO_NODE;
+    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
     qint64 length = 0;
     if (!failure.failed()) {
-        failure = stringLength(session, name, &length);
+        failure = stringLength(evaluator, id, &length);
     }
     if (failure.failed()) {
         return failure;
     }
-    GErrorBox error;
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    const char *text = arv_gc_string_get_value(ARV_GC_STRING(node), error.next());
-    // After a failure the pointer is not a text at all.
-    if (error.failed()) {
-        return error.error(QString::fromUtf8(name));
+    const NodeId end = endOfText(session.nodes, id);
+    const NodeInfo &node = session.nodes.at(end);
+    QByteArray text = session.locals.texts.value(end, node.text);
+    if (node.kind == NodeKind::StringReg) {
+        failure = RegisterAccess(evaluator, end).readText(&text);
+    }
+    if (failure.failed()) {
+        return failure;
     }
     *out = QString::fromUtf8(text);
     if (maxLength) {

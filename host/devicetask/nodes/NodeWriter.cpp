@@ -1,111 +1,119 @@
-#include "host/devicetask/NodeWriter.h"
+#include "host/devicetask/nodes/NodeWriter.h"
 
-#include "host/devicetask/AccessMode.h"
-#include "host/devicetask/DescriptionIndex.h"
-#include "host/devicetask/GErrorBox.h"
-#include "host/devicetask/NodeReader.h"
+#include "host/devicetask/nodes/AccessMode.h"
+#include "host/devicetask/nodes/NodeAssigner.h"
+#include "host/devicetask/nodes/NodeBounds.h"
+#include "host/devicetask/nodes/NodeReader.h"
 
 #include <algorithm>
 
 namespace {
 
-DeviceError outOfRange(const QByteArray &name, const QString &value)
+/// One write: the node is looked up and may be written before anything else happens.
+class WriteOperation
 {
-    return {NODE_RANGE, QStringLiteral("%1 does not take %2").arg(QString::fromUtf8(name), value)};
-}
+public:
+    WriteOperation(const DeviceSession &session, const QByteArray &name)
+        : m_evaluator(session)
+        , m_name(name)
+        , m_error(AccessMode::requireWritable(m_evaluator, name, &m_nId))
+    {
+    }
 
-/// True when the node ends in an unsigned register of 8 bytes and no bound of its own: its upper half reads as
-/// negative numbers and is written as such.
-bool takesAll64Bits(const GcSession &session, const QByteArray &name)
-{
-    const NodeInfo *info = session.index.find(name);
-    while (info && !info->hasRange && info->tag == "Integer" && !info->valueTarget.isEmpty()) {
-        info = session.index.find(info->valueTarget);
-    }
-    return info && !info->isSigned
-        && ((info->tag == "IntReg" && info->length == 8) || info->bits() == 64);
-}
+    bool failed() const { return m_error.failed(); }
+    const DeviceError &error() const { return m_error; }
+    NodeKind kind() const { return m_evaluator.at(m_nId).kind; }
+    NodeId id() const { return m_nId; }
+    NodeEvaluator &evaluator() { return m_evaluator; }
 
-DeviceError checkInteger(const GcSession &session, const QByteArray &name, qint64 value)
-{
-    _NODE_INT_VALUE_ range{};
-    const DeviceError failure = NodeReader::integerRange(session, name, &range);
-    if (failure.failed() || takesAll64Bits(session, name)) {
-        return failure;
+    DeviceError outOfRange(const QString &value) const
+    {
+        return {NODE_RANGE,
+                QStringLiteral("%1 does not take %2").arg(QString::fromUtf8(m_name), value)};
     }
-    const quint64 distance = static_cast<quint64>(value) - static_cast<quint64>(range.min);
-    if (value < range.min || value > range.max || distance % static_cast<quint64>(range.inc) != 0) {
-        return outOfRange(name,
-                          QStringLiteral("%1; it takes %2 to %3 in steps of %4")
-                              .arg(value)
-                              .arg(range.min)
-                              .arg(range.max)
-                              .arg(range.inc));
+    DeviceError wrongKind(const char *wanted) const
+    {
+        return NodeReader::wrongKind(m_name, wanted);
     }
-    return {};
-}
+    DeviceError assign(const FormulaNumber &value)
+    {
+        return NodeAssigner(m_evaluator).number(m_nId, value);
+    }
 
-template<class Matches>
-DeviceError writeEntry(const GcSession &session, const QByteArray &name, const QString &shown,
-                       Matches &&matches)
-{
-    QVector<qint64> entries;
-    const DeviceError failure = NodeReader::availableEntries(session, name, &entries);
-    if (failure.failed()) {
-        return failure;
+    template<class Matches>
+    DeviceError assignEntry(const QString &shown, Matches matches)
+    {
+        QVector<qint64> entries;
+        const DeviceError failure = NodeReader::availableEntries(m_evaluator, m_nId, &entries);
+        if (failure.failed()) {
+            return failure;
+        }
+        const auto it = std::find_if(entries.cbegin(), entries.cend(), matches);
+        return it == entries.cend() ? outOfRange(shown) : assign(FormulaNumber::ofInteger(*it));
     }
-    const auto it = std::find_if(entries.cbegin(), entries.cend(), matches);
-    if (it == entries.cend()) {
-        return outOfRange(name, shown);
+
+    DeviceError checkInteger(qint64 value)
+    {
+        bool takesAll = false;
+        DeviceError failure = NodeBounds(m_evaluator).takesAll64Bits(m_nId, &takesAll);
+        if (failure.failed() || takesAll) {
+            return failure;
+        }
+        _NODE_INT_VALUE_ range{};
+        failure = NodeReader::integerRange(m_evaluator, m_nId, &range);
+        if (failure.failed()) {
+            return failure;
+        }
+        const quint64 distance = static_cast<quint64>(value) - static_cast<quint64>(range.min);
+        const bool isOnStep = distance % static_cast<quint64>(range.inc) == 0;
+        if (value < range.min || value > range.max || !isOnStep) {
+            return outOfRange(QStringLiteral("%1; it takes %2 to %3 in steps of %4")
+                                  .arg(value)
+                                  .arg(range.min)
+                                  .arg(range.max)
+                                  .arg(range.inc));
+        }
+        return {};
     }
-    GErrorBox error;
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(node), *it, error.next());
-    return error.error(QString::fromUtf8(name));
-}
+
+private:
+    NodeEvaluator m_evaluator;
+    const QByteArray m_name;
+    NodeId m_nId = NO_NODE;
+    const DeviceError m_error;
+};
 
 } // namespace
 
-DeviceError NodeWriter::integer(const GcSession &session, const QByteArray &name, qint64 value)
+DeviceError NodeWriter::integer(const DeviceSession &session, const QByteArray &name, qint64 value)
 {
-    DeviceError failure = AccessMode::requireWritable(session, name);
-    if (failure.failed()) {
-        return failure;
+    WriteOperation write(session, name);
+    if (write.failed()) {
+        return write.error();
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (ARV_IS_GC_ENUMERATION(node)) {
-        return writeEntry(session, name, QString::number(value),
-                          [value](qint64 entry) { return entry == value; });
+    if (write.kind() == NodeKind::Enumeration) {
+        return write.assignEntry(QString::number(value),
+                                 [value](qint64 entry) { return entry == value; });
     }
-    GErrorBox error;
-    if (!ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_BOOLEAN(node)) {
-        return NodeReader::wrongKind(name, "integer");
+    if (!NodeReader::isIntegerLike(write.kind())) {
+        return write.wrongKind("integer");
     }
-    failure = checkInteger(session, name, value);
-    if (failure.failed()) {
-        return failure;
-    }
-    if (ARV_IS_GC_BOOLEAN(node)) {
-        arv_gc_boolean_set_value(ARV_GC_BOOLEAN(node), value != 0, error.next());
-    } else {
-        arv_gc_integer_set_value(ARV_GC_INTEGER(node), value, error.next());
-    }
-    return error.error(QString::fromUtf8(name));
+    const DeviceError failure = write.checkInteger(value);
+    return failure.failed() ? failure : write.assign(FormulaNumber::ofInteger(value));
 }
 
-DeviceError NodeWriter::floating(const GcSession &session, const QByteArray &name, float value)
+DeviceError NodeWriter::floating(const DeviceSession &session, const QByteArray &name, float value)
 {
-    DeviceError failure = AccessMode::requireWritable(session, name);
-    if (failure.failed()) {
-        return failure;
+    WriteOperation write(session, name);
+    if (write.failed()) {
+        return write.error();
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_FLOAT(node)) {
-        return NodeReader::wrongKind(name, "float");
+    if (!NodeReader::isFloatLike(write.kind())) {
+        return write.wrongKind("float");
     }
     double min = 0;
     double max = 0;
-    failure = NodeReader::floatRange(session, name, &min, &max);
+    const DeviceError failure = NodeReader::floatRange(write.evaluator(), write.id(), &min, &max);
     if (failure.failed()) {
         return failure;
     }
@@ -114,75 +122,62 @@ DeviceError NodeWriter::floating(const GcSession &session, const QByteArray &nam
     const bool fits = (exactValue >= min || value == NodeReader::toFloat(min))
         && (exactValue <= max || value == NodeReader::toFloat(max));
     if (!fits) {
-        return outOfRange(name,
-                          QStringLiteral("%1; it takes %2 to %3").arg(value).arg(min).arg(max));
+        return write.outOfRange(
+            QStringLiteral("%1; it takes %2 to %3").arg(value).arg(min).arg(max));
     }
-    GErrorBox error;
-    arv_gc_float_set_value(ARV_GC_FLOAT(node), qBound(min, exactValue, max), error.next());
-    return error.error(QString::fromUtf8(name));
+    return write.assign(FormulaNumber::ofReal(qBound(min, exactValue, max)));
 }
 
-DeviceError NodeWriter::enumeration(const GcSession &session, const QByteArray &name, quint32 value)
+DeviceError NodeWriter::enumeration(const DeviceSession &session, const QByteArray &name,
+                                    quint32 value)
 {
-    const DeviceError failure = AccessMode::requireWritable(session, name);
-    if (failure.failed()) {
-        return failure;
+    WriteOperation write(session, name);
+    if (write.failed()) {
+        return write.error();
     }
-    if (!ARV_IS_GC_ENUMERATION(arv_gc_get_node(session.gc, name.constData()))) {
-        return NodeReader::wrongKind(name, "enumeration");
+    if (write.kind() != NodeKind::Enumeration) {
+        return write.wrongKind("enumeration");
     }
-    return writeEntry(session, name, QString::number(value),
-                      [value](qint64 entry) { return static_cast<quint32>(entry) == value; });
+    return write.assignEntry(QString::number(value), [value](qint64 entry) {
+        return static_cast<quint32>(entry) == value;
+    });
 }
 
-DeviceError NodeWriter::boolean(const GcSession &session, const QByteArray &name, bool value)
+DeviceError NodeWriter::boolean(const DeviceSession &session, const QByteArray &name, bool value)
 {
-    const DeviceError failure = AccessMode::requireWritable(session, name);
-    if (failure.failed()) {
-        return failure;
+    WriteOperation write(session, name);
+    if (write.failed()) {
+        return write.error();
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_BOOLEAN(node)) {
-        return NodeReader::wrongKind(name, "boolean");
-    }
-    GErrorBox error;
-    arv_gc_boolean_set_value(ARV_GC_BOOLEAN(node), value, error.next());
-    return error.error(QString::fromUtf8(name));
+    return write.kind() == NodeKind::Boolean ? write.assign(FormulaNumber::ofInteger(value ? 1 : 0))
+                                             : write.wrongKind("boolean");
 }
 
-DeviceError NodeWriter::string(const GcSession &session, const QByteArray &name,
+DeviceError NodeWriter::string(const DeviceSession &session, const QByteArray &name,
                                const QByteArray &value)
 {
-    DeviceError failure = AccessMode::requireWritable(session, name);
-    qint64 length = 0;
-    if (!failure.failed()) {
-        failure = NodeReader::stringLength(session, name, &length);
+    WriteOperation write(session, name);
+    if (write.failed()) {
+        return write.error();
     }
+    qint64 length = 0;
+    const DeviceError failure = NodeReader::stringLength(write.evaluator(), write.id(), &length);
     if (failure.failed()) {
         return failure;
     }
     if (value.size() > length || value.contains('\0')) {
-        return outOfRange(
-            name,
+        return write.outOfRange(
             QStringLiteral("this text of %1 bytes; it takes %2").arg(value.size()).arg(length));
     }
-    GErrorBox error;
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    arv_gc_string_set_value(ARV_GC_STRING(node), value.constData(), error.next());
-    return error.error(QString::fromUtf8(name));
+    return NodeAssigner(write.evaluator()).text(write.id(), value);
 }
 
-DeviceError NodeWriter::execute(const GcSession &session, const QByteArray &name)
+DeviceError NodeWriter::execute(const DeviceSession &session, const QByteArray &name)
 {
-    const DeviceError failure = AccessMode::requireWritable(session, name);
-    if (failure.failed()) {
-        return failure;
+    WriteOperation write(session, name);
+    if (write.failed()) {
+        return write.error();
     }
-    ArvGcNode *node = arv_gc_get_node(session.gc, name.constData());
-    if (!ARV_IS_GC_COMMAND(node)) {
-        return NodeReader::wrongKind(name, "command");
-    }
-    GErrorBox error;
-    arv_gc_command_execute(ARV_GC_COMMAND(node), error.next());
-    return error.error(QString::fromUtf8(name));
+    return write.kind() == NodeKind::Command ? NodeAssigner(write.evaluator()).command(write.id())
+                                             : write.wrongKind("command");
 }

@@ -1,0 +1,286 @@
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "host/devicetask/CameraHost.h"
+#include "host/devicetask/RealDevices.h"
+#include "tests/realdevices/HelperProcess.h"
+#include "tests/realdevices/OwnNetwork.h"
+#include "tests/realdevices/TaskReaders.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <future>
+
+namespace {
+
+constexpr int DEVICE_GONE = int(0x90006000U);
+constexpr int DEVICE_TRANSPORT = int(0x90006002U);
+constexpr int NODE_NOT_ACCESSIBLE = int(0x90006104U);
+
+/// All in ms. A condition is told within this time of the first access that fails or hangs, and no read takes longer.
+constexpr int TOLD_WITHIN = 3000;
+/// Once it is told, nobody waits for the device any more.
+constexpr int AT_ONCE = 300;
+constexpr int CLOSED_WITHIN = 100;
+/// GigE Vision: the control channel is given up when its heartbeat has failed some times.
+constexpr int LOST_WITHIN = 30000;
+constexpr int FROZEN_FOR = 10000;
+constexpr int RETURN_WITHIN = 20000;
+
+int threadCount()
+{
+    return QDir(QStringLiteral("/proc/self/task"))
+        .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+        .size();
+}
+
+QCameraTask *taskOf(long int cameraId)
+{
+    QCameraBasicTask *basic = QTaskManager::Instance()->GetTaskByIDEx(cameraId);
+    return basic ? basic->_CameraTak() : nullptr;
+}
+
+qint64 widthOf(long int cameraId)
+{
+    _NODE_INT_VALUE_ width{};
+    QCameraTask *task = taskOf(cameraId);
+    return task && task->GetIntegerValue("Width", &width, nullptr, true, false) ? width.value : -1;
+}
+
+bool isTransport(int error)
+{
+    return error >= DEVICE_GONE && error <= DEVICE_TRANSPORT;
+}
+
+/// The work of another thread, while this one's events go on.
+template<class Work>
+auto elsewhere(Work &&work)
+{
+    auto future = std::async(std::launch::async, std::forward<Work>(work));
+    while (future.wait_for(std::chrono::milliseconds(0)) != std::future_status::ready) {
+        QTest::qWait(10);
+    }
+    return future.get();
+}
+
+} // namespace
+
+/// Cameras that vanish, hang and belong to somebody else, while four threads read.
+class GigeLossTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+    void killedCamera();
+    void frozenCamera();
+    void cameraOfAnotherHost();
+    void closingWhileNothingAnswers();
+
+private:
+    CameraHost::OpenResult open();
+    bool closesAtOnce(long int cameraId);
+    /// The conditions told so far, in order.
+    QVector<DeviceCondition> told() const;
+
+    std::unique_ptr<CameraHost> m_pHost;
+    std::unique_ptr<QSignalSpy> m_pConditions;
+    int m_nThreads = 0;
+};
+
+void GigeLossTest::init()
+{
+    m_pHost = std::make_unique<CameraHost>();
+    m_pConditions = std::make_unique<QSignalSpy>(m_pHost.get(), &CameraHost::conditionChanged);
+    m_nThreads = threadCount();
+}
+
+void GigeLossTest::cleanup()
+{
+    m_pConditions.reset();
+    m_pHost.reset();
+}
+
+CameraHost::OpenResult GigeLossTest::open()
+{
+    return elsewhere([this] {
+        QString error;
+        const auto source = RealDevices::gige(HelperProcess::cameraAddress(), &error);
+        return m_pHost->openCamera(*source);
+    });
+}
+
+bool GigeLossTest::closesAtOnce(long int cameraId)
+{
+    QElapsedTimer timer;
+    timer.start();
+    taskOf(cameraId)->m_bReleasing = true;
+    m_pHost->closeCamera(cameraId);
+    const bool atOnce = timer.elapsed() < CLOSED_WITHIN;
+    if (!atOnce) {
+        qWarning("closing took %lld ms", timer.elapsed());
+    }
+    return atOnce;
+}
+
+QVector<DeviceCondition> GigeLossTest::told() const
+{
+    QVector<DeviceCondition> conditions;
+    for (const QList<QVariant> &arguments : *m_pConditions) {
+        conditions += arguments.at(1).value<DeviceCondition>();
+    }
+    return conditions;
+}
+
+void GigeLossTest::killedCamera()
+{
+    HelperProcess camera;
+    QVERIFY(camera.startCamera());
+    const CameraHost::OpenResult opened = open();
+    QVERIFY2(opened.cameraId >= 0, qPrintable(opened.error));
+    TaskReaders readers(opened.cameraId);
+    QTRY_VERIFY(readers.allSucceed());
+
+    readers.forget();
+    camera.kill();
+    QTRY_VERIFY_WITH_TIMEOUT(told().contains(DeviceCondition::NotResponding), TOLD_WITHIN);
+    QVERIFY2(readers.longest() <= TOLD_WITHIN, QByteArray::number(readers.longest()));
+    readers.forget();
+    QTRY_VERIFY_WITH_TIMEOUT(told().contains(DeviceCondition::Lost), LOST_WITHIN);
+    QVERIFY2(readers.longest() <= AT_ONCE, QByteArray::number(readers.longest()));
+    QCOMPARE(readers.successes(), 0);
+    QVERIFY2(isTransport(readers.lastError()), QByteArray::number(readers.lastError(), 16));
+    QCOMPARE(told(), (QVector{DeviceCondition::NotResponding, DeviceCondition::Lost}));
+    QCOMPARE(m_pHost->condition(opened.cameraId), DeviceCondition::Lost);
+
+    const CameraHost::OpenResult early =
+        elsewhere([this, &opened] { return m_pHost->reopenCamera(opened.cameraId); });
+    QVERIFY(early.cameraId < 0 && !early.error.isEmpty());
+    QVERIFY(camera.startCamera());
+    readers.forget();
+    const CameraHost::OpenResult again =
+        elsewhere([this, &opened] { return m_pHost->reopenCamera(opened.cameraId); });
+    QVERIFY2(again.cameraId == opened.cameraId, qPrintable(again.error));
+    QTRY_VERIFY(readers.allSucceed());
+    QTRY_COMPARE(told().last(), DeviceCondition::Live);
+
+    QVERIFY(closesAtOnce(opened.cameraId));
+    readers.stop();
+    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
+}
+
+void GigeLossTest::frozenCamera()
+{
+    HelperProcess camera;
+    QVERIFY(camera.startCamera());
+    const CameraHost::OpenResult opened = open();
+    QVERIFY2(opened.cameraId >= 0, qPrintable(opened.error));
+    const qint64 width = widthOf(opened.cameraId);
+    QVERIFY(width > 0);
+    TaskReaders readers(opened.cameraId);
+    QTRY_VERIFY(readers.allSucceed());
+
+    QElapsedTimer frozen;
+    frozen.start();
+    readers.forget();
+    camera.freeze();
+    QTRY_VERIFY_WITH_TIMEOUT(told().contains(DeviceCondition::NotResponding), TOLD_WITHIN);
+    QVERIFY2(readers.longest() <= TOLD_WITHIN, QByteArray::number(readers.longest()));
+    readers.forget();
+    QTRY_VERIFY_WITH_TIMEOUT(frozen.hasExpired(FROZEN_FOR), 2 * FROZEN_FOR);
+    QVERIFY2(readers.longest() <= AT_ONCE, QByteArray::number(readers.longest()));
+    QCOMPARE(readers.successes(), 0);
+
+    camera.thaw();
+    const auto reopened = [this, &opened] {
+        return m_pHost->condition(opened.cameraId) == DeviceCondition::Lost
+            && elsewhere([this, &opened] {
+                   return m_pHost->reopenCamera(opened.cameraId);
+               }).cameraId
+            == opened.cameraId;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_pHost->condition(opened.cameraId) == DeviceCondition::Live || reopened(), RETURN_WITHIN);
+    QCOMPARE(widthOf(opened.cameraId), width);
+    readers.forget();
+    QTRY_VERIFY(readers.allSucceed());
+    QCOMPARE(readers.failures(), 0);
+
+    readers.stop();
+    QVERIFY(closesAtOnce(opened.cameraId));
+    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
+}
+
+void GigeLossTest::cameraOfAnotherHost()
+{
+    HelperProcess camera;
+    HelperProcess otherHost;
+    QVERIFY(camera.startCamera());
+    QVERIFY(otherHost.startController());
+    const CameraHost::OpenResult opened = open();
+    QVERIFY2(opened.cameraId >= 0, qPrintable(opened.error));
+    QCOMPARE(opened.accessMode, DEVICE_ACCESS_READ_ONLY);
+    QCOMPARE(m_pHost->condition(opened.cameraId), DeviceCondition::ControlledElsewhere);
+    {
+        TaskReaders readers(opened.cameraId);
+        QTRY_VERIFY(readers.allSucceed());
+        QCOMPARE(readers.failures(), 0);
+        const qint64 width = widthOf(opened.cameraId);
+        int error = 0;
+        QCameraTask &task = *taskOf(opened.cameraId);
+        QVERIFY(!task.SetIntegerValue("Width", width / 2, &error));
+        QCOMPARE(QByteArray::number(uint(error), 16),
+                 QByteArray::number(uint(NODE_NOT_ACCESSIBLE), 16));
+        QVERIFY(!task.GetLastErrorRemark().isEmpty());
+        QCOMPARE(widthOf(opened.cameraId), width);
+        QCOMPARE(readers.failures(), 0);
+        QCOMPARE(m_pHost->condition(opened.cameraId), DeviceCondition::ControlledElsewhere);
+    }
+    QVERIFY(closesAtOnce(opened.cameraId));
+
+    // The camera is free once the other host's heartbeat has stayed away for the camera's own time-out.
+    otherHost.kill();
+    const QDeadlineTimer deadline(RETURN_WITHIN);
+    CameraHost::OpenResult own = open();
+    while (own.accessMode != DEVICE_ACCESS_CONTROL && !deadline.hasExpired()) {
+        m_pHost->closeCamera(own.cameraId);
+        own = open();
+    }
+    QCOMPARE(own.accessMode, DEVICE_ACCESS_CONTROL);
+    QVERIFY(taskOf(own.cameraId)->SetIntegerValue("Width", 256, nullptr));
+    QCOMPARE(widthOf(own.cameraId), 256);
+    QVERIFY(closesAtOnce(own.cameraId));
+    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
+}
+
+void GigeLossTest::closingWhileNothingAnswers()
+{
+    HelperProcess camera;
+    QVERIFY(camera.startCamera());
+    const CameraHost::OpenResult opened = open();
+    QVERIFY2(opened.cameraId >= 0, qPrintable(opened.error));
+    TaskReaders readers(opened.cameraId);
+    QTRY_VERIFY(readers.allSucceed());
+    camera.freeze();
+    // Every reader is inside an access that nobody answers.
+    readers.forget();
+    QTest::qWait(AT_ONCE);
+    QCOMPARE(readers.successes(), 0);
+    QVERIFY(closesAtOnce(opened.cameraId));
+    QElapsedTimer timer;
+    timer.start();
+    readers.stop();
+    QVERIFY2(timer.elapsed() < CLOSED_WITHIN, QByteArray::number(timer.elapsed()));
+    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
+}
+
+int main(int argc, char *argv[])
+{
+    OwnNetwork::enter(argv);
+    QCoreApplication application(argc, argv);
+    GigeLossTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_gige_loss.moc"

@@ -1,0 +1,276 @@
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "host/devicetask/CameraHost.h"
+#include "host/devicetask/RealDevices.h"
+#include "tests/realdevices/HelperProcess.h"
+#include "tests/realdevices/OwnNetwork.h"
+#include "tests/realdevices/ToolValues.h"
+#include "tests/workbench/WorkbenchProcess.h"
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+#include <cmath>
+
+/// The program on a GigE Vision camera, over the network.
+class GigeValuesTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void valuesAreThoseOfTheTool_data();
+    void valuesAreThoseOfTheTool();
+    void factsAreThoseOfTheCamera();
+    void foundDevicesAreListed();
+    void jobsOnACamera();
+    void severalCamerasAreOpenedAtOnce();
+    void cameraOfAnotherHostIsRead();
+    void unreachableAddressIsToldApart();
+    void announcedSizeIsBounded();
+
+private:
+    WorkbenchProcess m_workbench;
+};
+
+namespace {
+
+/// Nodes whose rows in the tree have no value: they are compared through the device layer.
+const QStringList BARE_TAGS{"IntReg", "IntSwissKnife"};
+
+/// The tool prints a float with six digits and a unit behind it.
+bool sameNumber(const QString &tool, double value)
+{
+    bool ok = false;
+    const double expected = tool.section(' ', 0, 0).toDouble(&ok);
+    return ok && std::abs(expected - value) <= 1e-5 * std::abs(expected);
+}
+
+/// The names of the entries with this value. The tool says "(null)" for a value without an entry.
+QStringList entriesOf(const QJsonObject &item)
+{
+    QStringList names;
+    for (const QJsonValue &entry : item["entries"].toArray()) {
+        if (entry["value"].toVariant().toLongLong() == item["value"].toVariant().toLongLong()) {
+            names += entry["name"].toString();
+        }
+    }
+    return names.isEmpty() ? QStringList{"(null)"} : names;
+}
+
+/// What is wrong with one row of the tree, empty when it is as the tool says.
+QString compare(const ToolValue &tool, const QJsonObject &item)
+{
+    const QVariant value = item["value"].toVariant();
+    if (value.isNull()) {
+        return QStringLiteral("nothing instead of ") + tool.text;
+    }
+    bool same = false;
+    const QString tag = item["tag"].toString();
+    if (tag == "Float" || tag == "SwissKnife" || tag == "Converter") {
+        same = sameNumber(tool.text, value.toDouble());
+    } else if (tag == "Enumeration") {
+        same = entriesOf(item).contains(tool.text);
+    } else if (tag == "Boolean") {
+        same = value.toBool() == (tool.text == "true");
+    } else if (tag == "String" || tag == "StringReg") {
+        same = value.toString() == tool.text;
+    } else {
+        same = value.toString() == tool.text.section(' ', 0, 0);
+    }
+    return same ? QString() : QStringLiteral("%1 instead of %2").arg(value.toString(), tool.text);
+}
+
+/// The camera on 127.0.0.1, opened in this process.
+class OpenedCamera
+{
+public:
+    OpenedCamera()
+    {
+        const auto source = RealDevices::gige(HelperProcess::cameraAddress(), &m_strError);
+        const CameraHost::OpenResult opened = m_host.openCamera(*source);
+        m_strError = opened.error;
+        m_pTask = QTaskManager::Instance()->GetTaskByIDEx(opened.cameraId);
+    }
+
+    CameraHost m_host;
+    QCameraBasicTask *m_pTask = nullptr; ///< null when it could not be opened
+    QString m_strError;
+};
+
+/// What the camera's task reads of these nodes against the texts of the tool.
+QStringList compareBare(const QMap<QString, QString> &expected)
+{
+    const OpenedCamera camera;
+    if (!camera.m_pTask) {
+        return {camera.m_strError};
+    }
+    QCameraTask *task = camera.m_pTask->_CameraTak();
+    QStringList wrong;
+    for (auto it = expected.cbegin(); it != expected.cend(); ++it) {
+        _NODE_INT_VALUE_ read{};
+        const bool good = task->GetIntegerValue(it.key(), &read, nullptr, true, false);
+        const QString text = good ? QString::number(read.value) : QString();
+        if (text != it->section(' ', 0, 0)) {
+            wrong += QStringLiteral("%1: %2 instead of %3").arg(it.key(), text, *it);
+        }
+    }
+    return wrong;
+}
+
+} // namespace
+
+void GigeValuesTest::valuesAreThoseOfTheTool_data()
+{
+    QTest::addColumn<QStringList>("description");
+    QTest::addColumn<int>("atLeast");
+    QTest::newRow("description of Aravis' fake camera") << QStringList() << 20;
+    QTest::newRow("description of the area camera") << QStringList{"area-camera"} << 220;
+    QTest::newRow("description of the line camera") << QStringList{"line-camera"} << 20;
+    QTest::newRow("description of the grabber camera") << QStringList{"grabber-camera"} << 20;
+}
+
+void GigeValuesTest::valuesAreThoseOfTheTool()
+{
+    QFETCH(QStringList, description);
+    QFETCH(int, atLeast);
+    HelperProcess camera;
+    QVERIFY(camera.startCamera(description));
+    QString error;
+    const QMap<QString, ToolValue> tool = ToolValues::of(HelperProcess::cameraAddress(), &error);
+    QVERIFY2(!tool.isEmpty(), qPrintable(error));
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--gige", HelperProcess::cameraAddress(), "--dump", "-"});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+
+    QStringList wrong; // all of them: one fault seldom comes alone
+    int compared = 0;
+    QSet<QString> seen;
+    QMap<QString, QString> bare;
+    for (const QJsonValue &row : QJsonDocument::fromJson(result.out).array()) {
+        const QJsonObject item = row.toObject();
+        const QString name = item["name"].toString();
+        const auto expected = tool.constFind(name);
+        seen.insert(name);
+        if (BARE_TAGS.contains(item["tag"].toString())) {
+            bare.insert(name, expected == tool.constEnd() ? QString() : expected->text);
+            continue;
+        }
+        if (expected == tool.constEnd()) {
+            if (!item["value"].isNull()) {
+                wrong += name + ": a value that the tool does not have";
+            }
+            continue;
+        }
+        const QString difference = compare(*expected, item);
+        if (!difference.isEmpty()) {
+            wrong += name + ": " + difference;
+        }
+        ++compared;
+    }
+    wrong += compareBare(bare);
+    compared += bare.size();
+    for (auto it = tool.cbegin(); it != tool.cend(); ++it) {
+        if (!seen.contains(it.key())) {
+            wrong += it.key() + ": not in the tree";
+        }
+    }
+    QCOMPARE(wrong.join('\n'), QString());
+    QVERIFY2(compared >= atLeast, QByteArray::number(compared));
+}
+
+void GigeValuesTest::factsAreThoseOfTheCamera()
+{
+    HelperProcess process;
+    QVERIFY(process.startCamera());
+    const OpenedCamera camera;
+    QVERIFY2(camera.m_pTask, qPrintable(camera.m_strError));
+    QCOMPARE(camera.m_pTask->_GetCameraModelName(), QString("Fake"));
+    QCOMPARE(camera.m_pTask->_GetCameraSerialNum(), HelperProcess::cameraSerial());
+    QCOMPARE(camera.m_pTask->_GetCameraName(), "Fake " + HelperProcess::cameraSerial());
+    QCOMPARE(camera.m_pTask->_GetIP(), 0x7F000001U);
+    QCOMPARE(camera.m_pTask->_GetDevType(), unsigned(DEVICE_TYPE_GIGE));
+}
+
+void GigeValuesTest::foundDevicesAreListed()
+{
+    HelperProcess camera;
+    QVERIFY(camera.startCamera());
+    const WorkbenchProcess::Result result = m_workbench.run({"--list"});
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.err, QByteArray());
+    const QByteArrayList lines = result.out.chopped(1).split('\n');
+    QVERIFY(lines.size() > 1);
+    QVERIFY2(('\n' + result.out).contains("\narea-camera\t"), result.out.constData());
+    QCOMPARE(lines.last(),
+             QByteArray("127.0.0.1\tGigE\tFake\t" + HelperProcess::cameraSerial().toUtf8()
+                        + "\t127.0.0.1"));
+}
+
+void GigeValuesTest::jobsOnACamera()
+{
+    HelperProcess camera;
+    QVERIFY(camera.startCamera());
+    const QString picture = m_workbench.path("camera.png");
+    const WorkbenchProcess::Result result = m_workbench.run(
+        {"--gige", HelperProcess::cameraAddress(), "--read", "DeviceID", "--screenshot", picture});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    QCOMPARE(QString::fromUtf8(result.out.trimmed()), HelperProcess::cameraSerial());
+    QVERIFY(!QImage(picture).isNull());
+}
+
+void GigeValuesTest::severalCamerasAreOpenedAtOnce()
+{
+    HelperProcess camera;
+    QVERIFY(camera.startCamera({"area-camera"}));
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--gige", HelperProcess::cameraAddress(), "--device", "area-camera",
+                         "--screenshot", m_workbench.path("two.png")});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+}
+
+void GigeValuesTest::cameraOfAnotherHostIsRead()
+{
+    HelperProcess camera;
+    HelperProcess otherHost;
+    QVERIFY(camera.startCamera());
+    QVERIFY(otherHost.startController());
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--gige", HelperProcess::cameraAddress(), "--read", "DeviceID"});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    QCOMPARE(QString::fromUtf8(result.out.trimmed()), HelperProcess::cameraSerial());
+}
+
+void GigeValuesTest::unreachableAddressIsToldApart()
+{
+    // Nothing but the loopback interface is there.
+    const WorkbenchProcess::Result result = m_workbench.run({"--gige", "10.9.8.7", "--dump", "-"});
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.err.contains("10.9.8.7") && result.err.contains("unreachable"),
+             result.err.constData());
+}
+
+void GigeValuesTest::announcedSizeIsBounded()
+{
+    // More than any process can have: taken at its word it ends the program.
+    HelperProcess camera;
+    QVERIFY(camera.startCamera({"area-camera", "ffffffffffffff"}));
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--gige", HelperProcess::cameraAddress(), "--dump", "-"});
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.err.contains("72057594037927935 bytes"), result.err.constData());
+}
+
+int main(int argc, char *argv[])
+{
+    OwnNetwork::enter(argv);
+    QCoreApplication application(argc, argv);
+    GigeValuesTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_gige_values.moc"
