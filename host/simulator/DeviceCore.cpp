@@ -101,6 +101,23 @@ void DeviceCore::loseControl()
     }
 }
 
+void DeviceCore::setControlledElsewhere(bool on)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_bControlledElsewhere = on;
+    }
+    if (on) {
+        loseControl();
+    }
+}
+
+bool DeviceCore::isControlledElsewhere() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_bControlledElsewhere;
+}
+
 void DeviceCore::setLogging(bool on)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -155,6 +172,9 @@ int DeviceCore::write(quint64 address, quint32 length, const void *buffer)
     const std::lock_guard<std::mutex> lock(m_mutex);
     int error = failure(address, length);
     const QByteArray bytes(static_cast<const char *>(buffer), int(length));
+    if (error < 0 && m_bControlledElsewhere) {
+        error = ARV_DEVICE_ERROR_NOT_CONTROLLER;
+    }
     if (error < 0) {
         error = m_pBehaviour->refusal(*m_pMemory, address, bytes);
     }

@@ -28,6 +28,7 @@ public:
     void vanish() override;
     void comeBack() override;
     void loseControl() override;
+    void setControlledElsewhere(bool on) override;
     void setLogging(bool on) override;
     QVector<SimulatorAccess> accessLog() const override;
     void clearAccessLog() override;
@@ -38,6 +39,7 @@ public:
     int read(quint64 address, quint32 length, void *buffer);
     int write(quint64 address, quint32 length, const void *buffer);
     bool isGone() const;
+    bool isControlledElsewhere() const;
 
     /// Called by loseControl() for each handle that lives, on the thread of the caller. The number names it.
     int addHandle(std::function<void()> onControlLost);
@@ -68,5 +70,6 @@ private:
     int m_nNextHandle = 0;
     bool m_bLogging = false;
     bool m_bGone = false;
+    bool m_bControlledElsewhere = false;
     DelayedActions m_actions; ///< last: its thread ends before the rest goes
 };

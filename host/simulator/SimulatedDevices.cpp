@@ -5,6 +5,9 @@
 #include "host/simulator/SimulatorDevice.h"
 #include "host/simulator/SparseMemory.h"
 #include "host/simulator/areacamera/AreaCamera.h"
+#include "host/simulator/codereader/CodeReader.h"
+#include "host/simulator/grabbercamera/GrabberCamera.h"
+#include "host/simulator/linecamera/LineCamera.h"
 
 #include <QXmlStreamReader>
 
@@ -16,16 +19,22 @@ struct BuiltInRow
 {
     const char *id;
     BuiltInDevice (*make)(int instance);
+    bool isListed = true;
 };
 
 const BuiltInRow kBuiltIn[] = {
     {"area-camera", makeAreaCamera},
+    {"code-reader", makeCodeReader},
+    {"code-reader-older", makeOlderCodeReader, false},
+    {"line-camera", makeLineCamera},
+    {"grabber-camera", makeGrabberCamera},
 };
 
 std::shared_ptr<DeviceSource> sourceOf(const std::shared_ptr<DeviceCore> &core)
 {
     auto source = std::make_shared<DeviceSource>();
     source->create = [core](GError **error) { return newSimulatorDevice(core, error); };
+    source->controls = [core](ArvDevice *) { return !core->isControlledElsewhere(); };
     return source;
 }
 
@@ -46,7 +55,9 @@ QStringList SimulatedDevices::builtInIds()
 {
     QStringList ids;
     for (const BuiltInRow &row : kBuiltIn) {
-        ids.append(QString::fromLatin1(row.id));
+        if (row.isListed) {
+            ids.append(QString::fromLatin1(row.id));
+        }
     }
     return ids;
 }
@@ -66,6 +77,8 @@ SimulatedDevices::Simulated SimulatedDevices::builtIn(const QString &id, int ins
         source->model = device.m_strModel;
         source->serial = device.m_strSerial;
         source->ipv4 = device.m_nIpv4;
+        source->deviceType = device.m_nDeviceType;
+        source->scanType = device.m_nScanType;
         source->translations = device.m_translations;
         return {core, source};
     }

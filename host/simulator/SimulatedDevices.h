@@ -52,6 +52,8 @@ public:
     virtual void comeBack() = 0;
     /// The control-lost signal of the ArvDevice, as another host that takes the device away causes it.
     virtual void loseControl() = 0;
+    /// While on, another host controls the device: whoever has it open loses control, and an opening gets it read-only.
+    virtual void setControlledElsewhere(bool on) = 0;
 
     virtual void setLogging(bool on) = 0;
     virtual QVector<SimulatorAccess> accessLog() const = 0;
@@ -73,7 +75,7 @@ struct Simulated
         source; ///< for CameraHost::openCamera; may be opened again after a close
 };
 
-/// Ids of the built-in devices.
+/// Ids of the built-in devices, without the variants: "code-reader-older" has the node names of the generation before.
 SIMULATOR_API QStringList builtInIds();
 /// One built-in device with memory of its own; null members for an unknown id. `instance` tells several devices
 /// of one id apart by serial number and name (0 is the first).

@@ -1,10 +1,9 @@
 #include "host/simulator/areacamera/AreaCamera.h"
 
-#include "host/simulator/MappedMemory.h"
 #include "host/simulator/areacamera/AreaCameraBehaviour.h"
 #include "host/simulator/description/DescriptionWriter.h"
 #include "host/simulator/description/FeatureTable.h"
-#include "host/simulator/description/TranslationWriter.h"
+#include "host/simulator/sfnc/DeviceFiles.h"
 
 namespace {
 
@@ -17,8 +16,9 @@ AreaCameraIdentity identityOf(int instance)
     AreaCameraIdentity identity;
     identity.m_strSerial = "SIM" + QByteArray::number(instance + 1).rightJustified(8, '0');
     identity.m_strUserId = "Area camera " + QByteArray::number(instance + 1);
-    identity.m_nIpv4 = kFirstIpv4 + quint32(instance);
-    identity.m_nMac = kFirstMac + quint64(instance);
+    identity.m_network.m_nIpv4 = kFirstIpv4 + quint32(instance);
+    identity.m_network.m_nMac = kFirstMac + quint64(instance);
+    identity.m_network.m_strModel = kModel;
     return identity;
 }
 
@@ -34,31 +34,38 @@ FeatureTable areaCameraTable(const AreaCameraIdentity &identity)
     addCorrectionRows(table);
     addDigitalIoRows(table);
     addCounterTimerRows(table);
+    addEncoderRows(table);
     addChunkEventRows(table);
-    addFileAccessRows(table);
+    addFileAccessRows(table, areaCameraFiles());
     addUserSetRows(table);
+    addSequencerRows(table);
     addTransportLayerRows(table, identity);
     return table;
+}
+
+QVector<DeviceFile> areaCameraFiles()
+{
+    QByteArray note;
+    for (int line = 0; line < 120; ++line) {
+        note += "Line " + QByteArray::number(line) + " of the user file of the simulated camera.\n";
+    }
+    return {
+        {"UserSet1", "User Set1", "用户参数组1", "UserSet1\nExposureTime=5000\nGain=6.5\n"},
+        {"DefectTable", "Defect Table", "坏点表", QByteArray(64, '\x11'), true},
+        {"UserFile", "User File", "用户文件", note},
+    };
 }
 
 BuiltInDevice makeAreaCamera(int instance)
 {
     const AreaCameraIdentity identity = identityOf(instance);
     const FeatureTable table = areaCameraTable(identity);
-    auto memory = std::make_unique<MappedMemory>();
-    for (const RegisterRow &row : table.registers()) {
-        memory->map(row.m_nAddress, row.m_initial);
-    }
-    BuiltInDevice device;
-    device.m_description = writtenDescription(
+    BuiltInDevice device = builtDevice(
         table,
         {kModel, "Simulated Imaging", "Simulated 5 megapixel area-scan camera",
-         "6C1F0A52-3B7D-4E0B-9D0A-5F2B7A1C9E41", "A8D4E9B0-71C2-4C65-8E15-02F6C3B7D9A8"});
-    device.m_translations = writtenTranslations(table);
-    device.m_pBehaviour = std::make_unique<AreaCameraBehaviour>(table);
-    device.m_pMemory = std::move(memory);
-    device.m_strModel = QString::fromLatin1(kModel);
+         "6C1F0A52-3B7D-4E0B-9D0A-5F2B7A1C9E41", "A8D4E9B0-71C2-4C65-8E15-02F6C3B7D9A8"},
+        std::make_unique<AreaCameraBehaviour>(table));
     device.m_strSerial = QString::fromLatin1(identity.m_strSerial);
-    device.m_nIpv4 = identity.m_nIpv4;
+    device.m_nIpv4 = identity.m_network.m_nIpv4;
     return device;
 }

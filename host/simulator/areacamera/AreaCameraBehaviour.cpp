@@ -1,5 +1,7 @@
 #include "host/simulator/areacamera/AreaCameraBehaviour.h"
 
+#include "host/simulator/areacamera/AreaCamera.h"
+
 #include <arv.h>
 #include <cmath>
 
@@ -72,39 +74,24 @@ const AreaCameraBehaviour::HandlerRow AreaCameraBehaviour::kSettings[] = {
 
 AreaCameraBehaviour::AreaCameraBehaviour(const FeatureTable &table)
     : m_registers(table)
+    , m_guard(table)
     , m_userSets(table, kUserSets)
     , m_sequencerSets(table, kSequencerSets)
+    , m_files(areaCameraFiles())
 {
-    for (int i = 0; i < table.registers().size(); ++i) {
-        m_byAddress.insert(table.registers().at(i).m_nAddress, i);
-    }
-    // Words of several fields stay open: some of their fields may change while the camera runs.
-    for (const NodeRow &node : table.nodes()) {
-        QByteArray value;
-        bool isLocked = false;
-        for (const PropertyRow &property : node.m_properties) {
-            isLocked = isLocked
-                || (property.m_strTag == "pIsLocked" && property.m_strText == "TLParamsLocked");
-            value = property.m_strTag == "pValue" ? property.m_strText : value;
-        }
-        const RegisterRow *row = isLocked ? table.findRegister(value) : nullptr;
-        if (row) {
-            m_lockedWhileGrabbing.insert(row->m_nAddress);
-        }
-    }
     m_clock.start();
 }
 
 int AreaCameraBehaviour::refusal(const RegisterMemory &memory, quint64 address,
                                  const QByteArray &bytes) const
 {
-    const RegisterRow *row = registerAt(address);
+    const RegisterRow *row = m_guard.registerAt(address);
     if (!row || !row->m_bWritable) {
         return ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT;
     }
     const auto length = quint32(bytes.size());
     if (m_bGrabbing
-        && (m_lockedWhileGrabbing.contains(row->m_nAddress)
+        && (m_guard.isLockedWhileGrabbing(*row)
             || m_registers.isTouched("UserSetLoadReg", address, length))) {
         return ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED;
     }
@@ -168,17 +155,6 @@ void AreaCameraBehaviour::restart(RegisterMemory &memory)
     m_clock.restart();
     m_nTimestampZero = 0;
     followFrameRate(memory);
-}
-
-const RegisterRow *AreaCameraBehaviour::registerAt(quint64 address) const
-{
-    auto next = m_byAddress.upperBound(address);
-    if (next == m_byAddress.constBegin()) {
-        return nullptr;
-    }
-    --next;
-    const RegisterRow &row = m_registers.table().registers().at(*next);
-    return address - next.key() < quint64(row.m_initial.size()) ? &row : nullptr;
 }
 
 bool AreaCameraBehaviour::isOutsideSensor(const RegisterMemory &memory, quint64 address,

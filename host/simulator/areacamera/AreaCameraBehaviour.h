@@ -1,12 +1,12 @@
 #pragma once
 
 #include "host/simulator/DeviceBehaviour.h"
-#include "host/simulator/areacamera/DeviceFiles.h"
-#include "host/simulator/areacamera/UserSets.h"
 #include "host/simulator/description/NamedRegisters.h"
+#include "host/simulator/sfnc/DeviceFiles.h"
+#include "host/simulator/sfnc/RegisterGuard.h"
+#include "host/simulator/sfnc/UserSets.h"
 
 #include <QElapsedTimer>
-#include <QSet>
 
 /// The firmware of the area-scan camera: commands act, values that move by themselves move.
 class AreaCameraBehaviour : public DeviceBehaviour
@@ -31,8 +31,6 @@ private:
     static const HandlerRow kCommands[];
     static const HandlerRow kSettings[];
 
-    /// The register that holds this address, or null.
-    const RegisterRow *registerAt(quint64 address) const;
     bool isOutsideSensor(const RegisterMemory &memory, quint64 address,
                          const QByteArray &bytes) const;
     bool isMoving(quint64 address, quint32 length) const;
@@ -71,8 +69,7 @@ private:
     void followFrameRate(RegisterMemory &memory);
 
     NamedRegisters m_registers;
-    QMap<quint64, int> m_byAddress; ///< first address to row of the table
-    QSet<quint64> m_lockedWhileGrabbing; ///< first addresses
+    RegisterGuard m_guard;
     UserSets m_userSets;
     UserSets m_sequencerSets;
     DeviceFiles m_files;

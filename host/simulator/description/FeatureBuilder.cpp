@@ -38,11 +38,18 @@ FeatureBuilder &FeatureBuilder::runs(const RegisterSpec &spec, const char *comma
 FeatureBuilder &FeatureBuilder::entry(const char *name, qint64 value, const char *nameCn,
                                       const EntryConditions &conditions)
 {
+    return entryShown(name, spacedName(name), value, nameCn, conditions);
+}
+
+FeatureBuilder &FeatureBuilder::entryShown(const char *name, const QByteArray &displayName,
+                                           qint64 value, const char *nameCn,
+                                           const EntryConditions &conditions)
+{
     NodeRow entry;
     entry.m_strTag = "EnumEntry";
     entry.m_strName = name;
     entry.m_strNameSpace = row().m_strNameSpace;
-    entry.m_properties.append({"DisplayName", spacedName(name), {}, {}});
+    entry.m_properties.append({"DisplayName", displayName, {}, {}});
     const QPair<const char *, const char *> conditionRows[] = {
         {"pIsImplemented", conditions.m_strImplemented},
         {"pIsAvailable", conditions.m_strAvailable},

@@ -42,6 +42,10 @@ public:
     FeatureBuilder &runs(const RegisterSpec &spec, const char *commandValue = "1");
     FeatureBuilder &entry(const char *name, qint64 value, const char *nameCn,
                           const EntryConditions &conditions = EntryConditions());
+    /// An entry whose display name does not follow from its name.
+    FeatureBuilder &entryShown(const char *name, const QByteArray &displayName, qint64 value,
+                               const char *nameCn,
+                               const EntryConditions &conditions = EntryConditions());
     FeatureBuilder &expert() { return visibility("Expert"); }
     FeatureBuilder &guru() { return visibility("Guru"); }
     FeatureBuilder &invisible() { return visibility("Invisible"); }

@@ -83,6 +83,14 @@ FeatureBuilder FeatureTable::directRegister(const char *name, const Texts &texts
     return builder;
 }
 
+FeatureBuilder FeatureTable::bytes(const char *name, const Texts &texts, const RegisterSpec &spec)
+{
+    FeatureBuilder builder = addFeature("Register", name, texts);
+    const QByteArray owner = spec.m_strWord.isEmpty() ? QByteArray(name) : spec.m_strWord;
+    describeRegister(node(name), spec, place(owner, spec));
+    return builder;
+}
+
 void FeatureTable::registerNode(const char *name, const RegisterSpec &spec)
 {
     static const QHash<int, const char *> kTags = {
@@ -166,6 +174,24 @@ void FeatureTable::alsoIn(const char *category, const char *feature)
     node(category).m_properties.append({"pFeature", feature, {}, {}});
 }
 
+void FeatureTable::rename(const QByteArray &from, const QByteArray &to)
+{
+    Q_ASSERT_X(m_nodeIndex.contains(from) && !m_nodeIndex.contains(to), "FeatureTable",
+               to.constData());
+    m_nodeIndex.insert(to, m_nodeIndex.take(from));
+    m_texts.insert(to, m_texts.take(from));
+    node(to).m_strName = to;
+    for (NodeRow &row : m_nodes) {
+        for (PropertyRow &property : row.m_properties) {
+            if (property.m_strTag.startsWith('p') && property.m_strText == from) {
+                property.m_strText = to;
+            } else if (row.m_strName == to && property.m_strTag == "DisplayName") {
+                property.m_strText = spacedName(to);
+            }
+        }
+    }
+}
+
 const RegisterRow *FeatureTable::findRegister(const QByteArray &name) const
 {
     const auto found = m_registerIndex.constFind(name);
@@ -216,8 +242,15 @@ void FeatureTable::addTexts(NodeRow &row, const Texts &texts)
     m_texts.insert(row.m_strName, {texts.m_strNameCn, texts.m_strDescriptionCn, {}});
 }
 
-quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &spec)
+RegisterSpec FeatureTable::ordered(RegisterSpec spec) const
 {
+    spec.m_bLittleEndian = spec.m_bLittleEndian || m_bLittleEndian;
+    return spec;
+}
+
+quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &given)
+{
+    const RegisterSpec spec = ordered(given);
     const QByteArray bytes = spec.initialBytes();
     const auto known = m_registerIndex.constFind(name);
     if (known != m_registerIndex.constEnd()) {
@@ -245,8 +278,9 @@ quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &spec)
     return row.m_nAddress;
 }
 
-void FeatureTable::describeRegister(NodeRow &row, const RegisterSpec &spec, quint64 address)
+void FeatureTable::describeRegister(NodeRow &row, const RegisterSpec &given, quint64 address)
 {
+    const RegisterSpec spec = ordered(given);
     m_fields.insert(row.m_strName, {spec, address});
     auto &properties = row.m_properties;
     const auto add = [&properties](const char *tag, const QByteArray &text) {

@@ -68,6 +68,8 @@ struct Texts
 class FeatureTable
 {
 public:
+    /// All registers of rows that follow, as USB3 Vision and Camera Link devices lay them.
+    void setLittleEndian() { m_bLittleEndian = true; }
     /// Rows that follow stand in this category; their registers are laid from `base` on. An empty parent is Root.
     void category(const char *name, const Texts &texts, quint64 base, const char *parent = "Root",
                   const char *visibility = "Beginner");
@@ -82,6 +84,8 @@ public:
     /// StringReg and IntReg features are registers themselves.
     FeatureBuilder string(const char *name, const Texts &texts, const RegisterSpec &spec);
     FeatureBuilder directRegister(const char *name, const Texts &texts, const RegisterSpec &spec);
+    /// A feature of the tag Register; it may lie over the bytes of a register that has a row (within()).
+    FeatureBuilder bytes(const char *name, const Texts &texts, const RegisterSpec &spec);
 
     /// Nodes that features stand on.
     void registerNode(const char *name, const RegisterSpec &spec);
@@ -104,6 +108,9 @@ public:
     /// The feature stands in this category too.
     void alsoIn(const char *category, const char *feature);
 
+    /// The feature by another name, wherever it stands. Its register keeps its own.
+    void rename(const QByteArray &from, const QByteArray &to);
+
     const QVector<NodeRow> &nodes() const { return m_nodes; }
     const QVector<RegisterRow> &registers() const { return m_registers; }
     const QMap<QByteArray, TextRow> &texts() const { return m_texts; }
@@ -118,6 +125,7 @@ private:
     NodeRow &addNode(const char *tag, const QByteArray &name);
     FeatureBuilder addFeature(const char *tag, const char *name, const Texts &texts);
     void addTexts(NodeRow &row, const Texts &texts);
+    RegisterSpec ordered(RegisterSpec spec) const;
     quint64 place(const QByteArray &name, const RegisterSpec &spec);
     void describeRegister(NodeRow &row, const RegisterSpec &spec, quint64 address);
     void addFormulaNode(const char *tag, const char *name, const QVector<PropertyRow> &formulas,
@@ -131,6 +139,7 @@ private:
     QMap<QByteArray, TextRow> m_texts;
     QByteArray m_strCategory;
     quint64 m_nNextAddress = 0;
+    bool m_bLittleEndian = false;
 };
 
 /// "ExposureTime" as "Exposure Time".

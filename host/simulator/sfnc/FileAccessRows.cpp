@@ -1,24 +1,24 @@
-#include "host/simulator/areacamera/AreaCamera.h"
-#include "host/simulator/areacamera/DeviceFiles.h"
 #include "host/simulator/description/FeatureBuilder.h"
+#include "host/simulator/sfnc/DeviceFiles.h"
+#include "host/simulator/sfnc/StandardRows.h"
 
-void addFileAccessRows(FeatureTable &t)
+void addFileAccessRows(FeatureTable &t, const QVector<DeviceFile> &files)
 {
     t.category("FileAccessControl",
                {"Features that read and write the files of the device.", "文件访问控制",
                 "读写设备内文件的特征。"},
                0x18000, "Root", "Guru");
-    t.enumeration("FileSelector",
-                  {"Selects the file of the device.", "文件选择", "选择设备中的文件。"})
-        .entry("UserSet1", 0, "用户参数组1")
-        .entry("DefectTable", 1, "坏点表")
-        .entry("UserFile", 2, "用户文件")
-        .guru()
-        .in(Int(4, 2).transient());
+    const auto count = quint32(files.size());
+    FeatureBuilder selector = t.enumeration(
+        "FileSelector", {"Selects the file of the device.", "文件选择", "选择设备中的文件。"});
+    for (int i = 0; i < files.size(); ++i) {
+        selector.entryShown(files.at(i).m_strEntry, files.at(i).m_strDisplayName, i,
+                            files.at(i).m_strNameCn);
+    }
+    selector.guru().in(Int(4, files.size() - 1).transient());
     t.intSwissKnife("FileIsOpen", "STATE <> 0", {{"STATE", "FileStateReg"}});
     t.intSwissKnife("FileIsClosed", "STATE = 0", {{"STATE", "FileStateReg"}});
-    t.registerNode("FileStateReg",
-                   Int(4, 0).readOnly().moving().indexedBy("FileSelector", kDeviceFileCount));
+    t.registerNode("FileStateReg", Int(4, 0).readOnly().moving().indexedBy("FileSelector", count));
     t.enumeration("FileOperationSelector",
                   {"Selects the operation that FileOperationExecute runs on the selected file.",
                    "文件操作选择", "选择对所选文件执行的操作。"})
@@ -79,7 +79,7 @@ void addFileAccessRows(FeatureTable &t)
         .guru()
         .selectedBy("FileOperationSelector");
     t.integer("FileSize", {"Size of the selected file.", "文件大小", "所选文件的大小。"})
-        .in(Int(8, 0).readOnly().moving().indexedBy("FileSelector", kDeviceFileCount))
+        .in(Int(8, 0).readOnly().moving().indexedBy("FileSelector", count))
         .unit("B")
         .guru()
         .selectedBy("FileSelector");

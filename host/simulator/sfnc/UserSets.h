@@ -13,6 +13,7 @@ public:
     int count() const { return m_sets.size(); }
     void save(const RegisterMemory &memory, int set);
     void load(RegisterMemory &memory, int set) const;
+    void copy(int from, int to) { m_sets[to] = m_sets.at(from); }
 
 private:
     struct Stretch

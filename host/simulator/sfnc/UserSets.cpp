@@ -1,4 +1,4 @@
-#include "host/simulator/areacamera/UserSets.h"
+#include "host/simulator/sfnc/UserSets.h"
 
 UserSets::UserSets(const FeatureTable &table, int count)
 {

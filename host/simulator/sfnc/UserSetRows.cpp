@@ -1,9 +1,7 @@
-#include "host/simulator/areacamera/AreaCamera.h"
 #include "host/simulator/description/FeatureBuilder.h"
+#include "host/simulator/sfnc/StandardRows.h"
 
-namespace {
-
-void addUserSets(FeatureTable &t)
+void addUserSetRows(FeatureTable &t)
 {
     t.category("UserSetControl",
                {"Features that save and load the settings of the device.", "用户参数组控制",
@@ -63,7 +61,7 @@ void addUserSets(FeatureTable &t)
         .selectedBy("UserSetFeatureSelector");
 }
 
-void addSequencer(FeatureTable &t)
+void addSequencerRows(FeatureTable &t)
 {
     t.category("SequencerControl",
                {"Features of the sequencer that changes settings from frame to frame.",
@@ -122,12 +120,4 @@ void addSequencer(FeatureTable &t)
               {"Set that is active at present.", "序列当前组", "当前生效的序列参数组。"})
         .in(Int(4, 0).readOnly().moving())
         .expert();
-}
-
-} // namespace
-
-void addUserSetRows(FeatureTable &table)
-{
-    addUserSets(table);
-    addSequencer(table);
 }

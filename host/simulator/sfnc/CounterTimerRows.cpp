@@ -1,5 +1,5 @@
-#include "host/simulator/areacamera/AreaCamera.h"
 #include "host/simulator/description/FeatureBuilder.h"
+#include "host/simulator/sfnc/StandardRows.h"
 
 namespace {
 
@@ -140,7 +140,9 @@ void addTimers(FeatureTable &t)
         .selectedBy("TimerSelector");
 }
 
-void addEncoder(FeatureTable &t)
+} // namespace
+
+void addEncoderRows(FeatureTable &t)
 {
     t.category("EncoderControl",
                {"Features of the quadrature encoder.", "编码器控制", "控制正交编码器的特征。"},
@@ -206,8 +208,6 @@ void addEncoder(FeatureTable &t)
         .guru();
 }
 
-} // namespace
-
 void addCounterTimerRows(FeatureTable &table)
 {
     table.category("CounterAndTimerControl",
@@ -216,5 +216,4 @@ void addCounterTimerRows(FeatureTable &table)
                    0x16000, "Root", "Expert");
     addCounters(table);
     addTimers(table);
-    addEncoder(table);
 }

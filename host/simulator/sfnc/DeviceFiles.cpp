@@ -1,4 +1,4 @@
-#include "host/simulator/areacamera/DeviceFiles.h"
+#include "host/simulator/sfnc/DeviceFiles.h"
 
 namespace {
 
@@ -6,15 +6,10 @@ constexpr qint64 kLargestFile = 1024 * 1024;
 
 } // namespace
 
-DeviceFiles::DeviceFiles()
-    : m_files(int(kDeviceFileCount))
+DeviceFiles::DeviceFiles(const QVector<DeviceFile> &files)
 {
-    m_files[0].m_content = "UserSet1\nExposureTime=5000\nGain=6.5\n";
-    m_files[1].m_content = QByteArray(64, '\x11');
-    m_files[1].m_bReadOnly = true;
-    QByteArray &note = m_files[2].m_content;
-    for (int line = 0; line < 120; ++line) {
-        note += "Line " + QByteArray::number(line) + " of the user file of the simulated camera.\n";
+    for (const DeviceFile &file : files) {
+        m_files.append({file.m_content, file.m_bReadOnly, false, ReadOnly});
     }
 }
 

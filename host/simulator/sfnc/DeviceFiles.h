@@ -4,14 +4,23 @@
 
 #include <QVector>
 
-constexpr quint32 kDeviceFileCount = 3;
 constexpr quint32 kFileBufferSize = 1024;
+
+/// A file as the device leaves the factory.
+struct DeviceFile
+{
+    const char *m_strEntry; ///< entry of FileSelector
+    const char *m_strDisplayName;
+    const char *m_strNameCn;
+    QByteArray m_content;
+    bool m_bReadOnly = false;
+};
 
 /// The files of a device behind the registers of FileAccessControl.
 class DeviceFiles
 {
 public:
-    DeviceFiles();
+    explicit DeviceFiles(const QVector<DeviceFile> &files);
 
     /// Runs the operation that the registers ask for and leaves status and result in them.
     void execute(const NamedRegisters &registers, RegisterMemory &memory);

@@ -1,5 +1,5 @@
-#include "host/simulator/areacamera/AreaCamera.h"
 #include "host/simulator/description/FeatureBuilder.h"
+#include "host/simulator/sfnc/StandardRows.h"
 
 namespace {
 

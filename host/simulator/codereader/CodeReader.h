@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/simulator/BuiltInDevice.h"
+#include "host/simulator/sfnc/StandardRows.h"
+
+/// What tells one code reader from the next.
+struct CodeReaderIdentity
+{
+    QByteArray m_strSerial;
+    QByteArray m_strUserId;
+    NetworkIdentity m_network;
+};
+
+constexpr int kReaderUserSets = 5; ///< the factory's and four of the user
+constexpr int kPollingParams = 8;
+constexpr int kLightSegments = 4; ///< entries of LightingSelector ahead of "All"
+constexpr int kAlgoRegions = 8;
+
+/// A code reader with GigE Vision interface: the features of SFNC that it shares with cameras and those of the
+/// reader family.
+BuiltInDevice makeCodeReader(int instance);
+/// The same with the names that readers of the generation before have for some features.
+BuiltInDevice makeOlderCodeReader(int instance);
+/// Its table alone.
+FeatureTable codeReaderTable(const CodeReaderIdentity &identity);
+/// The registers of the measures of print quality.
+QVector<QByteArray> readerQualityRegisters();
+/// Its files.
+QVector<DeviceFile> codeReaderFiles();
+
+/// The rows by category; each is a file of its own.
+void addReaderDeviceRows(FeatureTable &table, const CodeReaderIdentity &identity);
+void addReaderImageRows(FeatureTable &table);
+void addReaderAcquisitionRows(FeatureTable &table); ///< with exposure and gain
+void addReaderTriggerRows(FeatureTable &table);
+void addReaderIoRows(FeatureTable &table); ///< with strobe, flash and counters
+void addReaderCodeRows(FeatureTable &table);
+void addReaderAlgorithmRows(FeatureTable &table); ///< with the regions
+void addReaderQualityRows(FeatureTable &table);
+void addReaderLightingRows(FeatureTable &table);
+void addReaderFocusRows(FeatureTable &table); ///< with tuning
+void addReaderPollingRows(FeatureTable &table);
+void addReaderCommunicationRows(FeatureTable &table); ///< with FTP
+void addReaderOutputTextRows(FeatureTable &table);
+void addReaderFormatRows(FeatureTable &table);
+void addReaderTriggerTextRows(FeatureTable &table);
+void addReaderScreenRows(FeatureTable &table); ///< with storage and pictures
+void addReaderUserSetRows(FeatureTable &table);
+void addReaderTransportRows(FeatureTable &table, const CodeReaderIdentity &identity);
