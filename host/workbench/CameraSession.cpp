@@ -3,32 +3,41 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
-#include "host/shellservices/ShellHost.h"
+#include "host/workbench/CameraPage.h"
+#include "host/workbench/DeviceThreads.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QPointer>
-#include <QThreadPool>
+#include <QTimer>
 #include <QtConcurrent>
 
 namespace {
 
-constexpr unsigned int ACCESS_READ_ONLY = 2;
-constexpr int TOOL_BAR_LIVE = 1;
-constexpr int TOOL_BAR_DEAD = 0;
+/// What VexaFeatureTree::UpdateFeatures is asked for: one pass over all items that reads values, visibility and access.
+constexpr int ALL_FEATURES = 0;
+constexpr int READ_EVERYTHING = 13;
 
-/// Openings have threads of their own: one that waits for a device must not keep the jobs of a tree waiting.
-QThreadPool *openingThreads()
-{
-    static QThreadPool pool;
-    return &pool;
-}
+/// A pass that was under way when the device came back may have left out what failed before: one more is needed.
+constexpr int PASSES_AFTER_RETURN = 2;
+constexpr std::chrono::seconds PAUSE_BEFORE_NEXT_PASS{1};
 
 QCameraBasicTask *taskOf(long int cameraId)
 {
     QTaskManager *manager = QTaskManager::Instance();
     return manager ? manager->GetTaskByIDEx(cameraId) : nullptr;
+}
+
+bool isWell(DeviceCondition condition)
+{
+    return condition == DeviceCondition::Live || condition == DeviceCondition::ControlledElsewhere;
+}
+
+DeviceCondition conditionFor(unsigned int accessMode)
+{
+    return accessMode == DEVICE_ACCESS_READ_ONLY ? DeviceCondition::ControlledElsewhere
+                                                 : DeviceCondition::Live;
 }
 
 } // namespace
@@ -38,104 +47,172 @@ CameraSession::CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> sou
     : QObject(parent)
     , m_host(host)
     , m_pSource(std::move(source))
+    , m_return(host)
 {
     connect(&m_opening, &QFutureWatcherBase::finished, this, &CameraSession::takeOpenResult);
-    connect(&m_host, &CameraHost::cameraLost, this, &CameraSession::onCameraLost);
+    connect(&m_grabbing, &QFutureWatcherBase::finished, this, &CameraSession::takeGrabResult);
+    connect(&m_return, &DeviceReturn::returned, this, &CameraSession::onReturned);
+    connect(&m_return, &DeviceReturn::idle, this, &CameraSession::deleteIfIdle);
+    // The module asks the device layer for the closing, which comes back as closeRequested.
+    connect(&m_return, &DeviceReturn::timedOut, this,
+            [this] { VexaMainFeatureWidget::instance()->SetIsConnect(false, m_lCameraID); });
+    connect(&m_host, &CameraHost::conditionChanged, this, &CameraSession::onConditionChanged);
     connect(&m_host, &CameraHost::closeRequested, this, &CameraSession::onCloseRequested);
 }
 
 CameraSession::~CameraSession()
 {
     blockSignals(true);
+    m_opening.disconnect(this);
+    m_grabbing.disconnect(this);
     close();
-    if (m_opening.isRunning()) {
-        m_opening.disconnect(this);
+    m_grabbing.waitForFinished();
+    if (m_bOpening) {
         m_opening.waitForFinished();
         takeOpenResult();
     }
 }
 
-void CameraSession::setState(State state)
+CameraSession::State CameraSession::state() const
 {
-    if (m_state != state) {
-        m_state = state;
-        emit stateChanged();
+    if (m_lCameraID != NO_CAMERA_ID) {
+        switch (m_condition) {
+        case DeviceCondition::Lost:
+            return State::Lost;
+        case DeviceCondition::NotResponding:
+            return State::NotResponding;
+        case DeviceCondition::ControlledElsewhere:
+            return State::ReadOnly;
+        case DeviceCondition::Live:
+            break;
+        }
+    }
+    return m_phase;
+}
+
+bool CameraSession::isLive() const
+{
+    return m_lCameraID != NO_CAMERA_ID && isWell(m_condition);
+}
+
+bool CameraSession::isBusy() const
+{
+    return m_bOpening || m_bGrabCall || m_return.isBusy();
+}
+
+void CameraSession::deleteWhenIdle()
+{
+    m_bDeleteWhenIdle = true;
+    deleteIfIdle();
+}
+
+void CameraSession::deleteIfIdle()
+{
+    if (m_bDeleteWhenIdle && !isBusy()) {
+        deleteLater();
     }
 }
 
 void CameraSession::open()
 {
-    if (m_state != State::Idle) {
+    if (m_phase != State::Idle) {
         return;
     }
-    setState(State::Opening);
-    m_opening.setFuture(QtConcurrent::run(openingThreads(), [&host = m_host, source = m_pSource] {
+    m_phase = State::Opening;
+    m_bOpening = true;
+    m_opening.setFuture(QtConcurrent::run(deviceThreads(), [&host = m_host, source = m_pSource] {
         return host.openCamera(*source);
     }));
+    emit stateChanged();
 }
 
 void CameraSession::takeOpenResult()
 {
     const CameraHost::OpenResult result = m_opening.result();
-    if (m_state != State::Opening) {
-        if (result.cameraId != NO_CAMERA_ID) {
-            m_host.closeCamera(result.cameraId);
-        }
+    m_bOpening = false;
+    if (m_phase != State::Opening) {
+        m_host.closeCamera(result.cameraId);
+        deleteIfIdle();
         return;
     }
     if (result.cameraId == NO_CAMERA_ID) {
-        setState(State::Closed);
         log(MESSAGE_LOG_ERROR, workbenchText("lang_workbench_openfailed").arg(result.error));
+        m_phase = State::Closed;
+        emit stateChanged();
         emit openFailed(result.error);
         return;
     }
     m_lCameraID = result.cameraId;
-    bringUpTree(result.accessMode);
-    if (m_lostEarly.contains(result.cameraId)) {
-        onCameraLost(result.cameraId);
-    }
+    m_nAccessMode = result.accessMode;
+    m_condition = conditionFor(result.accessMode);
+    m_since = QDateTime::currentDateTime();
+    m_phase = State::Open;
+    bringUpTree("lang_workbench_opened");
+    // The device may have been lost before anybody knew the camera's number.
+    onConditionChanged(result.cameraId, m_host.condition(result.cameraId));
 }
 
-void CameraSession::bringUpTree(unsigned int accessMode)
+void CameraSession::bringUpTree(const char *noticeKey)
 {
     const long int cameraId = m_lCameraID;
-    VexaMainFeatureWidget *mainWidget = VexaMainFeatureWidget::instance();
-    const QPointer<VexaFeatureTree> tree = mainWidget->featureTree(cameraId, true);
-    if (!tree) {
+    const QPointer<VexaFeatureTree> made = CameraPage::make(cameraId);
+    if (!made) {
         return;
     }
-    show();
-    mainWidget->OnCameraOpen(cameraId);
-    mainWidget->SetIsConnect(true, cameraId);
-    const auto markUpdated = [this](long int updatedId) {
-        if (updatedId == m_lCameraID && !m_bFirstUpdateDone) {
-            m_bFirstUpdateDone = true;
-            emit firstUpdateDone();
-        }
-    };
-    connect(tree, &VexaFeatureTree::SigFirstEndUpdateFeature, this, markUpdated);
-    setState(State::Open);
-    tree->OnCameraOpen(accessMode);
-    // A loading dialog of the tree runs events: the camera may be closed or lost by now.
-    if (m_lCameraID != cameraId || !tree) {
+    connect(made, &VexaFeatureTree::SigFirstEndUpdateFeature, this, &CameraSession::onPassEnded);
+    emit stateChanged();
+    if (made && m_lCameraID == cameraId) {
+        made->OnCameraOpen(m_nAccessMode);
+    }
+    // A loading dialog of the tree runs events: the camera may be closed by now.
+    if (m_lCameraID != cameraId || !made) {
         return;
     }
     updateToolBar();
-    log(MESSAGE_LOG_INFO, workbenchText("lang_workbench_opened"));
-    if (accessMode == ACCESS_READ_ONLY) {
-        log(MESSAGE_LOG_WARNING, workbenchText("lang_workbench_readonly"));
+    log(MESSAGE_LOG_INFO, noticeKey);
+    if (m_nAccessMode == DEVICE_ACCESS_READ_ONLY) {
+        log(MESSAGE_LOG_WARNING, "lang_workbench_readonly");
     }
-    if (!tree->isInitialized(cameraId)) {
-        log(MESSAGE_LOG_WARNING, workbenchText("lang_workbench_noroot"));
-        markUpdated(cameraId);
+    if (!made->isInitialized(cameraId)) {
+        log(MESSAGE_LOG_WARNING, "lang_workbench_noroot");
+        onPassEnded(cameraId);
+    }
+}
+
+void CameraSession::onPassEnded(long int cameraId)
+{
+    if (cameraId != m_lCameraID || !isLive()) {
+        return;
+    }
+    if (!isWell(m_host.condition(cameraId))) {
+        // The pass may have read nothing. When the device answers again before the session hears of it, there is no
+        // return either.
+        QTimer::singleShot(PAUSE_BEFORE_NEXT_PASS, this, [this, cameraId] {
+            if (cameraId == m_lCameraID && isLive()) {
+                readAgain();
+            }
+        });
+        return;
+    }
+    if (m_nPassesToGo > 0 && --m_nPassesToGo > 0) {
+        readAgain();
+    } else if (!m_bFirstUpdateDone) {
+        m_bFirstUpdateDone = true;
+        emit firstUpdateDone();
+    }
+}
+
+void CameraSession::readAgain()
+{
+    if (VexaFeatureTree *featureTree = tree()) {
+        featureTree->SetIsUpdateFeatureOnce(false);
+        featureTree->UpdateFeatures(ALL_FEATURES, QStringList(), READ_EVERYTHING);
     }
 }
 
 VexaFeatureTree *CameraSession::tree() const
 {
-    return m_lCameraID == NO_CAMERA_ID
-        ? nullptr
-        : VexaMainFeatureWidget::instance()->getAllFeatureTreesMap().value(m_lCameraID, nullptr);
+    return CameraPage::tree(m_lCameraID);
 }
 
 QString CameraSession::displayName() const
@@ -147,84 +224,184 @@ QString CameraSession::displayName() const
 
 void CameraSession::show()
 {
-    ShellHost::instance()->setCurrentCameraID(m_lCameraID);
-    VexaMainFeatureWidget::instance()->setCurrentCameraID(m_lCameraID);
+    CameraPage::show(m_lCameraID);
     updateToolBar();
 }
 
 void CameraSession::updateToolBar()
 {
     if (m_lCameraID != NO_CAMERA_ID) {
-        VexaMainFeatureWidget::instance()->UpdateToolBarBtn(
-            isLive() ? TOOL_BAR_LIVE : TOOL_BAR_DEAD, static_cast<int>(m_lCameraID), false);
+        CameraPage::setToolBar(m_lCameraID, isLive());
     }
 }
 
-bool CameraSession::startGrabbing()
+void CameraSession::startGrabbing()
 {
-    QString error;
-    if (m_state != State::Open) {
-        return false;
+    if (state() == State::Open) {
+        grab(true);
     }
-    if (!m_host.startGrabbing(m_lCameraID, &error)) {
-        log(MESSAGE_LOG_ERROR, workbenchText("lang_workbench_startfailed").arg(error));
-        return false;
-    }
-    setState(State::Grabbing);
-    if (VexaFeatureTree *featureTree = tree()) {
-        featureTree->OnCameraStartShot();
-    }
-    updateToolBar();
-    return true;
 }
 
-bool CameraSession::stopGrabbing()
+void CameraSession::stopGrabbing()
 {
-    QString error;
-    if (m_state != State::Grabbing) {
-        return false;
+    if (state() == State::Grabbing) {
+        grab(false);
     }
-    if (!m_host.stopGrabbing(m_lCameraID, &error)) {
-        log(MESSAGE_LOG_ERROR, workbenchText("lang_workbench_stopfailed").arg(error));
-        return false;
+}
+
+void CameraSession::grab(bool start)
+{
+    // The call of a session that lost its device in the middle may still be under way.
+    if (m_bGrabCall) {
+        return;
     }
-    setState(State::Open);
-    if (VexaFeatureTree *featureTree = tree()) {
-        featureTree->OnCameraStopShot();
+    m_bGrabCall = true;
+    m_bStartsGrabbing = start;
+    m_phase = start ? State::Starting : State::Stopping;
+    m_grabbing.setFuture(QtConcurrent::run(
+        deviceThreads(), [&host = m_host, cameraId = m_lCameraID, start]() -> GrabResult {
+            GrabResult result;
+            result.done = start ? host.startGrabbing(cameraId, &result.error)
+                                : host.stopGrabbing(cameraId, &result.error);
+            return result;
+        }));
+    emit stateChanged();
+}
+
+void CameraSession::takeGrabResult()
+{
+    const GrabResult result = m_grabbing.result();
+    m_bGrabCall = false;
+    QCameraBasicTask *task = taskOf(m_lCameraID);
+    if (!task || !task->_CameraTak()) {
+        deleteIfIdle();
+        return;
+    }
+    m_phase = task->_CameraTak()->GetCameraState() == TASK_CAMERA_GRABBING ? State::Grabbing
+                                                                           : State::Open;
+    if (!result.done) {
+        log(MESSAGE_LOG_ERROR,
+            workbenchText(m_bStartsGrabbing ? "lang_workbench_startfailed"
+                                            : "lang_workbench_stopfailed")
+                .arg(result.error));
+    } else if (VexaFeatureTree *featureTree = tree()) {
+        if (m_bStartsGrabbing) {
+            featureTree->OnCameraStartShot();
+        } else {
+            featureTree->OnCameraStopShot();
+        }
     }
     updateToolBar();
-    return true;
+    emit stateChanged();
 }
 
 void CameraSession::close()
 {
     if (m_lCameraID != NO_CAMERA_ID) {
         takeDown(false);
-    } else if (m_state == State::Opening) {
-        setState(State::Closed);
+    } else if (m_phase == State::Opening || m_phase == State::Gone) {
+        m_phase = State::Closed;
+        emit stateChanged();
     }
 }
 
-void CameraSession::onCameraLost(long int cameraId)
+void CameraSession::onConditionChanged(long int cameraId, DeviceCondition condition)
 {
-    if (m_state == State::Opening && m_lCameraID == NO_CAMERA_ID) {
-        m_lostEarly.insert(cameraId);
-    }
-    if (cameraId != m_lCameraID || !isLive()) {
+    // Nothing but a new connection brings a lost device back, and that is told by DeviceReturn.
+    if (cameraId != m_lCameraID || m_condition == DeviceCondition::Lost
+        || m_condition == condition) {
         return;
     }
-    log(MESSAGE_LOG_ERROR, workbenchText("lang_workbench_lost"));
-    m_state = State::Lost;
+    const DeviceCondition former = m_condition;
+    m_condition = condition;
+    if (former != DeviceCondition::NotResponding || condition != DeviceCondition::Lost) {
+        m_since = QDateTime::currentDateTime();
+    }
     updateToolBar();
-    // The module asks the device layer for the closing, which comes back as closeRequested.
-    VexaMainFeatureWidget::instance()->SetIsConnect(false, cameraId);
+    if (!isWell(condition)) {
+        onTrouble(former);
+    } else if (m_nAccessMode != DEVICE_ACCESS_READ_ONLY
+               && condition == DeviceCondition::ControlledElsewhere) {
+        m_nAccessMode = DEVICE_ACCESS_READ_ONLY;
+        makeTreeAnew("lang_workbench_controllost");
+        return;
+    } else {
+        log(MESSAGE_LOG_INFO, "lang_workbench_answers");
+        m_nPassesToGo = PASSES_AFTER_RETURN;
+        readAgain();
+    }
     emit stateChanged();
+    if (condition == DeviceCondition::Lost) {
+        emit lost();
+    }
+}
+
+void CameraSession::onTrouble(DeviceCondition former)
+{
+    const bool lost = m_condition == DeviceCondition::Lost;
+    // One notice a loss: a device that stops to answer is told of once.
+    if (isWell(former)) {
+        log(MESSAGE_LOG_ERROR, lost ? "lang_workbench_lost" : "lang_workbench_notresponding");
+    }
+    if (lost) {
+        m_return.begin(m_lCameraID, m_returnTime);
+    }
+}
+
+void CameraSession::onReturned(const CameraHost::OpenResult &result)
+{
+    const DeviceCondition condition = m_host.condition(m_lCameraID);
+    if (condition == DeviceCondition::Lost) {
+        m_return.begin(m_lCameraID, m_returnTime);
+        return;
+    }
+    // A tree that was read only stays so.
+    const bool wasReadOnly = m_nAccessMode == DEVICE_ACCESS_READ_ONLY;
+    m_nAccessMode = result.accessMode;
+    m_condition = condition;
+    m_since = QDateTime::currentDateTime();
+    m_nPassesToGo = 0;
+    m_bFirstUpdateDone = false;
+    if (!m_bGrabCall) {
+        m_phase = State::Open;
+    }
+    if (result.restarted) {
+        makeTreeAnew("lang_workbench_restarted");
+    } else if (wasReadOnly || result.accessMode == DEVICE_ACCESS_READ_ONLY) {
+        makeTreeAnew("lang_workbench_returned");
+    } else {
+        rebuildTree();
+    }
+}
+
+void CameraSession::rebuildTree()
+{
+    const long int cameraId = m_lCameraID;
+    if (VexaFeatureTree *featureTree = tree()) {
+        VexaMainFeatureWidget::instance()->OnCameraOpen(cameraId);
+        VexaMainFeatureWidget::instance()->SetIsConnect(true, cameraId);
+        featureTree->OnResartCameraOpen(m_nAccessMode);
+    }
+    if (m_lCameraID == cameraId) {
+        updateToolBar();
+        log(MESSAGE_LOG_INFO, "lang_workbench_returned");
+        emit stateChanged();
+    }
+}
+
+void CameraSession::makeTreeAnew(const char *noticeKey)
+{
+    const long int cameraId = m_lCameraID;
+    CameraPage::remove(cameraId, true);
+    if (m_lCameraID == cameraId) {
+        bringUpTree(noticeKey);
+    }
 }
 
 void CameraSession::onCloseRequested(long int cameraId)
 {
     if (cameraId == m_lCameraID) {
-        takeDown(m_state == State::Lost);
+        takeDown(m_condition == DeviceCondition::Lost);
     }
 }
 
@@ -232,35 +409,28 @@ void CameraSession::takeDown(bool lost)
 {
     // Stopping the tree's workers runs events: from here on this session has no camera.
     const long int cameraId = m_lCameraID;
-    const QPointer<VexaFeatureTree> featureTree = tree();
     const QString name = displayName();
     m_lCameraID = NO_CAMERA_ID;
-    m_state = lost ? State::Lost : State::Closed;
+    m_phase = lost ? State::Gone : State::Closed;
+    m_return.end();
 
-    VexaMainFeatureWidget *mainWidget = VexaMainFeatureWidget::instance();
-    mainWidget->UpdateToolBarBtn(TOOL_BAR_DEAD, static_cast<int>(cameraId), false);
+    // First of all: whoever waits for the device, the tree's workers among them, gives up.
     QCameraBasicTask *task = taskOf(cameraId);
     if (task && task->_CameraTak()) {
         task->_CameraTak()->m_bReleasing = true;
     }
-    if (featureTree) {
-        featureTree->readyForDelete();
-    }
-    if (lost) {
-        mainWidget->OnCameraDisconnect(cameraId);
-    } else {
-        mainWidget->OnCameraClose(cameraId);
-    }
-    if (featureTree) {
-        featureTree->OnCameraClose();
-    }
-    mainWidget->removeFeatureTree(cameraId);
+    CameraPage::setToolBar(cameraId, false);
+    CameraPage::remove(cameraId, lost);
     m_host.closeCamera(cameraId);
-    if (!lost) {
-        QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, name,
-                                                workbenchText("lang_workbench_closed"));
-    }
+    QFunction::Instance()->InsertMessageLog(
+        lost ? MESSAGE_LOG_WARNING : MESSAGE_LOG_INFO, name,
+        workbenchText(lost ? "lang_workbench_notreturned" : "lang_workbench_closed"));
     emit stateChanged();
+}
+
+void CameraSession::log(_MESSAGE_LOG_LEVEL_ level, const char *key)
+{
+    log(level, workbenchText(key));
 }
 
 void CameraSession::log(_MESSAGE_LOG_LEVEL_ level, const QString &text)

@@ -2,19 +2,21 @@
 
 #include "ShellServicesModule/QFunction.h"
 #include "host/devicetask/CameraHost.h"
+#include "host/workbench/DeviceReturn.h"
 
+#include <QDateTime>
 #include <QFutureWatcher>
 #include <QObject>
-#include <QSet>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 class VexaFeatureTree;
 
-/// The life of one opened camera: it opens the device on a worker, drives the feature widget through opening, grabbing
-/// and closing in the order that the module asks for, and ends with the loss of the device or close(). One session
-/// serves one opening. GUI thread.
+/// The life of one opened camera: it opens the device on a worker, drives the feature widget through opening, grabbing,
+/// losing, return and closing in the order that the module asks for, and ends with close() or with a device that does
+/// not come back. One session serves one opening. GUI thread; whatever talks to the device runs on workers.
 class CameraSession : public QObject
 {
     Q_OBJECT
@@ -23,28 +25,41 @@ public:
         Idle,
         Opening,
         Open,
+        Starting, ///< of grabbing
         Grabbing,
-        Lost, ///< the device is gone; the tree was taken down
+        Stopping,
+        ReadOnly, ///< another host controls the device
+        NotResponding, ///< still open: the device layer asks the device until it answers
+        Lost, ///< the tree is kept while the device is waited for
+        Gone, ///< the device did not come back: the tree was taken down
         Closed
     };
 
     CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> source,
                   QObject *parent = nullptr);
-    /// Closes the camera; waits for an opening that is under way.
+    /// Closes the camera; waits for calls that are under way.
     ~CameraSession() override;
 
+    /// How long a lost device is waited for; DeviceReturn::RETURN_TIME unless told otherwise.
+    void setReturnTime(std::chrono::milliseconds time) { m_returnTime = time; }
     void open();
-    /// Takes the tree down and closes the device. An opening under way is given up: the device is closed as soon as
-    /// it is there.
+    /// Takes the tree down and closes the device, also while calls hang in it. An opening under way is given up: the
+    /// device is closed as soon as it is there.
     void close();
+    /// Deletes the session, which is closed, as soon as no call of its is inside the device layer.
+    void deleteWhenIdle();
     /// Puts the tree of this camera on show.
     void show();
-    bool startGrabbing();
-    bool stopGrabbing();
+    /// Both do nothing in a state that does not allow them.
+    void startGrabbing();
+    void stopGrabbing();
 
-    State state() const { return m_state; }
-    bool isLive() const { return m_state == State::Open || m_state == State::Grabbing; }
-    /// -1 unless the camera is open.
+    State state() const;
+    /// The device answers, as far as is known.
+    bool isLive() const;
+    /// When the condition of the device (answers or not, controlled by this host or not) changed last.
+    QDateTime since() const { return m_since; }
+    /// -1 unless the camera is open; a lost camera is open.
     long int cameraId() const { return m_lCameraID; }
     /// Null unless the camera is open.
     VexaFeatureTree *tree() const;
@@ -56,24 +71,52 @@ signals:
     void stateChanged();
     /// The device or its description was refused; the session is Closed.
     void openFailed(QString error);
-    /// The tree holds the values of the device.
+    /// The tree holds the values of the device; again after each return from a loss.
     void firstUpdateDone();
+    /// The device is waited for from now on.
+    void lost();
 
 private:
-    void setState(State state);
+    struct GrabResult
+    {
+        bool done = false;
+        QString error;
+    };
+
     void takeOpenResult();
-    void bringUpTree(unsigned int accessMode);
-    void onCameraLost(long int cameraId);
+    void bringUpTree(const char *noticeKey);
+    void onPassEnded(long int cameraId);
+    void onConditionChanged(long int cameraId, DeviceCondition condition);
+    void onTrouble(DeviceCondition former);
+    void onReturned(const CameraHost::OpenResult &result);
+    void rebuildTree();
+    void makeTreeAnew(const char *noticeKey);
+    void readAgain();
     void onCloseRequested(long int cameraId);
+    void grab(bool start);
+    void takeGrabResult();
     void takeDown(bool lost);
     void updateToolBar();
+    void log(_MESSAGE_LOG_LEVEL_ level, const char *key);
     void log(_MESSAGE_LOG_LEVEL_ level, const QString &text);
+    bool isBusy() const;
+    void deleteIfIdle();
 
     CameraHost &m_host;
     std::shared_ptr<DeviceSource> m_pSource;
     QFutureWatcher<CameraHost::OpenResult> m_opening;
-    State m_state = State::Idle;
+    QFutureWatcher<GrabResult> m_grabbing;
+    DeviceReturn m_return;
+    std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
+    State m_phase = State::Idle; ///< what this host does with the camera, whatever its condition
+    DeviceCondition m_condition = DeviceCondition::Live;
+    QDateTime m_since;
     long int m_lCameraID = NO_CAMERA_ID;
+    unsigned int m_nAccessMode = DEVICE_ACCESS_CONTROL; ///< that the tree was told
+    int m_nPassesToGo = 0; ///< full updates that a return still asks for
+    bool m_bOpening = false; ///< calls whose result was not taken yet
+    bool m_bGrabCall = false;
+    bool m_bStartsGrabbing = false; ///< of the grab call
     bool m_bFirstUpdateDone = false;
-    QSet<long int> m_lostEarly; ///< cameras lost during the opening: one of them may be this one
+    bool m_bDeleteWhenIdle = false;
 };

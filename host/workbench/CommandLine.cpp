@@ -15,7 +15,18 @@ const Option DESCRIPTION{"description", "FILE",
                          "Open a simulated device with this GenICam XML description.", true};
 const Option MEMORY_PATTERN{"memory-pattern", "zero|ugly",
                             "What the registers of such a device hold at first.", false};
-const Option LIST{"list", nullptr, "Print the devices that can be opened.", false};
+const Option GIGE{"gige", "ADDRESS",
+                  "Open the GigE Vision device at this IPv4 address; may be given several times.",
+                  true};
+const Option USB{"usb", "ID",
+                 "Open the USB3 Vision device with this id or serial number; may be given several "
+                 "times.",
+                 true};
+const Option LIST{"list", nullptr,
+                  "Print the devices that can be opened, those on the network and the USB too.",
+                  false};
+const Option LINT{"lint", "FILE", "Check this GenICam XML description and print what is wrong.",
+                  false};
 const Option LANGUAGE{"language", "ENG|CH", "Language of the program and of the feature texts.",
                       false};
 const Option USER_LEVEL{"user-level", "0|1|2", "Features to show: 0 guru, 1 expert, 2 beginner.",
@@ -27,9 +38,9 @@ const Option SCREENSHOT{"screenshot", "FILE.png", "Save a picture of the window.
 const Option HELP{"help", nullptr, "Print this help.", false};
 const Option VERSION{"version", nullptr, "Print the version.", false};
 
-const Option *const ALL_OPTIONS[] = {&DEVICE,     &DESCRIPTION, &MEMORY_PATTERN, &LIST,
-                                     &LANGUAGE,   &USER_LEVEL,  &DUMP,           &READ,
-                                     &SCREENSHOT, &HELP,        &VERSION};
+const Option *const ALL_OPTIONS[] = {&DEVICE, &DESCRIPTION, &MEMORY_PATTERN, &GIGE,       &USB,
+                                     &LIST,   &LINT,        &LANGUAGE,       &USER_LEVEL, &DUMP,
+                                     &READ,   &SCREENSHOT,  &HELP,           &VERSION};
 
 QString nameOf(const Option &option)
 {
@@ -85,6 +96,9 @@ bool CommandLine::parse(const QStringList &arguments)
     m_options.list = m_parser.isSet(nameOf(LIST));
     m_options.devices = m_parser.values(nameOf(DEVICE));
     m_options.descriptions = m_parser.values(nameOf(DESCRIPTION));
+    m_options.gigeAddresses = m_parser.values(nameOf(GIGE));
+    m_options.usbIds = m_parser.values(nameOf(USB));
+    m_options.lintFile = m_parser.value(nameOf(LINT));
     m_options.dumpFile = m_parser.value(nameOf(DUMP));
     m_options.readName = m_parser.value(nameOf(READ));
     m_options.screenshotFile = m_parser.value(nameOf(SCREENSHOT));
@@ -124,7 +138,7 @@ bool CommandLine::checkCombination()
         return fail(QStringLiteral("Option '--memory-pattern' needs '--description'."));
     }
     const bool ofOneDevice = !m_options.dumpFile.isEmpty() || !m_options.readName.isEmpty();
-    if (ofOneDevice && m_options.devices.size() + m_options.descriptions.size() > 1) {
+    if (ofOneDevice && m_options.namedDevices() > 1) {
         return fail(QStringLiteral("Options '--dump' and '--read' work on one device."));
     }
     if (m_options.dumpFile == QLatin1String("-") && !m_options.readName.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "host/workbench/DeviceCatalog.h"
 
 #include "host/devicetask/CameraHost.h"
+#include "host/devicetask/RealDevices.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +14,22 @@ constexpr qint64 DESCRIPTION_READ_LIMIT = 64LL * 1024 * 1024 + 1;
 QString numberedId(const QString &id, int number)
 {
     return number == 1 ? id : QStringLiteral("%1#%2").arg(id).arg(number);
+}
+
+/// Empty for a device without a network.
+QString dotted(quint32 ipv4)
+{
+    return ipv4 == 0 ? QString()
+                     : QStringLiteral("%1.%2.%3.%4")
+                           .arg(ipv4 >> 24)
+                           .arg(ipv4 >> 16 & 0xFF)
+                           .arg(ipv4 >> 8 & 0xFF)
+                           .arg(ipv4 & 0xFF);
+}
+
+QString takenTwice(const QString &id)
+{
+    return QStringLiteral("The device '%1' was asked for twice.").arg(id);
 }
 
 } // namespace
@@ -36,7 +53,7 @@ QString DeviceCatalog::addBuiltIn(const QString &id, QString *error)
     }
     const QString freeId = numberedId(model, number);
     if (find(freeId)) {
-        *error = QStringLiteral("The device '%1' was asked for twice.").arg(id);
+        *error = takenTwice(id);
         return QString();
     }
     return enter(freeId, SimulatedDevices::builtIn(model, number - 1));
@@ -80,6 +97,42 @@ QString DeviceCatalog::enter(const QString &id, const SimulatedDevices::Simulate
     return id;
 }
 
+QString DeviceCatalog::addGige(const QString &address, QString *error)
+{
+    return enterReal(RealDevices::gige(address, error), error);
+}
+
+QString DeviceCatalog::addUsb(const QString &id, QString *error)
+{
+    return enterReal(RealDevices::usb(id), error);
+}
+
+QString DeviceCatalog::enterReal(const std::shared_ptr<DeviceSource> &source, QString *error)
+{
+    if (!source) {
+        return QString();
+    }
+    const QString id = addFound(source);
+    if (id.isEmpty()) {
+        *error = takenTwice(source->id);
+    }
+    return id;
+}
+
+QString DeviceCatalog::addFound(const std::shared_ptr<DeviceSource> &source)
+{
+    for (const Device &device : qAsConst(m_devices)) {
+        // A USB device may have been named by its serial number.
+        const bool sameUsb = !device.control && source->deviceType == DEVICE_TYPE_U3V
+            && device.source->deviceType == DEVICE_TYPE_U3V && device.id == source->serial;
+        if (device.id == source->id || sameUsb) {
+            return QString();
+        }
+    }
+    m_devices.append({source->id, source, nullptr});
+    return source->id;
+}
+
 const DeviceCatalog::Device *DeviceCatalog::find(const QString &id) const
 {
     for (const Device &device : m_devices) {
@@ -90,17 +143,25 @@ const DeviceCatalog::Device *DeviceCatalog::find(const QString &id) const
     return nullptr;
 }
 
-QString DeviceCatalog::builtInList()
+QString DeviceCatalog::listOf(const QVector<std::shared_ptr<DeviceSource>> &sources)
 {
     QString text;
-    for (const QString &id : SimulatedDevices::builtInIds()) {
-        const SimulatedDevices::Simulated device = SimulatedDevices::builtIn(id);
-        text += QStringList{id, transportName(device.source->deviceType), device.source->model,
-                            device.source->serial}
+    for (const std::shared_ptr<DeviceSource> &source : sources) {
+        text += QStringList{source->id, transportName(source->deviceType), source->model,
+                            source->serial, dotted(source->ipv4)}
                     .join(QLatin1Char('\t'))
             + QLatin1Char('\n');
     }
     return text;
+}
+
+QVector<std::shared_ptr<DeviceSource>> DeviceCatalog::builtInSources()
+{
+    QVector<std::shared_ptr<DeviceSource>> sources;
+    for (const QString &id : SimulatedDevices::builtInIds()) {
+        sources.append(SimulatedDevices::builtIn(id).source);
+    }
+    return sources;
 }
 
 QString DeviceCatalog::transportName(unsigned int deviceType)

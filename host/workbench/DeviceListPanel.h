@@ -15,19 +15,36 @@ class DeviceListPanel : public CustomWidget
     Q_OBJECT
 public:
     /// What the list says of a device.
-    enum class DeviceState { Available, Opening, Open, Grabbing, Lost };
+    enum class DeviceState {
+        Available,
+        Opening,
+        Open,
+        Starting,
+        Grabbing,
+        Stopping,
+        ReadOnly,
+        NotResponding,
+        Lost,
+        Gone ///< lost, and no longer waited for
+    };
+    /// Devices stand under a heading each, in this order.
+    enum class DeviceGroup { Simulated, Gige, Usb3 };
 
     explicit DeviceListPanel(QWidget *parent = nullptr);
     ~DeviceListPanel() override;
 
-    void addDevice(const QString &id, const QString &transport, const QString &model);
+    void addDevice(DeviceGroup group, const QString &id, const QString &transport,
+                   const QString &model);
     void setDeviceState(const QString &id, DeviceState state);
     QString currentDevice() const;
     void setCurrentDevice(const QString &id);
     /// Shows "ENG" or "CH" without a signal.
     void setLanguage(const QString &language);
+    /// While a search for devices is under way, another one cannot be asked for.
+    void setSearching(bool searching);
 
 signals:
+    void discoverRequested();
     void openRequested(QString id);
     void closeRequested(QString id);
     void startRequested(QString id);
@@ -40,16 +57,20 @@ protected:
 
 private:
     CustomPushButton *makeButton(const char *objectName, void (DeviceListPanel::*request)(QString));
+    int endOfGroup(DeviceGroup group);
     QTreeWidgetItem *itemOf(const QString &id) const;
+    void fitStateColumn();
     void retranslate();
     void updateButtons();
 
     CustomLabel *m_pTitle;
     QTreeWidget *m_pList;
+    CustomPushButton *m_pDiscoverButton;
     CustomPushButton *m_pOpenButton;
     CustomPushButton *m_pCloseButton;
     CustomPushButton *m_pStartButton;
     CustomPushButton *m_pStopButton;
     CustomLabel *m_pLanguageTitle;
     CustomComboBox *m_pLanguageCombo;
+    bool m_bSearching = false;
 };

@@ -4,12 +4,15 @@
 #include "ShellServicesModule/QLocalCfg.h"
 #include "UtilityKit/VexaInterface.h"
 #include "host/devicetask/CameraHost.h"
+#include "host/devicetask/RealDevices.h"
 #include "host/shellservices/ShellHost.h"
 #include "host/translations/Translations.h"
 #include "host/utilitykit/UtilityHost.h"
+#include "host/workbench/CameraPage.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/DeviceListPanel.h"
+#include "host/workbench/DeviceStateBanner.h"
 #include "host/workbench/MessageLogPanel.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "shell/VexaMainFeatureWidget.h"
@@ -17,6 +20,7 @@
 
 #include <QCloseEvent>
 #include <QSplitter>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -26,32 +30,55 @@ constexpr int MESSAGES_HEIGHT = 130;
 constexpr int PROMPT_HINT_STYLE = 2;
 constexpr int PROMPT_FAILURE = 3;
 
-DeviceListPanel::DeviceState listState(CameraSession::State state)
+/// What the list and the bar over the tree say of a session's state.
+struct StateRow
 {
-    using Device = DeviceListPanel::DeviceState;
-    switch (state) {
-    case CameraSession::State::Opening:
-        return Device::Opening;
-    case CameraSession::State::Open:
-        return Device::Open;
-    case CameraSession::State::Grabbing:
-        return Device::Grabbing;
-    case CameraSession::State::Lost:
-        return Device::Lost;
-    case CameraSession::State::Idle:
-    case CameraSession::State::Closed:
-        break;
+    CameraSession::State state;
+    DeviceListPanel::DeviceState shown;
+    DeviceStateBanner::Trouble trouble;
+};
+
+const StateRow &rowOf(CameraSession::State state)
+{
+    using State = CameraSession::State;
+    using Shown = DeviceListPanel::DeviceState;
+    using Trouble = DeviceStateBanner::Trouble;
+    static const StateRow TABLE[] = {
+        {State::Closed, Shown::Available, Trouble::None},
+        {State::Opening, Shown::Opening, Trouble::None},
+        {State::Open, Shown::Open, Trouble::None},
+        {State::Starting, Shown::Starting, Trouble::None},
+        {State::Grabbing, Shown::Grabbing, Trouble::None},
+        {State::Stopping, Shown::Stopping, Trouble::None},
+        {State::ReadOnly, Shown::ReadOnly, Trouble::ReadOnly},
+        {State::NotResponding, Shown::NotResponding, Trouble::NotResponding},
+        {State::Lost, Shown::Lost, Trouble::Lost},
+        {State::Gone, Shown::Gone, Trouble::Gone}};
+    for (const StateRow &row : TABLE) {
+        if (row.state == state) {
+            return row;
+        }
     }
-    return Device::Available;
+    return TABLE[0];
+}
+
+DeviceListPanel::DeviceGroup groupOf(const DeviceCatalog::Device &device)
+{
+    using Group = DeviceListPanel::DeviceGroup;
+    if (device.control) {
+        return Group::Simulated;
+    }
+    return device.source->deviceType == DEVICE_TYPE_U3V ? Group::Usb3 : Group::Gige;
 }
 
 } // namespace
 
-WorkbenchWindow::WorkbenchWindow(CameraHost &host, const DeviceCatalog &catalog, QWidget *parent)
+WorkbenchWindow::WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidget *parent)
     : QMainWindow(parent)
     , m_host(host)
     , m_catalog(catalog)
     , m_pDevices(new DeviceListPanel)
+    , m_pBanner(new DeviceStateBanner)
     , m_pMessages(new MessageLogPanel)
 {
     setObjectName(QStringLiteral("WorkbenchWindow"));
@@ -59,6 +86,7 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, const DeviceCatalog &catalog,
     layOut();
     connectLog();
     connectPanel();
+    setSearch(&RealDevices::discover);
     fillDeviceList();
     m_pDevices->setLanguage(VexaInterface::language(false));
     setWindowTitle(workbenchText("lang_workbench_title"));
@@ -78,7 +106,13 @@ void WorkbenchWindow::layOut()
     auto *upper = new QSplitter(Qt::Horizontal);
     upper->setChildrenCollapsible(false);
     upper->addWidget(m_pDevices);
-    upper->addWidget(VexaMainFeatureWidget::instance(upper));
+    auto *middle = new QWidget;
+    auto *column = new QVBoxLayout(middle);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_pBanner);
+    column->addWidget(VexaMainFeatureWidget::instance(middle), 1);
+    upper->addWidget(middle);
     upper->setStretchFactor(0, 0);
     upper->setStretchFactor(1, 1);
     auto *whole = new QSplitter(Qt::Vertical, this);
@@ -96,9 +130,39 @@ void WorkbenchWindow::layOut()
 void WorkbenchWindow::fillDeviceList()
 {
     for (const DeviceCatalog::Device &device : m_catalog.devices()) {
-        m_pDevices->addDevice(device.id, DeviceCatalog::transportName(device.source->deviceType),
-                              device.source->model);
+        enterInList(device.id);
     }
+}
+
+void WorkbenchWindow::enterInList(const QString &id)
+{
+    const DeviceCatalog::Device *device = m_catalog.find(id);
+    m_pDevices->addDevice(groupOf(*device), id,
+                          DeviceCatalog::transportName(device->source->deviceType),
+                          device->source->model);
+}
+
+void WorkbenchWindow::setSearch(std::function<DeviceSearch::Found()> look)
+{
+    delete m_pSearch;
+    m_pSearch = new DeviceSearch(std::move(look), this);
+    connect(m_pSearch, &DeviceSearch::finished, this, &WorkbenchWindow::enterFound);
+}
+
+void WorkbenchWindow::enterFound(const DeviceSearch::Found &devices)
+{
+    int added = 0;
+    for (const std::shared_ptr<DeviceSource> &source : devices) {
+        const QString id = m_catalog.addFound(source);
+        if (!id.isEmpty()) {
+            enterInList(id);
+            ++added;
+        }
+    }
+    m_pDevices->setSearching(false);
+    QFunction::Instance()->InsertMessageLog(
+        MESSAGE_LOG_INFO, QString(),
+        workbenchText("lang_workbench_found").arg(devices.size()).arg(added));
 }
 
 void WorkbenchWindow::connectPanel()
@@ -117,6 +181,10 @@ void WorkbenchWindow::connectPanel()
     });
     connect(m_pDevices, &DeviceListPanel::deviceSelected, this, &WorkbenchWindow::showSelected);
     connect(m_pDevices, &DeviceListPanel::languageChosen, this, &WorkbenchWindow::setLanguage);
+    connect(m_pDevices, &DeviceListPanel::discoverRequested, this, [this] {
+        m_pDevices->setSearching(true);
+        m_pSearch->start();
+    });
 }
 
 void WorkbenchWindow::connectLog()
@@ -138,22 +206,24 @@ void WorkbenchWindow::openDevice(const QString &id)
 {
     const DeviceCatalog::Device *device = m_catalog.find(id);
     if (CameraSession *former = session(id)) {
-        if (former->state() != CameraSession::State::Lost || former->cameraId() != NO_CAMERA_ID) {
+        if (former->state() != CameraSession::State::Gone) {
             return;
         }
         m_sessions.remove(id);
-        former->deleteLater();
+        former->deleteWhenIdle();
     }
     if (!device) {
         return;
     }
     auto *camera = new CameraSession(m_host, device->source, this);
+    camera->setReturnTime(m_returnTime);
     m_sessions.insert(id, camera);
     connect(camera, &CameraSession::stateChanged, this,
             [this, id, camera] { onSessionChanged(id, camera); });
     connect(camera, &CameraSession::openFailed, this,
             [this, id](const QString &error) { emit deviceOpenFailed(id, error); });
     connect(camera, &CameraSession::firstUpdateDone, this, [this, id] { emit deviceUpdated(id); });
+    connect(camera, &CameraSession::lost, this, [this, id] { emit deviceLost(id); });
     camera->open();
 }
 
@@ -172,14 +242,11 @@ void WorkbenchWindow::onSessionChanged(const QString &id, CameraSession *camera)
     const CameraSession::State state = camera->state();
     if (state == CameraSession::State::Closed) {
         m_sessions.remove(id);
-        camera->deleteLater();
+        camera->deleteWhenIdle();
     }
-    m_pDevices->setDeviceState(id, listState(state));
+    m_pDevices->setDeviceState(id, rowOf(state).shown);
     // An opening puts its own camera on show, and a closing the empty page: the selection decides.
     showSelected();
-    if (state == CameraSession::State::Lost && camera->cameraId() != NO_CAMERA_ID) {
-        emit deviceLost(id);
-    }
 }
 
 void WorkbenchWindow::showSelected()
@@ -188,9 +255,16 @@ void WorkbenchWindow::showSelected()
     if (camera && camera->cameraId() != NO_CAMERA_ID) {
         camera->show();
     } else {
-        ShellHost::instance()->setCurrentCameraID(NO_CAMERA_ID);
-        VexaMainFeatureWidget::instance()->setCurrentCameraID(NO_CAMERA_ID);
+        CameraPage::show(NO_CAMERA_ID);
     }
+    showTrouble(camera);
+}
+
+void WorkbenchWindow::showTrouble(const CameraSession *camera)
+{
+    m_pBanner->setTrouble(camera ? rowOf(camera->state()).trouble
+                                 : DeviceStateBanner::Trouble::None,
+                          camera ? camera->since() : QDateTime());
 }
 
 void WorkbenchWindow::setLanguage(const QString &language)

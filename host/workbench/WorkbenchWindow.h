@@ -1,13 +1,19 @@
 #pragma once
 
+#include "host/workbench/DeviceReturn.h"
+#include "host/workbench/DeviceSearch.h"
+
 #include <QMainWindow>
 #include <QMap>
 #include <QString>
+
+#include <chrono>
 
 class CameraHost;
 class CameraSession;
 class DeviceCatalog;
 class DeviceListPanel;
+class DeviceStateBanner;
 class MessageLogPanel;
 
 /// The main window: the devices at the left, the feature trees in the middle, the message log below. It owns the
@@ -16,8 +22,9 @@ class WorkbenchWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    /// Both arguments outlive the window. The catalogue is shown as it is now.
-    WorkbenchWindow(CameraHost &host, const DeviceCatalog &catalog, QWidget *parent = nullptr);
+    /// Both arguments outlive the window. The catalogue is shown as it is now; devices that a search finds are
+    /// entered there.
+    WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidget *parent = nullptr);
     /// Closes all cameras.
     ~WorkbenchWindow() override;
 
@@ -28,11 +35,16 @@ public:
     CameraSession *session(const QString &id) const;
     /// Switches program and feature texts to "ENG" or "CH" and keeps the choice.
     void setLanguage(const QString &language);
+    /// How long devices that are opened from now on are waited for after a loss.
+    void setReturnTime(std::chrono::milliseconds time) { m_returnTime = time; }
+    /// Where devices are looked for: RealDevices::discover unless told otherwise.
+    void setSearch(std::function<DeviceSearch::Found()> look);
 
 signals:
     void deviceOpenFailed(QString id, QString error);
-    /// The first full update of the device's tree has ended.
+    /// The first full update of the device's tree has ended; again after each return from a loss.
     void deviceUpdated(QString id);
+    /// The device is waited for from now on.
     void deviceLost(QString id);
 
 protected:
@@ -42,15 +54,21 @@ protected:
 private:
     void layOut();
     void fillDeviceList();
+    void enterInList(const QString &id);
+    void enterFound(const DeviceSearch::Found &devices);
     void connectPanel();
     void connectLog();
     void onSessionChanged(const QString &id, CameraSession *session);
     void showSelected();
+    void showTrouble(const CameraSession *camera);
     void showPrompt(int level, const QString &text, const QString &title, bool richText);
 
     CameraHost &m_host;
-    const DeviceCatalog &m_catalog;
+    DeviceCatalog &m_catalog;
     DeviceListPanel *m_pDevices;
+    DeviceStateBanner *m_pBanner;
     MessageLogPanel *m_pMessages;
+    DeviceSearch *m_pSearch = nullptr;
+    std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
     QMap<QString, CameraSession *> m_sessions; ///< by catalogue id
 };

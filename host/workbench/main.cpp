@@ -3,9 +3,11 @@
 #include "UtilityKit/VexaInterface.h"
 #include "host/controlkit/CustomStyle.h"
 #include "host/devicetask/CameraHost.h"
+#include "host/devicetask/RealDevices.h"
 #include "host/shellservices/ShellHost.h"
 #include "host/utilitykit/UtilityHost.h"
 #include "host/workbench/CommandLine.h"
+#include "host/workbench/DescriptionLint.h"
 #include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/HeadlessRunner.h"
 #include "host/workbench/MessageHandler.h"
@@ -19,6 +21,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 #include <thread>
 
 namespace {
@@ -26,6 +29,8 @@ namespace {
 enum ExitCode { EXIT_DONE = 0, EXIT_FAILED = 1, EXIT_USAGE = 2 };
 
 constexpr std::chrono::seconds SHUTDOWN_LIMIT{10};
+/// Devices that have not answered a look by then are not there.
+constexpr std::chrono::seconds DISCOVERY_LIMIT{5};
 
 void print(FILE *stream, const QString &text)
 {
@@ -63,15 +68,35 @@ void limitShutdown(int exitCode)
 QStringList fillCatalog(DeviceCatalog &catalog, const WorkbenchOptions &options,
                         const QStringList &defaults, QString *error)
 {
-    const bool anyGiven = !options.devices.isEmpty() || !options.descriptions.isEmpty();
     QStringList ids;
-    for (const QString &device : anyGiven ? options.devices : defaults) {
+    for (const QString &device : options.namedDevices() > 0 ? options.devices : defaults) {
         ids += catalog.addBuiltIn(device, error);
+    }
+    for (const QString &address : options.gigeAddresses) {
+        ids += catalog.addGige(address, error);
+    }
+    for (const QString &id : options.usbIds) {
+        ids += catalog.addUsb(id, error);
     }
     for (const QString &description : options.descriptions) {
         ids += catalog.addDescription(description, options.memoryPattern, error);
     }
     return ids.contains(QString()) ? QStringList() : ids;
+}
+
+/// Prints the simulated devices, then those that answer.
+int listDevices()
+{
+    auto look = std::async(std::launch::async, &RealDevices::discover);
+    print(stdout, DeviceCatalog::listOf(DeviceCatalog::builtInSources()));
+    if (look.wait_for(DISCOVERY_LIMIT) == std::future_status::ready) {
+        print(stdout, DeviceCatalog::listOf(look.get()));
+        return EXIT_DONE;
+    }
+    complain(QStringLiteral("the search for devices was given up after %1 s")
+                 .arg(DISCOVERY_LIMIT.count()));
+    // Whatever hangs in the search would keep the program from ending.
+    std::_Exit(EXIT_DONE);
 }
 
 /// The two devices of a start without options.
@@ -192,8 +217,10 @@ int main(int argc, char *argv[])
         return EXIT_DONE;
     }
     if (options.list) {
-        print(stdout, DeviceCatalog::builtInList());
-        return EXIT_DONE;
+        return listDevices();
+    }
+    if (!options.lintFile.isEmpty()) {
+        return lintDescription(options.lintFile);
     }
 
     choosePlatform(options.isHeadless());

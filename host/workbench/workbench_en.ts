@@ -123,5 +123,105 @@
         <source>lang_workbench_writefailed</source>
         <translation>'%1' could not be written.</translation>
     </message>
+    <message>
+        <source>lang_workbench_discover</source>
+        <translation>Discover</translation>
+    </message>
+    <message>
+        <source>lang_workbench_discover_tip</source>
+        <translation>Looks for devices on the network and on the USB</translation>
+    </message>
+    <message>
+        <source>lang_workbench_searching</source>
+        <translation>Searching ...</translation>
+    </message>
+    <message>
+        <source>lang_workbench_found</source>
+        <translation>Search ended: %1 devices answered, %2 of them are new in the list.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_group_simulated</source>
+        <translation>Simulated</translation>
+    </message>
+    <message>
+        <source>lang_workbench_group_gige</source>
+        <translation>GigE Vision</translation>
+    </message>
+    <message>
+        <source>lang_workbench_group_usb3</source>
+        <translation>USB3 Vision</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_starting</source>
+        <translation>Starting</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_stopping</source>
+        <translation>Stopping</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_readonly</source>
+        <translation>Read only</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_notresponding</source>
+        <translation>Not responding</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notresponding</source>
+        <translation>The device does not respond. The program keeps asking.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_answers</source>
+        <translation>The device responds again. All values are read again.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_returned</source>
+        <translation>The device is back. All values are read again.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_restarted</source>
+        <translation>The device was restarted or reset. It is shown from the start.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notreturned</source>
+        <translation>The device did not come back and was closed.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_controllost</source>
+        <translation>Another host took control of the device.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_notresponding</source>
+        <translation>The device does not respond</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_notresponding_text</source>
+        <translation>No answer since %1. The program keeps asking; what is shown was read before.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_lost</source>
+        <translation>The connection to the device was lost</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_lost_text</source>
+        <translation>Lost since %1. The program waits %2 s for its return, then reads all values again; what is shown was read before.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_gone</source>
+        <translation>The device did not come back</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_gone_text</source>
+        <translation>Lost since %1, and closed meanwhile. Open it again when it is back.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_readonly</source>
+        <translation>Another host controls the device</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_readonly_text</source>
+        <translation>Read only since %1: values can be read, not written. When the other host has let go of the device, close it and open it again.</translation>
+    </message>
 </context>
 </TS>

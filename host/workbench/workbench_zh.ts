@@ -123,5 +123,105 @@
         <source>lang_workbench_writefailed</source>
         <translation>无法写入“%1”。</translation>
     </message>
+    <message>
+        <source>lang_workbench_discover</source>
+        <translation>搜索设备</translation>
+    </message>
+    <message>
+        <source>lang_workbench_discover_tip</source>
+        <translation>在网络和 USB 上搜索设备</translation>
+    </message>
+    <message>
+        <source>lang_workbench_searching</source>
+        <translation>正在搜索 ...</translation>
+    </message>
+    <message>
+        <source>lang_workbench_found</source>
+        <translation>搜索结束：%1 台设备有应答，其中 %2 台新加入列表。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_group_simulated</source>
+        <translation>模拟设备</translation>
+    </message>
+    <message>
+        <source>lang_workbench_group_gige</source>
+        <translation>GigE Vision</translation>
+    </message>
+    <message>
+        <source>lang_workbench_group_usb3</source>
+        <translation>USB3 Vision</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_starting</source>
+        <translation>正在启动</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_stopping</source>
+        <translation>正在停止</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_readonly</source>
+        <translation>只读</translation>
+    </message>
+    <message>
+        <source>lang_workbench_state_notresponding</source>
+        <translation>无响应</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notresponding</source>
+        <translation>设备无响应。程序会持续询问设备。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_answers</source>
+        <translation>设备恢复响应。正在重新读取所有值。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_returned</source>
+        <translation>设备已恢复连接。正在重新读取所有值。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_restarted</source>
+        <translation>设备已重新启动或复位。已重新载入设备。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notreturned</source>
+        <translation>设备没有恢复连接，已被关闭。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_controllost</source>
+        <translation>另一台主机取得了设备的控制权。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_notresponding</source>
+        <translation>设备无响应</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_notresponding_text</source>
+        <translation>自 %1 起没有应答。程序会持续询问设备；当前显示的是之前读到的值。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_lost</source>
+        <translation>与设备的连接已断开</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_lost_text</source>
+        <translation>自 %1 起断开。程序等待设备恢复连接，最长 %2 秒，恢复后重新读取所有值；当前显示的是之前读到的值。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_gone</source>
+        <translation>设备没有恢复连接</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_gone_text</source>
+        <translation>自 %1 起断开，现已被关闭。设备恢复后请重新打开。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_readonly</source>
+        <translation>设备正由另一台主机控制</translation>
+    </message>
+    <message>
+        <source>lang_workbench_banner_readonly_text</source>
+        <translation>自 %1 起为只读：可以读取值，但不能写入。另一台主机释放设备后，请关闭并重新打开设备。</translation>
+    </message>
 </context>
 </TS>

@@ -2,41 +2,41 @@
 #include "DeviceTaskModule/QTaskManager.h"
 #include "ShellServicesModule/QFunction.h"
 #include "ShellServicesModule/QLocalCfg.h"
+#include "WindowFixture.h"
 #include "host/devicetask/CameraHost.h"
 #include "host/shellservices/ShellHost.h"
-#include "host/utilitykit/UtilityHost.h"
 #include "host/workbench/CameraSession.h"
-#include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/HeadlessRunner.h"
 #include "host/workbench/MessageLogPanel.h"
+#include "host/workbench/WorkbenchTexts.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QComboBox>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QtTest>
 
+#include <atomic>
 #include <memory>
 
-/// The window as its user works with it: the list, the buttons, the language, and devices that go wrong.
+/// The window as its user works with it: the list, the buttons, the language.
 class WorkbenchWindowTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void init();
-    void cleanup();
+    void init() { m_pFixture = std::make_unique<WindowFixture>(); }
+    void cleanup() { m_pFixture.reset(); }
     void openAndCloseFromTheList();
     void selectionDecidesWhatIsShown();
     void grabbingShutsImportAndExport();
+    void grabbingThatHangsLeavesTheWindowAlive();
     void slowOpeningLeavesTheWindowAlive();
     void closeWhileOpening();
-    void lostDevice_data();
-    void lostDevice();
     void reopensMany();
+    void foundDevicesJoinTheList();
     void languageSwitch();
     void nothingIsCutOff_data();
     void nothingIsCutOff();
@@ -45,98 +45,30 @@ private slots:
     void silentDeviceEndsAHeadlessRun();
 
 private:
-    void click(const char *button);
-    void select(const QString &id);
-    QString stateText(const QString &id) const;
-    bool isUpdated(const QString &id) const;
-    void openAndWait(const QString &id);
-    QString messages() const
-    {
-        return m_pWindow->findChild<QPlainTextEdit *>("MessageLog")->toPlainText();
-    }
-    QTreeWidget *list() const { return m_pWindow->findChild<QTreeWidget *>("DeviceList"); }
-    SimulatorControl &control(const QString &id) { return *m_catalog.find(id)->control; }
+    WindowFixture &w() { return *m_pFixture; }
 
-    DeviceCatalog m_catalog;
-    std::unique_ptr<CameraHost> m_pHost;
-    std::unique_ptr<WorkbenchWindow> m_pWindow;
-    QSet<QString> m_updated;
+    std::unique_ptr<WindowFixture> m_pFixture;
 };
 
 namespace {
 
-const QString FIRST = QStringLiteral("area-camera");
-const QString SECOND = QStringLiteral("area-camera#2");
-constexpr int LONG_WAIT = 60000;
+const QString FIRST = WindowFixture::FIRST;
+const QString SECOND = WindowFixture::SECOND;
+constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
 
 } // namespace
 
-void WorkbenchWindowTest::init()
-{
-    ShellHost::useTransientSettings();
-    UtilityHost::useTransientSettings();
-    m_catalog = DeviceCatalog();
-    QString error;
-    QCOMPARE(m_catalog.addBuiltIn(FIRST, &error), FIRST);
-    QCOMPARE(m_catalog.addBuiltIn(FIRST, &error), SECOND);
-    m_pHost = std::make_unique<CameraHost>();
-    m_pWindow = std::make_unique<WorkbenchWindow>(*m_pHost, m_catalog);
-    m_pWindow->setLanguage("ENG");
-    m_updated.clear();
-    connect(m_pWindow.get(), &WorkbenchWindow::deviceUpdated, this,
-            [this](const QString &id) { m_updated.insert(id); });
-    m_pWindow->show();
-}
-
-void WorkbenchWindowTest::cleanup()
-{
-    m_pWindow.reset();
-    m_pHost.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-void WorkbenchWindowTest::click(const char *button)
-{
-    QTest::mouseClick(m_pWindow->findChild<QPushButton *>(button), Qt::LeftButton);
-}
-
-void WorkbenchWindowTest::select(const QString &id)
-{
-    const QList<QTreeWidgetItem *> items = list()->findItems(id, Qt::MatchExactly);
-    QCOMPARE(items.size(), 1);
-    QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      list()->visualItemRect(items.first()).center());
-}
-
-QString WorkbenchWindowTest::stateText(const QString &id) const
-{
-    const QList<QTreeWidgetItem *> items = list()->findItems(id, Qt::MatchExactly);
-    return items.isEmpty() ? QString() : items.first()->text(1);
-}
-
-bool WorkbenchWindowTest::isUpdated(const QString &id) const
-{
-    return m_updated.contains(id);
-}
-
-void WorkbenchWindowTest::openAndWait(const QString &id)
-{
-    select(id);
-    click("OpenButton");
-    QTRY_VERIFY_WITH_TIMEOUT(isUpdated(id), LONG_WAIT);
-}
-
 void WorkbenchWindowTest::openAndCloseFromTheList()
 {
-    openAndWait(FIRST);
-    QCOMPARE(stateText(FIRST), QString("Open"));
-    const long int cameraId = m_pWindow->session(FIRST)->cameraId();
-    VexaFeatureTree *tree = m_pWindow->session(FIRST)->tree();
+    w().openAndWait(FIRST);
+    QCOMPARE(w().stateText(FIRST), QString("Open"));
+    const long int cameraId = w().session(FIRST)->cameraId();
+    VexaFeatureTree *tree = w().session(FIRST)->tree();
     QVERIFY(tree && tree->isVisible() && tree->AllTreeItemsMap().size() >= 180);
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 1U);
 
-    click("CloseButton");
-    QCOMPARE(stateText(FIRST), QString("Available"));
+    w().click("CloseButton");
+    QCOMPARE(w().stateText(FIRST), QString("Available"));
     QVERIFY(!VexaMainFeatureWidget::instance()->isFeatureTreeExist(cameraId));
     QVERIFY(QTaskManager::Instance()->IsCameraTaskReleased(cameraId));
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
@@ -145,26 +77,26 @@ void WorkbenchWindowTest::openAndCloseFromTheList()
 
 void WorkbenchWindowTest::selectionDecidesWhatIsShown()
 {
-    openAndWait(FIRST);
-    openAndWait(SECOND);
-    QVERIFY(m_pWindow->session(SECOND)->tree()->isVisible());
-    select(FIRST);
-    QVERIFY(m_pWindow->session(FIRST)->tree()->isVisible());
-    QCOMPARE(ShellHost::instance()->currentCameraID(), m_pWindow->session(FIRST)->cameraId());
+    w().openAndWait(FIRST);
+    w().openAndWait(SECOND);
+    QVERIFY(w().session(SECOND)->tree()->isVisible());
+    w().select(FIRST);
+    QVERIFY(w().session(FIRST)->tree()->isVisible());
+    QCOMPARE(ShellHost::instance()->currentCameraID(), w().session(FIRST)->cameraId());
     // Closing the one on show leaves the other open and the empty page on show.
-    click("CloseButton");
-    QVERIFY(!m_pWindow->session(SECOND)->tree()->isVisible());
-    select(SECOND);
-    QVERIFY(m_pWindow->session(SECOND)->tree()->isVisible());
+    w().click("CloseButton");
+    QVERIFY(!w().session(SECOND)->tree()->isVisible());
+    w().select(SECOND);
+    QVERIFY(w().session(SECOND)->tree()->isVisible());
 }
 
 void WorkbenchWindowTest::grabbingShutsImportAndExport()
 {
-    openAndWait(FIRST);
+    w().openAndWait(FIRST);
     const auto enabledToolButtons = [this] {
         int enabled = 0;
         for (const QPushButton *button :
-             m_pWindow->session(FIRST)->tree()->findChildren<QPushButton *>()) {
+             w().session(FIRST)->tree()->findChildren<QPushButton *>()) {
             enabled += button->isVisible() && button->isEnabled()
                 && QByteArray(button->parentWidget()->metaObject()->className())
                     == "VexaFeatureToolBar";
@@ -172,109 +104,137 @@ void WorkbenchWindowTest::grabbingShutsImportAndExport()
         return enabled;
     };
     QCOMPARE(enabledToolButtons(), 5);
-    click("StartButton");
-    QCOMPARE(stateText(FIRST), QString("Grabbing"));
+    w().click("StartButton");
+    QCOMPARE(w().stateText(FIRST), QString("Starting"));
+    QTRY_COMPARE(w().stateText(FIRST), QString("Grabbing"));
     QCOMPARE(enabledToolButtons(), 2);
-    click("StopButton");
-    QCOMPARE(stateText(FIRST), QString("Open"));
+    w().click("StopButton");
+    QTRY_COMPARE(w().stateText(FIRST), QString("Open"));
     QCOMPARE(enabledToolButtons(), 5);
+}
+
+void WorkbenchWindowTest::grabbingThatHangsLeavesTheWindowAlive()
+{
+    w().openAndWait(FIRST);
+    w().control(FIRST).blockNextAccess();
+    w().click("StartButton");
+    QCOMPARE(w().stateText(FIRST), QString("Starting"));
+    QVERIFY(!w().isEnabled("StartButton") && !w().isEnabled("StopButton"));
+    w().control(FIRST).unblock();
+    QTRY_COMPARE(w().stateText(FIRST), QString("Grabbing"));
+    QVERIFY(!w().isEnabled("StartButton") && w().isEnabled("StopButton"));
+    w().control(FIRST).blockNextAccess();
+    w().click("StopButton");
+    QCOMPARE(w().stateText(FIRST), QString("Stopping"));
+    w().click("CloseButton");
+    QCOMPARE(w().stateText(FIRST), QString("Available"));
+    QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
 }
 
 void WorkbenchWindowTest::slowOpeningLeavesTheWindowAlive()
 {
-    control(FIRST).setLatency(2000);
-    select(FIRST);
+    w().control(FIRST).setLatency(2000);
+    w().select(FIRST);
     QElapsedTimer longest;
     qint64 stall = 0;
     QTimer ticks;
     connect(&ticks, &QTimer::timeout, this, [&] { stall = qMax(stall, longest.restart()); });
     ticks.start(1);
     longest.start();
-    click("OpenButton");
-    QCOMPARE(stateText(FIRST), QString("Opening"));
-    QTRY_COMPARE_WITH_TIMEOUT(stateText(FIRST), QString("Open"), LONG_WAIT);
+    w().click("OpenButton");
+    QCOMPARE(w().stateText(FIRST), QString("Opening"));
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Open"), LONG_WAIT);
     QVERIFY2(stall < 2000, QByteArray::number(stall));
 }
 
 void WorkbenchWindowTest::closeWhileOpening()
 {
-    control(FIRST).blockNextAccess();
-    select(FIRST);
-    click("OpenButton");
-    click("CloseButton");
-    QCOMPARE(stateText(FIRST), QString("Available"));
-    control(FIRST).unblock();
+    w().control(FIRST).blockNextAccess();
+    w().select(FIRST);
+    w().click("OpenButton");
+    w().click("CloseButton");
+    QCOMPARE(w().stateText(FIRST), QString("Available"));
+    // The opening still hangs; the window does not.
+    QElapsedTimer clock;
+    clock.start();
+    QTest::qWait(50);
+    QVERIFY2(clock.elapsed() < 1000, QByteArray::number(clock.elapsed()));
+    w().control(FIRST).unblock();
     QTRY_COMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
-    openAndWait(FIRST);
+    w().openAndWait(FIRST);
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 1U);
-}
-
-void WorkbenchWindowTest::lostDevice_data()
-{
-    QTest::addColumn<bool>("afterUpdate");
-    QTest::addColumn<bool>("grabbing");
-    QTest::newRow("lost at rest") << true << false;
-    QTest::newRow("lost while grabbing") << true << true;
-    QTest::newRow("lost during the full update") << false << false;
-}
-
-void WorkbenchWindowTest::lostDevice()
-{
-    QFETCH(bool, afterUpdate);
-    QFETCH(bool, grabbing);
-    if (!afterUpdate) {
-        control(FIRST).setLatency(1000);
-    }
-    select(FIRST);
-    click("OpenButton");
-    QTRY_COMPARE_WITH_TIMEOUT(stateText(FIRST), QString("Open"), LONG_WAIT);
-    if (afterUpdate) {
-        QTRY_VERIFY_WITH_TIMEOUT(isUpdated(FIRST), LONG_WAIT);
-    }
-    if (grabbing) {
-        click("StartButton");
-    }
-    QSignalSpy lost(m_pWindow.get(), &WorkbenchWindow::deviceLost);
-    control(FIRST).vanish();
-    control(FIRST).loseControl();
-    QTRY_COMPARE_WITH_TIMEOUT(stateText(FIRST), QString("Lost"), LONG_WAIT);
-    QTRY_COMPARE_WITH_TIMEOUT(QTaskManager::Instance()->GetTaskCount(), 0U, LONG_WAIT);
-    QCOMPARE(lost.size(), 1);
-    QCOMPARE(messages().count("The connection to the device was lost."), 1);
-    QCOMPARE(ShellHost::instance()->currentCameraID(), -1L);
-
-    control(FIRST).setLatency(0);
-    control(FIRST).comeBack();
-    m_updated.clear();
-    openAndWait(FIRST);
-    QCOMPARE(stateText(FIRST), QString("Open"));
 }
 
 void WorkbenchWindowTest::reopensMany()
 {
     for (int round = 0; round < 10; ++round) {
-        select(FIRST);
-        click("OpenButton");
-        QTRY_COMPARE_WITH_TIMEOUT(stateText(FIRST), QString("Open"), LONG_WAIT);
+        w().select(FIRST);
+        w().click("OpenButton");
+        QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Open"), LONG_WAIT);
         // Closed in the middle of the first full update.
-        click("CloseButton");
+        w().click("CloseButton");
         QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
     }
     QCOMPARE(VexaMainFeatureWidget::instance()->getAllFeatureTreesMap().keys(),
              QList<long int>{-1});
 }
 
+void WorkbenchWindowTest::foundDevicesJoinTheList()
+{
+    const auto camera = std::make_shared<DeviceSource>();
+    camera->id = QStringLiteral("192.168.7.9");
+    camera->name = camera->model = QStringLiteral("Model");
+    const auto usb = std::make_shared<DeviceSource>(*camera);
+    usb->id = QStringLiteral("U3V-1");
+    usb->deviceType = DEVICE_TYPE_U3V;
+    const auto found = std::make_shared<std::atomic<bool>>(false);
+    w().window().setSearch([camera, usb, found] {
+        while (!*found) {
+            QThread::yieldCurrentThread();
+        }
+        return DeviceSearch::Found{usb, camera};
+    });
+    const auto *button = w().window().findChild<QPushButton *>("DiscoverButton");
+    for (const char *outcome : {"2 devices answered, 2 of them", "2 devices answered, 0 of them"}) {
+        *found = false;
+        w().click("DiscoverButton");
+        QVERIFY(!button->isEnabled() && button->text() == "Searching ...");
+        *found = true;
+        QTRY_VERIFY(button->isEnabled());
+        QVERIFY2(w().messages().count(outcome) == 1, qPrintable(w().messages()));
+    }
+    QStringList rows;
+    for (int row = 0; row < w().list()->topLevelItemCount(); ++row) {
+        rows += w().list()->topLevelItem(row)->text(0);
+    }
+    QCOMPARE(rows,
+             QStringList(
+                 {"Simulated", FIRST, SECOND, "GigE Vision", camera->id, "USB3 Vision", usb->id}));
+    // A heading cannot be selected, with the mouse or the keyboard.
+    QTest::mouseClick(w().list()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      w().list()->visualItemRect(w().list()->topLevelItem(3)).center());
+    QCOMPARE(w().list()->currentItem()->text(0), FIRST);
+    w().select(SECOND);
+    QTest::keyClick(w().list(), Qt::Key_Down);
+    QCOMPARE(w().list()->currentItem()->text(0), camera->id);
+    // A real device that is not there is refused with a reason.
+    w().source(camera->id).create = nullptr;
+    w().click("OpenButton");
+    QTRY_COMPARE(w().stateText(camera->id), QString("Available"));
+    QVERIFY(w().messages().contains("could not be opened"));
+}
+
 void WorkbenchWindowTest::languageSwitch()
 {
-    openAndWait(FIRST);
-    auto *combo = m_pWindow->findChild<QComboBox *>("LanguageCombo");
-    const auto *open = m_pWindow->findChild<QPushButton *>("OpenButton");
+    w().openAndWait(FIRST);
+    auto *combo = w().window().findChild<QComboBox *>("LanguageCombo");
+    const auto *open = w().window().findChild<QPushButton *>("OpenButton");
     const QString english = open->text();
     combo->setCurrentIndex(combo->findData("CH"));
     emit combo->activated(combo->currentIndex());
     QTRY_VERIFY(open->text() != english);
     QCOMPARE(QLocalCfg::Instance()->GetPropertyLan(), QString("CH"));
-    QVERIFY(stateText(FIRST) != QString("Open"));
+    QVERIFY(w().stateText(FIRST) != QString("Open"));
     combo->setCurrentIndex(combo->findData("ENG"));
     emit combo->activated(combo->currentIndex());
     QTRY_COMPARE(open->text(), english);
@@ -291,27 +251,36 @@ void WorkbenchWindowTest::nothingIsCutOff_data()
 void WorkbenchWindowTest::nothingIsCutOff()
 {
     QFETCH(QString, language);
-    m_pWindow->setLanguage(language);
-    openAndWait(FIRST);
+    w().window().setLanguage(language);
+    w().openAndWait(FIRST);
     QCoreApplication::processEvents();
-    QCOMPARE(m_pWindow->size(), QSize(1280, 800));
-    for (const QPushButton *button : m_pWindow->findChildren<QPushButton *>()) {
+    QCOMPARE(w().window().size(), QSize(1280, 800));
+    for (const QPushButton *button : w().window().findChildren<QPushButton *>()) {
         const bool shown = button->isVisible() && !button->text().isEmpty();
         QVERIFY2(!shown
                      || button->fontMetrics().horizontalAdvance(button->text()) <= button->width(),
                  button->text().toUtf8());
     }
-    for (const QLabel *label : m_pWindow->findChildren<QLabel *>()) {
+    for (const QLabel *label : w().window().findChildren<QLabel *>()) {
         const bool shown = label->isVisible() && !label->text().isEmpty();
         QVERIFY2(!shown
                      || label->fontMetrics().horizontalAdvance(label->text())
                          <= label->contentsRect().width(),
                  label->text().toUtf8());
     }
+    // The longest of the states, with the margins of its cell.
+    int longest = 0;
+    for (const char *state :
+         {"lang_workbench_state_notresponding", "lang_workbench_state_available",
+          "lang_workbench_state_grabbing", "lang_workbench_state_starting"}) {
+        longest = qMax(longest, w().list()->fontMetrics().horizontalAdvance(workbenchText(state)));
+    }
+    QVERIFY(longest + 20 <= w().list()->columnWidth(1));
+    QVERIFY(w().list()->columnWidth(0) >= 120);
     // Everything that is shown lies inside of what holds it.
-    const QWidget *tree = m_pWindow->session(FIRST)->tree();
-    const QRect inWindow(tree->mapTo(m_pWindow.get(), QPoint()), tree->size());
-    QVERIFY(m_pWindow->rect().contains(inWindow));
+    const QWidget *tree = w().session(FIRST)->tree();
+    const QRect inWindow(tree->mapTo(&w().window(), QPoint()), tree->size());
+    QVERIFY(w().window().rect().contains(inWindow));
     QVERIFY(tree->minimumSizeHint().width() <= tree->width());
 }
 
@@ -321,7 +290,7 @@ void WorkbenchWindowTest::messagesAreBounded()
         QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, "camera",
                                                 QStringLiteral("line\n%1").arg(count));
     }
-    const QStringList lines = messages().split('\n');
+    const QStringList lines = w().messages().split('\n');
     QCOMPARE(lines.size(), MessageLogPanel::MAXIMUM_MESSAGES);
     QVERIFY(lines.last().contains("camera: line 1049"));
 }
@@ -329,7 +298,7 @@ void WorkbenchWindowTest::messagesAreBounded()
 void WorkbenchWindowTest::promptIsShownOnceAndEscaped()
 {
     QFunction::Instance()->SendShowPromptSignal(-1, 3, "<b>no markup</b>", "Title", false);
-    const QList<CustomMessageBox *> boxes = m_pWindow->findChildren<CustomMessageBox *>();
+    const QList<CustomMessageBox *> boxes = w().window().findChildren<CustomMessageBox *>();
     QCOMPARE(boxes.size(), 1);
     QCOMPARE(boxes.first()->cContent(), QString("&lt;b&gt;no markup&lt;/b&gt;"));
     boxes.first()->close();
@@ -339,14 +308,14 @@ void WorkbenchWindowTest::silentDeviceEndsAHeadlessRun()
 {
     WorkbenchOptions options;
     options.readName = "Width";
-    HeadlessRunner runner(*m_pWindow, options, {FIRST}, std::chrono::milliseconds(300));
+    HeadlessRunner runner(w().window(), options, {FIRST}, std::chrono::milliseconds(300));
     QSignalSpy finished(&runner, &HeadlessRunner::finished);
-    control(FIRST).blockNextAccess();
+    w().control(FIRST).blockNextAccess();
     runner.start();
     QVERIFY(finished.wait(10000));
     QCOMPARE(finished.first().first().toInt(), 1);
-    QVERIFY2(messages().contains("No answer from area-camera"), qPrintable(messages()));
-    control(FIRST).unblock();
+    QVERIFY2(w().messages().contains("No answer from area-camera"), qPrintable(w().messages()));
+    w().control(FIRST).unblock();
 }
 
 QTEST_MAIN(WorkbenchWindowTest)
