@@ -4,6 +4,7 @@
 #include "host/devicetask/ClosingDevices.h"
 #include "host/devicetask/GErrorBox.h"
 #include "host/devicetask/ProcessMutex.h"
+#include "host/devicetask/nodes/AccessMode.h"
 #include "host/devicetask/nodes/NodeTableCheck.h"
 #include "host/devicetask/nodes/NodeTableReader.h"
 
@@ -23,8 +24,9 @@ constexpr milliseconds CALL_LIMIT(10000);
 constexpr milliseconds PROBE_INTERVAL(500);
 /// A device that is silent for that long has to be opened anew.
 constexpr milliseconds SILENCE_LIMIT(10000);
-/// How long both sides look out for each other before they sleep: a sleep and a wake cost more than most accesses.
-constexpr std::chrono::microseconds LINGER(40);
+/// How long both sides look out for each other before they sleep: a sleep and a wake cost more than many accesses.
+constexpr std::chrono::microseconds LINGER_FOR_CALLS(50);
+constexpr std::chrono::microseconds LINGER_FOR_ANSWER(400);
 
 constexpr signed char NEVER_ASKED = 1;
 
@@ -33,13 +35,29 @@ DeviceError closedError()
     return {DEVICE_GONE, QStringLiteral("the camera is closed")};
 }
 
-template<class Condition>
-void linger(Condition &&condition)
+/// Leaves the processor's other half alone for a moment.
+inline void pauseProcessor()
 {
-    const auto end = std::chrono::steady_clock::now() + LINGER;
-    while (!condition() && std::chrono::steady_clock::now() < end) {
+#if defined(__x86_64__) || defined(__i386__)
+    __builtin_ia32_pause();
+#endif
+}
+
+template<class Condition>
+void linger(std::chrono::microseconds time, Condition &&condition)
+{
+    // Most answers are a matter of a microsecond or two; for longer ones others may have the processor.
+    constexpr int LOOKS_BETWEEN_YIELDS = 200;
+    const auto end = std::chrono::steady_clock::now() + time;
+    do {
+        for (int look = 0; look < LOOKS_BETWEEN_YIELDS; ++look) {
+            if (condition()) {
+                return;
+            }
+            pauseProcessor();
+        }
         std::this_thread::yield();
-    }
+    } while (std::chrono::steady_clock::now() < end);
 }
 
 std::unique_ptr<std::atomic<signed char>[]> freshModes(int count) {
@@ -120,6 +138,7 @@ DeviceConnection::DeviceConnection(Parts parts)
     , m_pNodes(std::move(parts.nodes))
     , m_session{parts.device, *m_pNodes, m_locals, m_nAnswered}
     , m_pState(std::make_shared<ConnectionState>(std::move(parts.stateChanged)))
+    , m_fixedModes(AccessMode::fixed(*m_pNodes))
     , m_pModes(freshModes(m_pNodes->count()))
 {
 }
@@ -172,7 +191,7 @@ DeviceError DeviceConnection::perform(const std::shared_ptr<DeviceCall> &call,
         ++m_nQueued;
         m_wake.notify_one();
     }
-    linger([&call] { return call->m_bDone.load(); });
+    linger(LINGER_FOR_ANSWER, [&call] { return call->m_bDone.load(); });
     if (call->m_bDone) {
         return call->m_error;
     }
@@ -256,7 +275,7 @@ void DeviceConnection::run()
 void DeviceConnection::lingerForCalls(std::unique_lock<std::mutex> &guard)
 {
     guard.unlock();
-    linger([this] { return m_nQueued > 0 || m_bClosed; });
+    linger(LINGER_FOR_CALLS, [this] { return m_nQueued > 0 || m_bClosed; });
     guard.lock();
     // A lost control comes without a call; nobody waits for it here.
     m_wake.wait(guard, [this] { return m_bClosed || !m_queue.empty(); });
@@ -321,9 +340,23 @@ void DeviceConnection::free()
     ClosingDevices::end(m_strSource);
 }
 
+bool DeviceConnection::fixedAccessMode(const QByteArray &name, const std::atomic<bool> &releasing,
+                                       int *mode) const
+{
+    const NodeId id = m_pNodes->find(name);
+    if (id == NO_NODE || m_fixedModes[id] < 0 || refusal(releasing).failed()) {
+        return false;
+    }
+    *mode = m_fixedModes[id];
+    return true;
+}
+
 int DeviceConnection::lastAccessMode(const QByteArray &name) const
 {
     const NodeId id = m_pNodes->find(name);
+    if (id != NO_NODE && m_fixedModes[id] >= 0) {
+        return m_fixedModes[id];
+    }
     return id == NO_NODE ? int(NEVER_ASKED) : int(m_pModes[static_cast<std::size_t>(id)]);
 }
 

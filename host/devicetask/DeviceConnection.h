@@ -62,6 +62,10 @@ public:
     ConnectionState::State state() const { return m_pState->get(); }
     const QByteArray &description() const { return m_xml; }
 
+    /// The access mode of a node that has one and the same in every state, without a word to the device; false when the
+    /// device has to be asked or does not answer.
+    bool fixedAccessMode(const QByteArray &name, const std::atomic<bool> &releasing,
+                         int *mode) const;
     /// The access mode that a node last had, 1 (not available) when it was never asked.
     int lastAccessMode(const QByteArray &name) const;
     void keepAccessMode(const QByteArray &name, int mode);
@@ -92,7 +96,8 @@ private:
     std::atomic<unsigned int> m_nAnswered{0}; ///< register accesses that the device answered
     const DeviceSession m_session;
     const std::shared_ptr<ConnectionState> m_pState;
-    const std::unique_ptr<std::atomic<signed char>[]> m_pModes; ///< by NodeId
+    const QVector<signed char> m_fixedModes; ///< by NodeId, see AccessMode::fixed
+    const std::unique_ptr<std::atomic<signed char>[]> m_pModes; ///< by NodeId: the last answers
     gulong m_nControlHandler = 0;
 
     std::mutex m_mutex; ///< guards what follows

@@ -12,5 +12,6 @@ struct DeviceSession
     ArvDevice *device;
     const NodeTable &nodes;
     LocalValues &locals; ///< of the connection; see host/devicetask/nodes/LocalValues.h
-    std::atomic<unsigned int> &answered; ///< register accesses that the device answered; RegisterMemory counts them
+    std::atomic<unsigned int>
+        &answered; ///< register accesses that the device answered; RegisterMemory counts them
 };

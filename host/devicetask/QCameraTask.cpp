@@ -444,16 +444,17 @@ bool QCameraTask::SetStringValue(const QString &name, const QString &value, int 
 int QCameraTask::GetAccessMode(const QString &name, int *error)
 {
     const std::shared_ptr<TaskRecord> keep = d->enter();
+    const std::shared_ptr<DeviceConnection> connection = d->connection();
     const QByteArray node = name.toUtf8();
     int mode = NODE_NA;
-    const DeviceError result =
-        d->call(*this, &mode, [node](const DeviceSession &session, int *answer) {
+    DeviceError result;
+    if (!connection || !connection->fixedAccessMode(node, m_bReleasing, &mode)) {
+        result = d->call(*this, &mode, [node](const DeviceSession &session, int *answer) {
             return AccessMode::of(session, node, answer);
         });
-    if (const std::shared_ptr<DeviceConnection> connection = d->connection()) {
-        if (result.failed()) {
+        if (connection && result.failed()) {
             mode = connection->lastAccessMode(node);
-        } else {
+        } else if (connection) {
             connection->keepAccessMode(node, mode);
         }
     }

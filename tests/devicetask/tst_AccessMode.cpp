@@ -152,7 +152,13 @@ void AccessModeTest::keepsLastModeWhileDeviceIsSilent()
     int error = 0;
     QCOMPARE(device.task().GetAccessMode("Gated", &error), 4);
     QVERIFY(error != 0);
-    QCOMPARE(device.task().GetAccessMode("Gate", &error), 1); // never asked before
+    QCOMPARE(device.task().GetAccessMode("Gate", &error), 3); // the same in every state
+    QVERIFY(error != 0);
+
+    DeviceFixture silent(nodes());
+    silent.m_pState->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    QCOMPARE(silent.task().GetAccessMode("Gated", &error), 1); // never asked before
+    QVERIFY(error != 0);
 }
 
 void AccessModeTest::writeToLockedNodeNeverReachesDevice()

@@ -37,6 +37,13 @@ WindowFixture::WindowFixture()
             qFatal("%s", qPrintable(error));
         }
     }
+    for (const DeviceCatalog::Device &device : m_catalog.devices()) {
+        // A transport cannot open a device that does not answer.
+        const auto create = device.source->create;
+        device.source->create = [create, isSilent = m_pIsSilent](GError **error) {
+            return *isSilent ? static_cast<ArvDevice *>(nullptr) : create(error);
+        };
+    }
     m_pHost = std::make_unique<CameraHost>();
     m_pWindow = std::make_unique<WorkbenchWindow>(*m_pHost, m_catalog);
     m_pWindow->setLanguage(QStringLiteral("ENG"));
@@ -130,11 +137,13 @@ void WindowFixture::silence(const QString &id)
     for (const quint64 address : qAsConst(m_silent)) {
         device.setFailing(address, ARV_DEVICE_ERROR_TIMEOUT);
     }
+    *m_pIsSilent = true;
     session(id)->tree()->RefreshFeatures();
 }
 
 void WindowFixture::answerAgain(const QString &id)
 {
+    *m_pIsSilent = false;
     for (const quint64 address : qAsConst(m_silent)) {
         control(id).setFailing(address, 0);
     }

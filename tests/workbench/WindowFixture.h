@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QString>
 
+#include <atomic>
 #include <memory>
 
 class CameraHost;
@@ -59,4 +60,6 @@ private:
     std::unique_ptr<WorkbenchWindow> m_pWindow;
     QSet<QString> m_updated;
     QSet<quint64> m_silent; ///< addresses
+    const std::shared_ptr<std::atomic<bool>> m_pIsSilent =
+        std::make_shared<std::atomic<bool>>(false);
 };

@@ -127,6 +127,34 @@ DeviceError workOut(NodeEvaluator &evaluator, NodeId id, bool withLocks, int *mo
     return {};
 }
 
+bool hasCondition(const NodeInfo &node)
+{
+    return !node.implementedBy.isEmpty() || !node.availableBy.isEmpty() || !node.lockedBy.isEmpty()
+        || !node.variables.isEmpty();
+}
+
+/// The same as workOut() for a chain without conditions, else -1. A chain has an end: what stands in a circle, or goes
+/// too deep, is a problem of its node.
+int fixedMode(const NodeTable &nodes, NodeId id)
+{
+    int result = NODE_RW;
+    for (NodeId current = id; current != NO_NODE;) {
+        const NodeInfo &node = nodes.at(current);
+        if (!node.problem.isEmpty()) {
+            return NODE_NI;
+        }
+        if (hasCondition(node)) {
+            return -1;
+        }
+        if (node.kind == NodeKind::Category) {
+            return NODE_RO;
+        }
+        result = narrowed(result, ownMode(nodes, node));
+        current = node.value.source == NodeOperand::Source::Node ? node.value.node : NO_NODE;
+    }
+    return result;
+}
+
 DeviceError requireNode(const NodeTable &nodes, const QByteArray &name, NodeId *id)
 {
     if (name.isEmpty()) {
@@ -170,6 +198,15 @@ DeviceError AccessMode::of(const DeviceSession &session, const QByteArray &name,
     }
     NodeEvaluator evaluator(session);
     return workOut(evaluator, id, true, mode);
+}
+
+QVector<signed char> AccessMode::fixed(const NodeTable &nodes)
+{
+    QVector<signed char> modes(nodes.count());
+    for (NodeId id = 0; id < nodes.count(); ++id) {
+        modes[id] = static_cast<signed char>(fixedMode(nodes, id));
+    }
+    return modes;
 }
 
 DeviceError AccessMode::requireReadable(NodeEvaluator &evaluator, const QByteArray &name,

@@ -5,6 +5,7 @@
 #include "host/devicetask/nodes/NodeTable.h"
 
 #include <QByteArray>
+#include <QVector>
 
 class NodeEvaluator;
 
@@ -19,6 +20,8 @@ public:
     /// The node's present mode. A node that does not exist or cannot be evaluated is not implemented. `mode` stays
     /// on failure.
     static DeviceError of(const DeviceSession &session, const QByteArray &name, int *mode);
+    /// The modes that no register can change, by NodeId; -1 for a node with a condition that has to be evaluated.
+    static QVector<signed char> fixed(const NodeTable &nodes);
     /// As the first step of an operation: gives the node, or fails unless it exists and can be read; locks are not
     /// looked at, so they cost no access.
     static DeviceError requireReadable(NodeEvaluator &evaluator, const QByteArray &name,
