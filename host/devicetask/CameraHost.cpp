@@ -3,6 +3,7 @@
 #include "host/devicetask/CameraTaskFactory.h"
 #include "host/devicetask/ClosingDevices.h"
 #include "host/devicetask/DeviceConnection.h"
+#include "host/devicetask/GLibLog.h"
 #include "host/devicetask/LossSink.h"
 #include "host/devicetask/OperateThread.h"
 #include "host/devicetask/TaskRecord.h"
@@ -99,6 +100,7 @@ CameraHost::CameraHost(QObject *parent)
     // Qt knows the type as "long" only; queued connections and spies ask for it as the signals spell it.
     qRegisterMetaType<long int>("long int");
     qRegisterMetaType<DeviceCondition>();
+    GLibLog::install();
     d->m_pSink = std::make_shared<LossSink>(this);
     d->m_pThread =
         std::make_shared<OperateThread>([sink = d->m_pSink, this](long int cameraId, bool lost) {
@@ -172,6 +174,11 @@ CameraHost::OpenResult CameraHost::reopenCamera(long int cameraId)
     const DeviceConnection::Opened opened = DeviceConnection::open(record->m_source, watcher);
     result.error = opened.error;
     if (!opened.connection) {
+        return result;
+    }
+    if (!opened.connection->answers()) {
+        opened.connection->close();
+        result.error = QStringLiteral("The device does not answer.");
         return result;
     }
     result.cameraId = cameraId;

@@ -66,6 +66,15 @@ std::unique_ptr<std::atomic<signed char>[]> freshModes(int count) {
     return modes;
 }
 
+/// Any answer will do, a refusal too. Address 0 holds the version of a GigE Vision or USB3 Vision device.
+DeviceError askHarmlessly(const DeviceSession &session)
+{
+    quint32 version = 0;
+    GErrorBox box;
+    arv_device_read_memory(session.device, 0, sizeof(version), &version, box.next());
+    return box.error(QString());
+}
+
 void freeDevice(ArvDevice *device)
 {
     const std::lock_guard<std::recursive_mutex> guard(aravisMutex());
@@ -167,6 +176,15 @@ void DeviceConnection::close(LastWords lastWords)
     m_lastWords = std::move(lastWords);
     m_wake.notify_one();
     notifyWaiting();
+}
+
+bool DeviceConnection::answers()
+{
+    const std::atomic<bool> releasing{false};
+    bool answered = false;
+    return !call(releasing, &answered, [](const DeviceSession &session, bool *) {
+                return askHarmlessly(session);
+            }).isTransport();
 }
 
 DeviceError DeviceConnection::refusal(const std::atomic<bool> &releasing) const
@@ -314,12 +332,8 @@ void DeviceConnection::finish(DeviceCall &call, const DeviceError &error)
 
 void DeviceConnection::ask(std::unique_lock<std::mutex> &guard)
 {
-    // Any answer will do, a refusal too. Address 0 holds the version of a GigE Vision or USB3 Vision device.
     guard.unlock();
-    quint32 version = 0;
-    GErrorBox box;
-    arv_device_read_memory(m_session.device, 0, sizeof(version), &version, box.next());
-    const DeviceError error = box.error(QString());
+    const DeviceError error = askHarmlessly(m_session);
     guard.lock();
     const bool wasLive = m_pState->get() == ConnectionState::Live;
     if (!error.isTransport()) {

@@ -56,6 +56,8 @@ public:
         return error;
     }
 
+    /// Asks the device something harmless; any answer will do. May block for as long as the transport takes.
+    bool answers();
     /// Every access fails from now on, those under way included; the device is freed on the connection's thread as
     /// soon as nothing hangs in it, after `lastWords` if it still answers. Returns at once.
     void close(LastWords lastWords = {});

@@ -341,6 +341,11 @@ void CameraLifeTest::reopeningFailsUntilTheDeviceIsBack()
     QCameraTask &task = *QTaskManager::Instance()->GetTaskByID(id)->_CameraTak();
     QVERIFY(!readReg(task));
     isBack = true;
+    // It can be opened, but does not answer yet.
+    state->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    QCOMPARE(host.reopenCamera(id).cameraId, NO_CAMERA_ID);
+    QCOMPARE(host.condition(id), DeviceCondition::Lost);
+    state->setGone(-1);
     QCOMPARE(host.reopenCamera(id).cameraId, id);
     QVERIFY(readReg(task));
 }

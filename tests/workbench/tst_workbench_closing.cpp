@@ -42,6 +42,10 @@ constexpr bool IS_SANITIZED = false;
 #endif
 /// Longest pause of the event loop, in ms.
 constexpr qint64 LONGEST_GAP = IS_SANITIZED ? 3000 : 100;
+/// Sanitizers find in fewer rounds what they find at all, and need ten times as long for each.
+constexpr int WARM_UP_ROUNDS = IS_SANITIZED ? 1 : 20;
+constexpr int TREE_ROUNDS = IS_SANITIZED ? 30 : 100;
+constexpr int SMALL_ROUNDS = IS_SANITIZED ? 300 : 1000;
 
 /// The longest time between two turns of the event loop since it was made, in ms.
 class GapMeter
@@ -220,8 +224,8 @@ void WorkbenchClosingTest::twoDevicesAHundredTimes()
     WindowFixture fixture;
     fillBounded();
     Level before;
-    for (int round = 0; round < 120; ++round) {
-        if (round == 20) {
+    for (int round = 0; round < WARM_UP_ROUNDS + TREE_ROUNDS; ++round) {
+        if (round == WARM_UP_ROUNDS) {
             before = Level::now();
         }
         fixture.forgetUpdates();
@@ -264,8 +268,8 @@ void WorkbenchClosingTest::smallDescriptionAThousandTimes()
         QStringLiteral("small"), SimulatorControl::MemoryPattern::Zero);
     fillBounded();
     Level before;
-    for (int round = 0; round < 1100; ++round) {
-        if (round == 100) {
+    for (int round = 0; round < WARM_UP_ROUNDS + SMALL_ROUNDS; ++round) {
+        if (round == WARM_UP_ROUNDS) {
             before = Level::now();
         }
         CameraSession camera(fixture.host(), device.source);
