@@ -9,6 +9,7 @@
 #include "host/devicetask/nodes/NodeTableReader.h"
 
 #include <algorithm>
+#include <system_error>
 #include <thread>
 
 namespace {
@@ -137,7 +138,13 @@ DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
     result.connection.reset(
         new DeviceConnection({source.id, xml, std::move(nodes), device, std::move(stateChanged)}));
     result.connection->watchControl();
-    std::thread([connection = result.connection] { connection->run(); }).detach();
+    try {
+        std::thread([connection = result.connection] { connection->run(); }).detach();
+    } catch (const std::system_error &) {
+        result.connection->free();
+        result.connection.reset();
+        result.error = QStringLiteral("There is no thread left for the device.");
+    }
     return result;
 }
 
@@ -288,6 +295,7 @@ void DeviceConnection::run()
         lastWords(m_session);
     }
     free();
+    ClosingDevices::end(m_strSource);
 }
 
 void DeviceConnection::lingerForCalls(std::unique_lock<std::mutex> &guard)
@@ -351,7 +359,6 @@ void DeviceConnection::free()
 {
     g_signal_handler_disconnect(m_session.device, m_nControlHandler);
     freeDevice(m_session.device);
-    ClosingDevices::end(m_strSource);
 }
 
 bool DeviceConnection::fixedAccessMode(const QByteArray &name, const std::atomic<bool> &releasing,
