@@ -181,6 +181,15 @@ CameraHost::OpenResult CameraHost::reopenCamera(long int cameraId)
         result.error = QStringLiteral("The device does not answer.");
         return result;
     }
+    if (record->m_nState == TASK_CAMERA_GRABBING && opened.accessMode == DEVICE_ACCESS_CONTROL) {
+        // A device may have gone on acquiring, with its features locked.
+        const std::atomic<bool> releasing{false};
+        bool told = false;
+        opened.connection->call(releasing, &told, [](const DeviceSession &session, bool *) {
+            stopAcquisition(session);
+            return DeviceError();
+        });
+    }
     result.cameraId = cameraId;
     result.accessMode = opened.accessMode;
     result.restarted = record->m_bRestarted.exchange(false);

@@ -208,6 +208,7 @@ DeviceError DeviceConnection::perform(const std::shared_ptr<DeviceCall> &call,
 {
     DeviceError error = refusal(releasing);
     if (error.failed()) {
+        endLongSilence();
         return error;
     }
     {
@@ -224,13 +225,14 @@ DeviceError DeviceConnection::perform(const std::shared_ptr<DeviceCall> &call,
     while (!call->m_bDone) {
         const bool isRunning = m_pRunning == call.get();
         const bool isOut = m_bClosed || releasing;
-        const Clock::duration busy = isRunning ? waitedForDevice() : Clock::duration::zero();
+        const Clock::duration busy =
+            isRunning || m_bAsking ? waitedForDevice() : Clock::duration::zero();
         error = refusal(releasing);
         if (error.failed() && (isOut || !isRunning)) {
             giveUp(call);
             return error;
         }
-        if (busy > CALL_LIMIT) {
+        if (isRunning && busy > CALL_LIMIT) {
             m_pState->set(ConnectionState::Gone);
             return {DEVICE_TIMEOUT, QString()};
         }
@@ -253,6 +255,16 @@ DeviceConnection::Clock::duration DeviceConnection::waitedForDevice()
         m_busySince = Clock::now();
     }
     return Clock::now() - m_busySince;
+}
+
+/// A question that hangs never comes to the end of the silence by itself.
+void DeviceConnection::endLongSilence()
+{
+    const std::lock_guard<std::mutex> guard(m_mutex);
+    if (m_bAsking && m_pState->get() == ConnectionState::Silent
+        && Clock::now() - m_silentSince > SILENCE_LIMIT) {
+        m_pState->set(ConnectionState::Gone);
+    }
 }
 
 void DeviceConnection::giveUp(const std::shared_ptr<DeviceCall> &call)
@@ -340,9 +352,13 @@ void DeviceConnection::finish(DeviceCall &call, const DeviceError &error)
 
 void DeviceConnection::ask(std::unique_lock<std::mutex> &guard)
 {
+    m_bAsking = true;
+    m_busySince = Clock::now();
+    m_nAnsweredThen = m_nAnswered;
     guard.unlock();
     const DeviceError error = askHarmlessly(m_session);
     guard.lock();
+    m_bAsking = false;
     const bool wasLive = m_pState->get() == ConnectionState::Live;
     if (!error.isTransport()) {
         m_pState->set(ConnectionState::Live);

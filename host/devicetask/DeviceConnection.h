@@ -81,6 +81,7 @@ private:
                         const std::atomic<bool> &releasing);
     DeviceError refusal(const std::atomic<bool> &releasing) const;
     Clock::duration waitedForDevice();
+    void endLongSilence();
     void giveUp(const std::shared_ptr<DeviceCall> &call);
     void run();
     void serve(std::unique_lock<std::mutex> &guard);
@@ -108,6 +109,7 @@ private:
     const DeviceCall *m_pRunning = nullptr;
     Clock::time_point m_busySince; ///< the device has been asked since then without an answer
     unsigned int m_nAnsweredThen = 0; ///< m_nAnswered at m_busySince
+    bool m_bAsking = false; ///< the connection asks a question of its own
     Clock::time_point m_silentSince;
     LastWords m_lastWords;
     std::atomic<int> m_nQueued{0};

@@ -19,6 +19,6 @@ struct DeviceFacts
     /// The source's own facts.
     static DeviceFacts of(const DeviceSource &source);
     /// The source's own facts, and for a source that asks its device what the device answers instead; an answer that
-    /// fails leaves the source's. Under the device's lock.
+    /// fails leaves the source's. On the connection's thread.
     static DeviceFacts of(const DeviceSource &source, const DeviceSession &session);
 };

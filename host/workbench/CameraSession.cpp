@@ -320,11 +320,6 @@ void CameraSession::onConditionChanged(long int cameraId, DeviceCondition condit
     updateToolBar();
     if (!isWell(condition)) {
         onTrouble(former);
-    } else if (m_nAccessMode != DEVICE_ACCESS_READ_ONLY
-               && condition == DeviceCondition::ControlledElsewhere) {
-        m_nAccessMode = DEVICE_ACCESS_READ_ONLY;
-        makeTreeAnew("lang_workbench_controllost");
-        return;
     } else {
         log(MESSAGE_LOG_INFO, "lang_workbench_answers");
         m_nPassesToGo = PASSES_AFTER_RETURN;
@@ -350,6 +345,7 @@ void CameraSession::onTrouble(DeviceCondition former)
 
 void CameraSession::onReturned(const CameraHost::OpenResult &result)
 {
+    m_bRestarted = m_bRestarted || result.restarted;
     const DeviceCondition condition = m_host.condition(m_lCameraID);
     if (condition == DeviceCondition::Lost) {
         m_return.begin(m_lCameraID, m_returnTime);
@@ -365,10 +361,10 @@ void CameraSession::onReturned(const CameraHost::OpenResult &result)
     if (!m_bGrabCall) {
         m_phase = State::Open;
     }
-    if (result.restarted) {
+    if (std::exchange(m_bRestarted, false)) {
         makeTreeAnew("lang_workbench_restarted");
     } else if (wasReadOnly || result.accessMode == DEVICE_ACCESS_READ_ONLY) {
-        makeTreeAnew("lang_workbench_returned");
+        makeTreeAnew(wasReadOnly ? "lang_workbench_returned" : "lang_workbench_controllost");
     } else {
         rebuildTree();
     }

@@ -113,6 +113,7 @@ private:
     QDateTime m_since;
     long int m_lCameraID = NO_CAMERA_ID;
     unsigned int m_nAccessMode = DEVICE_ACCESS_CONTROL; ///< that the tree was told
+    bool m_bRestarted = false; ///< the device was told to restart since its tree was made
     int m_nPassesToGo = 0; ///< full updates that a return still asks for
     bool m_bOpening = false; ///< calls whose result was not taken yet
     bool m_bGrabCall = false;

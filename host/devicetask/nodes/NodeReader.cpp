@@ -33,7 +33,8 @@ DeviceError holds(NodeEvaluator &evaluator, const QVector<NodeId> &conditions, b
     for (const NodeId condition : conditions) {
         bool isTrue = false;
         const DeviceError error = evaluator.truth(condition, &isTrue);
-        if (error.failed() && error.code() != NODE_RUNTIME) {
+        // What the device answered but cannot be worked out counts as false.
+        if (error.isTransport()) {
             return error;
         }
         if (!isTrue) {
