@@ -3,6 +3,7 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
+#include "ShellServicesModule/COMMONINTERFACE.h"
 #include "host/workbench/CameraPage.h"
 #include "host/workbench/DeviceThreads.h"
 #include "host/workbench/WorkbenchTexts.h"
@@ -362,6 +363,7 @@ void CameraSession::onReturned(const CameraHost::OpenResult &result)
         m_phase = State::Open;
     }
     if (std::exchange(m_bRestarted, false)) {
+        COMMONINTERFACE::RemoveCurrentCamModified(displayName());
         makeTreeAnew("lang_workbench_restarted");
     } else if (wasReadOnly || result.accessMode == DEVICE_ACCESS_READ_ONLY) {
         makeTreeAnew(wasReadOnly ? "lang_workbench_returned" : "lang_workbench_controllost");
@@ -418,6 +420,8 @@ void CameraSession::takeDown(bool lost)
     CameraPage::setToolBar(cameraId, false);
     CameraPage::remove(cameraId, lost);
     m_host.closeCamera(cameraId);
+    // What was not saved is not this client's to save any more.
+    COMMONINTERFACE::RemoveCurrentCamModified(name);
     QFunction::Instance()->InsertMessageLog(
         lost ? MESSAGE_LOG_WARNING : MESSAGE_LOG_INFO, name,
         workbenchText(lost ? "lang_workbench_notreturned" : "lang_workbench_closed"));

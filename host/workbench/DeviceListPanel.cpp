@@ -19,7 +19,7 @@
 namespace {
 
 enum Column { COLUMN_DEVICE, COLUMN_STATE, COLUMN_COUNT };
-enum Role { ROLE_ID = Qt::UserRole, ROLE_STATE, ROLE_GROUP };
+enum Role { ROLE_ID = Qt::UserRole, ROLE_STATE, ROLE_GROUP, ROLE_FACTS, ROLE_NAME, ROLE_MODIFIED };
 
 constexpr int BUTTON_STYLE = 2;
 constexpr int BUTTON_HEIGHT = 32;
@@ -109,6 +109,16 @@ void showTexts(QTreeWidgetItem *item)
                       workbenchText(groupKey(item->data(COLUMN_DEVICE, ROLE_GROUP).toInt())));
         return;
     }
+    const bool modified = item->data(COLUMN_DEVICE, ROLE_MODIFIED).toBool();
+    const QString name = item->data(COLUMN_DEVICE, ROLE_NAME).toString();
+    const QString id = item->data(COLUMN_DEVICE, ROLE_ID).toString();
+    QStringList tip = {id, item->data(COLUMN_DEVICE, ROLE_FACTS).toString()};
+    tip += name.isEmpty() ? QStringList() : QStringList(name);
+    tip += modified ? QStringList(workbenchText("lang_workbench_modified_tip")) : QStringList();
+    item->setText(COLUMN_DEVICE,
+                  (modified ? id + QStringLiteral(" *") : id)
+                      + (name.isEmpty() || name == id ? QString() : QLatin1Char('\n') + name));
+    item->setToolTip(COLUMN_DEVICE, tip.join(QLatin1Char('\n')));
     const StateRow &row = rowOf(stateOf(item));
     item->setText(COLUMN_STATE, workbenchText(row.textKey));
     item->setForeground(COLUMN_STATE, QColor(QLatin1String(row.colour)));
@@ -136,7 +146,6 @@ DeviceListPanel::DeviceListPanel(QWidget *parent)
     m_pList->setColumnCount(COLUMN_COUNT);
     m_pList->setRootIsDecorated(false);
     m_pList->setIconSize({DOT_SIZE, DOT_SIZE});
-    m_pList->setUniformRowHeights(true);
     m_pList->header()->setStretchLastSection(false);
     m_pList->header()->setSectionResizeMode(COLUMN_DEVICE, QHeaderView::Stretch);
     m_pList->header()->setSectionResizeMode(COLUMN_STATE, QHeaderView::Fixed);
@@ -229,8 +238,7 @@ void DeviceListPanel::addDevice(DeviceGroup group, const QString &id, const QStr
                                 const QString &model)
 {
     auto *item = new QTreeWidgetItem;
-    item->setText(COLUMN_DEVICE, id);
-    item->setToolTip(COLUMN_DEVICE, QStringLiteral("%1\n%2, %3").arg(id, transport, model));
+    item->setData(COLUMN_DEVICE, ROLE_FACTS, QStringLiteral("%1, %2").arg(transport, model));
     item->setData(COLUMN_DEVICE, ROLE_ID, id);
     item->setData(COLUMN_DEVICE, ROLE_GROUP, static_cast<int>(group));
     item->setData(COLUMN_DEVICE, ROLE_STATE, static_cast<int>(DeviceState::Available));
@@ -258,6 +266,18 @@ void DeviceListPanel::setDeviceState(const QString &id, DeviceState state)
         item->setData(COLUMN_DEVICE, ROLE_STATE, static_cast<int>(state));
         showTexts(item);
         updateButtons();
+    }
+}
+
+void DeviceListPanel::setDeviceName(const QString &id, const QString &name, bool modified)
+{
+    QTreeWidgetItem *item = itemOf(id);
+    if (item
+        && (item->data(COLUMN_DEVICE, ROLE_NAME).toString() != name
+            || item->data(COLUMN_DEVICE, ROLE_MODIFIED).toBool() != modified)) {
+        item->setData(COLUMN_DEVICE, ROLE_NAME, name);
+        item->setData(COLUMN_DEVICE, ROLE_MODIFIED, modified);
+        showTexts(item);
     }
 }
 

@@ -36,6 +36,9 @@ public:
     void addDevice(DeviceGroup group, const QString &id, const QString &transport,
                    const QString &model);
     void setDeviceState(const QString &id, DeviceState state);
+    /// The name that an open camera gives itself, below its id; empty for none. `modified` marks a camera whose
+    /// settings were changed and not saved.
+    void setDeviceName(const QString &id, const QString &name, bool modified);
     QString currentDevice() const;
     void setCurrentDevice(const QString &id);
     /// Shows "ENG" or "CH" without a signal.

@@ -1,5 +1,8 @@
 #include "host/workbench/WorkbenchWindow.h"
 
+#include "ControlKit/CustomMessageBox.h"
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
 #include "ShellServicesModule/QFunction.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "UtilityKit/VexaInterface.h"
@@ -13,13 +16,17 @@
 #include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/DeviceListPanel.h"
 #include "host/workbench/DeviceStateBanner.h"
+#include "host/workbench/HostEvents.h"
 #include "host/workbench/MessageLogPanel.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QCloseEvent>
+#include <QPointer>
 #include <QSplitter>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QVBoxLayout>
 
 namespace {
@@ -85,6 +92,7 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidg
     ShellHost::instance()->setMainWindow(this);
     layOut();
     connectLog();
+    connectEvents();
     connectPanel();
     setSearch(&RealDevices::discover);
     fillDeviceList();
@@ -168,7 +176,7 @@ void WorkbenchWindow::enterFound(const DeviceSearch::Found &devices)
 void WorkbenchWindow::connectPanel()
 {
     connect(m_pDevices, &DeviceListPanel::openRequested, this, &WorkbenchWindow::openDevice);
-    connect(m_pDevices, &DeviceListPanel::closeRequested, this, &WorkbenchWindow::closeDevice);
+    connect(m_pDevices, &DeviceListPanel::closeRequested, this, &WorkbenchWindow::requestClose);
     connect(m_pDevices, &DeviceListPanel::startRequested, this, [this](const QString &id) {
         if (CameraSession *camera = session(id)) {
             camera->startGrabbing();
@@ -191,10 +199,29 @@ void WorkbenchWindow::connectLog()
 {
     connect(QFunction::Instance(), &QFunction::messageLogged, m_pMessages,
             &MessageLogPanel::addMessage);
-    connect(QFunction::Instance(), &QFunction::promptRequested, this,
-            [this](long int, int level, const QString &text, const QString &title, bool richText) {
-                showPrompt(level, text, title, richText);
-            });
+    connect(QFunction::Instance(), &QFunction::promptRequested, this, &WorkbenchWindow::takePrompt);
+}
+
+void WorkbenchWindow::connectEvents()
+{
+    auto *events = new HostEvents(this);
+    connect(events, &HostEvents::camerasChanged, this, &WorkbenchWindow::updateNames);
+    connect(events, &HostEvents::parametersLoaded, this, [](long int cameraId) {
+        if (VexaFeatureTree *tree = CameraPage::tree(cameraId)) {
+            tree->OnBtnRefresh();
+        }
+    });
+}
+
+void WorkbenchWindow::updateNames()
+{
+    const QStringList modified = ShellHost::instance()->modifiedCameras();
+    for (auto it = m_sessions.cbegin(); it != m_sessions.cend(); ++it) {
+        const CameraSession *camera = it.value();
+        const bool open = camera->cameraId() != NO_CAMERA_ID;
+        const QString name = open ? camera->displayName() : QString();
+        m_pDevices->setDeviceName(it.key(), name, open && modified.contains(name));
+    }
 }
 
 CameraSession *WorkbenchWindow::session(const QString &id) const
@@ -234,6 +261,33 @@ void WorkbenchWindow::closeDevice(const QString &id)
     }
 }
 
+void WorkbenchWindow::requestClose(const QString &id)
+{
+    const QPointer<CameraSession> camera = session(id);
+    const QPointer<WorkbenchWindow> self = this;
+    if (camera && mayClose({camera}) && self && camera) {
+        camera->close();
+    }
+}
+
+bool WorkbenchWindow::mayClose(const QList<CameraSession *> &sessions)
+{
+    const QStringList modified = ShellHost::instance()->modifiedCameras();
+    QStringList names;
+    for (const CameraSession *camera : sessions) {
+        if (camera->cameraId() != NO_CAMERA_ID && modified.contains(camera->displayName())) {
+            names += camera->displayName();
+        }
+    }
+    names.removeDuplicates();
+    const QString question =
+        workbenchText("lang_workbench_askclose").arg(names.join(QStringLiteral(", ")));
+    return names.isEmpty()
+        || CustomMessageBox::ask(this, Qt::convertFromPlainText(question, Qt::WhiteSpaceNormal),
+                                 workbenchText("lang_workbench_askclose_title"))
+        == 1;
+}
+
 void WorkbenchWindow::onSessionChanged(const QString &id, CameraSession *camera)
 {
     if (session(id) != camera) {
@@ -245,6 +299,10 @@ void WorkbenchWindow::onSessionChanged(const QString &id, CameraSession *camera)
         camera->deleteWhenIdle();
     }
     m_pDevices->setDeviceState(id, rowOf(state).shown);
+    if (camera->cameraId() == NO_CAMERA_ID) {
+        m_pDevices->setDeviceName(id, QString(), false);
+    }
+    updateNames();
     // An opening puts its own camera on show, and a closing the empty page: the selection decides.
     showSelected();
 }
@@ -277,11 +335,21 @@ void WorkbenchWindow::setLanguage(const QString &language)
     m_pDevices->setLanguage(language);
 }
 
-void WorkbenchWindow::showPrompt(int level, const QString &text, const QString &title,
-                                 bool richText)
+void WorkbenchWindow::takePrompt(long int cameraId, int level, const QString &text,
+                                 const QString &title, bool richText)
 {
-    QFunction::ShowMessage(this, title, richText ? text : text.toHtmlEscaped(), QString(),
-                           level == PROMPT_FAILURE ? PROMPT_FAILURE : PROMPT_HINT_STYLE, false);
+    QTaskManager *manager = QTaskManager::Instance();
+    QCameraBasicTask *task = manager ? manager->GetTaskByIDEx(cameraId) : nullptr;
+    // What only claims to be markup keeps its line ends.
+    richText = richText && Qt::mightBeRichText(text);
+    const QString plain = richText ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
+    const bool failure = level == PROMPT_FAILURE;
+    QFunction::Instance()->InsertMessageLog(
+        failure ? MESSAGE_LOG_ERROR : MESSAGE_LOG_INFO, task ? task->_GetCameraName() : QString(),
+        title.isEmpty() ? plain : title + QStringLiteral(": ") + plain);
+    QFunction::ShowMessage(this, title,
+                           richText ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal),
+                           QString(), failure ? PROMPT_FAILURE : PROMPT_HINT_STYLE, false);
 }
 
 void WorkbenchWindow::changeEvent(QEvent *event)
@@ -294,6 +362,14 @@ void WorkbenchWindow::changeEvent(QEvent *event)
 
 void WorkbenchWindow::closeEvent(QCloseEvent *event)
 {
+    const QPointer<WorkbenchWindow> self = this;
+    if (!mayClose(m_sessions.values())) {
+        event->ignore();
+        return;
+    }
+    if (!self) {
+        return;
+    }
     // Each leaves the map as it closes; a session may be on the stack, so none is deleted here.
     const QList<CameraSession *> sessions = m_sessions.values();
     for (CameraSession *camera : sessions) {

@@ -30,7 +30,10 @@ public:
 
     /// Begins to open a device of the catalogue; one that is open or opening stays as it is.
     void openDevice(const QString &id);
+    /// At once, whether its settings were saved or not.
     void closeDevice(const QString &id);
+    /// Asks before it closes a camera with unsaved changes.
+    void requestClose(const QString &id);
     /// The session of a device, null when it is neither open nor opening nor lost.
     CameraSession *session(const QString &id) const;
     /// Switches program and feature texts to "ENG" or "CH" and keeps the choice.
@@ -58,10 +61,16 @@ private:
     void enterFound(const DeviceSearch::Found &devices);
     void connectPanel();
     void connectLog();
+    void connectEvents();
+    void updateNames();
+    /// Whether the cameras of these sessions may be closed; asks the user when settings of one were not saved. Runs
+    /// events.
+    bool mayClose(const QList<CameraSession *> &sessions);
     void onSessionChanged(const QString &id, CameraSession *session);
     void showSelected();
     void showTrouble(const CameraSession *camera);
-    void showPrompt(int level, const QString &text, const QString &title, bool richText);
+    void takePrompt(long int cameraId, int level, const QString &text, const QString &title,
+                    bool richText);
 
     CameraHost &m_host;
     DeviceCatalog &m_catalog;

@@ -223,5 +223,81 @@
         <source>lang_workbench_banner_readonly_text</source>
         <translation>Read only since %1: values can be read, not written. When the other host has let go of the device, close it and open it again.</translation>
     </message>
+    <message>
+        <source>lang_workbench_told_roi</source>
+        <translation>The region in which codes are looked for was changed.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_role</source>
+        <translation>The role of the station was changed.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_mainsub</source>
+        <translation>Main and sub stations have changed.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_polling</source>
+        <translation>A polling parameter was changed.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_smarttune</source>
+        <translation>Smart tune was started.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_selfadapt</source>
+        <translation>The adaptation of the parameters was started.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_loaded</source>
+        <translation>Parameters were loaded into the device. All values are read again.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_target</source>
+        <translation>A polling or protocol setting was changed.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_test_open</source>
+        <translation>The device sends the test pattern instead of its image.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_test_close</source>
+        <translation>The device sends its own image, not the test pattern.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_ftp_open</source>
+        <translation>The device uploads raw test images over FTP.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_told_ftp_close</source>
+        <translation>The device no longer uploads raw test images over FTP.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_image_test_open</source>
+        <translation>Image view: test pattern on.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_image_test_close</source>
+        <translation>Image view: test pattern off.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_image_ftp_open</source>
+        <translation>Image view: upload of raw test images on.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_image_ftp_close</source>
+        <translation>Image view: upload of raw test images off.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_modified_tip</source>
+        <translation>Changed since its settings were saved last</translation>
+    </message>
+    <message>
+        <source>lang_workbench_askclose_title</source>
+        <translation>Unsaved changes</translation>
+    </message>
+    <message>
+        <source>lang_workbench_askclose</source>
+        <translation>The settings of %1 were changed and not saved in the device. Close it all the same?</translation>
+    </message>
 </context>
 </TS>

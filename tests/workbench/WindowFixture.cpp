@@ -22,7 +22,7 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-WindowFixture::WindowFixture()
+WindowFixture::WindowFixture(const QStringList &models)
 {
     static const bool s_hasLook = [] {
         CustomStyle::install(*qApp);
@@ -32,8 +32,8 @@ WindowFixture::WindowFixture()
     ShellHost::useTransientSettings();
     UtilityHost::useTransientSettings();
     QString error;
-    for (const QString &id : {FIRST, SECOND}) {
-        if (m_catalog.addBuiltIn(FIRST, &error) != id) {
+    for (const QString &model : models) {
+        if (m_catalog.addBuiltIn(model, &error).isEmpty()) {
             qFatal("%s", qPrintable(error));
         }
     }
@@ -71,7 +71,12 @@ QTreeWidget *WindowFixture::list() const
 
 QTreeWidgetItem *WindowFixture::item(const QString &id) const
 {
-    return list()->findItems(id, Qt::MatchExactly).value(0, nullptr);
+    for (int row = 0; row < list()->topLevelItemCount(); ++row) {
+        if (list()->topLevelItem(row)->data(0, Qt::UserRole).toString() == id) {
+            return list()->topLevelItem(row);
+        }
+    }
+    return nullptr;
 }
 
 CameraSession *WindowFixture::session(const QString &id) const

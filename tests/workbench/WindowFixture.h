@@ -14,7 +14,7 @@ class QTreeWidget;
 class QTreeWidgetItem;
 class WorkbenchWindow;
 
-/// The window over two simulated devices, and what its user sees and does.
+/// The window over simulated devices, and what its user sees and does.
 class WindowFixture
 {
 public:
@@ -23,7 +23,8 @@ public:
     /// Longest wait for something that a device does, in ms.
     static constexpr int LONG_WAIT = 30000;
 
-    WindowFixture();
+    /// With these devices in the list; models that stand twice get numbered ids.
+    explicit WindowFixture(const QStringList &models = {FIRST, FIRST});
     /// Unblocks the devices, then takes window and registry down.
     ~WindowFixture();
 
