@@ -1,15 +1,14 @@
 #include "tree/FeatureReader.h"
 
-#include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
-#include "DeviceTaskModule/QTaskManager.h"
 #include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
+#include "tree/CameraLookup.h"
+#include "tree/EnumRecord.h"
 
-#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -76,8 +75,7 @@ std::unique_ptr<CTreeItemValue> readString(QCameraTask &task, const QString &nam
 
 std::unique_ptr<CTreeItemValue> readEnumeration(QCameraTask &task, const QString &name)
 {
-    const std::unique_ptr<_NODE_ENUM_VALUE_, decltype(&std::free)> record(
-        static_cast<_NODE_ENUM_VALUE_ *>(std::calloc(1, NODE_ENUM_RECORD_SIZE)), &std::free);
+    const EnumRecord record = makeEnumRecord();
     if (!record || !task.GetEnumerationValue(name, record.get(), nullptr, true, false)) {
         return nullptr;
     }
@@ -111,10 +109,7 @@ FeatureReader::FeatureReader(const std::atomic<long int> &cameraId)
 
 QCameraTask *FeatureReader::task() const
 {
-    const long int cameraId = m_lCameraID;
-    QTaskManager *manager = cameraId == NO_CAMERA_ID ? nullptr : QTaskManager::Instance();
-    QCameraBasicTask *basicTask = manager ? manager->GetTaskByIDEx(cameraId) : nullptr;
-    return basicTask ? basicTask->_CameraTak() : nullptr;
+    return cameraTaskOf(m_lCameraID);
 }
 
 int FeatureReader::accessMode(const QString &nodeName, bool &unreachable) const

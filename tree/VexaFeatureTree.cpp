@@ -3,15 +3,14 @@
 #include "ControlKit/CustomLoadingDialog.h"
 #include "ControlKit/CustomMenu.h"
 #include "ControlKit/CustomMessageBox.h"
-#include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
-#include "DeviceTaskModule/QTaskManager.h"
 #include "DeviceTaskModule/VexaFeatureObserverable.h"
 #include "ShellServicesModule/QFunction.h"
 #include "model/FeatureTreeBuilder.h"
 #include "model/NodeDependencyMaps.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "shell/VexaFeatureToolBar.h"
+#include "tree/CameraLookup.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
 #include "view/VexaFeatureTreeView.h"
@@ -80,9 +79,7 @@ void VexaFeatureTree::deleteWhenIdle()
 
 QCameraTask *VexaFeatureTree::cameraTask() const
 {
-    QTaskManager *manager = m_lCameraID == NO_CAMERA_ID ? nullptr : QTaskManager::Instance();
-    QCameraBasicTask *basicTask = manager ? manager->GetTaskByIDEx(m_lCameraID) : nullptr;
-    return basicTask ? basicTask->_CameraTak() : nullptr;
+    return cameraTaskOf(m_lCameraID);
 }
 
 long int VexaFeatureTree::GetCurCameraID() const
@@ -165,21 +162,18 @@ void VexaFeatureTree::notify(int event, void *data)
     }
 }
 
-bool VexaFeatureTree::setFeatureValue(const QString &strNodeType, const QString &strNodeName,
-                                      const QVariant &)
+bool VexaFeatureTree::OnCommandNodeBtnClicked(const QString &name)
 {
-    // The editors stay disabled until the typed writes stand, so that only a host can come here.
     QFunction::Instance()->InsertMessageLog(
         MESSAGE_LOG_ERROR, GetCurCameraName(),
         QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_writeunavailable")
-            .arg(strNodeName, strNodeType));
+            .arg(name, QStringLiteral("Command")));
     return false;
 }
 
-void VexaFeatureTree::SetFeatureValueByThread(QString strNodeType, QString strNodeName,
-                                              QVariant oNodeValue)
+void VexaFeatureTree::StopSmartTune(const QString &name)
 {
-    setFeatureValue(strNodeType, strNodeName, oNodeValue);
+    OnCommandNodeBtnClicked(name);
 }
 
 void VexaFeatureTree::LoadCamFeatures(bool, const QString &)

@@ -8,6 +8,7 @@
 #include <QModelIndex>
 #include <QMutex>
 #include <QPointer>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -130,9 +131,38 @@ public:
     void SetAutoSoftwareTrig(bool start, unsigned int intervalMs);
     void OnTriggerModeChanged(int mode);
     void ShowSmartTune(const QString &strNode, const QVariant &oNodeValue);
+    /// Runs this command, with its questions and what follows it.
+    void StopSmartTune(const QString &name);
 
+    // Writing. The device is asked on the caller's thread, which is the GUI thread; the refresh of the node and of all
+    // that depends on it follows 200 ms after the last write.
+    /// Writes one feature by the tag of its element: "Boolean", "Command", "Integer", "Enumeration", "Float" or
+    /// "StringReg"; any other type fails. True when the device took the value, and when a rule of the node kept it
+    /// from the device on purpose. A failure tells its reason in a box or a prompt.
     bool setFeatureValue(const QString &strNodeType, const QString &strNodeName,
                          const QVariant &oNodeValue) override;
+    /// The same for an item. With `updateItem` the item takes the value over and its views are told.
+    bool setFeatureValue(VexaPropertyTreeItem *item, const QVariant &value, bool updateItem,
+                         bool fromUiJson);
+    /// The typed writes: false without a camera, a task or a name, and when the device refused.
+    bool OnBooleanNodeValueChanged(const QString &name, int value);
+    bool OnIntegerNodeValueChanged(const QString &name, qint64 value);
+    bool OnFloatNodeValueChanged(const QString &name, float value);
+    bool OnEnumerationNodeValueChanged(const QString &name, int value);
+    bool OnStringRegNodeValueChanged(const QString &name, const QString &value);
+    /// Runs a command node, with its questions and what follows it; true when it ran.
+    bool OnCommandNodeBtnClicked(const QString &name);
+    /// Reads the value of one item from the device, on the caller's thread; the views are told even if that failed.
+    bool rereadFeatureValue(VexaPropertyTreeItem *item, bool notifyView);
+    /// A write for callers on other threads: it runs on the tree's thread, and its result is dropped.
+    void SendSetFeatureValueSignal(const QString &strNodeType, const QString &strNodeName,
+                                   const QVariant &oNodeValue);
+    /// What the client does after a write that came from a view. True but when memory runs out.
+    bool afterSetFeatureValue(const QString &strNodeName) override;
+    void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson) override;
+    void itemVisibleStateChanged(VexaPropertyTreeItem *pItem) override;
+    void itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool bReadOnly) override;
+
     void removeCameraID(long lCameraID) override;
     bool isInitialized(long lCameraID) override;
     void notify(int event, void *data) override;
@@ -189,6 +219,19 @@ private:
     QWidget *makeDescriptionColumn();
 
     QCameraTask *cameraTask() const;
+    bool startInvalidateTimer();
+    void appendPending(const QString &name);
+    bool writeFeature(const QString &type, const QString &name, const QVariant &value);
+    bool writeByType(const QString &type, const QString &name, const QVariant &value);
+    void saveProtocol();
+    bool isPollingOn(QCameraTask &task) const;
+    bool swallowForPolling(const QString &name);
+    bool enumerationFailed(const QString &name, int value, int error);
+    /// Answers false, as the write that failed does.
+    bool showFailure(const QString &text, int error);
+    void tellObservers(const VexaPropertyTreeItem *item, bool fromUiJson);
+    void rereadSourceData(const QString &changedNode);
+    void freeWhiteBalance();
     void takeDeviceType();
     void applyAccessMode(unsigned int accessMode);
     void buildTree();
@@ -249,6 +292,10 @@ private:
     QTimer *m_pAutoTriggerTimer = nullptr;
     QTimer *m_pPollingTimer = nullptr;
     QStringList m_pendingInvalidations;
+    QSet<QString>
+        m_writesUnderWay; ///< names; boxes and dialogs run other events in the middle of one
+    QString m_strJustWritten; ///< until the write's caller has taken the value over
+    int m_nSavedProtocol = 0; ///< CommunicationProtocols as it was when RunningMode was set to 2
     QGetFeaturesThread *m_pInvalidateUpdateThread = nullptr;
     QGetFeaturesThread *m_pLockAndRelativeThread = nullptr;
     QGetFeaturesThread *m_pTimerAndAllThread = nullptr;

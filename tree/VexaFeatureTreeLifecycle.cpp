@@ -130,9 +130,8 @@ void VexaFeatureTree::applyAccessMode(unsigned int accessMode)
 {
     if (accessMode == ACCESS_MODE_READ_ONLY) {
         m_bCanEdit = false;
+        m_pTreeView->setDelegateEnable(false);
     }
-    // Values cannot be committed yet; an editor that took a text would lose it.
-    m_pTreeView->setDelegateEnable(false);
 }
 
 void VexaFeatureTree::buildTree()

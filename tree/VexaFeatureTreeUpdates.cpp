@@ -136,7 +136,24 @@ void VexaFeatureTree::OnAddValueChangedNodes(const QList<QString> &names)
     }
     m_pendingInvalidations += names;
     m_pendingInvalidations.removeDuplicates();
+    startInvalidateTimer();
+}
+
+void VexaFeatureTree::appendPending(const QString &name)
+{
+    // Writes that fail for hours must not make the list longer.
+    if (!m_pendingInvalidations.contains(name)) {
+        m_pendingInvalidations.append(name);
+    }
+}
+
+bool VexaFeatureTree::startInvalidateTimer()
+{
+    if (!m_pInvalidateTimer) {
+        return false;
+    }
     m_pInvalidateTimer->start(INVALIDATE_DELAY_MS);
+    return true;
 }
 
 void VexaFeatureTree::OnTimeInvalidaterFeaturesUpdate()
@@ -148,6 +165,11 @@ void VexaFeatureTree::OnTimeInvalidaterFeaturesUpdate()
     QStringList names;
     names.swap(m_pendingInvalidations);
     UpdateFeatures(FEATURES_UPDATE_INVALIDATOR, names, QGetFeaturesThread::UPDATE_EVERYTHING);
+    if (!cameraTask()) {
+        // Lost since the write: no round will end.
+        m_bLoading = false;
+        hideLoading();
+    }
 }
 
 void VexaFeatureTree::RefreshFeatures()

@@ -259,6 +259,10 @@
         <translation>Guru</translation>
     </message>
     <message>
+        <source>lang_qfeaturetree_heldbypolling</source>
+        <translation>&apos;%1&apos; was not written: while polling is on it belongs to the polling parameters.</translation>
+    </message>
+    <message>
         <source>lang_qfeaturetree_importunavailable</source>
         <translation>Importing features is not part of this version yet.</translation>
     </message>
@@ -297,6 +301,10 @@
     <message>
         <source>lang_qfeaturetree_nodevice</source>
         <translation>The device is not available.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_nonumber</source>
+        <translation>The value is not a number.</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_paramerror</source>

@@ -259,6 +259,10 @@
         <translation>大师</translation>
     </message>
     <message>
+        <source>lang_qfeaturetree_heldbypolling</source>
+        <translation>“%1”未写入：轮询开启时，该节点由轮询参数控制。</translation>
+    </message>
+    <message>
         <source>lang_qfeaturetree_importunavailable</source>
         <translation>此版本尚不支持导入属性。</translation>
     </message>
@@ -297,6 +301,10 @@
     <message>
         <source>lang_qfeaturetree_nodevice</source>
         <translation>设备不可用。</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_nonumber</source>
+        <translation>该值不是数字。</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_paramerror</source>
