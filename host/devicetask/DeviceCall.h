@@ -16,6 +16,9 @@ public:
     /// On the connection's thread; at most once.
     virtual DeviceError work(const DeviceSession &session) = 0;
 
+    /// Set for a read of a node, which may use what its reader holds. Anything else may change the device.
+    HeldValues::Reader m_nReader = 0;
+    HeldValues::Question m_question;
     DeviceError m_error; ///< valid once m_bDone is set
     std::atomic<bool> m_bDone{false};
     std::condition_variable

@@ -332,10 +332,10 @@ void DeviceConnection::serve(std::unique_lock<std::mutex> &guard)
     m_busySince = Clock::now();
     m_nAnsweredThen = m_nAnswered;
     guard.unlock();
-    const DeviceError error = call->work(m_session);
+    const DeviceError error = work(*call);
     guard.lock();
     m_pRunning = nullptr;
-    finish(*call, error);
+    setDone(*call, error);
     if (error.isTransport()) {
         ask(guard);
     } else {
@@ -343,7 +343,23 @@ void DeviceConnection::serve(std::unique_lock<std::mutex> &guard)
     }
 }
 
-void DeviceConnection::finish(DeviceCall &call, const DeviceError &error)
+DeviceError DeviceConnection::work(DeviceCall &call)
+{
+    const bool isRead = call.m_nReader != 0;
+    DeviceSession session = m_session;
+    if (isRead) {
+        session.look = m_held.look(call.m_nReader, *m_pNodes, call.m_question);
+    } else {
+        m_held.drop();
+    }
+    const DeviceError error = call.work(session);
+    if (!isRead || error.isTransport()) {
+        m_held.drop();
+    }
+    return error;
+}
+
+void DeviceConnection::setDone(DeviceCall &call, const DeviceError &error)
 {
     call.m_error = error;
     call.m_bDone = true;
@@ -381,7 +397,9 @@ bool DeviceConnection::fixedAccessMode(const QByteArray &name, const std::atomic
                                        int *mode) const
 {
     const NodeId id = m_pNodes->find(name);
-    if (id == NO_NODE || m_fixedModes[id] < 0 || refusal(releasing).failed()) {
+    // Whoever asks for a condition's own mode reads that node anew, and the connection's thread has to know.
+    if (id == NO_NODE || m_fixedModes[id] < 0 || m_pNodes->at(id).isCondition
+        || refusal(releasing).failed()) {
         return false;
     }
     *mode = m_fixedModes[id];

@@ -44,16 +44,22 @@ public:
 
     /// Has `work` (DeviceError(const DeviceSession &, Result *)) done and waits for it; `out` is filled only on
     /// success. Fails at once when the camera is closed, on its way out (`releasing`) or does not answer, also in the
-    /// middle of the wait. `work` must own all that it touches.
+    /// middle of the wait. `work` must own all that it touches. Drops whatever is held of registers.
     template<class Result, class Work>
     DeviceError call(const std::atomic<bool> &releasing, Result *out, Work work)
     {
+        return finish(std::make_shared<DeviceCallOf<Result, Work>>(std::move(work)), releasing,
+                      out);
+    }
+    /// The same for a read that answers `question`; see HeldValues.
+    template<class Result, class Work>
+    DeviceError read(const HeldValues::Question &question, const std::atomic<bool> &releasing,
+                     Result *out, Work work)
+    {
         const auto call = std::make_shared<DeviceCallOf<Result, Work>>(std::move(work));
-        const DeviceError error = perform(call, releasing);
-        if (!error.failed()) {
-            *out = std::move(call->m_result);
-        }
-        return error;
+        call->m_nReader = HeldValues::readerOfThread();
+        call->m_question = question;
+        return finish(call, releasing, out);
     }
 
     /// Asks the device something harmless; any answer will do. May block for as long as the transport takes.
@@ -77,6 +83,16 @@ private:
     struct Parts;
 
     explicit DeviceConnection(Parts parts);
+    template<class Call, class Result>
+    DeviceError finish(const std::shared_ptr<Call> &call, const std::atomic<bool> &releasing,
+                       Result *out)
+    {
+        const DeviceError error = perform(call, releasing);
+        if (!error.failed()) {
+            *out = std::move(call->m_result);
+        }
+        return error;
+    }
     DeviceError perform(const std::shared_ptr<DeviceCall> &call,
                         const std::atomic<bool> &releasing);
     DeviceError refusal(const std::atomic<bool> &releasing) const;
@@ -85,7 +101,8 @@ private:
     void giveUp(const std::shared_ptr<DeviceCall> &call);
     void run();
     void serve(std::unique_lock<std::mutex> &guard);
-    void finish(DeviceCall &call, const DeviceError &error);
+    DeviceError work(DeviceCall &call);
+    void setDone(DeviceCall &call, const DeviceError &error);
     void ask(std::unique_lock<std::mutex> &guard);
     void notifyWaiting();
     void lingerForCalls(std::unique_lock<std::mutex> &guard);
@@ -96,6 +113,7 @@ private:
     const QByteArray m_xml;
     const std::unique_ptr<const NodeTable> m_pNodes;
     LocalValues m_locals; ///< of the connection's thread
+    HeldValues m_held; ///< of the connection's thread
     std::atomic<unsigned int> m_nAnswered{0}; ///< register accesses that the device answered
     const DeviceSession m_session;
     const std::shared_ptr<ConnectionState> m_pState;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/devicetask/nodes/HeldValues.h"
+
 #include <arv.h>
 #include <atomic>
 
@@ -14,4 +16,5 @@ struct DeviceSession
     LocalValues &locals; ///< of the connection; see host/devicetask/nodes/LocalValues.h
     std::atomic<unsigned int>
         &answered; ///< register accesses that the device answered; RegisterMemory counts them
+    HeldValues::Look *look = nullptr; ///< of a reader; null when everything has to be read
 };

@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <cstring>
 
+using Question = HeldValues::Question;
+
 Q_LOGGING_CATEGORY(lcTask, "vexa.devicetask.task", QtInfoMsg)
 
 namespace {
@@ -145,7 +147,7 @@ void QCameraTask::GetXMLDomDocument(QDomDocument &document)
 
 int QCameraTask::ClearGenIcamBuffers()
 {
-    // Nothing is kept between two reads; a closed task says so.
+    // Any call that is no read of a node drops what is held; a closed task says so.
     int error = 0;
     bool dropped = false;
     d->read(*this, &error, &dropped, [](const DeviceSession &, bool *) { return DeviceError(); });
@@ -260,19 +262,13 @@ int QCameraTask::GetFileAccessProgress(qint64 *, qint64 *)
 bool QCameraTask::GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error, bool,
                                   bool)
 {
-    return d->read(*this, error, out,
-                   [node = name.toUtf8()](const DeviceSession &session, _NODE_INT_VALUE_ *value) {
-                       return NodeReader::integer(session, node, value);
-                   });
+    return d->read(*this, {Question::Integer, name.toUtf8()}, error, out, NodeReader::integer);
 }
 
 bool QCameraTask::GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error, bool,
                                 bool)
 {
-    return d->read(*this, error, out,
-                   [node = name.toUtf8()](const DeviceSession &session, _NODE_FLOAT_VALUE_ *value) {
-                       return NodeReader::floating(session, node, value);
-                   });
+    return d->read(*this, {Question::Value, name.toUtf8()}, error, out, NodeReader::floating);
 }
 
 bool QCameraTask::GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error, bool,
@@ -280,11 +276,8 @@ bool QCameraTask::GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *ou
 {
     // The record is much larger than what it holds, so the answer travels without it.
     EnumReading reading;
-    const bool ok =
-        d->read(*this, error, out ? &reading : nullptr,
-                [node = name.toUtf8()](const DeviceSession &session, EnumReading *value) {
-                    return NodeReader::enumeration(session, node, value);
-                });
+    const bool ok = d->read(*this, {Question::Value, name.toUtf8()}, error,
+                            out ? &reading : nullptr, NodeReader::enumeration);
     if (ok) {
         constexpr int CAPACITY = sizeof(out->entries) / sizeof(out->entries[0]);
         const int count = std::min(reading.entries.size(), CAPACITY);
@@ -297,10 +290,7 @@ bool QCameraTask::GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *ou
 
 bool QCameraTask::GetBooleanValue(const QString &name, bool *out, int *error, bool, bool)
 {
-    return d->read(*this, error, out,
-                   [node = name.toUtf8()](const DeviceSession &session, bool *value) {
-                       return NodeReader::boolean(session, node, value);
-                   });
+    return d->read(*this, {Question::Value, name.toUtf8()}, error, out, NodeReader::boolean);
 }
 
 bool QCameraTask::GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error,
@@ -312,8 +302,8 @@ bool QCameraTask::GetStringValue(const QString &name, QString *out, qint64 *maxL
         qint64 maxLength = 0;
     } text;
     const bool ok =
-        d->read(*this, error, out ? &text : nullptr,
-                [node = name.toUtf8()](const DeviceSession &session, Text *read) {
+        d->read(*this, {Question::Value, name.toUtf8()}, error, out ? &text : nullptr,
+                [](const DeviceSession &session, const QByteArray &node, Text *read) {
                     return NodeReader::string(session, node, &read->value, &read->maxLength);
                 });
     if (ok) {
@@ -449,9 +439,7 @@ int QCameraTask::GetAccessMode(const QString &name, int *error)
     int mode = NODE_NA;
     DeviceError result;
     if (!connection || !connection->fixedAccessMode(node, m_bReleasing, &mode)) {
-        result = d->call(*this, &mode, [node](const DeviceSession &session, int *answer) {
-            return AccessMode::of(session, node, answer);
-        });
+        result = d->call(*this, {Question::AccessMode, node}, &mode, AccessMode::of);
         if (connection && result.failed()) {
             mode = connection->lastAccessMode(node);
         } else if (connection) {

@@ -35,11 +35,33 @@ public:
         const std::shared_ptr<DeviceConnection> device = connection();
         return device ? device->call(task.m_bReleasing, out, std::move(work)) : closed();
     }
-    /// A read: the call with its failure noted. A null `out` is a failure.
+    /// The same for a read of a node; `work` is DeviceError(const DeviceSession &, const QByteArray &node, Result *).
+    template<class Result, class Work>
+    DeviceError call(const QCameraTask &task, const HeldValues::Question &question, Result *out,
+                     Work work)
+    {
+        observe();
+        const std::shared_ptr<DeviceConnection> device = connection();
+        return device ? device->read(question, task.m_bReleasing, out,
+                                     [node = question.node, work = std::move(work)](
+                                         const DeviceSession &session, Result *result) {
+                                         return work(session, node, result);
+                                     })
+                      : closed();
+    }
+    /// A read of a node: the call with its failure noted. A null `out` is a failure.
+    template<class Result, class Work>
+    bool read(const QCameraTask &task, const HeldValues::Question &question, int *error,
+              Result *out, Work work)
+    {
+        // Keeps record and task until the call is over, even when the thread got its pointer from another.
+        const std::shared_ptr<TaskRecord> keep = enter();
+        return finish(out ? call(task, question, out, std::move(work)) : noPlace(), error);
+    }
+    /// A read of something else.
     template<class Result, class Work>
     bool read(const QCameraTask &task, int *error, Result *out, Work work)
     {
-        // Keeps record and task until the call is over, even when the thread got its pointer from another.
         const std::shared_ptr<TaskRecord> keep = enter();
         return finish(out ? call(task, out, std::move(work)) : noPlace(), error);
     }

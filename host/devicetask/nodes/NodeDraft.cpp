@@ -37,6 +37,8 @@ void NodeDraft::inherit(const NodeDraft &structReg)
     if (info.registerAccess == NodeInfo::Access::None) {
         info.registerAccess = above.registerAccess;
     }
+    info.isVolatile = info.isVolatile || above.isVolatile;
+    info.isPolled = info.isPolled || above.isPolled;
     info.isSigned = hasSign ? info.isSigned : above.isSigned;
     info.isBigEndian = hasByteOrder ? info.isBigEndian : above.isBigEndian;
     for (const Fault &fault : structReg.faults) {

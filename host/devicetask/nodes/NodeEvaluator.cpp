@@ -17,12 +17,20 @@ NodeEvaluator::Visit::Visit(NodeEvaluator &evaluator, NodeId id)
         return;
     }
     const NodeInfo &node = evaluator.at(id);
+    m_bVolatile = node.isVolatile;
+    evaluator.m_nVolatile += int(m_bVolatile);
     if (!node.problem.isEmpty()) {
         m_error = failure(NODE_LOGICAL, node, QString::fromUtf8(node.problem));
     } else if (evaluator.m_nDepth > MAX_DEPTH || ++evaluator.m_nVisits > MAX_VISITS) {
         m_error = failure(NODE_LOGICAL, node,
                           QStringLiteral("the evaluation follows too many references"));
     }
+}
+
+NodeEvaluator::Visit::~Visit()
+{
+    --m_evaluator.m_nDepth;
+    m_evaluator.m_nVolatile -= int(m_bVolatile);
 }
 
 NodeEvaluator::NodeEvaluator(const DeviceSession &session)

@@ -25,7 +25,7 @@ public:
     {
     public:
         Visit(NodeEvaluator &evaluator, NodeId id);
-        ~Visit() { --m_evaluator.m_nDepth; }
+        ~Visit();
         Visit(const Visit &) = delete;
         Visit &operator=(const Visit &) = delete;
 
@@ -34,6 +34,7 @@ public:
 
     private:
         NodeEvaluator &m_evaluator;
+        bool m_bVolatile = false;
         DeviceError m_error;
     };
 
@@ -43,6 +44,8 @@ public:
     const NodeInfo &at(NodeId id) const { return m_session.nodes.at(id); }
     LocalValues &locals() { return m_session.locals; }
     RegisterMemory &memory() { return m_memory; }
+    /// Whether the way to the node that is visited now is free of those whose values may not be held.
+    bool mayHold() const { return m_nVolatile == 0; }
 
     /// The value: 1 or 0 of a Boolean, the entry's value of an Enumeration.
     DeviceError number(NodeId id, FormulaNumber *out);
@@ -69,4 +72,5 @@ private:
     RegisterMemory m_memory;
     int m_nDepth = 0;
     int m_nVisits = 0;
+    int m_nVolatile = 0; ///< volatile nodes that are visited now, one below the other
 };

@@ -298,6 +298,16 @@ void takeSign(NodeDraft &draft, const PropertyRule &, const Property &property)
     }
 }
 
+void takeCachable(NodeDraft &draft, const PropertyRule &, const Property &property)
+{
+    draft.info.isVolatile = property.text.trimmed() == "NoCache";
+}
+
+void takePollingTime(NodeDraft &draft, const PropertyRule &, const Property &)
+{
+    draft.info.isPolled = true;
+}
+
 void takePort(NodeDraft &draft, const PropertyRule &, const Property &property)
 {
     draft.info.port = draft.refer(property.tag, property.text, property.line);
@@ -352,6 +362,8 @@ const QVector<PropertyRule> &rules()
         {"AccessMode", takeAccess},
         {"ImposedAccessMode", takeImposedAccess},
         {"pPort", takePort},
+        {"Cachable", takeCachable},
+        {"PollingTime", takePollingTime},
         {"Endianess", takeByteOrder},
         {"Sign", takeSign},
         {"LSB", takeInteger, nullptr, nullptr, &N::lsb},

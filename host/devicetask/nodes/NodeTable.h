@@ -173,6 +173,10 @@ struct NodeInfo
     qint64 lsb = -1; ///< as they stand in the text: their meaning depends on the byte order
     qint64 msb = -1;
     bool isChunkPort = false; ///< Port with a ChunkID or EventID: nothing to be read
+    bool isPolled = false; ///< has a PollingTime: it changes by itself
+    /// Nothing that is read for it may be held for later: Cachable NoCache, PollingTime, or see NodeMarks.
+    bool isVolatile = false;
+    bool isCondition = false; ///< pIsLocked, pIsAvailable or pIsImplemented of another node
 };
 
 /// The nodes of one description. Filled once at opening, then constant; any thread.

@@ -4,6 +4,7 @@
 #include "host/devicetask/nodes/DescriptionText.h"
 #include "host/devicetask/nodes/FormulaBinder.h"
 #include "host/devicetask/nodes/NodeKindRules.h"
+#include "host/devicetask/nodes/NodeMarks.h"
 #include "host/devicetask/nodes/NodeProperties.h"
 
 namespace {
@@ -184,6 +185,7 @@ private:
             NodeDraft::changeIds(
                 node, [&references](NodeId &place) { place = references.at(place).node; });
         }
+        NodeMarks::set(m_pTable);
     }
 
     DescriptionCursor &m_xml;

@@ -134,18 +134,19 @@ DeviceError RegisterAccess::locate(quint64 *start, int *bytes)
     return error;
 }
 
-DeviceError RegisterAccess::readBytes(QByteArray *out)
+DeviceError RegisterAccess::readBytes(bool mayHold, QByteArray *out)
 {
     quint64 start = 0;
     int bytes = 0;
     const DeviceError error = locate(&start, &bytes);
-    return error.failed() ? error : m_evaluator.memory().read(start, bytes, m_strName, out);
+    return error.failed() ? error
+                          : m_evaluator.memory().read(start, bytes, mayHold, m_strName, out);
 }
 
 DeviceError RegisterAccess::readNumber(FormulaNumber *out)
 {
     QByteArray bytes;
-    DeviceError error = readBytes(&bytes);
+    DeviceError error = readBytes(m_evaluator.mayHold(), &bytes);
     if (error.failed()) {
         return error;
     }
@@ -186,7 +187,7 @@ DeviceError RegisterAccess::writeNumber(const FormulaNumber &value)
     error = field(&bits);
     quint64 contents = 0;
     if (!error.failed() && bits.count < 8 * size) {
-        error = m_evaluator.memory().read(start, size, m_strName, &bytes);
+        error = m_evaluator.memory().read(start, size, false, m_strName, &bytes);
         contents = RegisterCodec::load(bytes, m_node.isBigEndian);
     }
     if (error.failed()) {
@@ -205,7 +206,7 @@ DeviceError RegisterAccess::writeNumber(const FormulaNumber &value)
 DeviceError RegisterAccess::readText(QByteArray *out)
 {
     QByteArray bytes;
-    const DeviceError error = readBytes(&bytes);
+    const DeviceError error = readBytes(false, &bytes);
     if (!error.failed()) {
         const int end = bytes.indexOf('\0');
         *out = end < 0 ? bytes : bytes.left(end);

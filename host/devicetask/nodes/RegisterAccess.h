@@ -32,7 +32,7 @@ private:
     DeviceError addressPart(const NodeAddress &part, quint64 *out);
     DeviceError locate(quint64 *address, int *length);
     DeviceError beyondAddresses() const;
-    DeviceError readBytes(QByteArray *out);
+    DeviceError readBytes(bool mayHold, QByteArray *out);
     DeviceError checkPort() const;
     DeviceError doesNotFit() const;
 

@@ -1,6 +1,7 @@
 #include "host/devicetask/nodes/RegisterMemory.h"
 
 #include "host/devicetask/GErrorBox.h"
+#include "host/devicetask/nodes/HeldValues.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ DeviceError inBlocks(Access access, const DeviceSession &session, quint64 addres
 
 } // namespace
 
-DeviceError RegisterMemory::read(quint64 address, int length, const QString &subject,
+DeviceError RegisterMemory::read(quint64 address, int length, bool mayHold, const QString &subject,
                                  QByteArray *bytes)
 {
     const QPair<quint64, int> key(address, length);
@@ -40,12 +41,22 @@ DeviceError RegisterMemory::read(quint64 address, int length, const QString &sub
         *bytes = *known;
         return {};
     }
+    HeldValues::Look *const look = m_session.look;
+    if (const QByteArray *held = look && mayHold ? look->find(address, length) : nullptr) {
+        *bytes = *held;
+        return {};
+    }
     QByteArray buffer(length, '\0');
     const DeviceError error =
         inBlocks(arv_device_read_memory, m_session, address, buffer.data(), length, subject);
     if (!error.failed()) {
         m_known.insert(key, buffer);
         *bytes = buffer;
+    }
+    if (look && mayHold && !error.failed()) {
+        look->insert(address, length, buffer);
+    } else if (look) {
+        look->remove(address, length);
     }
     return error;
 }

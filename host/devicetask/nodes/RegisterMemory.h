@@ -19,8 +19,10 @@ public:
     {
     }
 
-    /// `subject` names the register in errors. `bytes` stays as it is on failure.
-    DeviceError read(quint64 address, int length, const QString &subject, QByteArray *bytes);
+    /// `subject` names the register in errors. `bytes` stays as it is on failure. What the reader holds is enough only
+    /// when `mayHold`, and what is read is held only then.
+    DeviceError read(quint64 address, int length, bool mayHold, const QString &subject,
+                     QByteArray *bytes);
     DeviceError write(quint64 address, QByteArray bytes, const QString &subject);
 
 private:
