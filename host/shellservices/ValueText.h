@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ShellServicesModule/ShellServicesModuleGlobal.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -19,15 +21,15 @@ struct Parsed
 bool mayHold(int mode, QChar character);
 
 /// QString for strings, double for floats, qint64 for all others.
-Parsed parse(const QString &text, int mode);
+SHELLSERVICESMODULE_API Parsed parse(const QString &text, int mode);
 
 /// The reason why the value lies outside the range, empty when it lies inside. Without both ends, or with the maximum
 /// below the minimum, there is no range.
-QString rangeRefusal(const QVariant &value, const QVariant &maximum, const QVariant &minimum,
-                     int mode);
+SHELLSERVICESMODULE_API QString rangeRefusal(const QVariant &value, const QVariant &maximum,
+                                             const QVariant &minimum, int mode);
 
 /// The reason why the text takes more bytes of UTF-8 than `length`; empty when it fits or `length` is no limit.
-QString lengthRefusal(const QString &text, int length);
+SHELLSERVICESMODULE_API QString lengthRefusal(const QString &text, int length);
 
 /// The reason why the character may not be typed.
 QString characterRefusal(QChar character, int mode);

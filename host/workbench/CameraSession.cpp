@@ -203,6 +203,14 @@ void CameraSession::onPassEnded(long int cameraId)
     }
 }
 
+void CameraSession::refresh()
+{
+    if (isLive()) {
+        m_bFirstUpdateDone = false;
+        readAgain();
+    }
+}
+
 void CameraSession::readAgain()
 {
     if (VexaFeatureTree *featureTree = tree()) {

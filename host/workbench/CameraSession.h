@@ -53,6 +53,8 @@ public:
     /// Both do nothing in a state that does not allow them.
     void startGrabbing();
     void stopGrabbing();
+    /// Reads all values again; firstUpdateDone comes at the end. Does nothing while the device does not answer.
+    void refresh();
 
     State state() const;
     /// The device answers, as far as is known.

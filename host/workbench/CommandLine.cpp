@@ -34,13 +34,18 @@ const Option USER_LEVEL{"user-level", "0|1|2", "Features to show: 0 guru, 1 expe
 const Option DUMP{"dump", "FILE|-",
                   "Write all features as JSON to the file or to the standard output.", false};
 const Option READ{"read", "NAME", "Print the value of this feature.", false};
+const Option WRITE{"write", "NAME=VALUE",
+                   "Write this value as the feature tree does; may be given several times.", true};
+const Option RUN{"run", "COMMAND",
+                 "Run this command as the feature tree does; may be given several times.", true};
+const Option YES{"yes", nullptr, "Answer the questions of writes and commands with yes.", false};
 const Option SCREENSHOT{"screenshot", "FILE.png", "Save a picture of the window.", false};
 const Option HELP{"help", nullptr, "Print this help.", false};
 const Option VERSION{"version", nullptr, "Print the version.", false};
 
-const Option *const ALL_OPTIONS[] = {&DEVICE, &DESCRIPTION, &MEMORY_PATTERN, &GIGE,       &USB,
-                                     &LIST,   &LINT,        &LANGUAGE,       &USER_LEVEL, &DUMP,
-                                     &READ,   &SCREENSHOT,  &HELP,           &VERSION};
+const Option *const ALL_OPTIONS[] = {&DEVICE, &DESCRIPTION, &MEMORY_PATTERN, &GIGE, &USB,    &LIST,
+                                     &LINT,   &LANGUAGE,    &USER_LEVEL,     &DUMP, &READ,   &WRITE,
+                                     &RUN,    &YES,         &SCREENSHOT,     &HELP, &VERSION};
 
 QString nameOf(const Option &option)
 {
@@ -51,11 +56,12 @@ QString nameOf(const Option &option)
 
 CommandLine::CommandLine()
 {
-    m_parser.setApplicationDescription(
-        QStringLiteral("Shows the feature trees of GenICam devices.\n"
-                       "--dump, --read and --screenshot need no display: each waits for the first "
-                       "full update, acts and exits\n"
-                       "(0 done, 1 refused or failed, 2 wrong usage)."));
+    m_parser.setApplicationDescription(QStringLiteral(
+        "Shows the feature trees of GenICam devices.\n"
+        "--write, --run, --read, --dump and --screenshot need no display: they wait for "
+        "the first full update,\nact in this order, writes and commands among "
+        "themselves in the order given, and exit\n"
+        "(0 done, 1 refused or failed, 2 wrong usage)."));
     for (const Option *option : ALL_OPTIONS) {
         m_parser.addOption(QCommandLineOption(nameOf(*option),
                                               QString::fromLatin1(option->description),
@@ -102,7 +108,8 @@ bool CommandLine::parse(const QStringList &arguments)
     m_options.dumpFile = m_parser.value(nameOf(DUMP));
     m_options.readName = m_parser.value(nameOf(READ));
     m_options.screenshotFile = m_parser.value(nameOf(SCREENSHOT));
-    return takeChoices() && checkCombination();
+    m_options.yes = m_parser.isSet(nameOf(YES));
+    return takeChoices() && takeFeatureJobs() && checkCombination();
 }
 
 bool CommandLine::takeChoices()
@@ -132,14 +139,40 @@ bool CommandLine::takeChoices()
     return true;
 }
 
+bool CommandLine::takeFeatureJobs()
+{
+    QStringList writes = m_parser.values(nameOf(WRITE));
+    QStringList runs = m_parser.values(nameOf(RUN));
+    for (const QString &option : m_parser.optionNames()) {
+        if (option == nameOf(RUN)) {
+            m_options.featureJobs.append({FeatureJob::Kind::Run, runs.takeFirst(), QString()});
+        } else if (option == nameOf(WRITE)) {
+            const QString job = writes.takeFirst();
+            const int equals = job.indexOf(QLatin1Char('='));
+            if (equals < 1) {
+                return fail(
+                    QStringLiteral("Option '--write' takes NAME=VALUE, not '%1'.").arg(job));
+            }
+            m_options.featureJobs.append(
+                {FeatureJob::Kind::Write, job.left(equals), job.mid(equals + 1)});
+        }
+    }
+    return true;
+}
+
 bool CommandLine::checkCombination()
 {
     if (m_parser.isSet(nameOf(MEMORY_PATTERN)) && m_options.descriptions.isEmpty()) {
         return fail(QStringLiteral("Option '--memory-pattern' needs '--description'."));
     }
-    const bool ofOneDevice = !m_options.dumpFile.isEmpty() || !m_options.readName.isEmpty();
+    const bool ofOneDevice = !m_options.dumpFile.isEmpty() || !m_options.readName.isEmpty()
+        || !m_options.featureJobs.isEmpty();
     if (ofOneDevice && m_options.namedDevices() > 1) {
-        return fail(QStringLiteral("Options '--dump' and '--read' work on one device."));
+        return fail(QStringLiteral(
+            "Options '--write', '--run', '--read' and '--dump' work on one device."));
+    }
+    if (m_options.yes && m_options.featureJobs.isEmpty()) {
+        return fail(QStringLiteral("Option '--yes' needs '--write' or '--run'."));
     }
     if (m_options.dumpFile == QLatin1String("-") && !m_options.readName.isEmpty()) {
         return fail(

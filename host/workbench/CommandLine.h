@@ -20,6 +20,7 @@ public:
 private:
     bool fail(const QString &text);
     bool takeChoices();
+    bool takeFeatureJobs();
     bool checkCombination();
 
     QCommandLineParser m_parser;

@@ -3,6 +3,7 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
+#include "host/workbench/OfferedEntries.h"
 #include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
@@ -11,7 +12,6 @@
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/VexaFeatureTree.h"
 
-#include <QDomElement>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -68,22 +68,15 @@ QByteArray jsonText(const QVariant &value)
     }
 }
 
-/// The entries that the device offers now, in the order of the description.
-QVariantList entriesOf(const CTreeEnumationItemValue &value, const QDomElement &element)
+QVariantList describeEntries(const QVector<OfferedEntry> &entries)
 {
-    const QMap<QString, QString> displayNames = value.getAllNameMap();
-    QVariantList entries;
-    for (QDomElement entry = element.firstChildElement(QStringLiteral("EnumEntry"));
-         !entry.isNull(); entry = entry.nextSiblingElement(QStringLiteral("EnumEntry"))) {
-        const QString name = entry.attribute(QStringLiteral("Name"));
-        if (displayNames.contains(name)) {
-            const QString number = entry.firstChildElement(QStringLiteral("Value")).text();
-            entries.append(QVariantMap{{QStringLiteral("name"), name},
-                                       {QStringLiteral("displayName"), displayNames.value(name)},
-                                       {QStringLiteral("value"), number.toLongLong(nullptr, 0)}});
-        }
+    QVariantList list;
+    for (const OfferedEntry &entry : entries) {
+        list.append(QVariantMap{{QStringLiteral("name"), entry.name},
+                                {QStringLiteral("displayName"), entry.displayName},
+                                {QStringLiteral("value"), entry.value}});
     }
-    return entries;
+    return list;
 }
 
 } // namespace
@@ -143,9 +136,8 @@ QVariantMap DumpWriter::describe(VexaPropertyTreeItem &item, const QStringList &
         describeValue(*value, object);
     }
     if (const auto *enumeration = dynamic_cast<const CTreeEnumationItemValue *>(value.get())) {
-        QDomElement element;
-        m_tree.GetDomElementNode(value->m_strNodeName, element);
-        object.insert(QStringLiteral("entries"), entriesOf(*enumeration, element));
+        object.insert(QStringLiteral("entries"),
+                      describeEntries(offeredEntries(m_tree, *enumeration)));
     }
     return object;
 }

@@ -3,6 +3,7 @@
 #include "ShellServicesModule/QFunction.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/DumpWriter.h"
+#include "host/workbench/FeatureEdit.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "model/CTreeItemValue.h"
@@ -11,12 +12,14 @@
 
 #include <QPixmap>
 #include <QSaveFile>
-#include <QTimer>
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 
+/// A write is followed by a refresh of what depends on it, after 200 ms without another.
+constexpr std::chrono::milliseconds REFRESH_DELAY{250};
 /// Editors beyond the first rows are opened in slices after the update: the picture waits for them.
 constexpr std::chrono::milliseconds PICTURE_SETTLE_TIME{300};
 
@@ -38,16 +41,24 @@ HeadlessRunner::HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &
     , m_deviceIds(deviceIds)
     , m_waitingFor(deviceIds)
     , m_limit(limit)
+    , m_boxes(options.yes)
 {
+    m_limitTimer.setSingleShot(true);
+    connect(&m_limitTimer, &QTimer::timeout, this, &HeadlessRunner::onTimeOut);
     // The reason stands in the message log already.
     connect(&m_window, &WorkbenchWindow::deviceOpenFailed, this, [this] { finish(1); });
-    connect(&m_window, &WorkbenchWindow::deviceLost, this, [this] { finish(1); });
+    connect(&m_window, &WorkbenchWindow::deviceLost, this, [this] {
+        if (!m_bRestarting) {
+            finish(1);
+        }
+    });
+    connect(QFunction::Instance(), &QFunction::messageLogged, this, [this] { ++m_nMessages; });
     connect(&m_window, &WorkbenchWindow::deviceUpdated, this, &HeadlessRunner::onDeviceUpdated);
 }
 
 void HeadlessRunner::start()
 {
-    QTimer::singleShot(m_limit, this, &HeadlessRunner::onTimeOut);
+    m_limitTimer.start(m_limit);
     if (!m_options.screenshotFile.isEmpty()) {
         m_window.show();
     }
@@ -58,11 +69,14 @@ void HeadlessRunner::start()
 
 void HeadlessRunner::onDeviceUpdated(const QString &id)
 {
-    m_waitingFor.removeAll(id);
-    if (m_waitingFor.isEmpty() && !m_bFinished) {
-        QTimer::singleShot(m_options.screenshotFile.isEmpty() ? std::chrono::milliseconds(0)
-                                                              : PICTURE_SETTLE_TIME,
-                           this, &HeadlessRunner::runJobs);
+    if (m_waitingFor.removeAll(id) > 0 && m_waitingFor.isEmpty() && !m_bFinished) {
+        m_limitTimer.stop();
+        m_bRestarting = false;
+        const bool last = m_nJob == m_options.featureJobs.size();
+        QTimer::singleShot(last && !m_options.screenshotFile.isEmpty()
+                               ? PICTURE_SETTLE_TIME
+                               : std::chrono::milliseconds(0),
+                           this, &HeadlessRunner::nextJob);
     }
 }
 
@@ -75,19 +89,87 @@ void HeadlessRunner::onTimeOut()
     }
 }
 
-void HeadlessRunner::runJobs()
+VexaFeatureTree *HeadlessRunner::tree() const
+{
+    const CameraSession *session = m_window.session(m_deviceIds.value(0));
+    return session ? session->tree() : nullptr;
+}
+
+bool HeadlessRunner::hasFurtherJobs() const
+{
+    return m_nJob < m_options.featureJobs.size() || !m_options.readName.isEmpty()
+        || !m_options.dumpFile.isEmpty() || !m_options.screenshotFile.isEmpty();
+}
+
+void HeadlessRunner::nextJob()
 {
     if (m_bFinished) {
         return;
     }
-    const CameraSession *session = m_window.session(m_deviceIds.value(0));
-    const VexaFeatureTree *tree = session ? session->tree() : nullptr;
-    if (!tree) {
+    VexaFeatureTree *featureTree = tree();
+    if (!featureTree) {
         fail(workbenchText("lang_workbench_lost"));
+    } else if (!checkOutcome(*featureTree)) {
+        fail(workbenchText("lang_workbench_kept")
+                 .arg(m_options.featureJobs.at(m_nJob - 1).name, m_strFormerValue));
+    } else if (m_nJob < m_options.featureJobs.size()) {
+        perform(*featureTree);
+    } else {
+        runFinalJobs(*featureTree);
+    }
+}
+
+void HeadlessRunner::perform(VexaFeatureTree &tree)
+{
+    const FeatureJob job = m_options.featureJobs.at(m_nJob++);
+    m_strFormerValue = FeatureEdit::shownValue(tree, job.name);
+    const int messages = m_nMessages;
+    m_bRestarting = FeatureEdit::restartsDevice(job);
+    QString reason;
+    const bool done = FeatureEdit::perform(tree, job, &reason);
+    m_bWasTold = m_nMessages > messages;
+    if (m_bFinished) {
         return;
     }
-    const bool done = (m_options.readName.isEmpty() || read(*tree))
-        && (m_options.dumpFile.isEmpty() || dump(*tree))
+    if (!done) {
+        fail(reason);
+    } else if (m_bRestarting && !hasFurtherJobs()) {
+        finish(0);
+    } else {
+        waitForUpdate();
+    }
+}
+
+void HeadlessRunner::waitForUpdate()
+{
+    m_waitingFor = m_deviceIds.mid(0, 1);
+    m_limitTimer.start(m_limit);
+    if (!m_bRestarting) {
+        QTimer::singleShot(REFRESH_DELAY, this, [this] {
+            if (CameraSession *session = m_window.session(m_deviceIds.value(0))) {
+                session->refresh();
+            }
+        });
+    }
+}
+
+bool HeadlessRunner::checkOutcome(const VexaFeatureTree &tree)
+{
+    if (m_nJob == 0 || m_options.featureJobs.at(m_nJob - 1).kind != FeatureJob::Kind::Write) {
+        return true;
+    }
+    // A device may answer a write with another value, also with the former one ("Once"). Only with a word from the
+    // tree is it a write that was kept from the device.
+    const FeatureJob &job = m_options.featureJobs.at(m_nJob - 1);
+    return !std::exchange(m_bWasTold, false)
+        || FeatureEdit::shownValue(tree, job.name) != m_strFormerValue
+        || FeatureEdit::holds(tree, job);
+}
+
+void HeadlessRunner::runFinalJobs(const VexaFeatureTree &tree)
+{
+    const bool done = (m_options.readName.isEmpty() || read(tree))
+        && (m_options.dumpFile.isEmpty() || dump(tree))
         && (m_options.screenshotFile.isEmpty() || takePicture());
     finish(done ? 0 : 1);
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "host/workbench/HeadlessBoxes.h"
 #include "host/workbench/WorkbenchOptions.h"
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 
 #include <chrono>
 
@@ -11,12 +13,12 @@ class VexaFeatureTree;
 class WorkbenchWindow;
 
 /// The jobs of the command line that end by themselves: it opens the devices, waits for the first full update of each,
-/// reads, dumps, takes the picture, and ends. What goes wrong is told in the client's message log.
+/// writes and runs commands one after the other, reads, dumps, takes the picture, and ends. What goes wrong is told in the client's message log.
 class HeadlessRunner : public QObject
 {
     Q_OBJECT
 public:
-    /// A device that has not given all its values by then is given up.
+    /// A device that has not given all its values by then, at first or after a write, is given up.
     static constexpr std::chrono::seconds FIRST_UPDATE_LIMIT{60};
 
     HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &options,
@@ -32,7 +34,14 @@ signals:
 private:
     void onDeviceUpdated(const QString &id);
     void onTimeOut();
-    void runJobs();
+    void nextJob();
+    void perform(VexaFeatureTree &tree);
+    /// Of the write that was made last; false when it turns out that the tree kept it from the device.
+    bool checkOutcome(const VexaFeatureTree &tree);
+    void waitForUpdate();
+    VexaFeatureTree *tree() const;
+    bool hasFurtherJobs() const;
+    void runFinalJobs(const VexaFeatureTree &tree);
     bool read(const VexaFeatureTree &tree);
     bool dump(const VexaFeatureTree &tree);
     bool takePicture();
@@ -44,5 +53,12 @@ private:
     QStringList m_deviceIds;
     QStringList m_waitingFor;
     std::chrono::milliseconds m_limit;
+    QTimer m_limitTimer;
+    HeadlessBoxes m_boxes;
+    int m_nJob = 0; ///< of the feature jobs: the next one
+    int m_nMessages = 0; ///< that were logged so far
+    bool m_bWasTold = false; ///< the job made last said something
+    bool m_bRestarting = false; ///< a command took the device away; it comes back
+    QString m_strFormerValue; ///< what was shown before the write made last
     bool m_bFinished = false;
 };

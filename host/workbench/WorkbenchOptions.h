@@ -4,6 +4,16 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
+
+/// A write or a command of the command line.
+struct FeatureJob
+{
+    enum class Kind { Write, Run };
+    Kind kind = Kind::Write;
+    QString name;
+    QString text; ///< the value of a write
+};
 
 /// What the command line asks for. Empty texts and -1 mean "not given".
 struct WorkbenchOptions
@@ -19,6 +29,8 @@ struct WorkbenchOptions
     QString lintFile; ///< a description to check; nothing is opened
     QString language; ///< "ENG" or "CH"
     int userLevel = -1; ///< 0 guru, 1 expert, 2 beginner
+    QVector<FeatureJob> featureJobs; ///< in the order given
+    bool yes = false; ///< the answer to every question
     QString dumpFile; ///< "-" is the standard output
     QString readName;
     QString screenshotFile;
@@ -31,6 +43,7 @@ struct WorkbenchOptions
     /// A job that needs no display and ends by itself.
     bool isHeadless() const
     {
-        return !dumpFile.isEmpty() || !readName.isEmpty() || !screenshotFile.isEmpty();
+        return !featureJobs.isEmpty() || !dumpFile.isEmpty() || !readName.isEmpty()
+            || !screenshotFile.isEmpty();
     }
 };

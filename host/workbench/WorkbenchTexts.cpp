@@ -1,6 +1,20 @@
 #include "host/workbench/WorkbenchTexts.h"
 
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QTranslator>
+
+QString messageLine(const QString &title, const QString &text, bool isMarkup)
+{
+    // What only claims to be markup keeps its line ends.
+    const QString plain = isMarkup && Qt::mightBeRichText(text)
+        ? QTextDocumentFragment::fromHtml(text).toPlainText()
+        : text;
+    if (title.isEmpty()) {
+        return plain;
+    }
+    return title + (title.back().isPunct() ? QStringLiteral(" ") : QStringLiteral(": ")) + plain;
+}
 
 void installWorkbenchTexts(const QString &language)
 {

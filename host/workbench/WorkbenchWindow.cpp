@@ -26,7 +26,6 @@
 #include <QPointer>
 #include <QSplitter>
 #include <QTextDocument>
-#include <QTextDocumentFragment>
 #include <QVBoxLayout>
 
 namespace {
@@ -340,13 +339,10 @@ void WorkbenchWindow::takePrompt(long int cameraId, int level, const QString &te
 {
     QTaskManager *manager = QTaskManager::Instance();
     QCameraBasicTask *task = manager ? manager->GetTaskByIDEx(cameraId) : nullptr;
-    // What only claims to be markup keeps its line ends.
-    richText = richText && Qt::mightBeRichText(text);
-    const QString plain = richText ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
     const bool failure = level == PROMPT_FAILURE;
-    QFunction::Instance()->InsertMessageLog(
-        failure ? MESSAGE_LOG_ERROR : MESSAGE_LOG_INFO, task ? task->_GetCameraName() : QString(),
-        title.isEmpty() ? plain : title + QStringLiteral(": ") + plain);
+    QFunction::Instance()->InsertMessageLog(failure ? MESSAGE_LOG_ERROR : MESSAGE_LOG_INFO,
+                                            task ? task->_GetCameraName() : QString(),
+                                            messageLine(title, text, richText));
     QFunction::ShowMessage(this, title,
                            richText ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal),
                            QString(), failure ? PROMPT_FAILURE : PROMPT_HINT_STYLE, false);

@@ -127,6 +127,8 @@ int runHeadless(WorkbenchWindow &window, const WorkbenchOptions &options, const 
                                                        : camera + QStringLiteral(": ") + text);
                          }
                      });
+    // A box may be the only window that is ever shown.
+    QApplication::setQuitOnLastWindowClosed(false);
     HeadlessRunner runner(window, options, ids);
     QObject::connect(&runner, &HeadlessRunner::finished, qApp, &QCoreApplication::exit,
                      Qt::QueuedConnection);

@@ -299,5 +299,49 @@
         <source>lang_workbench_askclose</source>
         <translation>The settings of %1 were changed and not saved in the device. Close it all the same?</translation>
     </message>
+    <message>
+        <source>lang_workbench_notaswitch</source>
+        <translation>'%1' is neither true nor false.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_noentry</source>
+        <translation>There is no entry '%1'. Entries: %2.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notext</source>
+        <translation>It holds no value that could be given as text.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nocommand</source>
+        <translation>'%1' is no command.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_iscommand</source>
+        <translation>'%1' is a command: --run runs it.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notwritable</source>
+        <translation>'%1' cannot be changed in the present state of the device.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_refusedtext</source>
+        <translation>'%1' was not written. %2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notwritten</source>
+        <translation>'%1' was not written. %2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notrun</source>
+        <translation>'%1' was not run. %2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_kept</source>
+        <translation>'%1' was not written: it still holds %2.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_declined</source>
+        <translation>Answered with no, since --yes was not given: %1</translation>
+    </message>
 </context>
 </TS>

@@ -299,5 +299,49 @@
         <source>lang_workbench_askclose</source>
         <translation>%1 的参数已更改，但尚未保存到设备中。仍要关闭吗？</translation>
     </message>
+    <message>
+        <source>lang_workbench_notaswitch</source>
+        <translation>“%1”既不是 true 也不是 false。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_noentry</source>
+        <translation>没有“%1”这一选项。可用选项：%2。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notext</source>
+        <translation>该属性没有可用文本表示的数值。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nocommand</source>
+        <translation>“%1”不是命令。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_iscommand</source>
+        <translation>“%1”是命令，请使用 --run 执行。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notwritable</source>
+        <translation>设备当前状态下无法更改“%1”。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_refusedtext</source>
+        <translation>“%1”未写入。%2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notwritten</source>
+        <translation>“%1”未写入。%2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notrun</source>
+        <translation>“%1”未执行。%2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_kept</source>
+        <translation>“%1”未写入，当前值仍为 %2。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_declined</source>
+        <translation>未指定 --yes，已回答“否”：%1</translation>
+    </message>
 </context>
 </TS>

@@ -79,6 +79,14 @@ void WorkbenchCliTest::wrongUsage_data()
     QTest::newRow("dump of which device")
         << QStringList{"--device", "area-camera", "--device", "area-camera", "--dump", "-"}
         << QByteArray("one device");
+    QTest::newRow("write without a value")
+        << QStringList{"--write", "Width"} << QByteArray("'Width'");
+    QTest::newRow("write without a name")
+        << QStringList{"--write", "=3"} << QByteArray("NAME=VALUE");
+    QTest::newRow("write to which device")
+        << QStringList{"--device", "area-camera", "--device", "area-camera", "--write", "Width=640"}
+        << QByteArray("one device");
+    QTest::newRow("answer to no question") << QStringList{"--yes"} << QByteArray("--write");
     QTest::newRow("two jobs mixed on stdout")
         << QStringList{"--dump", "-", "--read", "Width"} << QByteArray("standard output");
 }

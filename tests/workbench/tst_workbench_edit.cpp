@@ -1,0 +1,114 @@
+#include "tests/workbench/WorkbenchProcess.h"
+
+#include <QtTest>
+
+/// Writes and commands of the command line, by the real program: what is written, refused, asked and said.
+class WorkbenchEditTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void edits_data();
+    void edits();
+
+private:
+    WorkbenchProcess m_workbench;
+};
+
+void WorkbenchEditTest::edits_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QStringList>("jobs");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
+    const auto row = [](const char *name, const char *device, const QStringList &jobs, int exitCode,
+                        const char *out, const char *err) {
+        QTest::newRow(name) << QString::fromLatin1(device) << jobs << exitCode << QByteArray(out)
+                            << QByteArray(err);
+    };
+    const auto accepted = [&row](const char *name, const char *device, const QStringList &jobs,
+                                 const char *out) { row(name, device, jobs, 0, out, ""); };
+    const auto refused = [&row](const char *name, const char *device, const QStringList &jobs,
+                                const char *err) { row(name, device, jobs, 1, "", err); };
+    const char *const area = "area-camera";
+    const char *const reader = "code-reader";
+    accepted("whole number not written", area, {"--write", "Width=640", "--read", "Width"},
+             "640\n");
+    accepted("hexadecimal read as decimal", area, {"--write", "Width=0x280", "--read", "Width"},
+             "640\n");
+    accepted("address not read as one", area,
+             {"--write", "GevPersistentIPAddress=192.168.3.4", "--read", "GevPersistentIPAddress"},
+             "192.168.3.4\n");
+    accepted("point taken for a separator", area,
+             {"--write", "ExposureTime=1234.5", "--read", "ExposureTime"}, "1234.50\n");
+    accepted("word of a switch unknown", area, {"--write", "ReverseX=ON", "--read", "ReverseX"},
+             "True\n");
+    accepted("entry not found by its name", reader,
+             {"--write", "CommunicationProtocols=TcpServer", "--read", "CommunicationProtocols"},
+             "Tcp Server\n");
+    accepted("entry not found by its display name", reader,
+             {"--write", "CommunicationProtocols=Tcp Server", "--read", "CommunicationProtocols"},
+             "Tcp Server\n");
+    accepted("entry not found by its number", reader,
+             {"--write", "CommunicationProtocols=6", "--read", "CommunicationProtocols"},
+             "Tcp Server\n");
+    accepted("text cut at its equals sign", area,
+             {"--write", "DeviceUserID=a<b=c", "--read", "DeviceUserID"}, "a<b=c\n");
+    accepted("written in another order than given", area,
+             {"--write", "Width=640", "--write", "OffsetX=1000", "--read", "OffsetX"}, "1000\n");
+    refused("first of two writes skipped", area,
+            {"--write", "OffsetX=1000", "--write", "Width=640"},
+            "'OffsetX' was not written. The value must lie between 0 and");
+    accepted("value that the device takes back", reader,
+             {"--write", "ExposureAuto=Once", "--read", "ExposureAuto"}, "Off\n");
+    row("advice taken for a refusal", area,
+        {"--write", "GevSCPSPacketSize=9000", "--read", "GevSCPSPacketSize"}, 0, "9000\n",
+        "recommended packet size");
+    accepted("busy dialog of its own waited for", "grabber-camera",
+             {"--write", "Width=640", "--read", "Width"}, "640\n");
+    refused("text taken for 0", area, {"--write", "Width="}, "is not a whole number");
+    refused("end of the text ignored", area, {"--write", "Width=640px"}, "is not a whole number");
+    refused("no number taken for 0", area, {"--write", "ExposureTime=fast"}, "fast");
+    refused("no switch taken for off", area, {"--write", "ReverseX=maybe"},
+            "'maybe' is neither true nor false");
+    refused("entry that does not exist", area, {"--write", "PixelFormat=Nope"},
+            "no entry 'Nope'. Entries: Mono8, ");
+    refused("below the range", area, {"--write", "Width=0"}, "must lie between 64 and");
+    refused("beyond 64 bits", area, {"--write", "Width=99999999999999999999"}, "Width");
+    refused("text longer than the register", area, {"--write", "DeviceUserID=" + QString(17, 'x')},
+            "17 bytes");
+    refused("feature that can only be read", area, {"--write", "DeviceTemperature=3"},
+            "'DeviceTemperature' cannot be changed");
+    refused("category written", area, {"--write", "DeviceControl=1"}, "DeviceControl");
+    refused("feature that does not exist", area, {"--write", "Widht=640"}, "no feature 'Widht'");
+    refused("command written", area, {"--write", "AcquisitionStart=1"}, "--run runs it");
+    refused("value run", area, {"--run", "Width"}, "'Width' is no command");
+    refused("write that polling keeps from the device told as done", reader,
+            {"--write", "PollingEnable=1", "--write", "LightingSelector=2"},
+            "'LightingSelector' was not written: it still holds");
+    refused("box of the tree waits for ever", reader, {"--write", "LineConfig0=1"},
+            "The line cannot be configured");
+    refused("box that blocks waits for ever", reader, {"--write", "ResSet_Ftp_Picture_Name="},
+            "cannot be empty");
+    refused("prompt of the host unheard", reader, {"--write", "TCPDestPort=21"},
+            "another service may use it");
+    refused("question answered with yes", reader, {"--run", "UserSetRecover"}, "--yes");
+}
+
+void WorkbenchEditTest::edits()
+{
+    QFETCH(QString, device);
+    QFETCH(QStringList, jobs);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, out);
+    QFETCH(QByteArray, err);
+    const WorkbenchProcess::Result result = m_workbench.run(QStringList{"--device", device} + jobs);
+    QVERIFY(result.ended);
+    QVERIFY2(result.exitCode == exitCode, result.err.constData());
+    QCOMPARE(result.out, out);
+    QVERIFY2(err.isEmpty() ? result.err.isEmpty() : result.err.contains(err),
+             result.err.constData());
+}
+
+QTEST_GUILESS_MAIN(WorkbenchEditTest)
+#include "tst_workbench_edit.moc"
