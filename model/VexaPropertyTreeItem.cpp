@@ -126,6 +126,7 @@ void VexaPropertyTreeItem::copy(VexaPropertyTreeItem *pSource)
         m_strVisibility = strVisibility;
     }
     m_bReadOnly = pSource->m_bReadOnly.load();
+    m_bWriteOnly = pSource->m_bWriteOnly.load();
     m_nItemType = pSource->m_nItemType;
     m_bVisible = pSource->m_bVisible.load();
     m_bWantsVisible = pSource->m_bWantsVisible.load();
@@ -301,6 +302,12 @@ bool VexaPropertyTreeItem::isValueCached() const
 void VexaPropertyTreeItem::setValueCached(bool bCached)
 {
     m_bValueCached = bCached;
+}
+
+void VexaPropertyTreeItem::setWriteOnly(bool bWriteOnly)
+{
+    const QMutexLocker locker(&ItemLocks::views());
+    forAllRows([bWriteOnly](VexaPropertyTreeItem &row) { row.m_bWriteOnly = bWriteOnly; });
 }
 
 quint64 VexaPropertyTreeItem::beginReading()

@@ -112,6 +112,10 @@ public:
     bool isValueCached() const;
     void setValueCached(bool bCached);
 
+    /// The device takes the value and never gives it (GenICam access mode WO); for all rows of the feature.
+    bool isWriteOnly() const { return m_bWriteOnly; }
+    void setWriteOnly(bool bWriteOnly);
+
     /// A number for a reading of the device that begins now. Any thread.
     quint64 beginReading();
     /// What one reading covers; each part is published on its own.
@@ -160,6 +164,7 @@ private:
     std::atomic<bool> m_bVisible{true}; ///< leaf: what the views were last told
     std::atomic<bool> m_bWantsVisible{true}; ///< leaf: its own wish, apart from its branches
     std::atomic<bool> m_bReadOnly{true};
+    std::atomic<bool> m_bWriteOnly{false};
     bool m_bIsFeatureTreeItem = true;
     ITEM_TYEP m_nItemType = ITEM_CATEGORY;
     QString m_strTagName;

@@ -145,6 +145,7 @@ FeatureUpdate::Access FeatureUpdate::readAccess()
         return Access::Hidden;
     }
     m_bReadOnlyByAccess = mode == 3;
+    m_bWriteOnly = mode == 2;
     translateTexts();
 
     const PointerAnswer available = m_reader.IsAvailable(m_pFacts->isAvailable);
@@ -211,7 +212,11 @@ FeatureUpdate::Access FeatureUpdate::decideVisibility()
 
 bool FeatureUpdate::GetFeatureValue()
 {
-    m_pValue = m_reader.readValue(m_strTagName, m_strNodeName);
+    if (!m_bWriteOnly) {
+        m_pValue = m_reader.readValue(m_strTagName, m_strNodeName);
+    } else if (m_strTagName == QLatin1String("Enumeration")) {
+        m_pValue = CTreeItemValue::create(m_strTagName); // nothing but its entries
+    }
     auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(m_pValue.get());
     if (!enumeration) {
         return m_pValue != nullptr;
@@ -324,13 +329,14 @@ bool FeatureUpdate::publishValue()
         }
         value->copy(m_pValue.get(), false);
     }
-    m_pItem->setValueCached(true);
+    m_pItem->setValueCached(!m_bWriteOnly);
     return true;
 }
 
 void FeatureUpdate::publish()
 {
     const bool publishesAccess = m_bAccessRead && (m_status & QGetFeaturesThread::UPDATE_ACCESS);
+    bool changesKind = false; // readable or write only
     {
         const TellingLock telling;
         bool accessIsNewest = false;
@@ -350,12 +356,20 @@ void FeatureUpdate::publish()
         }
         if (accessIsNewest) {
             m_pItem->setReadOnly(m_lCameraID, m_bReadOnly);
+            changesKind = m_pItem->isWriteOnly() != m_bWriteOnly;
+            if (changesKind) {
+                m_pItem->setWriteOnly(m_bWriteOnly);
+            }
         }
     }
     if (publishesAccess) {
         publishToolTips();
     }
-    m_pItem->endUpdateItem(m_lCameraID);
+    if (changesKind) {
+        m_pItem->notifyViewUpdate(m_lCameraID, -1, false, false);
+    } else {
+        m_pItem->endUpdateItem(m_lCameraID);
+    }
 }
 
 void FeatureUpdate::publishToolTips()

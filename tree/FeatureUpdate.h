@@ -68,6 +68,7 @@ private:
     QString m_strTranslateName;
     QString m_strDescriptionTrans;
     bool m_bReadOnlyByAccess = false;
+    bool m_bWriteOnly = false;
     bool m_bReadOnly = false;
     bool m_bAvailable = true;
     bool m_bVisible = true;

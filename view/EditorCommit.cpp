@@ -6,6 +6,7 @@
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
+#include "editors/VexaFeatureDrawWidget.h"
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeDelegate.h"
 
@@ -33,6 +34,8 @@ void forEachSignal(QWidget *pEditor, Act act)
         act(pButton, &QAbstractButton::clicked, &Delegate::on_CommitData);
     } else if (auto *const pCalendar = qobject_cast<CustomCalendar *>(pEditor)) {
         act(pCalendar, &CustomCalendar::SigRangedChanged, &Delegate::on_CommitData_Time);
+    } else if (auto *const pDraw = qobject_cast<VexaFeatureDrawWidget *>(pEditor)) {
+        act(pDraw, &VexaFeatureDrawWidget::SigButtonClicked, &Delegate::on_CommitData);
     }
 }
 
@@ -52,6 +55,18 @@ void EditorCommit::disconnectSignals(QWidget *pEditor, const VexaPropertyTreeDel
     });
 }
 
+bool EditorCommit::isChanged(const QWidget *pEditor, bool bRefillPutOff)
+{
+    if (const auto *const pEdit = qobject_cast<const QPropertyLineEdit *>(pEditor)) {
+        return pEdit->IsChanged();
+    }
+    if (const auto *const pSpin = qobject_cast<const VexaPropertySpinBox *>(pEditor)) {
+        // What was typed may be the former value, which the device has left meanwhile.
+        return bRefillPutOff || pSpin->isChanged();
+    }
+    return true;
+}
+
 EditorCommit::Result EditorCommit::takeValue(QWidget *pEditor, const VexaPropertyTreeItem *pItem)
 {
     Result result;
@@ -69,18 +84,19 @@ EditorCommit::Result EditorCommit::takeValue(QWidget *pEditor, const VexaPropert
             result.bStartTimer = true;
         }
     } else if (auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(pEditor)) {
-        const int nBefore = pSpin->lastAcceptedValue();
         if (!COMMONINTERFACE::isCanSetProperty()) {
             pSpin->rollback();
             result.bWrite = false;
-        } else if (!pSpin->isOwnText()) {
+        } else {
             pSpin->snapValue(pSpin->value());
             result.value = pSpin->value();
         }
-        // Walking through the rows changes nothing, so it writes nothing.
-        result.bWrite = result.bWrite && !pSpin->isOwnText() && pSpin->value() != nBefore;
     } else if (qobject_cast<CustomPushButton *>(pEditor)) {
         result.bStartTimer = true;
+    } else if (const auto *const pDraw = qobject_cast<VexaFeatureDrawWidget *>(pEditor)) {
+        if (pItem->tagName() == QLatin1String("CustomDrawFeatureTag")) {
+            result.value = pDraw->state();
+        }
     } else if (auto *const pCheck = qobject_cast<CustomCheckBox *>(pEditor)) {
         result.value = pCheck->isChecked();
     } else if (auto *const pCalendar = qobject_cast<CustomCalendar *>(pEditor)) {
@@ -103,6 +119,9 @@ bool EditorCommit::hasUserText(const QWidget *pEditor)
 {
     if (const auto *const pEdit = qobject_cast<const QPropertyLineEdit *>(pEditor)) {
         return pEdit->hasFocus() && pEdit->isModified();
+    }
+    if (const auto *const pCombo = qobject_cast<const CustomComboBox *>(pEditor)) {
+        return pCombo->cIsPopupShown();
     }
     const auto *const pSpin = qobject_cast<const VexaPropertySpinBox *>(pEditor);
     return pSpin && pSpin->cHasUserText();

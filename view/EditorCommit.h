@@ -13,6 +13,10 @@ namespace EditorCommit {
 void connectSignals(QWidget *pEditor, const VexaPropertyTreeDelegate *pDelegate);
 void disconnectSignals(QWidget *pEditor, const VexaPropertyTreeDelegate *pDelegate);
 
+/// Whether the user has changed the editor since its last refill (`bRefillPutOff`: one was put off since): ending an
+/// edit that is none writes nothing.
+bool isChanged(const QWidget *pEditor, bool bRefillPutOff);
+
 /// What setModelData does with an editor.
 struct Result
 {
@@ -24,7 +28,7 @@ Result takeValue(QWidget *pEditor, const VexaPropertyTreeItem *pItem);
 
 /// Puts the last value from the device back.
 void rollback(QWidget *pEditor);
-/// The user has begun to type in the editor and has not committed.
+/// The user has begun to type in the editor, or to choose in its list, and has not committed.
 bool hasUserText(const QWidget *pEditor);
 
 /// Text format of a date and time on the device.

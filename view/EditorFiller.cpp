@@ -8,7 +8,10 @@
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "UtilityKit/VexaInterface.h"
+#include "editors/VexaFeatureDrawWidget.h"
 #include "model/CTreeBooleanItemValue.h"
+#include "model/CTreeCustomDrawItemValue.h"
+#include "model/CTreeCustomWaterMarkItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
@@ -31,6 +34,7 @@ using EditorFiller::Request;
 using EditorFiller::Result;
 using EditorFiller::RESULT_FILLED;
 using EditorFiller::RESULT_LEFT;
+using EditorFiller::RESULT_POSTED;
 using EditorFiller::RESULT_PUT_OFF;
 
 /// Keeps the commit signals of an editor away from the delegate for its own life.
@@ -54,11 +58,12 @@ private:
 /// The state of an editor whose value was never read.
 void showBlank(QWidget *pEditor)
 {
+    EditorCommit::rollback(pEditor);
     const QSignalBlocker blocker(pEditor);
     if (auto *const pEdit = qobject_cast<QPropertyLineEdit *>(pEditor)) {
         pEdit->SetText(QString(), QPropertyLineEdit::TEXT_STRING);
     } else if (auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(pEditor)) {
-        pSpin->showBlank();
+        pSpin->showText(QString());
     } else if (auto *const pCombo = qobject_cast<CustomComboBox *>(pEditor)) {
         pCombo->clear();
     } else if (auto *const pCheck = qobject_cast<CustomCheckBox *>(pEditor)) {
@@ -136,8 +141,11 @@ Result fillInteger(const Request &request)
     if (!pValue || (!pEdit && !pSpin)) {
         return RESULT_LEFT;
     }
-    if (pSpin && pSpin->cHasUserText() && !request.pDelegate->isCommitting()) {
-        return RESULT_PUT_OFF;
+    if (pSpin && pSpin->cHasUserText()) {
+        if (!request.bReadOnly) {
+            return RESULT_PUT_OFF;
+        }
+        pSpin->rollback(); // what the user had begun to type can no longer be taken
     }
     const CommitPause pause(request);
     if (pEdit) {
@@ -236,15 +244,24 @@ Result fillEnumeration(const Request &request)
 {
     auto *const pCombo = qobject_cast<CustomComboBox *>(request.pEditor);
     const auto *const pValue = dynamic_cast<const CTreeEnumationItemValue *>(request.pValue);
-    // A refill inside a refill comes from an event loop that runs in the first one; the item notifies again.
-    if (!pCombo || !pValue || !request.pComboMutex->tryLock()) {
+    if (!pCombo || !pValue) {
         return RESULT_LEFT;
+    }
+    if (pCombo->cIsPopupShown()) {
+        QObject::connect(pCombo, &CustomComboBox::cSigPopupHidden, request.pDelegate,
+                         &VexaPropertyTreeDelegate::on_PopupHidden,
+                         Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
+        return RESULT_PUT_OFF;
+    }
+    // A refill inside a refill comes from an event loop that runs in the first one, which waits for this one to end.
+    if (!request.pComboMutex->tryLock()) {
+        return RESULT_POSTED;
     }
     {
         const CommitPause pause(request);
         setComboRows(
             pCombo, comboRows(*pValue, isPropertyLanguageChinese(request.pDelegate->parentType())));
-        const bool bKnown = pValue->m_enumationMap.contains(pValue->m_nValue);
+        const bool bKnown = request.bCached && pValue->m_enumationMap.contains(pValue->m_nValue);
         pCombo->setCurrentIndex(bKnown ? pCombo->findData(pValue->m_nValue) : -1);
         pCombo->setEnabled(!request.bReadOnly && pCombo->count() > 0);
     }
@@ -293,6 +310,82 @@ Result fillCommand(const Request &request)
     return RESULT_FILLED;
 }
 
+Result fillDraw(const Request &request)
+{
+    auto *const pDraw = qobject_cast<VexaFeatureDrawWidget *>(request.pEditor);
+    bool bDrawOn = false;
+    {
+        const ItemLocker lock(request.pItem);
+        const auto *const pValue =
+            dynamic_cast<const CTreeCustomDrawItemValue *>(request.pItem->value());
+        bDrawOn = pValue && pValue->m_bDrawOn;
+    }
+    if (!pDraw) {
+        return RESULT_LEFT;
+    }
+    pDraw->setDrawActive(!request.bReadOnly && bDrawOn);
+    pDraw->setEnabled(!request.bReadOnly);
+    pDraw->update();
+    return RESULT_FILLED;
+}
+
+Result fillWatermark(const Request &request)
+{
+    auto *const pCheck = qobject_cast<CustomCheckBox *>(request.pEditor);
+    if (!pCheck) {
+        return RESULT_LEFT;
+    }
+    int nState = Qt::Unchecked;
+    QString strText;
+    {
+        const ItemLocker lock(request.pItem);
+        const auto *const pValue =
+            dynamic_cast<const CTreeCustomWaterMarkItemValue *>(request.pItem->value());
+        if (!pValue) {
+            return RESULT_LEFT;
+        }
+        const bool bFirst = request.strNodeName == pValue->m_strFirstNodeName;
+        nState = bFirst ? pValue->m_nFirstValue : pValue->m_nSecondValue;
+        strText = bFirst ? pValue->m_strFirstToolTip : pValue->m_strSecondToolTip;
+    }
+    const CommitPause pause(request);
+    pCheck->setChecked(nState != Qt::Unchecked);
+    pCheck->setText(strText.isEmpty() ? request.strNodeName : strText);
+    pCheck->setEnabled(!request.bReadOnly);
+    return RESULT_FILLED;
+}
+
+/// A node that is written and never read: its editor takes a value and shows none. Only a switch keeps what was written
+/// last, or it could not be turned the other way.
+Result fillWriteOnly(const Request &request)
+{
+    auto *const pEdit = qobject_cast<QPropertyLineEdit *>(request.pEditor);
+    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(request.pEditor);
+    if (qobject_cast<CustomComboBox *>(request.pEditor)) {
+        return fillEnumeration(request);
+    }
+    if (qobject_cast<CustomCheckBox *>(request.pEditor)) {
+        return fillBoolean(request);
+    }
+    if (pSpin && pSpin->cHasUserText()) {
+        return RESULT_PUT_OFF;
+    }
+    const CommitPause pause(request);
+    if (pEdit) {
+        const auto *const pInteger = dynamic_cast<const CTreeIntergerItemValue *>(request.pValue);
+        const bool bFloat = dynamic_cast<const CTreeFloatItemValue *>(request.pValue);
+        const int nTextMode =
+            bFloat ? QPropertyLineEdit::TEXT_FLOAT : QPropertyLineEdit::TEXT_STRING;
+        pEdit->SetText(QString(), pInteger ? pInteger->type() : nTextMode);
+        settleLineEdit(pEdit, request);
+    } else if (pSpin) {
+        pSpin->setLimits(std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), 1);
+        pSpin->showText(QString());
+        pSpin->setEnabled(true);
+    }
+    return RESULT_FILLED;
+}
+
 struct TagRule
 {
     Result (*fill)(const Request &request);
@@ -304,7 +397,9 @@ const TagRule *findRule(const QString &strTag)
     static const QHash<QString, TagRule> rules = {
         {QStringLiteral("Boolean"), {fillBoolean, true}},
         {QStringLiteral("Command"), {fillCommand, false}},
+        {QStringLiteral("CustomDrawFeatureTag"), {fillDraw, false}},
         {QStringLiteral("CustomTime"), {fillCalendar, false}},
+        {QStringLiteral("CustomWatermarkFeatureTag"), {fillWatermark, false}},
         {QStringLiteral("Enumeration"), {fillEnumeration, true}},
         {QStringLiteral("Float"), {fillFloat, true}},
         {QStringLiteral("Integer"), {fillInteger, true}},
@@ -320,6 +415,9 @@ EditorFiller::Result EditorFiller::fill(const Request &request)
 {
     const TagRule *const pRule = findRule(request.pItem->tagName());
     if (pRule && pRule->bReadFromDevice && !request.bCached) {
+        if (request.bWriteOnly && !request.bReadOnly) {
+            return fillWriteOnly(request);
+        }
         showBlank(request.pEditor);
         return RESULT_FILLED;
     }

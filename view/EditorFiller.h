@@ -22,13 +22,15 @@ struct Request
     QString strNodeName;
     bool bReadOnly = true;
     bool bCached = false; ///< the value was read from the device
+    bool bWriteOnly = false; ///< there is nothing to read (GenICam access mode WO)
     long lCameraID = -1; ///< the tree's own camera
     QMutex *pComboMutex = nullptr;
 };
 
 enum Result {
     RESULT_FILLED,
-    RESULT_PUT_OFF, ///< the user is typing; the editor is to be filled when that ends
+    RESULT_PUT_OFF, ///< the user is typing or choosing; the editor is to be filled when that ends
+    RESULT_POSTED, ///< another refill is under way; the editor is to be filled after it
     RESULT_LEFT ///< nothing to fill it with: the camera has gone
 };
 

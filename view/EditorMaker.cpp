@@ -6,7 +6,9 @@
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "editors/QCustomReverseHintWidget.h"
-#include "model/CTreeIntergerItemValue.h"
+#include "editors/VexaFeatureDrawWidget.h"
+#include "model/CTreeCustomDrawItemValue.h"
+#include "model/CTreeCustomWaterMarkItemValue.h"
 #include "view/EditorCommit.h"
 #include "view/EditorValue.h"
 #include "view/ItemLocker.h"
@@ -20,6 +22,8 @@
 namespace {
 
 using EditorMaker::Request;
+
+constexpr QLatin1String WATERMARK_TAG("CustomWatermarkFeatureTag"); // an editor in each column
 
 bool appliesFont(const VexaPropertyTreeItem *pItem)
 {
@@ -96,6 +100,32 @@ QWidget *makeCalendar(const Request &request)
     return pCalendar;
 }
 
+QWidget *makeDraw(const Request &request)
+{
+    int nDrawType = -1;
+    {
+        const ItemLocker lock(request.pItem);
+        if (const auto *const pValue =
+                dynamic_cast<const CTreeCustomDrawItemValue *>(request.pItem->value())) {
+            nDrawType = pValue->m_nDrawType;
+        }
+    }
+    if (nDrawType != 0 && nDrawType != 1) {
+        return nullptr;
+    }
+    auto *const pEditor = new VexaFeatureDrawWidget(nDrawType, request.pParent);
+    EditorCommit::connectSignals(pEditor, request.pDelegate);
+    return pEditor;
+}
+
+/// One of the two nodes of the row; state and text come with the first refill.
+QWidget *makeWatermark(const Request &request)
+{
+    return request.strNodeName.isEmpty()
+        ? nullptr
+        : finish(new CustomCheckBox(2, request.pParent), request, appliesFont(request.pItem));
+}
+
 QWidget *makeString(const Request &request)
 {
     if (request.strNodeName == QLatin1String("ManualSetTime")) {
@@ -114,7 +144,9 @@ QWidget *EditorMaker::make(const Request &request)
     static const QHash<QString, Maker> makers = {
         {QStringLiteral("Boolean"), makeBoolean},
         {QStringLiteral("Command"), makeCommand},
+        {QStringLiteral("CustomDrawFeatureTag"), makeDraw},
         {QStringLiteral("CustomTime"), makeCalendar},
+        {QStringLiteral("CustomWatermarkFeatureTag"), makeWatermark},
         {QStringLiteral("Enumeration"), makeEnumeration},
         {QStringLiteral("Float"), makeLineEdit},
         {QStringLiteral("Integer"), makeInteger},
@@ -122,7 +154,7 @@ QWidget *EditorMaker::make(const Request &request)
     };
     const Maker maker = makers.value(request.pItem->tagName(), nullptr);
     QWidget *pEditor = nullptr;
-    if (request.nColumn == 0) {
+    if (request.nColumn == 0 && !EditorMaker::hasTwoNodes(request.pItem)) {
         pEditor = makeHint(request);
     } else if (maker) {
         pEditor = maker(request);
@@ -142,8 +174,13 @@ bool EditorMaker::suits(const QWidget *pEditor, const VexaPropertyTreeItem *pIte
         == EditorValue::isTextInteger(pItem);
 }
 
+bool EditorMaker::hasTwoNodes(const VexaPropertyTreeItem *pItem)
+{
+    return pItem->tagName() == WATERMARK_TAG;
+}
+
 bool EditorMaker::hasNameEditor(const VexaPropertyTreeItem *pItem)
 {
-    return pItem->tagName() == QLatin1String("CustomWatermarkFeatureTag")
+    return hasTwoNodes(pItem)
         || NodeNameRules::hintKind(nodeNameOf(pItem)) != NodeNameRules::NO_HINT;
 }

@@ -28,6 +28,9 @@ bool suits(const QWidget *pEditor, const VexaPropertyTreeItem *pItem);
 /// Whether a row has an editor in the name column too.
 bool hasNameEditor(const VexaPropertyTreeItem *pItem);
 
+/// Whether the row stands for two nodes, each with an editor in its own column.
+bool hasTwoNodes(const VexaPropertyTreeItem *pItem);
+
 /// Height in pixels of the editors of one line.
 constexpr int EDITOR_HEIGHT = 32;
 

@@ -1,6 +1,7 @@
 #include "view/EditorValue.h"
 
 #include "model/CTreeBooleanItemValue.h"
+#include "model/CTreeCustomWaterMarkItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
@@ -18,8 +19,8 @@ constexpr float FLOAT_TOLERANCE = 0.001F;
 
 struct TagRule
 {
-    bool (*isEqual)(const CTreeItemValue *pValue, const QVariant &value);
-    void (*store)(CTreeItemValue *pValue, const QVariant &value);
+    bool (*isEqual)(const CTreeItemValue *pValue, const QVariant &value); ///< null: never equal
+    void (*store)(CTreeItemValue *pValue, const QString &strNodeName, const QVariant &value);
 };
 
 template<typename Value>
@@ -41,7 +42,7 @@ const TagRule *findRule(const QString &strTag)
          {[](const CTreeItemValue *p, const QVariant &v) {
               return as<CTreeBooleanItemValue>(p).m_bValue == v.toBool();
           },
-          [](CTreeItemValue *p, const QVariant &v) {
+          [](CTreeItemValue *p, const QString &, const QVariant &v) {
               as<CTreeBooleanItemValue>(p).m_bValue = v.toBool();
           }}},
         // A value beyond 32 bits never counts as held and is written again.
@@ -50,14 +51,14 @@ const TagRule *findRule(const QString &strTag)
               const qint64 nValue = v.toLongLong();
               return nValue == int(nValue) && as<CTreeIntergerItemValue>(p).m_nValue == nValue;
           },
-          [](CTreeItemValue *p, const QVariant &v) {
+          [](CTreeItemValue *p, const QString &, const QVariant &v) {
               as<CTreeIntergerItemValue>(p).m_nValue = v.toLongLong();
           }}},
         {QStringLiteral("Enumeration"),
          {[](const CTreeItemValue *p, const QVariant &v) {
               return as<CTreeEnumationItemValue>(p).m_nValue == v.toInt();
           },
-          [](CTreeItemValue *p, const QVariant &v) {
+          [](CTreeItemValue *p, const QString &, const QVariant &v) {
               as<CTreeEnumationItemValue>(p).m_nValue = v.toInt();
           }}},
         {QStringLiteral("Float"),
@@ -66,15 +67,22 @@ const TagRule *findRule(const QString &strTag)
               const float fHeld = as<CTreeFloatItemValue>(p).m_fValue;
               return fValue >= fHeld - FLOAT_TOLERANCE && fValue <= fHeld + FLOAT_TOLERANCE;
           },
-          [](CTreeItemValue *p, const QVariant &v) {
+          [](CTreeItemValue *p, const QString &, const QVariant &v) {
               as<CTreeFloatItemValue>(p).m_fValue = float(v.toDouble());
           }}},
         {QStringLiteral("StringReg"),
          {[](const CTreeItemValue *p, const QVariant &v) {
               return as<CTreeStringItemValue>(p).m_strValue == v.toString();
           },
-          [](CTreeItemValue *p, const QVariant &v) {
+          [](CTreeItemValue *p, const QString &, const QVariant &v) {
               as<CTreeStringItemValue>(p).m_strValue = v.toString();
+          }}},
+        {QStringLiteral("CustomWatermarkFeatureTag"),
+         {nullptr,
+          [](CTreeItemValue *p, const QString &name, const QVariant &v) {
+              auto &row = as<CTreeCustomWaterMarkItemValue>(p);
+              int &nState = name == row.m_strFirstNodeName ? row.m_nFirstValue : row.m_nSecondValue;
+              nState = v.toBool() ? Qt::Checked : Qt::Unchecked;
           }}},
     };
     const auto it = rules.constFind(strTag);
@@ -87,10 +95,12 @@ bool EditorValue::isEqual(const VexaPropertyTreeItem *pItem, const QVariant &val
 {
     const TagRule *const pRule = findRule(pItem->tagName());
     const ItemLocker lock(pItem);
-    return pRule && pItem->value() && pRule->isEqual(pItem->value(), value);
+    return pRule && pRule->isEqual && pItem->value() && pItem->isValueCached()
+        && pRule->isEqual(pItem->value(), value);
 }
 
-void EditorValue::store(VexaPropertyTreeItem *pItem, const QVariant &value)
+void EditorValue::store(VexaPropertyTreeItem *pItem, const QString &strNodeName,
+                        const QVariant &value)
 {
     const TagRule *const pRule = findRule(pItem->tagName());
     if (!pRule) {
@@ -100,7 +110,7 @@ void EditorValue::store(VexaPropertyTreeItem *pItem, const QVariant &value)
     const ItemLocker lock(pItem);
     if (pItem->value()) {
         pItem->publishReading(nReading, VexaPropertyTreeItem::READING_VALUE);
-        pRule->store(pItem->value(), value);
+        pRule->store(pItem->value(), strNodeName, value);
     }
 }
 

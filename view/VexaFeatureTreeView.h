@@ -106,6 +106,9 @@ public Q_SLOTS:
     void OnSigExpanded(QModelIndex index);
     void OnSigCollapsed(QModelIndex index);
 
+protected Q_SLOTS:
+    void commitData(QWidget *editor) override;
+
 protected:
     void changeEvent(QEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

@@ -152,6 +152,16 @@ void VexaFeatureTreeView::onRefillNeeded(QWidget *pEditor)
     }
 }
 
+void VexaFeatureTreeView::commitData(QWidget *editor)
+{
+    // Nothing follows the write: a box in it may have closed the camera, and the base would go on with the editor.
+    VexaPropertyTreeItem *const pItem = m_pDelegate->itemOfEditor(editor);
+    if (m_rows.contains(pItem)) {
+        m_pDelegate->setModelData(editor, m_pModel,
+                                  indexOfItem(pItem, m_pDelegate->columnOfEditor(editor)));
+    }
+}
+
 void VexaFeatureTreeView::activateFeature(VexaPropertyTreeItem *pItem)
 {
     if (pItem && pItem != m_pActiveItem && m_rows.contains(pItem)) {

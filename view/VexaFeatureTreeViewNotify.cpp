@@ -108,6 +108,10 @@ void VexaFeatureTreeView::refillEditor(VexaPropertyTreeItem *pItem, bool bRecrea
     }
     const bool bBlank = m_pDelegate->isBlank(pEditor);
     m_pDelegate->setEditorData(pEditor, index);
+    if (EditorMaker::hasTwoNodes(pItem)) {
+        const QModelIndex name = indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
+        m_pDelegate->setEditorData(indexWidget(name), name);
+    }
     if (bBlank != m_pDelegate->isBlank(pEditor)) {
         m_pPlacer->place();
     }

@@ -2,12 +2,16 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTimer>
+#include <QToolTip>
 
 #include <limits>
 
 VexaPropertySpinBox::VexaPropertySpinBox(QWidget *parent)
     : CustomSpinBox(2, parent)
 {
+    connect(lineEdit(), &QLineEdit::textEdited, this, &VexaPropertySpinBox::onTextEdited);
+    connect(lineEdit(), &QLineEdit::inputRejected, this, &VexaPropertySpinBox::showLimits);
 }
 
 void VexaPropertySpinBox::setLimits(int nMinimum, int nMaximum, qint64 nStep)
@@ -20,36 +24,66 @@ void VexaPropertySpinBox::setLimits(int nMinimum, int nMaximum, qint64 nStep)
 void VexaPropertySpinBox::snapValue(int nValue)
 {
     m_bOwnText = false;
-    setValue(nValue);
-    const qint64 nShown = value();
-    qint64 nSnapped = nShown - (nShown - minimum()) % singleStep();
-    if (nShown <= minimum()) {
-        nSnapped = minimum();
-    } else if (nShown > maximum()) {
-        nSnapped = maximum();
-    }
-    setValue(int(nSnapped));
+    m_bOwnTextReplaced = false;
+    setValue(snapped(nValue));
     lineEdit()->setText(textFromValue(value()));
     m_nLastAccepted = value();
+}
+
+int VexaPropertySpinBox::snapped(int nValue) const
+{
+    if (nValue <= minimum()) {
+        return minimum();
+    }
+    const qint64 nHeld = qMin(nValue, maximum());
+    return int(nHeld - (nHeld - minimum()) % singleStep());
 }
 
 void VexaPropertySpinBox::showText(const QString &strText)
 {
     m_bOwnText = true;
+    m_bOwnTextReplaced = false;
     m_strOwnText = strText;
     m_nLastAccepted = value();
     lineEdit()->setText(strText);
 }
 
-void VexaPropertySpinBox::showBlank()
+bool VexaPropertySpinBox::isChanged() const
 {
-    showText(QString());
+    return m_bOwnText ? m_bOwnTextReplaced || value() != m_nLastAccepted
+                      : snapped(value()) != m_nLastAccepted;
 }
 
 void VexaPropertySpinBox::rollback()
 {
+    m_bOwnTextReplaced = false;
     setValue(m_nLastAccepted);
     lineEdit()->setText(textFromValue(value()));
+}
+
+void VexaPropertySpinBox::onTextEdited(const QString &strText)
+{
+    m_bOwnTextReplaced = m_bOwnText && strText != m_strOwnText && lineEdit()->hasAcceptableInput();
+}
+
+bool VexaPropertySpinBox::takeBackRefused()
+{
+    if (!lineEdit()->isModified() || lineEdit()->hasAcceptableInput()) {
+        return false;
+    }
+    rollback();
+    showLimits();
+    return true;
+}
+
+void VexaPropertySpinBox::showLimits()
+{
+    // Later, since the change of focus that often brings it here would hide it.
+    QTimer::singleShot(0, this, [this] {
+        if (isVisible()) {
+            QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
+        }
+    });
 }
 
 void VexaPropertySpinBox::changeEvent(QEvent *event)
@@ -60,10 +94,21 @@ void VexaPropertySpinBox::changeEvent(QEvent *event)
     }
 }
 
+void VexaPropertySpinBox::focusOutEvent(QFocusEvent *event)
+{
+    takeBackRefused();
+    CustomSpinBox::focusOutEvent(event);
+}
+
 void VexaPropertySpinBox::keyPressEvent(QKeyEvent *event)
 {
+    const bool bEnds = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape && cHasUserText()) {
         rollback();
+        event->accept();
+        return;
+    }
+    if (bEnds && takeBackRefused()) {
         event->accept();
         return;
     }
@@ -72,8 +117,9 @@ void VexaPropertySpinBox::keyPressEvent(QKeyEvent *event)
 
 QString VexaPropertySpinBox::textFromValue(int nValue) const
 {
-    return m_bOwnText && nValue == m_nLastAccepted ? m_strOwnText
-                                                   : CustomSpinBox::textFromValue(nValue);
+    return m_bOwnText && !m_bOwnTextReplaced && nValue == m_nLastAccepted
+        ? m_strOwnText
+        : CustomSpinBox::textFromValue(nValue);
 }
 
 int VexaPropertySpinBox::valueFromText(const QString &strText) const

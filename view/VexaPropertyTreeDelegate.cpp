@@ -164,8 +164,14 @@ QWidget *VexaPropertyTreeDelegate::createEditor(QWidget *parent, const QStyleOpt
 
 void VexaPropertyTreeDelegate::destroyEditor(QWidget *editor, const QModelIndex &) const
 {
-    if (editor) {
-        m_editors.remove(editor);
+    if (!editor) {
+        return;
+    }
+    m_editors.remove(editor);
+    if (m_commits.contains(editor)) {
+        editor->hide();
+        m_doomed.insert(editor);
+    } else {
         editor->deleteLater();
     }
 }
@@ -178,6 +184,11 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     }
     if (auto *const pHint = qobject_cast<QCustomReverseHintWidget *>(editor)) {
         pHint->setLanguage(propertyLanguage(m_eType));
+        return;
+    }
+    const auto row = m_editors.find(editor);
+    if (row != m_editors.end() && m_commits.contains(editor)) {
+        row->bRefillPutOff = true;
         return;
     }
     const auto *const pModel = qobject_cast<const VexaPropertyTreeModel *>(index.model());
@@ -196,16 +207,20 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     request.pEditor = editor;
     request.pItem = pItem;
     request.pValue = snapshot.get();
-    request.bCached = bCached || !EditorFiller::isReadFromDevice(strTag);
+    request.bWriteOnly = pItem->isWriteOnly();
+    request.bCached = (bCached && !request.bWriteOnly) || !EditorFiller::isReadFromDevice(strTag);
     request.lCameraID = pModel ? pModel->cameraID() : -1;
     request.pComboMutex = &m_comboMutex;
     const EditorFiller::Result result = EditorFiller::fill(request);
-    const auto row = m_editors.find(editor);
     if (row != m_editors.end()) {
         row->bRefillPutOff = result == EditorFiller::RESULT_PUT_OFF;
         if (result == EditorFiller::RESULT_FILLED) {
-            row->bBlank = !request.bCached && qobject_cast<CustomCheckBox *>(editor);
+            row->bBlank = !request.bCached && !(request.bWriteOnly && !request.bReadOnly)
+                && qobject_cast<CustomCheckBox *>(editor);
         }
+    }
+    if (result == EditorFiller::RESULT_POSTED) {
+        postRefill(editor);
     }
     if (!m_bEditorsEnabled) {
         editor->setDisabled(true);
@@ -216,28 +231,43 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     if (EditorMaker::suits(editor, pItem)) {
         pItem->editorTookOver(*snapshot, request.bReadOnly, bCached);
     } else {
-        auto *const pDelegate = const_cast<VexaPropertyTreeDelegate *>(this);
-        QMetaObject::invokeMethod(
-            editor, [pDelegate, editor] { emit pDelegate->sigRefillNeeded(editor); },
-            Qt::QueuedConnection);
+        postRefill(editor); // it needs another editor
     }
+}
+
+void VexaPropertyTreeDelegate::postRefill(QWidget *pEditor) const
+{
+    auto *const pDelegate = const_cast<VexaPropertyTreeDelegate *>(this);
+    QMetaObject::invokeMethod(
+        pEditor, [pDelegate, pEditor] { emit pDelegate->sigRefillNeeded(pEditor); },
+        Qt::QueuedConnection);
 }
 
 void VexaPropertyTreeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
                                             const QModelIndex &index) const
 {
     const VexaPropertyTreeItem *const pItem = itemOf(index);
-    if (!m_bCommit || !editor || !model || !pItem || pItem->readOnly()) {
+    if (!editor || !model || !pItem || !m_commits.contains(editor)) {
+        return;
+    }
+    if (pItem->readOnly()) {
+        // It was locked between the last refill and the user's act.
+        EditorCommit::rollback(editor);
+        const auto row = m_editors.find(editor);
+        if (row != m_editors.end()) {
+            row->bRefillPutOff = true;
+        }
         return;
     }
     const EditorCommit::Result result = EditorCommit::takeValue(editor, pItem);
     if (!result.bWrite) {
         return;
     }
+    const QPointer<const VexaPropertyTreeDelegate> pThis(this);
     if (!result.value.isNull()) {
         model->setData(index, result.value, Qt::EditRole);
     }
-    if (result.bStartTimer) {
+    if (pThis && result.bStartTimer) {
         m_pCommandTimer->start(COMMAND_TIMER_MS);
     }
 }
@@ -309,12 +339,40 @@ bool VexaPropertyTreeDelegate::isBlank(const QObject *pEditor) const
 
 void VexaPropertyTreeDelegate::commit(QWidget *pEditor)
 {
-    if (m_bCommitBlocked || !pEditor) {
+    const auto row = m_editors.constFind(pEditor);
+    if (m_bCommitBlocked || row == m_editors.constEnd()) {
         return;
     }
-    m_bCommit = true;
+    const bool bRunning = m_commits.contains(pEditor);
+    if (bRunning || !EditorCommit::isChanged(pEditor, row->bRefillPutOff)) {
+        // Ending an edit that is none shows the value again as it was: the text may be another one for it.
+        EditorCommit::rollback(pEditor);
+        if (bRunning) {
+            m_editors[pEditor].bRefillPutOff = true;
+        }
+        return;
+    }
+    const QPointer<VexaPropertyTreeDelegate> pThis(this);
+    const QPointer<QWidget> pGuard(pEditor);
+    m_commits.insert(pEditor);
     emit commitData(pEditor);
-    m_bCommit = false;
+    if (pThis) {
+        m_commits.remove(pEditor);
+        if (pGuard) {
+            endCommit(pEditor);
+        } else {
+            m_doomed.remove(pEditor);
+        }
+    }
+}
+
+void VexaPropertyTreeDelegate::endCommit(QWidget *pEditor)
+{
+    if (m_doomed.remove(pEditor)) {
+        pEditor->deleteLater();
+    } else if (m_editors.value(pEditor).bRefillPutOff) {
+        emit sigRefillNeeded(pEditor);
+    }
 }
 
 void VexaPropertyTreeDelegate::on_CommitData()
@@ -339,6 +397,14 @@ void VexaPropertyTreeDelegate::on_CommitData_Time()
     commit(qobject_cast<QWidget *>(sender()));
 }
 
+void VexaPropertyTreeDelegate::on_PopupHidden()
+{
+    auto *const pEditor = qobject_cast<QWidget *>(sender());
+    if (pEditor && m_editors.value(pEditor).bRefillPutOff) {
+        emit sigRefillNeeded(pEditor);
+    }
+}
+
 void VexaPropertyTreeDelegate::on_CommitRecord(QWidget *pEditor)
 {
     static const QLatin1String userSetCommands[] = {
@@ -347,7 +413,7 @@ void VexaPropertyTreeDelegate::on_CommitRecord(QWidget *pEditor)
         QLatin1String("UserSetRecoverDefault"),
         QLatin1String("UserSetRecoverFactory"),
     };
-    if (!pEditor || !m_bCommit) {
+    if (!pEditor || !m_commits.contains(pEditor)) {
         return;
     }
     const QString strName = pEditor->objectName();
@@ -383,13 +449,14 @@ bool VexaPropertyTreeDelegate::eventFilter(QObject *object, QEvent *event)
         emit sigEditorActivated(pEditor);
         break;
     case QEvent::FocusOut:
+        if (row->bRefillPutOff) {
+            postRefill(
+                pEditor); // the editor sees its loss of focus after this filter, and commits then
+        }
+        break;
     case QEvent::KeyRelease:
         if (row->bRefillPutOff && !EditorCommit::hasUserText(pEditor)) {
             emit sigRefillNeeded(pEditor);
-        } else if (row->bRefillPutOff && event->type() == QEvent::FocusOut) {
-            // The editor sees its loss of focus after this filter, and commits then.
-            QMetaObject::invokeMethod(
-                pEditor, [this, pEditor] { emit sigRefillNeeded(pEditor); }, Qt::QueuedConnection);
         }
         break;
     case QEvent::Wheel:

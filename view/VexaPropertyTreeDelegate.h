@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QMutex>
 #include <QPointer>
+#include <QSet>
 #include <QStyledItemDelegate>
 
 class QTimer;
@@ -44,8 +45,6 @@ public:
     /// An editor that has nothing to show, not even an empty field: a switch whose state was never read.
     bool isBlank(const QObject *pEditor) const;
     ParentType parentType() const { return m_eType; }
-    /// A commit signal is being handled: what the user typed may be replaced.
-    bool isCommitting() const { return m_bCommit; }
 
 Q_SIGNALS:
     /// The mouse has come over an editor or the focus into it.
@@ -59,6 +58,8 @@ public Q_SLOTS:
     void on_CommandTimeout();
     void on_CommitData_Time();
     void on_CommitRecord(QWidget *pEditor);
+    /// The list of a combo box whose refill was put off was closed.
+    void on_PopupHidden();
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
@@ -72,8 +73,13 @@ private:
         bool bRefillPutOff = false;
     };
     void commit(QWidget *pEditor);
+    void endCommit(QWidget *pEditor);
+    void postRefill(QWidget *pEditor) const;
 
-    bool m_bCommit = false; ///< raised while a commit signal is handled
+    /// The editors whose commit signal is being handled. A write runs other events in boxes: a second commit of the
+    /// editor is refused meanwhile, a refill waits, and the editor itself is not deleted.
+    QSet<const QObject *> m_commits;
+    mutable QSet<const QObject *> m_doomed; ///< to be deleted when their commit ends
     bool m_bEditorsEnabled = true;
     bool m_bCommitBlocked = false;
     ParentType m_eType;

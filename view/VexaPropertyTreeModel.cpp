@@ -12,6 +12,8 @@
 #include <QColor>
 #include <QDebug>
 #include <QFont>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QSize>
 
 #include <algorithm>
@@ -176,30 +178,50 @@ bool VexaPropertyTreeModel::setData(const QModelIndex &index, const QVariant &va
         return true;
     }
     const QString strTag = pItem->tagName();
+    const long lCameraID = m_lCameraID;
     if (EditorValue::isEqual(pItem, value)) {
-        pItem->notifyViewUpdate(m_lCameraID, 1, false, false);
+        pItem->notifyViewUpdate(lCameraID, 1, false, false);
         return true;
     }
     const QString strName = nodeNameOf(pItem, index.column());
+    if (m_writing.contains(strName)) {
+        qInfo().noquote() << strName << "is being written already";
+        pItem->notifyViewUpdate(lCameraID, 1, false, false);
+        return false;
+    }
     qInfo() << qUtf8Printable(
         QStringLiteral("begin set node: %1 type: %2 value: ").arg(strName, strTag))
             << value;
-    if (m_pFeatureWidget->setFeatureValue(strTag, strName, value)) {
-        EditorValue::store(pItem, value);
-        pItem->notifyViewUpdate(m_lCameraID, 3, false, false);
-        m_pFeatureWidget->afterSetFeatureValue(strName);
+    // Boxes in the write run other events, which may close the camera or take the row out.
+    const QPointer<VexaPropertyTreeModel> pThis(this);
+    const QPointer<IVexaFeatureWidget> pWidget(m_pFeatureWidget);
+    const QPersistentModelIndex row(index);
+    m_writing.insert(strName);
+    const bool bWritten = pWidget->setFeatureValue(strTag, strName, value);
+    if (!pThis) {
+        return true;
+    }
+    m_writing.remove(strName);
+    if (bWritten) {
+        if (row.isValid()) {
+            EditorValue::store(pItem, strName, value);
+            pItem->notifyViewUpdate(lCameraID, 3, false, false);
+        }
+        if (pThis && pWidget && row.isValid()) {
+            pWidget->afterSetFeatureValue(strName);
+        }
         return true;
     }
     qInfo() << "set data failed!";
     if (strName == QLatin1String("DeviceReset")) {
         return false;
     }
-    const bool bGone = isCameraGone(m_lCameraID);
+    const bool bGone = isCameraGone(lCameraID);
     qInfo() << "setData" << bGone;
-    if (bGone) {
+    if (bGone || !row.isValid()) {
         return true; // nothing to fall back to
     }
-    pItem->notifyViewUpdate(m_lCameraID, 1, false, false);
+    pItem->notifyViewUpdate(lCameraID, 1, false, false);
     return false;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModel>
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 class IVexaFeatureWidget;
@@ -59,6 +60,7 @@ private:
     IVexaFeatureWidget *m_pFeatureWidget = nullptr;
     QStringList m_headerLabels;
     VexaPropertyTreeItem *m_pRootItem = nullptr; ///< not owned
+    QSet<QString> m_writing; ///< names of the nodes whose write is under way
     mutable QHash<const VexaPropertyTreeItem *, int>
         m_rowCache; ///< checked before use: it may be stale
 };

@@ -32,6 +32,21 @@ void CustomComboBox::showPopup()
         view()->setMinimumWidth(qMin(wanted, screen()->availableSize().width() / 2));
     }
     QComboBox::showPopup();
+    m_bPopupShown = count() > 0;
+}
+
+void CustomComboBox::hidePopup()
+{
+    QComboBox::hidePopup();
+    if (m_bPopupShown) {
+        m_bPopupShown = false;
+        emit cSigPopupHidden();
+    }
+}
+
+bool CustomComboBox::cIsPopupShown() const
+{
+    return m_bPopupShown && view()->isVisible();
 }
 
 void CustomComboBox::changeEvent(QEvent *event)

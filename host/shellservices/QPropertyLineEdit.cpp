@@ -3,6 +3,7 @@
 #include "host/shellservices/RefusalMark.h"
 #include "host/shellservices/ValueText.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -29,6 +30,7 @@ QPropertyLineEdit::QPropertyLineEdit(int style, QWidget *parent)
     : CustomLineEdit(style, parent)
     , d(std::make_unique<Private>())
 {
+    connect(this, &QLineEdit::inputRejected, this, &QPropertyLineEdit::refuseByValidator);
 }
 
 QPropertyLineEdit::~QPropertyLineEdit()
@@ -75,6 +77,11 @@ void QPropertyLineEdit::SetStringLength(int length)
     d->nLength = length;
 }
 
+bool QPropertyLineEdit::IsChanged() const
+{
+    return text() != d->strBase;
+}
+
 bool QPropertyLineEdit::SaveProperty(QVariant &value)
 {
     const QString strText = text();
@@ -115,6 +122,11 @@ void QPropertyLineEdit::refuse(const QString &reason)
     update();
 }
 
+void QPropertyLineEdit::refuseByValidator()
+{
+    refuse(QCoreApplication::translate("QPropertyLineEdit", "lang_qpropertylineedit_notallowed"));
+}
+
 void QPropertyLineEdit::clearRefusal()
 {
     if (d->pRefusal) {
@@ -143,12 +155,31 @@ void QPropertyLineEdit::keyPressEvent(QKeyEvent *event)
         event->accept();
         return;
     }
+    const bool bEnds = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (bEnds && IsChanged() && !hasAcceptableInput()) {
+        Rollback();
+        refuseByValidator();
+        event->accept();
+        return;
+    }
     const QString strBefore = text();
     CustomLineEdit::keyPressEvent(event);
     // Return may have refused the text and taken it back: that mark stays.
     if (bPrintable && text() != strBefore) {
         clearRefusal();
     }
+}
+
+void QPropertyLineEdit::focusOutEvent(QFocusEvent *event)
+{
+    // A menu or another window on top ends no typing.
+    const bool bEnds =
+        event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+    if (bEnds && IsChanged() && !hasAcceptableInput()) {
+        Rollback();
+        refuseByValidator();
+    }
+    CustomLineEdit::focusOutEvent(event);
 }
 
 void QPropertyLineEdit::paintEvent(QPaintEvent *event)

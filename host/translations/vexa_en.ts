@@ -472,6 +472,10 @@
 <context>
     <name>QPropertyLineEdit</name>
     <message>
+        <source>lang_qpropertylineedit_notallowed</source>
+        <translation>This text is not allowed here.</translation>
+    </message>
+    <message>
         <source>lang_qpropertylineedit_notdecimal</source>
         <translation>&quot;%1&quot; is not a whole number.</translation>
     </message>

@@ -472,6 +472,10 @@
 <context>
     <name>QPropertyLineEdit</name>
     <message>
+        <source>lang_qpropertylineedit_notallowed</source>
+        <translation>此处不允许该文本。</translation>
+    </message>
+    <message>
         <source>lang_qpropertylineedit_notdecimal</source>
         <translation>“%1”不是整数。</translation>
     </message>

@@ -16,6 +16,13 @@ public:
     int cStyle() const { return m_nStyle; }
     /// The list is as wide as its longest row, so that no text is cut.
     void showPopup() override;
+    void hidePopup() override;
+    /// The user has the list open: its rows are not to change under the mouse.
+    bool cIsPopupShown() const;
+
+Q_SIGNALS:
+    /// The list was closed. A row that the user chose becomes the current one after it.
+    void cSigPopupHidden();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -23,4 +30,5 @@ protected:
 
 private:
     int m_nStyle;
+    bool m_bPopupShown = false;
 };

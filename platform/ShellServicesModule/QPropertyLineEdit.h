@@ -11,7 +11,8 @@
 /// the edit has the focus and was modified, SetText keeps the new text back until commit, Rollback or Escape.
 /// A value that the user has not changed is not saved: SaveProperty answers false.
 /// Numbers do not depend on the locale: "." always separates decimals, a single "," does so too, and nothing groups
-/// digits. A character that no value of the mode can hold is refused while it is typed.
+/// digits. A character that no value of the mode can hold is refused while it is typed. A text that a validator does
+/// not accept goes back, with a reason, when the edit is ended: no editingFinished comes then.
 class SHELLSERVICESMODULE_API QPropertyLineEdit : public CustomLineEdit
 {
     Q_OBJECT
@@ -38,6 +39,8 @@ public:
     void SetRange(const QVariant &maximum, const QVariant &minimum);
     /// Longest text in bytes of UTF-8; 0 and below: no limit.
     void SetStringLength(int length);
+    /// Whether the text differs from the last one of the device, or the one that was saved since.
+    bool IsChanged() const;
     /// Puts the typed value into `value` (QString, float as double, integers, addresses in host byte order as qint64).
     /// False when the text was not modified, is no value of its mode, out of range or too long; the reason then shows
     /// at the edit (not for an unmodified text), and `value` stays. A text that was saved counts as unmodified.
@@ -46,12 +49,14 @@ public:
     void Rollback();
 
 protected:
+    void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     bool isTyping() const;
     void refuse(const QString &reason);
+    void refuseByValidator();
     void clearRefusal();
 
     class Private;
