@@ -5,7 +5,20 @@
 #include <QTimer>
 #include <QToolTip>
 
+#include <algorithm>
 #include <limits>
+
+namespace {
+
+bool isNumber(const QString &strText)
+{
+    const int nSign = strText.startsWith(QLatin1Char('-')) ? 1 : 0;
+    return strText.size() > nSign
+        && std::all_of(strText.cbegin() + nSign, strText.cend(),
+                       [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); });
+}
+
+} // namespace
 
 VexaPropertySpinBox::VexaPropertySpinBox(QWidget *parent)
     : CustomSpinBox(2, parent)
@@ -131,8 +144,12 @@ int VexaPropertySpinBox::valueFromText(const QString &strText) const
 QValidator::State VexaPropertySpinBox::validate(QString &strInput, int &nPosition) const
 {
     // Otherwise the arrows would do nothing while the own text stands.
-    return m_bOwnText && strInput == m_strOwnText ? QValidator::Acceptable
-                                                  : CustomSpinBox::validate(strInput, nPosition);
+    if (m_bOwnText && strInput == m_strOwnText) {
+        return QValidator::Acceptable;
+    }
+    const QValidator::State eState = CustomSpinBox::validate(strInput, nPosition);
+    // A number that is too large is refused as a whole: without its last digit it would be another one.
+    return eState == QValidator::Invalid && isNumber(strInput) ? QValidator::Intermediate : eState;
 }
 
 void VexaPropertySpinBox::updateToolTip()

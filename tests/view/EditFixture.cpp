@@ -1,0 +1,173 @@
+#include "tests/view/EditFixture.h"
+
+#include "ShellServicesModule/QLocalCfg.h"
+#include "host/shellservices/ShellHost.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "tree/QGetFeaturesThread.h"
+#include "view/ItemLocker.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QtTest>
+
+EditFixture::EditFixture(const SimulatedDevices::Simulated &device, unsigned int accessMode)
+{
+    device.control->setQuiet(true);
+    QLocalCfg::Instance()->SetUserLevel(0); // all rows
+    m_camera = m_module.open(device, accessMode);
+    ShellHost::instance()->setCurrentCameraID(m_camera.id);
+    m_module.mainWidget().resize(900, 700);
+    m_module.mainWidget().show();
+    m_module.mainWidget().activateWindow();
+    QVERIFY(ModuleFixture::waitForFirstUpdate(m_camera));
+    QVERIFY(QTest::qWaitForWindowActive(&m_module.mainWidget()));
+    QVERIFY(settle());
+    control().setLogging(true);
+}
+
+EditFixture::~EditFixture()
+{
+    if (m_camera.tree) {
+        m_module.close(m_camera);
+    }
+    ShellHost::instance()->setCurrentCameraID(-1);
+    ShellHost::instance()->setCanSetProperty(true);
+    for (const QString &strName : ShellHost::instance()->modifiedCameras()) {
+        ShellHost::instance()->removeModifiedCamera(strName);
+    }
+}
+
+SimulatedDevices::Simulated EditFixture::builtIn(const QString &id)
+{
+    return SimulatedDevices::builtIn(id);
+}
+
+VexaPropertyTreeItem *EditFixture::item(const QString &name)
+{
+    return m_camera.tree->propertyItemByName(name);
+}
+
+QWidget *EditFixture::editor(const QString &name)
+{
+    return view().indexWidget(view().indexOfItem(item(name), 1));
+}
+
+QWidget *EditFixture::focusOn(const QString &name)
+{
+    view().scrollTo(view().indexOfItem(item(name), 0), QAbstractItemView::PositionAtCenter);
+    view().flushEditorUpdates();
+    QWidget *const pEditor = editor(name);
+    if (!pEditor || !pEditor->isVisible() || !pEditor->isEnabled()) {
+        return nullptr;
+    }
+    pEditor->setFocus(Qt::MouseFocusReason);
+    return pEditor->hasFocus() ? pEditor : nullptr;
+}
+
+QString EditFixture::shown(const QString &name)
+{
+    QWidget *const pEditor = editor(name);
+    if (const auto *const pCheck = qobject_cast<QCheckBox *>(pEditor)) {
+        return pCheck->isChecked() ? QStringLiteral("on") : QStringLiteral("off");
+    }
+    if (const auto *const pCombo = qobject_cast<QComboBox *>(pEditor)) {
+        return pCombo->currentText();
+    }
+    if (const auto *const pSpin = qobject_cast<QAbstractSpinBox *>(pEditor)) {
+        return pSpin->text();
+    }
+    const auto *const pEdit = qobject_cast<QLineEdit *>(pEditor);
+    return pEdit ? pEdit->text() : QString();
+}
+
+QString EditFixture::deviceValue(const QString &name)
+{
+    VexaPropertyTreeItem *const pItem = item(name);
+    const QString strTag = pItem->tagName();
+    // A value of its own, so that the item's does not move.
+    const std::unique_ptr<CTreeItemValue> value = pItem->valueSnapshot();
+    _NODE_INT_VALUE_ integer{};
+    _NODE_FLOAT_VALUE_ real{};
+    const auto entry = std::make_unique<_NODE_ENUM_VALUE_>();
+    bool bOn = false;
+    QString strText;
+    qint64 nLength = 0;
+    if (strTag == "Integer" && task().GetIntegerValue(name, &integer, nullptr, true, false)) {
+        value->setValue(qint64(integer.value));
+    } else if (strTag == "Float" && task().GetFloatValue(name, &real, nullptr, true, false)) {
+        value->setValue(real.value);
+    } else if (strTag == "Enumeration"
+               && task().GetEnumerationValue(name, entry.get(), nullptr, true, false)) {
+        value->setValue(int(entry->value));
+    } else if (strTag == "Boolean" && task().GetBooleanValue(name, &bOn, nullptr, true, false)) {
+        return bOn ? QStringLiteral("on") : QStringLiteral("off");
+    } else if (strTag == "StringReg"
+               && task().GetStringValue(name, &strText, &nLength, nullptr, true, false)) {
+        return strText;
+    } else {
+        return QStringLiteral("none");
+    }
+    return value->displayValue();
+}
+
+bool EditFixture::changeBehindTheTree(const QString &name, const QVariant &value)
+{
+    const QString strTag = item(name)->tagName();
+    const bool bDone = strTag == "Integer"
+        ? task().SetIntegerValue(name, value.toLongLong(), nullptr)
+        : strTag == "Float"     ? task().SetFloatValue(name, value.toFloat(), nullptr)
+        : strTag == "StringReg" ? task().SetStringValue(name, value.toString(), nullptr)
+                                : task().SetEnumerationValue(name, value.toUInt(), nullptr);
+    tree().updateFeature(item(name), QGetFeaturesThread::UPDATE_EVERYTHING);
+    QCoreApplication::processEvents();
+    view().flushEditorUpdates();
+    return bDone;
+}
+
+int EditFixture::writes() const
+{
+    const QVector<SimulatorAccess> log = m_camera.device.control->accessLog();
+    return int(std::count_if(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
+        return access.kind == SimulatorAccess::Write;
+    }));
+}
+
+bool EditFixture::settle()
+{
+    // A round of the worker that serves the dependants, begun after everything that is due now.
+    auto *const pWorker = tree().findChildren<QGetFeaturesThread *>().value(0);
+    QSignalSpy ended(pWorker, &QGetFeaturesThread::SigUpdateRoundEnd);
+    tree().OnAddValueChangedNodes({QStringLiteral("Root")});
+    const bool bEnded = ended.wait(10000) || !ended.isEmpty();
+    QCoreApplication::processEvents();
+    view().flushEditorUpdates();
+    return bEnded;
+}
+
+void typeText(QWidget *editor, const QString &text)
+{
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    if (text.isEmpty()) {
+        QTest::keyClick(editor, Qt::Key_Delete);
+    } else {
+        QTest::keyClicks(editor, text);
+    }
+}
+
+BoxAnswers::BoxAnswers(Qt::Key key)
+    : m_key(key)
+{
+    startTimer(5);
+}
+
+void BoxAnswers::timerEvent(QTimerEvent *)
+{
+    if (QWidget *const pBox = QApplication::activeModalWidget()) {
+        ++m_nCount;
+        QTest::keyClick(pBox, m_key);
+    }
+}
