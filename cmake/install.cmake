@@ -12,6 +12,7 @@ set(FTM_PUBLIC_HEADERS
     model/CTreeIntergerItemValue.h
     model/CTreeItemValue.h
     model/CTreeStringItemValue.h
+    model/FeatureFileValues.h
     model/FeatureTreeModuleGlobal.h
     model/IVexaFeatureNotify.h
     model/IVexaFeatureWidget.h

@@ -28,6 +28,7 @@ host/workbench|platform model shell tree host/utilitykit host/controlkit host/sh
 EXCEPTIONS='
 model/IVexaFeatureWidget.cpp|view/VexaFeatureTreeView.h
 tree/*.cpp|view/VexaFeatureTreeView.h
+tree/*.cpp|featurefile/*.h
 tree/*.cpp|shell/VexaFeatureToolBar.h
 tree/*.cpp|shell/VexaMainFeatureWidget.h
 view/*.cpp|shell/VexaMainFeatureWidget.h
@@ -44,7 +45,7 @@ host/devicetask|QtWidgets
 # Headers of the module that the workbench may include: the exported ones.
 EXPORTED='model/CTreeItemValue.h model/CTreeIntergerItemValue.h model/CTreeFloatItemValue.h
 model/CTreeBooleanItemValue.h model/CTreeStringItemValue.h model/CTreeEnumationItemValue.h
-model/VexaPropertyTreeItem.h model/IVexaFeatureWidget.h shell/VexaMainFeatureWidget.h tree/VexaFeatureTree.h'
+model/FeatureFileValues.h model/VexaPropertyTreeItem.h model/IVexaFeatureWidget.h shell/VexaMainFeatureWidget.h tree/VexaFeatureTree.h'
 
 bad=0
 complain() { echo "$1: must not include $2"; bad=1; }

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Puts the text of a feature file together. It knows the format and nothing of devices. Nothing is escaped but the
+/// angle brackets of strings and the formulas of register dumps.
+class FeatureFileWriter
+{
+public:
+    explicit FeatureFileWriter(const QString &version);
+
+    /// A line of the header; before addFeatures.
+    void addHeader(const QString &tag, const QString &value);
+    void beginFeatures();
+    void addFeature(const QString &name, const QString &type, const QString &value);
+    /// A register dump made of the texts below.
+    void addComplexFeature(const QString &name, const QString &text);
+    void finish();
+    const QString &text() const { return m_text; }
+
+    /// Names of the groups that make the text unreadable or come back as another text, each with whether it is the
+    /// former; empty for a text that its own reader takes whole.
+    struct Culprit
+    {
+        QString name;
+        bool unreadable;
+    };
+    QVector<Culprit> culprits() const;
+
+    static QString complexBegin(const QString &name, qint64 length, const QString &reg);
+    static QString regValue(const QString &address, const QString &variables, const QString &words);
+    /// `from` is escaped here.
+    static QString regValue(const QString &address, const QString &variables, const QString &value,
+                            quint32 to, const QString &from);
+    static QString complexEnd();
+
+private:
+    struct Group
+    {
+        QString name;
+        int begin;
+        int length;
+        bool isEntry; ///< of the features, not of the header
+        bool hasValue; ///< that should come back
+        QString value;
+    };
+    void add(const Group &group, const QString &text);
+
+    QString m_text;
+    QVector<Group> m_groups;
+};
