@@ -17,6 +17,7 @@ set(FTM_PUBLIC_HEADERS
     model/IVexaFeatureNotify.h
     model/IVexaFeatureWidget.h
     model/VexaPropertyTreeItem.h
+    shell/PollingRoles.h
     shell/VexaMainFeatureWidget.h
     tree/VexaFeatureTree.h)
 foreach(header IN LISTS FTM_PUBLIC_HEADERS)

@@ -46,6 +46,8 @@ public:
     /// Every item by node name, categories included; of a name under two categories the later.
     const ItemMap &allTreeItems() const { return m_allTreeItems; }
     const ItemMap &favoriteItems() const { return m_favoriteItems; }
+    /// Favourites by node name; whoever makes them enters and removes them. Emptied with the items.
+    ItemMap &favoriteItems() { return m_favoriteItems; }
     /// Feature name to the name of its category.
     const QMap<QString, QString> &featureParentMap() const { return m_featureParentMap; }
     /// Every pFeature text in document order, also those without a row.

@@ -85,6 +85,8 @@ public:
     /// own switch, after which the leaves below follow their wishes. Branch without: the branch always reopens,
     /// whatever `bVisible` says.
     void setVisible(bool bVisible, long lCameraID, bool bRecursive);
+    /// Leaf that was put under another branch: what it shows follows its wish and its branches again.
+    void bringVisibleUp(long lCameraID);
     int visibleChildCount() const;
     /// Element Visibility: "Beginner", "Expert", "Guru" or "Invisible". Takes the update lock.
     QString visibilityString() const;
@@ -191,14 +193,20 @@ template<typename Call>
 void VexaPropertyTreeItem::forAllRows(const Call &call)
 {
     call(*this);
-    if (m_pTwins) {
-        for (VexaPropertyTreeItem *pTwin : qAsConst(*m_pTwins)) {
-            if (pTwin != this) {
-                call(*pTwin);
-            }
+    // A favourite has no twins of its own, but those of its original.
+    const auto pTwins = m_pTwins || !m_pMappingItem ? m_pTwins : m_pMappingItem->m_pTwins;
+    if (!pTwins) {
+        if (m_pMappingItem) {
+            call(*m_pMappingItem);
         }
+        return;
     }
-    if (m_pMappingItem) {
-        call(*m_pMappingItem);
+    for (VexaPropertyTreeItem *pTwin : qAsConst(*pTwins)) {
+        if (pTwin != this) {
+            call(*pTwin);
+        }
+        if (pTwin->m_pMappingItem && pTwin->m_pMappingItem != this) {
+            call(*pTwin->m_pMappingItem);
+        }
     }
 }

@@ -189,6 +189,14 @@ void VexaPropertyTreeItem::applyLeafVisible(long lCameraID)
     }
 }
 
+void VexaPropertyTreeItem::bringVisibleUp(long lCameraID)
+{
+    const TellingLock lock;
+    if (m_children.isEmpty()) {
+        applyLeafVisible(lCameraID);
+    }
+}
+
 void VexaPropertyTreeItem::setExpanded(bool bExpanded, long lCameraID)
 {
     const TellingLock lock;

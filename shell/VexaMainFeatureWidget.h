@@ -81,6 +81,17 @@ public:
     void SetCodeTypeMap(long int cameraId, const QMap<QString, int> &map);
     /// The number under the name, -1 when there is none.
     int GetCodeNumMaxMin(long int cameraId, const QString &name);
+    /// The rows of the host's table of polling parameters, a row for each node: its first item has the node name as
+    /// its text and column n belongs to set n of the parameters. Of two rows with one name the later counts. The
+    /// items stay the host's, which takes the rows back with DeletePollingMap before it deletes them.
+    void SetPollingMap(long int cameraId, const QMap<int, QList<QStandardItem *>> &rows);
+    /// A copy of the rows by node name, empty for an unknown camera.
+    QMap<QString, QList<QStandardItem *>> GetPollingMap(long int cameraId);
+    void DeletePollingMap(long int cameraId);
+    /// Stamps the time of the change on the device and writes the value into the row under the roles of
+    /// PollingRole. Does nothing for a camera without a task. Never on a worker: the items are the GUI thread's.
+    void UpdatePollingValue(long int cameraId, const QString &name, const QString &value,
+                            int column);
     /// The text elided on the right to the width of a tab title.
     QString GetTabCutString(const QString &text);
 

@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 class CustomLabel;
@@ -105,6 +106,11 @@ public:
     VexaPropertyTreeItem *rootItem() const;
     bool GetDomElementNode(const QString &name, QDomElement &out) const;
     void translatePropTree(VexaPropertyTreeItem *item);
+    /// Whether the node changes by itself: `periodOut` is the first PollingTime on its pValue and pVariable chain, in
+    /// milliseconds.
+    bool IsPollingFeature(const QString &name, long long &periodOut) const;
+    /// The entry that an Enumeration was last read at; false for a node that is none or has no row.
+    bool enumerationValue(const QString &name, qint64 &valueOut) const;
     /// Features to read again after this one was written.
     QStringList GetFeatureInvalidatorList(const QString &name) const;
 
@@ -117,12 +123,22 @@ public:
     /// One update of one item on the caller's thread.
     void updateFeature(VexaPropertyTreeItem *item, int status);
     void getFeatureValueFromCamera(VexaPropertyTreeItem *item);
+    /// Carries a write to one of the "Polling" parameters over to the host's table, into the set of parameters that
+    /// "PollingParam" selects. GUI thread.
+    void UpdatePollingValue(const QString &name, const QString &value);
 
     // Narrowing what is shown.
     /// Shows the description of a feature and selects its row.
     void JumpToFeature(QString &name);
     /// Does nothing: the rows follow the text of the search field as it is typed.
     void OnEditSearchTextChanged(const QString &text);
+
+    // Favourites.
+    /// Does nothing: favourites are not kept beyond a closing. Answers true.
+    bool GenerateFavoritesItems();
+    /// False for every name, as no favourite is ever stored.
+    bool IsFavoritesItem(const QString &name) const;
+    void notifyFavoriteFeatureChange();
 
     // Feature files and trigger.
     void LoadCamFeatures(bool silent, const QString &path);
@@ -211,6 +227,7 @@ private Q_SLOTS:
 
 private:
     friend class TreeCallScope;
+    friend class tst_favourites; ///< nothing else calls the operations of favourites yet
     bool InitCtrl();
     void InitStyleSheet();
     bool InitLayout();
@@ -254,6 +271,16 @@ private:
     void clearMaps();
     void releaseWidgets();
     void search(const QString &text);
+    /// The category that takes favourites, the first of the root; null when there is none.
+    VexaPropertyTreeItem *favoritesCategory() const;
+    /// Adds or removes rows while no worker walks over them; a pass that this cuts short is made again.
+    void changeRows(const std::function<void()> &change);
+    /// Puts a copy of this row under the first category, at most one for each feature.
+    void addFavoriteItem(VexaPropertyTreeItem *item);
+    /// Deletes the favourite of this feature.
+    void removeFavoriteItem(VexaPropertyTreeItem *item);
+    void removeAllFavoriteItems();
+    void takeFavoriteRow(VexaPropertyTreeItem *favorite);
 
     bool m_bMessageEnable = true;
     bool m_bReadyForDelete = false;

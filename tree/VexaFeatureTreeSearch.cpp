@@ -1,12 +1,12 @@
-// Narrowing what is shown: user level, search, jump, description pane, context menu.
+// Narrowing what is shown: user level, search, jump, description pane.
 
 #include "ControlKit/CustomLineEdit.h"
-#include "ControlKit/CustomMenu.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/VexaPropertyComboBox.h"
 #include "model/CTreeItemValue.h"
+#include "model/ItemLocks.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "shell/VexaMainFeatureWidget.h"
@@ -15,9 +15,6 @@
 #include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
-#include <QAction>
-#include <QCursor>
-#include <QSignalBlocker>
 #include <QTextEdit>
 
 void VexaFeatureTree::OnUserLevelChanged(int)
@@ -104,9 +101,13 @@ void VexaFeatureTree::OnReturnClicked()
 void VexaFeatureTree::showDescription(VexaPropertyTreeItem *item)
 {
     const bool chinese = QLocalCfg::Instance()->GetPropertyLan() == QLatin1String("CH");
-    item->updateLock();
-    const QString text = chinese ? item->value()->m_strToolTipCn : item->value()->m_strToolTip;
-    item->updateUnlock();
+    QString text;
+    {
+        const ItemLock lock(item);
+        if (const CTreeItemValue *value = item->value()) {
+            text = chinese ? value->m_strToolTipCn : value->m_strToolTip;
+        }
+    }
     m_pDescriptionEdit->clear();
     m_pDescriptionEdit->insertHtml(text);
     m_pDescriptionEdit->moveCursor(QTextCursor::Start);
@@ -129,57 +130,4 @@ void VexaFeatureTree::JumpToFeature(QString &name)
     }
     showDescription(item);
     m_pTreeView->scrollToFeature(name);
-}
-
-void VexaFeatureTree::OnTreeFeaturesCustomContextMenuRequested(const QPoint &pos)
-{
-    if (!m_pTreeView || !m_pContextMenu || !m_pActionFavoriteAdd || !m_pActionFavoriteRemove
-        || !m_pActionFavoriteRemoveAll) {
-        return;
-    }
-    auto *item = static_cast<VexaPropertyTreeItem *>(m_pTreeView->indexAt(pos).internalPointer());
-    if (!item || !item->value()) {
-        return;
-    }
-    static const struct
-    {
-        ITEM_TYEP type;
-        bool add;
-        bool addEnabled;
-        bool remove;
-        bool removeAll;
-        bool keepsItem;
-    } rows[] = {
-        {ITEM_FAVORITE, false, true, true, false, true},
-        {ITEM_FAVORITES_CATEGORY, false, true, false, true, false},
-        {ITEM_FEATURE, true, true, false, false, true},
-        {ITEM_CATEGORY, true, false, false, false, false},
-    };
-    for (QAction *action :
-         {m_pActionFavoriteAdd, m_pActionFavoriteRemove, m_pActionFavoriteRemoveAll}) {
-        action->setVisible(false);
-    }
-    for (const auto &row : rows) {
-        if (row.type != item->itemType()) {
-            continue;
-        }
-        m_pActionFavoriteAdd->setVisible(row.add);
-        m_pActionFavoriteAdd->setEnabled(row.addEnabled);
-        m_pActionFavoriteRemove->setVisible(row.remove);
-        m_pActionFavoriteRemoveAll->setVisible(row.removeAll);
-        if (row.keepsItem) {
-            m_pContextItem = item;
-        }
-    }
-    m_pContextMenu->popup(QCursor::pos());
-}
-
-void VexaFeatureTree::OnActionFavoriteAdd()
-{
-}
-void VexaFeatureTree::OnActionFavoriteRemove()
-{
-}
-void VexaFeatureTree::OnActionFavoriteRemoveAll()
-{
 }

@@ -203,11 +203,6 @@ void VexaFeatureTree::OnTimerRefreshFinished()
     m_pRefreshTimer->stop();
 }
 
-void VexaFeatureTree::OnTimerFeaturePolling()
-{
-    UpdateFeatures(FEATURES_UPDATE_POLLING, QStringList(), QGetFeaturesThread::UPDATE_REFRESH);
-}
-
 void VexaFeatureTree::updateFeature(VexaPropertyTreeItem *item, int status)
 {
     if (item && m_pTimerAndAllThread) {

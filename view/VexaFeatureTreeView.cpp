@@ -167,6 +167,23 @@ void VexaFeatureTreeView::openEditors(VexaPropertyTreeItem *pItem)
     m_pOpener->open(rows);
 }
 
+void VexaFeatureTreeView::showNewRow(VexaPropertyTreeItem *pItem)
+{
+    m_pModel->insertRowNotify(pItem->parent(m_nPageIndex), pItem->indexInParent(m_nPageIndex));
+    openEditors(pItem);
+    refreshRows(pItem, true);
+}
+
+void VexaFeatureTreeView::takeRow(VexaPropertyTreeItem *pItem)
+{
+    VexaPropertyTreeItem *const pBranch = pItem->parent(m_nPageIndex);
+    m_pDelegate->setCommitBlocked(true);
+    m_pModel->removeRowNotify(pBranch, pItem);
+    m_pDelegate->setCommitBlocked(false);
+    // It may have been the last row that its branch showed.
+    refreshRows(pBranch, true);
+}
+
 void VexaFeatureTreeView::collectRows(VexaPropertyTreeItem *pItem,
                                       QVector<VexaPropertyTreeItem *> &rows)
 {

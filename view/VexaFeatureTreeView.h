@@ -39,6 +39,10 @@ public:
     /// Opens the editors of the item and of everything below it: up to 2 000 rows at once; of more the rows in sight
     /// at once and the rest in slices of 8 ms.
     void openEditors(VexaPropertyTreeItem *pItem);
+    /// The item was put behind the last row of its branch: shows it and opens its editors.
+    void showNewRow(VexaPropertyTreeItem *pItem);
+    /// Takes the item out from under its branch, without a commit; the item is the caller's to delete.
+    void takeRow(VexaPropertyTreeItem *pItem);
     /// Filters the rows; true when any row stayed. Branches with a hit open.
     bool setSearchText(const QString &strText);
     /// Expands every branch, hidden ones too: they may be shown later.

@@ -1,0 +1,176 @@
+#include "DeviceTaskModule/NodeValues.h"
+#include "shell/PollingRoles.h"
+#include "tests/support/ModuleFixture.h"
+
+#include <QDateTime>
+#include <QStandardItemModel>
+#include <QtTest>
+
+namespace {
+
+using Numbers = QMap<int, int>;
+
+/// A host's table: the first column names the node, then one column for each set and one for the time of change.
+struct HostTable
+{
+    explicit HostTable(const QStringList &nodes, int sets = 4)
+    {
+        for (const QString &node : nodes) {
+            QList<QStandardItem *> row{new QStandardItem(node)};
+            while (row.size() < sets) {
+                row.append(new QStandardItem);
+                row.last()->setData(QVariant::fromValue(Numbers{{0, 7}}), POLLING_ROLE_MAP);
+            }
+            if (sets > 1) {
+                row.append(new QStandardItem(QStringLiteral("PollingParamChgTime")));
+            }
+            m_model.appendRow(row);
+            m_rows.insert(m_rows.size(), row);
+        }
+    }
+    /// What a write left in the cells, as "row,column value map changed" for each touched cell.
+    QString touched() const
+    {
+        const QString today =
+            QLocale::system().toString(QDateTime::currentDateTime(), QStringLiteral("yyyy-MM-dd"));
+        QStringList cells;
+        for (int i = 0; i < m_model.rowCount() * m_model.columnCount(); ++i) {
+            const QModelIndex cell =
+                m_model.index(i / m_model.columnCount(), i % m_model.columnCount());
+            QString text = cell.data(POLLING_ROLE_VALUE).toString().replace(today, "today");
+            const auto map = cell.data(POLLING_ROLE_MAP).value<Numbers>();
+            for (auto it = map.cbegin(); it != map.cend(); ++it) {
+                text += it.key() ? QStringLiteral(" [%1]%2").arg(it.key()).arg(*it) : QString();
+            }
+            text += cell.data(POLLING_ROLE_CHANGED).toBool() ? " changed" : "";
+            if (!text.isEmpty()) {
+                cells.append(QStringLiteral("%1,%2 ").arg(cell.row()).arg(cell.column()) + text);
+            }
+        }
+        return cells.join(QStringLiteral("; "));
+    }
+    QStandardItemModel m_model;
+    QMap<int, QList<QStandardItem *>> m_rows;
+};
+
+} // namespace
+
+class tst_pollingrows : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void writesGoToTheSelectedSet_data();
+    void writesGoToTheSelectedSet();
+    void hostTakesItsRowsBackMeanwhile();
+    void rowsByName();
+
+private:
+    void select(const char *node, quint32 value)
+    {
+        const QString name = QLatin1String(node);
+        QVERIFY(taskOf(m_camera)->SetEnumerationValue(name, value, nullptr));
+        m_camera.tree->getFeatureValueFromCamera(m_camera.tree->propertyItemByName(name));
+    }
+    std::unique_ptr<ModuleFixture> m_pFixture;
+    ModuleFixture::Camera m_camera;
+};
+
+void tst_pollingrows::initTestCase()
+{
+    m_pFixture = std::make_unique<ModuleFixture>();
+    m_camera = m_pFixture->open(SimulatedDevices::builtIn(QStringLiteral("code-reader")));
+    QVERIFY(ModuleFixture::waitForFirstUpdate(m_camera));
+}
+
+void tst_pollingrows::cleanupTestCase()
+{
+    m_pFixture->close(m_camera);
+    m_pFixture.reset();
+}
+
+void tst_pollingrows::writesGoToTheSelectedSet_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<int>("set");
+    QTest::addColumn<int>("sets");
+    QTest::addColumn<QString>("touched");
+    const auto row = [](const char *title, const char *node, const char *value, int set, int sets,
+                        const char *touched) {
+        QTest::newRow(title) << QString(node) << QString(value) << set << sets << QString(touched);
+    };
+    row("text", "PollingParamName", "near", 2, 4, "0,2 near; 0,4 today");
+    row("focus marks the set", "PollingFocusPos", "120", 1, 4, "1,1 120 changed; 1,4 today");
+    row("light of the segment", "PollingLightEnable", "1", 3, 4, "2,3 1; 2,4 today; 4,3  [2]1");
+    row("action of the line", "PollingIOAction", "3", 1, 4, "3,1 3; 3,4 today; 5,1  [1]3");
+    row("no cell of the time", "PollingFocusPos", "9", 0, 1, "1,0 9 changed");
+    row("table narrower than the sets", "PollingLightEnable", "1", 6, 4, "");
+    row("node without a row", "PollingGain", "1.50", 1, 4, "");
+    row("camera without rows", "PollingGain", "1.50", 1, 0, "");
+}
+
+void tst_pollingrows::writesGoToTheSelectedSet()
+{
+    QFETCH(QString, node);
+    QFETCH(QString, value);
+    QFETCH(int, set);
+    QFETCH(int, sets);
+    QFETCH(QString, touched);
+    const HostTable table({"PollingParamName", "PollingFocusPos", "PollingLightEnable",
+                           "PollingIOAction", "PollingLightSelector", "PollingIOSelector"},
+                          sets);
+    VexaMainFeatureWidget &widget = m_pFixture->mainWidget();
+    if (sets > 0) {
+        widget.SetPollingMap(m_camera.id, table.m_rows);
+    }
+    select("PollingParam", static_cast<quint32>(set));
+    select("PollingLightSelector", 2);
+    select("PollingIOSelector", 1);
+    const QString stamp = QStringLiteral("PollingParamChgTime");
+    QVERIFY(taskOf(m_camera)->SetIntegerValue(stamp, 1, nullptr));
+    m_camera.tree->UpdatePollingValue(node, value);
+    _NODE_INT_VALUE_ time;
+    QVERIFY(taskOf(m_camera)->GetIntegerValue(stamp, &time, nullptr, false, false));
+    QVERIFY(qAbs(QDateTime::currentSecsSinceEpoch() - time.value) < 60);
+    QCOMPARE(table.touched(), touched);
+    widget.DeletePollingMap(m_camera.id);
+}
+
+void tst_pollingrows::hostTakesItsRowsBackMeanwhile()
+{
+    for (const QString node : {"PollingFocusPos", "PollingIOAction"}) {
+        HostTable table({node, QStringLiteral("PollingIOSelector")});
+        VexaMainFeatureWidget &widget = m_pFixture->mainWidget();
+        widget.SetPollingMap(m_camera.id, table.m_rows);
+        select("PollingParam", 1);
+        int changes = 0;
+        connect(&table.m_model, &QStandardItemModel::itemChanged, this, [&] {
+            ++changes;
+            widget.DeletePollingMap(m_camera.id);
+            table.m_model.removeRows(1, 1);
+        });
+        m_camera.tree->UpdatePollingValue(node, QStringLiteral("5"));
+        QCOMPARE(changes, 1);
+    }
+}
+
+void tst_pollingrows::rowsByName()
+{
+    VexaMainFeatureWidget &widget = m_pFixture->mainWidget();
+    HostTable table({"A", "B", "A"});
+    auto rows = table.m_rows;
+    rows.insert(-1, {});
+    rows.insert(9, {nullptr});
+    widget.SetPollingMap(99, rows);
+    QCOMPARE(widget.GetPollingMap(99).keys(), (QStringList{"A", "B"}));
+    QCOMPARE(widget.GetPollingMap(99).value("A"), table.m_rows.value(2));
+    widget.UpdatePollingValue(99, "A", "1", 1); // a camera that has gone
+    QCOMPARE(table.touched(), QString());
+    widget.DeletePollingMap(99);
+    QVERIFY(widget.GetPollingMap(99).isEmpty());
+}
+
+QTEST_MAIN(tst_pollingrows)
+#include "tst_pollingrows.moc"
