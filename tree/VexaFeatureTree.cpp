@@ -152,28 +152,19 @@ void VexaFeatureTree::RemoveFeatureObserverable(VexaFeatureObserverable *observe
 
 void VexaFeatureTree::notify(int event, void *data)
 {
-    if (event != VEXA_EVENT_REFRESH_NODE || !data || m_lCameraID == NO_CAMERA_ID) {
+    if (!data || m_lCameraID == NO_CAMERA_ID) {
         return;
     }
-    const auto *node = static_cast<const VexaNodeEventData *>(data);
-    if (node->cameraId == m_lCameraID && node->nodeName) {
-        UpdateFeatures(FEATURES_UPDATE_INVALIDATOR, {QString::fromUtf8(node->nodeName)},
-                       QGetFeaturesThread::UPDATE_REFRESH);
+    if (event == VEXA_EVENT_REFRESH_NODE) {
+        const auto *node = static_cast<const VexaNodeEventData *>(data);
+        if (node->cameraId == m_lCameraID && node->nodeName) {
+            UpdateFeatures(FEATURES_UPDATE_INVALIDATOR, {QString::fromUtf8(node->nodeName)},
+                           QGetFeaturesThread::UPDATE_REFRESH);
+        }
+    } else if (event == VEXA_EVENT_RESET_DEVICE
+               && *static_cast<const long int *>(data) == m_lCameraID) {
+        OnCommandNodeBtnClicked(QStringLiteral("DeviceReset"));
     }
-}
-
-bool VexaFeatureTree::OnCommandNodeBtnClicked(const QString &name)
-{
-    QFunction::Instance()->InsertMessageLog(
-        MESSAGE_LOG_ERROR, GetCurCameraName(),
-        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_writeunavailable")
-            .arg(name, QStringLiteral("Command")));
-    return false;
-}
-
-void VexaFeatureTree::StopSmartTune(const QString &name)
-{
-    OnCommandNodeBtnClicked(name);
 }
 
 void VexaFeatureTree::LoadCamFeatures(bool, const QString &)
@@ -188,42 +179,6 @@ void VexaFeatureTree::SaveCamFeatures(bool, const QString &)
     QFunction::Instance()->InsertMessageLog(
         MESSAGE_LOG_INFO, GetCurCameraName(),
         QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_exportunavailable"));
-}
-
-void VexaFeatureTree::SetAutoSoftwareTrig(bool start, unsigned int intervalMs)
-{
-    if (!m_pAutoTriggerTimer) {
-        return;
-    }
-    if (start) {
-        m_pAutoTriggerTimer->start(static_cast<int>(intervalMs));
-    } else {
-        m_pAutoTriggerTimer->stop();
-    }
-}
-
-void VexaFeatureTree::OnTimerAutoTrigger()
-{
-    if (QCameraTask *task = cameraTask()) {
-        task->ExecuteCommand(QStringLiteral("TriggerSoftware"), nullptr);
-    }
-}
-
-void VexaFeatureTree::OnTriggerModeChanged(int mode)
-{
-    if (QCameraTask *task = cameraTask()) {
-        task->SetTriggerMode(mode);
-    }
-}
-
-void VexaFeatureTree::ShowSmartTune(const QString &strNode, const QVariant &oNodeValue)
-{
-    emit SigShowSmartTune(strNode, oNodeValue);
-}
-
-void VexaFeatureTree::GetFeatureValueByThread(QString strNodeName, QVariant oNodeValue)
-{
-    emit SigGetFeatureValueByThread(strNodeName, oNodeValue);
 }
 
 void VexaFeatureTree::connectNotify(const QMetaMethod &signal)

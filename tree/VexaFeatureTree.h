@@ -32,6 +32,7 @@ class QTimer;
 class VexaFeatureObserverable;
 class VexaFeatureToolBar;
 class VexaPropertyComboBox;
+struct CommandRule;
 
 /// The feature tree of one camera: controller and page. It builds the item tree from the device description, keeps
 /// it up to date with four workers and shows it. All operations belong to the GUI thread.
@@ -241,9 +242,16 @@ private:
     bool writeFeature(const QString &type, const QString &name, const QVariant &value);
     bool writeByType(const QString &type, const QString &name, const QVariant &value);
     void saveProtocol();
+    bool mayRunCommand(const CommandRule &rule);
+    bool commandFailed(const QString &name, QCameraTask &task, int error);
+    bool letDeviceGo();
     bool isPollingOn(QCameraTask &task) const;
     bool swallowForPolling(const QString &name);
     bool enumerationFailed(const QString &name, int value, int error);
+    enum Box { BOX_QUESTION, BOX_CAUTION, BOX_WARNING };
+    /// A box that blocks; true for a yes. While it is up there is no other box of this tree: a second one answers
+    /// false at once, and a message waits until it is gone.
+    bool confirmed(Box box, const QString &text, const QString &title = QString());
     /// Answers false, as the write that failed does.
     bool showFailure(const QString &text, int error);
     void tellObservers(const VexaPropertyTreeItem *item, bool fromUiJson);
@@ -290,6 +298,8 @@ private:
     bool m_bUpdatePending = false; ///< grabbing was stopped and not started since
     bool m_bLoading = false; ///< a loading dialog of a command or an import is up
     bool m_bTestRunning = false;
+    bool m_bBoxBlocks = false;
+    std::function<void()> m_heldMessage; ///< shown when the box that blocks is gone
     bool m_bLevelPassPending = false; ///< the user level changed during a pass
     bool m_bDeleteWhenIdle = false;
     int m_nCallsOnStack = 0;

@@ -1,4 +1,4 @@
-// The tree's one message box and its loading dialogs.
+// The tree's boxes, never two at once, and its loading dialogs.
 
 #include "ControlKit/CustomLoadingDialog.h"
 #include "ControlKit/CustomMessageBox.h"
@@ -10,10 +10,15 @@
 #include <QCoreApplication>
 #include <QDebug>
 
+#include <utility>
+
 namespace {
 
 constexpr int LOADING_KEY = 1;
 constexpr int LOADING_KEY_CL_OFFSET = 3;
+constexpr int BUTTONS_OK = 1;
+constexpr int BUTTONS_YES_NO = 3;
+constexpr int ANSWER_YES = 1;
 
 QString translated(const char *key)
 {
@@ -22,9 +27,38 @@ QString translated(const char *key)
 
 } // namespace
 
-void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString &second,
-                                  const QString &, int hintStyle, bool openExternalLinks)
+bool VexaFeatureTree::confirmed(Box box, const QString &text, const QString &title)
 {
+    if (m_bBoxBlocks) {
+        qInfo().noquote() << QStringLiteral("not asked, another box is open: ") + text;
+        return false;
+    }
+    const TreeCallScope scope(this);
+    delete m_pMessageBox;
+    m_bBoxBlocks = true;
+    const int answer = box == BOX_QUESTION
+        ? CustomMessageBox::ask(this, text, title, BUTTONS_YES_NO, QString(), nullptr)
+        : CustomMessageBox::warning(this, text, title,
+                                    box == BOX_CAUTION ? BUTTONS_YES_NO : BUTTONS_OK, QString());
+    if (scope.treeIsGoing()) {
+        return false;
+    }
+    m_bBoxBlocks = false;
+    if (m_heldMessage) {
+        std::exchange(m_heldMessage, nullptr)();
+    }
+    return answer == ANSWER_YES;
+}
+
+void VexaFeatureTree::ShowMessage(QWidget *parent, const QString &first, const QString &second,
+                                  const QString &third, int hintStyle, bool openExternalLinks)
+{
+    if (m_bBoxBlocks) {
+        m_heldMessage = [=] {
+            ShowMessage(parent, first, second, third, hintStyle, openExternalLinks);
+        };
+        return;
+    }
     if (m_bReadyForDelete) {
         qInfo("ready for delete");
         return;
@@ -43,7 +77,7 @@ void VexaFeatureTree::ShowMessage(QWidget *, const QString &first, const QString
     const bool hasTitle = !second.isEmpty();
     auto *box = new CustomMessageBox(this);
     m_pMessageBox = box;
-    box->cSetButtons(1);
+    box->cSetButtons(BUTTONS_OK);
     box->cSetOpenExternalLinks(openExternalLinks);
     box->cSetContent(hasTitle ? second : first);
     box->cSetTextTitle(hasTitle ? first : QString());

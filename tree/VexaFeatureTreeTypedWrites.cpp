@@ -1,6 +1,5 @@
 // The typed writes: one access to the device each, with the rules that go by node name around it.
 
-#include "ControlKit/CustomMessageBox.h"
 #include "DeviceTaskModule/CameraInterface.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "ShellServicesModule/QFunction.h"
@@ -213,8 +212,7 @@ bool VexaFeatureTree::OnStringRegNodeValueChanged(const QString &name, const QSt
         return false;
     }
     if (value.isEmpty() && (writeRulesOf(name) & WriteRule::NeverEmpty)) {
-        CustomMessageBox::warning(this, translated("lang_qfeaturetree_ftpnamenotempty"), QString(),
-                                  1, QString());
+        confirmed(BOX_WARNING, translated("lang_qfeaturetree_ftpnamenotempty"));
         if (!scope.treeIsGoing()) {
             // Not before the caller has put the empty text into the row: the refresh brings the device's back.
             QMetaObject::invokeMethod(

@@ -1,11 +1,11 @@
 // The dispatcher of writes: what comes before and after a typed write, and who may call it.
 
-#include "ControlKit/CustomMessageBox.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
 #include "model/ItemLocks.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tree/CommandRules.h"
 #include "tree/FeatureReader.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
@@ -22,8 +22,6 @@
 
 namespace {
 
-constexpr int BUTTONS_YES_NO = 3;
-constexpr int ANSWER_YES = 1;
 constexpr int RUNNING_MODE_KEEPS_PROTOCOL = 2;
 
 using Tree = VexaFeatureTree;
@@ -82,12 +80,6 @@ const TypedWrite TYPED_WRITES[] = {
      }},
 };
 
-/// Commands after which the device goes away, so that their item is left alone.
-bool takesDeviceAway(const QString &name)
-{
-    return name == QLatin1String("DeviceReset") || name == QLatin1String("RecoverFactory");
-}
-
 /// Under the item's lock: only what a value that was read tells, names and representation stay.
 void takeOver(CTreeItemValue &value, CTreeItemValue &read)
 {
@@ -116,7 +108,8 @@ bool VexaFeatureTree::setFeatureValue(VexaPropertyTreeItem *item, const QVariant
     const TreeCallScope scope(this);
     const QString name = item->value()->m_strNodeName;
     const bool written = setFeatureValue(item->tagName(), name, value);
-    if (!written || !updateItem || scope.treeIsGoing() || takesDeviceAway(name)) {
+    if (!written || !updateItem || scope.treeIsGoing()
+        || (commandRuleOf(name).traits & CommandTrait::TakesDeviceAway)) {
         return written;
     }
     const quint64 reading = item->beginReading();
@@ -162,10 +155,8 @@ bool VexaFeatureTree::writeFeature(const QString &type, const QString &name, con
         return false;
     }
     if (type == QLatin1String("Command") && (writeRulesOf(name) & WriteRule::AsksWithWarning)) {
-        const int answer = CustomMessageBox::warning(
-            this, WriteMessages::translated("lang_qfeaturetree_pleaseusecaution"), QString(),
-            BUTTONS_YES_NO, QString());
-        if (answer != ANSWER_YES || scope.treeIsGoing()) {
+        if (!confirmed(BOX_CAUTION,
+                       WriteMessages::translated("lang_qfeaturetree_pleaseusecaution"))) {
             return false;
         }
     }

@@ -391,10 +391,6 @@
         <translation>User Level</translation>
     </message>
     <message>
-        <source>lang_qfeaturetree_writeunavailable</source>
-        <translation>Feature &apos;%1&apos; (%2) was not written: this version shows values only.</translation>
-    </message>
-    <message>
         <source>lang_qfeaturetree_xmlerror</source>
         <translation>The file holds no features.</translation>
     </message>

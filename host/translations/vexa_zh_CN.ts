@@ -391,10 +391,6 @@
         <translation>用户级别</translation>
     </message>
     <message>
-        <source>lang_qfeaturetree_writeunavailable</source>
-        <translation>属性“%1”（%2）未写入：此版本仅显示数值。</translation>
-    </message>
-    <message>
         <source>lang_qfeaturetree_xmlerror</source>
         <translation>文件中没有属性。</translation>
     </message>

@@ -22,6 +22,7 @@
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QPointer>
 #include <QSplitter>
@@ -343,9 +344,17 @@ void WorkbenchWindow::takePrompt(long int cameraId, int level, const QString &te
     QFunction::Instance()->InsertMessageLog(failure ? MESSAGE_LOG_ERROR : MESSAGE_LOG_INFO,
                                             task ? task->_GetCameraName() : QString(),
                                             messageLine(title, text, richText));
-    QFunction::ShowMessage(this, title,
-                           richText ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal),
-                           QString(), failure ? PROMPT_FAILURE : PROMPT_HINT_STYLE, false);
+    const QString shown = richText ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+    // Behind the box that may go with it: never two at once, and the log has the text.
+    QMetaObject::invokeMethod(
+        this,
+        [this, title, shown, failure] {
+            if (!QApplication::activeModalWidget()) {
+                QFunction::ShowMessage(this, title, shown, QString(),
+                                       failure ? PROMPT_FAILURE : PROMPT_HINT_STYLE, false);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void WorkbenchWindow::changeEvent(QEvent *event)

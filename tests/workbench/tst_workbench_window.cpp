@@ -298,8 +298,8 @@ void WorkbenchWindowTest::messagesAreBounded()
 void WorkbenchWindowTest::promptIsShownOnceAndEscaped()
 {
     QFunction::Instance()->SendShowPromptSignal(-1, 3, "<b>no markup</b>", "Title", false);
+    QTRY_COMPARE(w().window().findChildren<CustomMessageBox *>().size(), 1);
     const QList<CustomMessageBox *> boxes = w().window().findChildren<CustomMessageBox *>();
-    QCOMPARE(boxes.size(), 1);
     QCOMPARE(boxes.first()->cContent(), QString("<p>&lt;b&gt;no markup&lt;/b&gt;</p>"));
     QVERIFY2(w().messages().contains("Error  Title: <b>no markup</b>"), qPrintable(w().messages()));
     boxes.first()->close();
