@@ -6,7 +6,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -216,9 +215,10 @@ void NodeDependencyMaps::GenerateFeaturePollingList(ReferenceWalk &walk)
             continue;
         }
         // One grid, so that few wake-ups serve all features.
-        const double fSteps = std::floor(static_cast<double>(nPeriod) / POLLING_GRID_MS + 0.5);
-        data.m_featurePollingMap[std::max<qint64>(1, static_cast<qint64>(fSteps)) * POLLING_GRID_MS]
-            .append(strName);
+        // In integers: a period near the end of the range must not run over it.
+        const qint64 nRest = nPeriod % POLLING_GRID_MS;
+        const qint64 nSteps = nPeriod / POLLING_GRID_MS + (2 * nRest >= POLLING_GRID_MS ? 1 : 0);
+        data.m_featurePollingMap[std::max<qint64>(1, nSteps) * POLLING_GRID_MS].append(strName);
     }
 }
 

@@ -1,6 +1,5 @@
 #include "tree/QGetFeaturesThread.h"
 
-#include "ShellServicesModule/QLocalCfg.h"
 #include "model/CTreeItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/FeatureUpdate.h"
@@ -47,7 +46,6 @@ bool QGetFeaturesThread::SetUpdateInfo(_FEATURES_UPDATE_TYPE_ type, const QStrin
     }
     m_nUpdateType = type;
     m_nUpdateStatus = status;
-    m_nUserLevel = QLocalCfg::Instance()->GetUserLevel();
     m_bRepeat = false;
     m_bRunEnded = false;
     return true;

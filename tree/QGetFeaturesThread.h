@@ -91,7 +91,7 @@ private:
     void runInvalidator();
     void runTLParamsLocked();
     void runPolling();
-    /// Sleeps for at most `milliseconds`; a stop or a repeat ends it.
+    /// Sleeps for `milliseconds`; only a stop ends it sooner.
     void sleepUnlessWoken(int milliseconds);
     /// Until the repeat or the stop flag is set.
     void park();
@@ -102,7 +102,6 @@ private:
     std::atomic<bool> m_bRunEnded{true}; ///< the run has nothing left to do
     std::atomic<bool> m_bSmartTuneHeard{false};
     std::atomic<int> m_nUpdateStatus{UPDATE_REFRESH};
-    std::atomic<int> m_nUserLevel{0};
     std::atomic<long int> m_lWorkingCameraID{
         -1}; ///< -1 while a stop is forced: every look-up fails at once
     long int m_lCameraID = -1;

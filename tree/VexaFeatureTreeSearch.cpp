@@ -60,10 +60,12 @@ void VexaFeatureTree::startLevelPass()
         m_bLevelPassPending = true;
         return;
     }
-    if (m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(),
-                                            QGetFeaturesThread::UPDATE_VISIBILITY)) {
-        m_pTimerAndAllThread->start(QThread::InheritPriority);
+    if (!m_pTimerAndAllThread->SetUpdateInfo(FEATURES_UPDATE_ALL, QStringList(),
+                                             QGetFeaturesThread::UPDATE_VISIBILITY)) {
+        hideLoading(); // no pass comes that would
+        return;
     }
+    m_pTimerAndAllThread->start(QThread::InheritPriority);
 }
 
 void VexaFeatureTree::OnFeaturesSearch(const QString &text)

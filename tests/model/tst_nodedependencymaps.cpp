@@ -219,6 +219,9 @@ void tst_nodedependencymaps::polling_data()
         << QByteArray("<PollingTime>120</PollingTime>") << qint64(100);
     QTest::newRow("half rounds up") << QByteArray("<PollingTime>125</PollingTime>") << qint64(150);
     QTest::newRow("short period fires") << QByteArray("<PollingTime>1</PollingTime>") << qint64(50);
+    QTest::newRow("longest period stays in range")
+        << QByteArray("<PollingTime>9223372036854775807</PollingTime>")
+        << qint64(9223372036854775800);
     QTest::newRow("zero never fires") << QByteArray("<PollingTime>0</PollingTime>") << qint64(0);
     QTest::newRow("below zero never fires")
         << QByteArray("<PollingTime>-100</PollingTime>") << qint64(0);
