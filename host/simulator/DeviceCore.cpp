@@ -64,6 +64,12 @@ void DeviceCore::setFailing(quint64 address, int arvDeviceError)
     }
 }
 
+void DeviceCore::setAlignedOnly(bool on)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_bAlignedOnly = on;
+}
+
 void DeviceCore::blockNextAccess()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -238,6 +244,9 @@ int DeviceCore::failure(quint64 address, quint32 length) const
     const auto fault = m_failing.lowerBound(address);
     if (fault != m_failing.constEnd() && fault.key() - address < length) {
         return *fault;
+    }
+    if (m_bAlignedOnly && address % 4 != 0) {
+        return ARV_DEVICE_ERROR_PROTOCOL_ERROR_BAD_ALIGNMENT;
     }
     return m_pMemory->covers(address, length)
         ? -1

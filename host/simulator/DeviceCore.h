@@ -23,6 +23,7 @@ public:
     QByteArray description() const override { return m_description; }
     void setLatency(int microseconds) override;
     void setFailing(quint64 address, int arvDeviceError) override;
+    void setAlignedOnly(bool on) override;
     void blockNextAccess() override;
     void unblock() override;
     void vanish() override;
@@ -68,6 +69,7 @@ private:
     int m_nLatency = 0;
     int m_nRestartTime = 2000;
     int m_nNextHandle = 0;
+    bool m_bAlignedOnly = false;
     bool m_bLogging = false;
     bool m_bGone = false;
     bool m_bControlledElsewhere = false;

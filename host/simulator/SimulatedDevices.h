@@ -44,6 +44,8 @@ public:
     virtual void setLatency(int microseconds) = 0;
     /// Every access that touches this address fails with the Aravis device status; 0 takes the fault away.
     virtual void setFailing(quint64 address, int arvDeviceError) = 0;
+    /// While on, accesses at addresses that are not a multiple of 4 are refused, as GigE Vision has it.
+    virtual void setAlignedOnly(bool on) = 0;
     /// The next access blocks until unblock().
     virtual void blockNextAccess() = 0;
     virtual void unblock() = 0;
