@@ -241,7 +241,6 @@ private:
     void appendPending(const QString &name);
     bool writeFeature(const QString &type, const QString &name, const QVariant &value);
     bool writeByType(const QString &type, const QString &name, const QVariant &value);
-    void saveProtocol();
     bool mayRunCommand(const CommandRule &rule);
     bool commandFailed(const QString &name, QCameraTask &task, int error);
     bool letDeviceGo();
@@ -332,7 +331,7 @@ private:
     QSet<QString>
         m_writesUnderWay; ///< names; boxes and dialogs run other events in the middle of one
     QString m_strJustWritten; ///< until the write's caller has taken the value over
-    int m_nSavedProtocol = 0; ///< CommunicationProtocols as it was when RunningMode was set to 2
+    qint64 m_nSavedProtocol = 0; ///< CommunicationProtocols as it was when RunningMode was set to 2
     QGetFeaturesThread *m_pInvalidateUpdateThread = nullptr;
     QGetFeaturesThread *m_pLockAndRelativeThread = nullptr;
     QGetFeaturesThread *m_pTimerAndAllThread = nullptr;

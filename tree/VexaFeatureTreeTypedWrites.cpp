@@ -85,7 +85,9 @@ bool VexaFeatureTree::OnIntegerNodeValueChanged(const QString &name, qint64 valu
     const QString text = rules & WriteRule::IsPort
         ? translated("lang_qfeaturetree_portconflicts").arg(shown, task->GetLastErrorRemark())
         : WriteMessages::failed(name, shown, *task);
-    if (!task->IsPromptSuppressed()) {
+    if (task->IsPromptSuppressed()) {
+        qInfo().noquote() << text;
+    } else {
         QFunction::Instance()->SendShowPromptSignal(
             m_lCameraID, HINT_FAILURE, WriteMessages::withErrorLine(text, error),
             translated("lang_qfeaturetree_failedsetval"), true);
@@ -111,7 +113,11 @@ bool VexaFeatureTree::OnFloatNodeValueChanged(const QString &name, float value)
         return true;
     }
     const QString text = WriteMessages::failed(name, shown, *task);
-    return !task->IsPromptSuppressed() && showFailure(text, error);
+    if (task->IsPromptSuppressed()) {
+        qInfo().noquote() << text;
+        return false;
+    }
+    return showFailure(text, error);
 }
 
 bool VexaFeatureTree::OnEnumerationNodeValueChanged(const QString &name, int value)
@@ -173,13 +179,18 @@ bool VexaFeatureTree::enumerationFailed(const QString &name, int value, int erro
         }
     }
     QCameraTask *task = cameraTask();
-    if (!task || (rules & WriteRule::FailsSilently)) {
+    if (!task) {
+        return false;
+    }
+    const QString text = WriteMessages::failed(name, QString::number(value), *task);
+    if (rules & WriteRule::FailsSilently) {
+        qInfo().noquote() << text;
         return false;
     }
     if ((rules & WriteRule::IsLineConfig) && error == NOT_ACCESSIBLE_NOW) {
         return showFailure(translated("lang_qfeaturetree_lineconfigerrortip"), error);
     }
-    return showFailure(WriteMessages::failed(name, QString::number(value), *task), error);
+    return showFailure(text, error);
 }
 
 bool VexaFeatureTree::isPollingOn(QCameraTask &task) const

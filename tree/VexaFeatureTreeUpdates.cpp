@@ -142,7 +142,7 @@ void VexaFeatureTree::OnAddValueChangedNodes(const QList<QString> &names)
 void VexaFeatureTree::appendPending(const QString &name)
 {
     // Writes that fail for hours must not make the list longer.
-    if (!m_pendingInvalidations.contains(name)) {
+    if (!name.isEmpty() && !m_pendingInvalidations.contains(name)) {
         m_pendingInvalidations.append(name);
     }
 }

@@ -162,7 +162,7 @@ bool VexaFeatureTree::writeFeature(const QString &type, const QString &name, con
     }
     if (type == QLatin1String("Enumeration") && name == QLatin1String("RunningMode")
         && value.toInt() == RUNNING_MODE_KEEPS_PROTOCOL) {
-        saveProtocol();
+        enumerationValue(QStringLiteral("CommunicationProtocols"), m_nSavedProtocol);
     }
     const bool written = writeByType(type, name, value);
     if (scope.treeIsGoing()) {
@@ -196,15 +196,6 @@ bool VexaFeatureTree::writeByType(const QString &type, const QString &name, cons
     qInfo().noquote()
         << QStringLiteral("%1 is of type %2, which cannot be written").arg(name, type);
     return false;
-}
-
-void VexaFeatureTree::saveProtocol()
-{
-    const VexaPropertyTreeItem *item = propertyItemByName(QStringLiteral("CommunicationProtocols"));
-    const std::unique_ptr<CTreeItemValue> value = item ? item->valueSnapshot() : nullptr;
-    if (const auto *protocol = dynamic_cast<const CTreeEnumationItemValue *>(value.get())) {
-        m_nSavedProtocol = static_cast<int>(protocol->m_nValue);
-    }
 }
 
 bool VexaFeatureTree::rereadFeatureValue(VexaPropertyTreeItem *item, bool notifyView)

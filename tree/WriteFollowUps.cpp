@@ -124,6 +124,22 @@ void renewLimitedEditor(const Write &write)
     }
 }
 
+void tellPollingNumber(const Write &write)
+{
+    write.tree.UpdatePollingValue(write.name, QString::number(write.value.toLongLong()));
+}
+
+void tellPollingFloat(const Write &write)
+{
+    const float value = static_cast<float>(write.value.toDouble());
+    write.tree.UpdatePollingValue(write.name, QString::number(static_cast<double>(value), 'f', 2));
+}
+
+void tellPollingText(const Write &write)
+{
+    write.tree.UpdatePollingValue(write.name, write.value.toString());
+}
+
 struct FollowUp
 {
     const char *type;
@@ -136,9 +152,18 @@ const FollowUp FOLLOW_UPS[] = {
     {"Boolean", "LDirectionEnable", refreshAll},
     {"Boolean", "PHARMACODE", rereadReadSetting},
     {"Boolean", "PHARMACODE2d", rereadReadSetting},
+    {"Boolean", "PollingParamEnable", tellPollingNumber},
+    {"Boolean", "PollingFocusEnable", tellPollingNumber},
+    {"Boolean", "PollingLightEnable", tellPollingNumber},
     {"Boolean", "UploadTestRawPictureEnable", tellFtpState},
     {"Boolean", "UploadTestRawPictureEnable", rereadItself, FollowUp::AfterFailure},
     {"Boolean", "AlgoRegionEnable", tellRegion},
+    {"Integer", "PollingSingleParamTimeout", tellPollingNumber},
+    {"Integer", "PollingSingleParamCodeNum", tellPollingNumber},
+    {"Integer", "PollingSingleParamPeriod", tellPollingNumber},
+    {"Integer", "PollingAlgoROIRegion", tellPollingNumber},
+    {"Integer", "PollingFocusPos", tellPollingNumber},
+    {"Integer", "PollingAlgoROIRegionIndex", tellPollingNumber},
     {"Integer", "AlgoRegionIndex", tellRegion},
     {"Integer", "AlgoRegionWidth", tellRegion},
     {"Integer", "AlgoRegionHeight", tellRegion},
@@ -148,10 +173,18 @@ const FollowUp FOLLOW_UPS[] = {
     {"Enumeration", "PollingEnable", refreshAll},
     {"Enumeration", "TriggerMode", rereadFrameHandling},
     {"Enumeration", "CodeReadMode", followCodeReadMode},
+    {"Enumeration", "PollingIOAction", tellPollingNumber},
+    {"Enumeration", "PollingLightSelector", tellPollingNumber},
+    {"Enumeration", "PollingLensType", tellPollingNumber},
+    {"Enumeration", "PollingLensType", tellPollingNumber, FollowUp::AfterFailure},
     {"Enumeration", "ArithmeticType", renewLimitedEditor},
     {"Enumeration", "AlgoCameraSelector", tellRegion},
     {"Enumeration", "MultiCameraMode", tellRole},
     {"Enumeration", "StationRole", tellRole},
+    {"Float", "PollingExposureTime", tellPollingFloat},
+    {"Float", "PollingGain", tellPollingFloat},
+    {"Float", "PollingGamma", tellPollingFloat},
+    {"StringReg", "PollingParamName", tellPollingText},
 };
 
 } // namespace

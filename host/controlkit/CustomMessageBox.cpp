@@ -170,7 +170,8 @@ void CustomMessageBox::cSetContent(const QString &content)
 {
     d->strContent = content;
     if (Qt::mightBeRichText(content)) {
-        d->pText->setHtml(content);
+        // Callers put an error line behind their text; markup would run the two together.
+        d->pText->setHtml(QString(content).replace(QLatin1String("\r\n"), QLatin1String("<br>")));
     } else {
         d->pText->setPlainText(content);
     }
