@@ -32,22 +32,23 @@ struct HostTable
     QString touched() const
     {
         const QString today =
-            QLocale::system().toString(QDateTime::currentDateTime(), QStringLiteral("yyyy-MM-dd"));
+            QLocale::system().toString(QDateTime::currentDateTime(), "yyyy-MM-dd");
         QStringList cells;
-        for (int i = 0; i < m_model.rowCount() * m_model.columnCount(); ++i) {
-            const QModelIndex cell =
-                m_model.index(i / m_model.columnCount(), i % m_model.columnCount());
-            QString text = cell.data(POLLING_ROLE_VALUE).toString().replace(today, "today");
-            const auto map = cell.data(POLLING_ROLE_MAP).value<Numbers>();
-            for (auto it = map.cbegin(); it != map.cend(); ++it) {
-                text += it.key() ? QStringLiteral(" [%1]%2").arg(it.key()).arg(*it) : QString();
-            }
-            text += cell.data(POLLING_ROLE_CHANGED).toBool() ? " changed" : "";
-            if (!text.isEmpty()) {
-                cells.append(QStringLiteral("%1,%2 ").arg(cell.row()).arg(cell.column()) + text);
+        for (const QList<QStandardItem *> &row : m_rows) {
+            for (const QStandardItem *cell : row) {
+                QString text = cell->data(POLLING_ROLE_VALUE).toString().replace(today, "today");
+                const auto map = cell->data(POLLING_ROLE_MAP).value<Numbers>();
+                for (auto it = map.upperBound(0); it != map.cend(); ++it) {
+                    text += QStringLiteral(" [%1]%2").arg(it.key()).arg(*it);
+                }
+                text += cell->data(POLLING_ROLE_CHANGED).toBool() ? " changed" : "";
+                if (!text.isEmpty()) {
+                    cells.append(QStringLiteral("%1,%2 ").arg(cell->row()).arg(cell->column())
+                                 + text);
+                }
             }
         }
-        return cells.join(QStringLiteral("; "));
+        return cells.join("; ");
     }
     QStandardItemModel m_model;
     QMap<int, QList<QStandardItem *>> m_rows;
@@ -59,8 +60,8 @@ class tst_pollingrows : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
+    void init();
+    void cleanup() { m_pFixture->close(m_camera), m_pFixture.reset(); }
     void writesGoToTheSelectedSet_data();
     void writesGoToTheSelectedSet();
     void hostTakesItsRowsBackMeanwhile();
@@ -77,17 +78,11 @@ private:
     ModuleFixture::Camera m_camera;
 };
 
-void tst_pollingrows::initTestCase()
+void tst_pollingrows::init()
 {
     m_pFixture = std::make_unique<ModuleFixture>();
-    m_camera = m_pFixture->open(SimulatedDevices::builtIn(QStringLiteral("code-reader")));
+    m_camera = m_pFixture->open(SimulatedDevices::builtIn("code-reader"));
     QVERIFY(ModuleFixture::waitForFirstUpdate(m_camera));
-}
-
-void tst_pollingrows::cleanupTestCase()
-{
-    m_pFixture->close(m_camera);
-    m_pFixture.reset();
 }
 
 void tst_pollingrows::writesGoToTheSelectedSet_data()
@@ -135,7 +130,6 @@ void tst_pollingrows::writesGoToTheSelectedSet()
     QVERIFY(taskOf(m_camera)->GetIntegerValue(stamp, &time, nullptr, false, false));
     QVERIFY(qAbs(QDateTime::currentSecsSinceEpoch() - time.value) < 60);
     QCOMPARE(table.touched(), touched);
-    widget.DeletePollingMap(m_camera.id);
 }
 
 void tst_pollingrows::hostTakesItsRowsBackMeanwhile()

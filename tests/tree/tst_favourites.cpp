@@ -15,29 +15,20 @@ namespace {
 constexpr quint64 VALUE_ADDRESS = 0x1000;
 constexpr quint64 LOCK_ADDRESS = 0x1004;
 
-QByteArray reg(const char *name, quint64 address)
-{
-    return QByteArray("<IntReg Name=\"") + name + "\"><Address>" + QByteArray::number(address)
-        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
-          "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>";
-}
-
 /// "Shared" stands under three categories. The first category is empty, or it holds a feature for experts.
 QByteArray description(const QByteArray &inFirst = QByteArray())
 {
-    return descriptionOf({"Marks", "One", "Two", "Three"},
-                         "<Category Name=\"Marks\">" + inFirst
-                             + "</Category>"
-                               "<Category Name=\"One\"><pFeature>Shared</pFeature>"
-                               "<pFeature>Alone</pFeature></Category>"
-                               "<Category Name=\"Two\"><pFeature>Shared</pFeature></Category>"
-                               "<Category Name=\"Three\"><pFeature>Shared</pFeature></Category>"
-                               "<Integer Name=\"Own\"><Visibility>Expert</Visibility>"
-                               "<pValue>ValueReg</pValue></Integer><Integer Name=\"Shared\">"
-                               "<Description>Is shared.</Description><pIsLocked>LockReg</pIsLocked>"
-                               "<pValue>ValueReg</pValue></Integer><Integer Name=\"Alone\">"
-                               "<pIsLocked>LockReg</pIsLocked><pValue>ValueReg</pValue></Integer>"
-                             + reg("ValueReg", VALUE_ADDRESS) + reg("LockReg", LOCK_ADDRESS));
+    QByteArray xml = R"(<Category Name="Marks">FIRST</Category>
+<Category Name="One"><pFeature>Shared</pFeature><pFeature>Alone</pFeature></Category>
+<Category Name="Two"><pFeature>Shared</pFeature></Category>
+<Category Name="Three"><pFeature>Shared</pFeature></Category>
+<Integer Name="Own"><Visibility>Expert</Visibility><pValue>ValueReg</pValue></Integer>
+<Integer Name="Shared"><Description>Is shared.</Description><pIsLocked>LockReg</pIsLocked><pValue>ValueReg</pValue></Integer>
+<Integer Name="Alone"><pIsLocked>LockReg</pIsLocked><pValue>ValueReg</pValue></Integer>
+<IntReg Name="ValueReg"><Address>0x1000</Address>REST</IntReg><IntReg Name="LockReg"><Address>0x1004</Address>REST</IntReg>)";
+    xml.replace("FIRST", inFirst).replace("REST", R"(<Length>4</Length><AccessMode>RW</AccessMode>
+<pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess>)");
+    return descriptionOf({"Marks", "One", "Two", "Three"}, xml);
 }
 
 qint64 shownValue(const VexaPropertyTreeItem *item)
@@ -58,7 +49,6 @@ private slots:
     void refusals();
     void removingAllSparesTheDevicesOwnRows();
     void removedDuringAPass();
-    void contextMenu_data();
     void contextMenu();
     void levelReachesEveryTree();
     void jumpShowsTheRow();
@@ -202,42 +192,37 @@ void tst_favourites::removedDuringAPass()
     QVERIFY(f.readsUntil([&] { return shownValue(f.row(1, 1)) == 20; }));
 }
 
-void tst_favourites::contextMenu_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<bool>("keeps");
-    QTest::newRow("favourite") << int(ITEM_FAVORITE) << "remove" << true;
-    QTest::newRow("favourites category") << int(ITEM_FAVORITES_CATEGORY) << "all" << false;
-    QTest::newRow("feature") << int(ITEM_FEATURE) << "add" << true;
-    QTest::newRow("category") << int(ITEM_CATEGORY) << "add disabled" << false;
-    QTest::newRow("unknown type") << 9 << "" << false;
-}
-
 void tst_favourites::contextMenu()
 {
-    QFETCH(int, type);
-    QFETCH(QString, shown);
-    QFETCH(bool, keeps);
+    static const struct
+    {
+        int type;
+        const char *shown;
+        bool keepsItem;
+    } rows[] = {{ITEM_FAVORITES_CATEGORY, "all", false},
+                {ITEM_CATEGORY, "add disabled", false},
+                {9, "", false},
+                {ITEM_FAVORITE, "remove", true},
+                {ITEM_FEATURE, "add", true},
+                {ITEM_FEATURE, "add", true}}; // the action changed nothing
     Opened f;
-    VexaPropertyTreeItem *item = f.row(1, 1);
-    item->setItemType(static_cast<ITEM_TYEP>(type));
     f.view->doItemsLayout();
+    const QPoint place = f.view->visualRect(f.view->indexOfItem(f.row(1, 1), 0)).center();
     QMenu *menu = f.tree->findChild<QMenu *>();
-    for (int turn = 0; turn < 2; ++turn) {
-        emit f.view->customContextMenuRequested(
-            f.view->visualRect(f.view->indexOfItem(item, 0)).center());
+    for (const auto &row : rows) {
+        f.row(1, 1)->setItemType(static_cast<ITEM_TYEP>(row.type));
+        emit f.view->customContextMenuRequested(place);
         QString text;
         for (int i = 0; i < 3; ++i) {
             QAction *action = menu->actions().at(i);
             if (action->isVisible()) {
                 text += QStringList{"add", "remove", "all"}.at(i);
                 text += action->isEnabled() ? "" : " disabled";
-                action->trigger(); // changes nothing: the menu shows the same again
+                action->trigger();
             }
         }
-        QCOMPARE(text, shown);
-        QCOMPARE(f.tree->m_pContextItem, keeps ? item : nullptr);
+        QCOMPARE(text, QString(row.shown));
+        QCOMPARE(f.tree->m_pContextItem, row.keepsItem ? f.row(1, 1) : nullptr);
         menu->close();
     }
     QVERIFY(f.tree->favoriteItemsMap().isEmpty());
