@@ -41,7 +41,7 @@ QPropertyLineEdit::~QPropertyLineEdit()
 /// The window's focus widget, not hasFocus(): a context menu or another window on top ends no typing.
 bool QPropertyLineEdit::isTyping() const
 {
-    return isModified() && text() != d->strBase && window()->focusWidget() == this;
+    return isModified() && window()->focusWidget() == this;
 }
 
 void QPropertyLineEdit::SetText(const QString &text, int mode)
@@ -86,6 +86,7 @@ bool QPropertyLineEdit::SaveProperty(QVariant &value)
 {
     const QString strText = text();
     if (strText == d->strBase) {
+        setModified(false); // the edit was ended, if only by the same text again
         return false;
     }
     const ValueText::Parsed parsed = ValueText::parse(strText, d->nMode);

@@ -46,6 +46,55 @@ SimulatedDevices::Simulated EditFixture::builtIn(const QString &id)
     return SimulatedDevices::builtIn(id);
 }
 
+static QByteArray registerOf(const char *pTag, const char *pName, int nAddress, int nLength,
+                             const char *pMode, const QByteArray &rest = QByteArray())
+{
+    const QByteArray strTag(pTag);
+    return '<' + strTag + " Name=\"" + pName + "\"><Address>" + QByteArray::number(nAddress)
+        + "</Address><Length>" + QByteArray::number(nLength) + "</Length><AccessMode>" + pMode
+        + "</AccessMode><pPort>Device</pPort>" + rest + "</" + strTag + ">\n";
+}
+
+SimulatedDevices::Simulated EditFixture::handMade()
+{
+    const auto integer = [](const QByteArray &name, const QByteArray &rest) {
+        return "<Integer Name=\"" + name + "\"><pValue>" + name + "Reg</pValue>" + rest
+            + "</Integer>\n";
+    };
+    const QByteArray sign = "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess>";
+    const QByteArray order = "<Endianess>LittleEndian</Endianess>";
+    const QByteArray elements = integer("Big", "<Representation>PureNumber</Representation>")
+        + registerOf("IntReg", "BigReg", 0x1000, 8, "RW", sign)
+        + integer("BigHex", "<Representation>HexNumber</Representation>")
+        + registerOf("IntReg", "BigHexReg", 0x1010, 8, "RW", sign)
+        + "<Integer Name=\"Coarse\"><pValue>CoarseRule</pValue></Integer>\n"
+          "<IntConverter Name=\"CoarseRule\"><FormulaTo>FROM &amp; 0xF0</FormulaTo>"
+          "<FormulaFrom>TO</FormulaFrom><pValue>CoarseReg</pValue></IntConverter>\n"
+        + registerOf("IntReg", "CoarseReg", 0x1020, 4, "RW", sign)
+        + integer("Grid", "<Min>10</Min><Max>50</Max><Inc>4</Inc>")
+        + registerOf("IntReg", "GridReg", 0x1030, 4, "RW", sign)
+        + "<Float Name=\"Ratio\"><pValue>RatioReg</pValue><Min>0</Min><Max>10</Max></Float>\n"
+        + registerOf("FloatReg", "RatioReg", 0x1040, 4, "RW", order) + integer("SecretNumber", "")
+        + registerOf("IntReg", "SecretNumberReg", 0x1050, 4, "WO", sign)
+        + integer("SecretHex", "<Representation>HexNumber</Representation>")
+        + registerOf("IntReg", "SecretHexReg", 0x1060, 4, "WO", sign)
+        + registerOf("StringReg", "SecretText", 0x1070, 16, "WO")
+        + "<Enumeration Name=\"SecretMode\"><EnumEntry Name=\"One\"><Value>1</Value></EnumEntry>"
+          "<EnumEntry Name=\"Two\"><Value>2</Value></EnumEntry><pValue>SecretModeReg</pValue>"
+          "</Enumeration>\n"
+        + registerOf("IntReg", "SecretModeReg", 0x1080, 4, "WO", sign)
+        + "<Boolean Name=\"SecretSwitch\"><pValue>SecretSwitchReg</pValue></Boolean>\n"
+        + registerOf("IntReg", "SecretSwitchReg", 0x1090, 4, "WO", sign);
+    const SimulatedDevices::Simulated device = SimulatedDevices::fromDescription(
+        descriptionOf({"Big", "BigHex", "Coarse", "Grid", "Ratio", "SecretNumber", "SecretHex",
+                       "SecretText", "SecretMode", "SecretSwitch"},
+                      elements),
+        QStringLiteral("hand-made"), SimulatorControl::MemoryPattern::Zero);
+    device.control->poke(0x1030, QByteArray("\x12\0\0\0", 4)); // Grid 18
+    device.control->poke(0x1040, QByteArray("\x06\x52\x9e\x3f", 4)); // Ratio 1.2368782
+    return device;
+}
+
 VexaPropertyTreeItem *EditFixture::item(const QString &name)
 {
     return m_camera.tree->propertyItemByName(name);
@@ -58,8 +107,14 @@ QWidget *EditFixture::editor(const QString &name)
 
 QWidget *EditFixture::focusOn(const QString &name)
 {
-    view().scrollTo(view().indexOfItem(item(name), 0), QAbstractItemView::PositionAtCenter);
+    if (!m_module.mainWidget().isActiveWindow()) { // a box was up
+        m_module.mainWidget().activateWindow();
+        if (!QTest::qWaitForWindowActive(&m_module.mainWidget())) {
+            return nullptr;
+        }
+    }
     view().flushEditorUpdates();
+    view().scrollTo(view().indexOfItem(item(name), 0), QAbstractItemView::PositionAtCenter);
     QWidget *const pEditor = editor(name);
     if (!pEditor || !pEditor->isVisible() || !pEditor->isEnabled()) {
         return nullptr;
@@ -146,6 +201,21 @@ bool EditFixture::settle()
     QCoreApplication::processEvents();
     view().flushEditorUpdates();
     return bEnded;
+}
+
+EditFixture &SharedEditFixture::of(const QString &device)
+{
+    if (!m_pFixture || device != m_strDevice) {
+        m_pFixture.reset(); // one client at a time
+        m_pFixture = std::make_unique<EditFixture>(device.isEmpty() ? EditFixture::handMade()
+                                                                    : EditFixture::builtIn(device));
+        m_strDevice = device;
+    }
+    for (const QString &strName : ShellHost::instance()->modifiedCameras()) {
+        ShellHost::instance()->removeModifiedCamera(strName);
+    }
+    m_pFixture->forgetAccesses();
+    return *m_pFixture;
 }
 
 void typeText(QWidget *editor, const QString &text)

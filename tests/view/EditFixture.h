@@ -13,6 +13,10 @@ public:
     Q_DISABLE_COPY(EditFixture)
 
     static SimulatedDevices::Simulated builtIn(const QString &id);
+    /// A device with what the built-in ones lack: "Big" and "BigHex" of 64 bits, "Coarse" that the device rounds to
+    /// multiples of 16, "Grid" from 10 in steps of 4 to 50, "Ratio" a float, and "SecretNumber", "SecretHex",
+    /// "SecretText", "SecretMode" and "SecretSwitch", which are written and never read.
+    static SimulatedDevices::Simulated handMade();
 
     const ModuleFixture::Camera &camera() const { return m_camera; }
     ModuleFixture &module() { return m_module; }
@@ -41,6 +45,19 @@ public:
 private:
     ModuleFixture m_module;
     ModuleFixture::Camera m_camera;
+};
+
+/// The fixture of a device that rows of one test share: it is opened anew when another device is asked for ("" is
+/// the hand-made one). What a row changed stays changed.
+class SharedEditFixture
+{
+public:
+    EditFixture &of(const QString &device);
+    void close() { m_pFixture.reset(); }
+
+private:
+    std::unique_ptr<EditFixture> m_pFixture;
+    QString m_strDevice;
 };
 
 /// Replaces the text of the focused editor as a user does, without committing it.
