@@ -6,6 +6,7 @@
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "host/workbench/CameraPage.h"
 #include "host/workbench/DeviceThreads.h"
+#include "host/workbench/ReaderTables.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
@@ -13,6 +14,8 @@
 #include <QPointer>
 #include <QTimer>
 #include <QtConcurrent>
+
+#include <algorithm>
 
 namespace {
 
@@ -199,8 +202,37 @@ void CameraSession::onPassEnded(long int cameraId)
         readAgain();
     } else if (!m_bFirstUpdateDone) {
         m_bFirstUpdateDone = true;
+        makeTables();
         emit firstUpdateDone();
     }
+}
+
+void CameraSession::makeTables()
+{
+    VexaFeatureTree *featureTree = tree();
+    if (m_pTables || !featureTree) {
+        return;
+    }
+    m_pTables = std::make_unique<ReaderTables>(*featureTree);
+    if (m_pTables->isEmpty()) {
+        m_pTables.reset();
+    } else {
+        emit tablesChanged();
+    }
+}
+
+void CameraSession::removeTables()
+{
+    if (!m_pTables) {
+        return;
+    }
+    m_readings.erase(std::remove_if(m_readings.begin(), m_readings.end(),
+                                    [](const auto &reading) { return reading.isFinished(); }),
+                     m_readings.end());
+    m_readings += m_pTables->reading();
+    // First off the screen, then taken back.
+    const std::unique_ptr<ReaderTables> removed = std::move(m_pTables);
+    emit tablesChanged();
 }
 
 void CameraSession::refresh()
@@ -383,6 +415,7 @@ void CameraSession::onReturned(const CameraHost::OpenResult &result)
 void CameraSession::rebuildTree()
 {
     const long int cameraId = m_lCameraID;
+    removeTables();
     if (VexaFeatureTree *featureTree = tree()) {
         VexaMainFeatureWidget::instance()->OnCameraOpen(cameraId);
         VexaMainFeatureWidget::instance()->SetIsConnect(true, cameraId);
@@ -398,6 +431,7 @@ void CameraSession::rebuildTree()
 void CameraSession::makeTreeAnew(const char *noticeKey)
 {
     const long int cameraId = m_lCameraID;
+    removeTables();
     CameraPage::remove(cameraId, true);
     if (m_lCameraID == cameraId) {
         bringUpTree(noticeKey);
@@ -424,6 +458,10 @@ void CameraSession::takeDown(bool lost)
     QCameraBasicTask *task = taskOf(cameraId);
     if (task && task->_CameraTak()) {
         task->_CameraTak()->m_bReleasing = true;
+    }
+    removeTables();
+    for (QFuture<PollingReading> &reading : m_readings) {
+        reading.waitForFinished();
     }
     CameraPage::setToolBar(cameraId, false);
     CameraPage::remove(cameraId, lost);

@@ -3,15 +3,18 @@
 #include "ShellServicesModule/QFunction.h"
 #include "host/devicetask/CameraHost.h"
 #include "host/workbench/DeviceReturn.h"
+#include "host/workbench/PollingSetReader.h"
 
 #include <QDateTime>
 #include <QFutureWatcher>
 #include <QObject>
 #include <QString>
+#include <QVector>
 
 #include <chrono>
 #include <memory>
 
+class ReaderTables;
 class VexaFeatureTree;
 
 /// The life of one opened camera: it opens the device on a worker, drives the feature widget through opening, grabbing,
@@ -65,6 +68,8 @@ public:
     long int cameraId() const { return m_lCameraID; }
     /// Null unless the camera is open.
     VexaFeatureTree *tree() const;
+    /// Of a code reader whose first full update has ended, else null.
+    ReaderTables *tables() const { return m_pTables.get(); }
     bool isFirstUpdateDone() const { return m_bFirstUpdateDone; }
     /// Display name of the camera: DeviceUserID once it is known.
     QString displayName() const;
@@ -77,6 +82,8 @@ signals:
     void firstUpdateDone();
     /// The device is waited for from now on.
     void lost();
+    /// tables() came or went.
+    void tablesChanged();
 
 private:
     struct GrabResult
@@ -98,6 +105,8 @@ private:
     void grab(bool start);
     void takeGrabResult();
     void takeDown(bool lost);
+    void makeTables();
+    void removeTables();
     void updateToolBar();
     void log(_MESSAGE_LOG_LEVEL_ level, const char *key);
     void log(_MESSAGE_LOG_LEVEL_ level, const QString &text);
@@ -109,6 +118,8 @@ private:
     QFutureWatcher<CameraHost::OpenResult> m_opening;
     QFutureWatcher<GrabResult> m_grabbing;
     DeviceReturn m_return;
+    std::unique_ptr<ReaderTables> m_pTables;
+    QVector<QFuture<PollingReading>> m_readings; ///< that may outlive their tables
     std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
     State m_phase = State::Idle; ///< what this host does with the camera, whatever its condition
     DeviceCondition m_condition = DeviceCondition::Live;

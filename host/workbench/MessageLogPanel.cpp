@@ -78,6 +78,11 @@ void MessageLogPanel::addMessage(int level, const QString &camera, const QString
     m_pText->moveCursor(QTextCursor::StartOfBlock);
 }
 
+void MessageLogPanel::setTitleVisible(bool visible)
+{
+    m_pTitle->setVisible(visible);
+}
+
 void MessageLogPanel::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {

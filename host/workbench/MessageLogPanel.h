@@ -20,6 +20,9 @@ public:
     /// blanks: one message is one line.
     void addMessage(int level, const QString &camera, const QString &text);
 
+    /// Off where something else names the panel.
+    void setTitleVisible(bool visible);
+
 protected:
     void changeEvent(QEvent *event) override;
 

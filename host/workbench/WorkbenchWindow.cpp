@@ -17,7 +17,9 @@
 #include "host/workbench/DeviceListPanel.h"
 #include "host/workbench/DeviceStateBanner.h"
 #include "host/workbench/HostEvents.h"
+#include "host/workbench/LowerPanes.h"
 #include "host/workbench/MessageLogPanel.h"
+#include "host/workbench/ReaderTables.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
@@ -86,7 +88,7 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidg
     , m_catalog(catalog)
     , m_pDevices(new DeviceListPanel)
     , m_pBanner(new DeviceStateBanner)
-    , m_pMessages(new MessageLogPanel)
+    , m_pLower(new LowerPanes)
 {
     setObjectName(QStringLiteral("WorkbenchWindow"));
     ShellHost::instance()->setMainWindow(this);
@@ -126,13 +128,16 @@ void WorkbenchWindow::layOut()
     auto *whole = new QSplitter(Qt::Vertical, this);
     whole->setChildrenCollapsible(false);
     whole->addWidget(upper);
-    whole->addWidget(m_pMessages);
+    whole->addWidget(m_pLower);
     whole->setStretchFactor(0, 1);
     whole->setStretchFactor(1, 0);
     setCentralWidget(whole);
     resize(WINDOW_SIZE);
     upper->setSizes({DEVICES_WIDTH, WINDOW_SIZE.width() - DEVICES_WIDTH});
     whole->setSizes({WINDOW_SIZE.height() - MESSAGES_HEIGHT, MESSAGES_HEIGHT});
+    connect(m_pLower, &LowerPanes::heightWanted, whole, [whole](int height) {
+        whole->setSizes({whole->height() - height, height});
+    });
 }
 
 void WorkbenchWindow::fillDeviceList()
@@ -197,7 +202,7 @@ void WorkbenchWindow::connectPanel()
 
 void WorkbenchWindow::connectLog()
 {
-    connect(QFunction::Instance(), &QFunction::messageLogged, m_pMessages,
+    connect(QFunction::Instance(), &QFunction::messageLogged, m_pLower->messages(),
             &MessageLogPanel::addMessage);
     connect(QFunction::Instance(), &QFunction::promptRequested, this, &WorkbenchWindow::takePrompt);
 }
@@ -206,9 +211,14 @@ void WorkbenchWindow::connectEvents()
 {
     auto *events = new HostEvents(this);
     connect(events, &HostEvents::camerasChanged, this, &WorkbenchWindow::updateNames);
-    connect(events, &HostEvents::parametersLoaded, this, [](long int cameraId) {
+    connect(events, &HostEvents::parametersLoaded, this, [this](long int cameraId) {
         if (VexaFeatureTree *tree = CameraPage::tree(cameraId)) {
             tree->OnBtnRefresh();
+        }
+        for (CameraSession *camera : qAsConst(m_sessions)) {
+            if (camera->cameraId() == cameraId && camera->tables()) {
+                camera->tables()->readAgain();
+            }
         }
     });
 }
@@ -250,6 +260,7 @@ void WorkbenchWindow::openDevice(const QString &id)
     connect(camera, &CameraSession::openFailed, this,
             [this, id](const QString &error) { emit deviceOpenFailed(id, error); });
     connect(camera, &CameraSession::firstUpdateDone, this, [this, id] { emit deviceUpdated(id); });
+    connect(camera, &CameraSession::tablesChanged, this, &WorkbenchWindow::showSelected);
     connect(camera, &CameraSession::lost, this, [this, id] { emit deviceLost(id); });
     camera->open();
 }
@@ -316,6 +327,7 @@ void WorkbenchWindow::showSelected()
         CameraPage::show(NO_CAMERA_ID);
     }
     showTrouble(camera);
+    m_pLower->setTables(camera ? camera->tables() : nullptr);
 }
 
 void WorkbenchWindow::showTrouble(const CameraSession *camera)
@@ -332,6 +344,11 @@ void WorkbenchWindow::setLanguage(const QString &language)
     VexaMainFeatureWidget::instance()->UpDateAllLange();
     installLanguage(*QCoreApplication::instance(), language);
     installWorkbenchTexts(language);
+    for (CameraSession *camera : qAsConst(m_sessions)) {
+        if (camera->tables()) {
+            camera->tables()->retranslate();
+        }
+    }
     m_pDevices->setLanguage(language);
 }
 

@@ -14,7 +14,7 @@ class CameraSession;
 class DeviceCatalog;
 class DeviceListPanel;
 class DeviceStateBanner;
-class MessageLogPanel;
+class LowerPanes;
 
 /// The main window: the devices at the left, the feature trees in the middle, the message log below. It owns the
 /// sessions of the opened cameras and brings the parts together. The camera of the selected device is on show.
@@ -76,7 +76,7 @@ private:
     DeviceCatalog &m_catalog;
     DeviceListPanel *m_pDevices;
     DeviceStateBanner *m_pBanner;
-    MessageLogPanel *m_pMessages;
+    LowerPanes *m_pLower;
     DeviceSearch *m_pSearch = nullptr;
     std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
     QMap<QString, CameraSession *> m_sessions; ///< by catalogue id

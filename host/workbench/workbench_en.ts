@@ -343,5 +343,37 @@
         <source>lang_workbench_declined</source>
         <translation>Answered with no, since --yes was not given: %1</translation>
     </message>
+    <message>
+        <source>lang_workbench_on</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>lang_workbench_off</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>lang_workbench_changed</source>
+        <translation>Changed</translation>
+    </message>
+    <message>
+        <source>lang_workbench_setunread</source>
+        <translation>Not read yet. Select this set with the feature &quot;PollingParam&quot; to read it.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_codetype</source>
+        <translation>Code count</translation>
+    </message>
+    <message>
+        <source>lang_workbench_mostcodes</source>
+        <translation>At most</translation>
+    </message>
+    <message>
+        <source>lang_workbench_pollingtable</source>
+        <translation>Polling parameters</translation>
+    </message>
+    <message>
+        <source>lang_workbench_codetypes</source>
+        <translation>Code counts</translation>
+    </message>
 </context>
 </TS>

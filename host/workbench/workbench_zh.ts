@@ -343,5 +343,37 @@
         <source>lang_workbench_declined</source>
         <translation>未指定 --yes，已回答“否”：%1</translation>
     </message>
+    <message>
+        <source>lang_workbench_on</source>
+        <translation>开</translation>
+    </message>
+    <message>
+        <source>lang_workbench_off</source>
+        <translation>关</translation>
+    </message>
+    <message>
+        <source>lang_workbench_changed</source>
+        <translation>更改日期</translation>
+    </message>
+    <message>
+        <source>lang_workbench_setunread</source>
+        <translation>尚未读取，请通过属性“PollingParam”选择该参数组后读取。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_codetype</source>
+        <translation>条码计数</translation>
+    </message>
+    <message>
+        <source>lang_workbench_mostcodes</source>
+        <translation>上限</translation>
+    </message>
+    <message>
+        <source>lang_workbench_pollingtable</source>
+        <translation>轮询参数</translation>
+    </message>
+    <message>
+        <source>lang_workbench_codetypes</source>
+        <translation>条码计数上限</translation>
+    </message>
 </context>
 </TS>
