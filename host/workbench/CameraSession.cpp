@@ -140,7 +140,7 @@ void CameraSession::takeOpenResult()
         return;
     }
     if (result.cameraId == NO_CAMERA_ID) {
-        log(MESSAGE_LOG_ERROR, workbenchText("lang_workbench_openfailed").arg(result.error));
+        log(MESSAGE_LOG_ERROR, "lang_workbench_openfailed", {result.error});
         m_phase = State::Closed;
         emit stateChanged();
         emit openFailed(result.error);
@@ -151,13 +151,17 @@ void CameraSession::takeOpenResult()
     m_condition = conditionFor(result.accessMode);
     m_since = QDateTime::currentDateTime();
     m_phase = State::Open;
+    const QPointer<CameraSession> self = this;
     bringUpTree("lang_workbench_opened");
     // The device may have been lost before anybody knew the camera's number.
-    onConditionChanged(result.cameraId, m_host.condition(result.cameraId));
+    if (self) {
+        onConditionChanged(result.cameraId, m_host.condition(result.cameraId));
+    }
 }
 
 void CameraSession::bringUpTree(const char *noticeKey)
 {
+    const QPointer<CameraSession> self = this;
     const long int cameraId = m_lCameraID;
     const QPointer<VexaFeatureTree> made = CameraPage::make(cameraId);
     if (!made) {
@@ -165,11 +169,11 @@ void CameraSession::bringUpTree(const char *noticeKey)
     }
     connect(made, &VexaFeatureTree::SigFirstEndUpdateFeature, this, &CameraSession::onPassEnded);
     emit stateChanged();
-    if (made && m_lCameraID == cameraId) {
+    if (self && made && m_lCameraID == cameraId) {
         made->OnCameraOpen(m_nAccessMode);
     }
-    // A loading dialog of the tree runs events: the camera may be closed by now.
-    if (m_lCameraID != cameraId || !made) {
+    // A loading dialog of the tree runs events: the camera may be closed by now, and the session gone.
+    if (!self || !made || m_lCameraID != cameraId) {
         return;
     }
     updateToolBar();
@@ -322,14 +326,17 @@ void CameraSession::takeGrabResult()
                                                                            : State::Open;
     if (!result.done) {
         log(MESSAGE_LOG_ERROR,
-            workbenchText(m_bStartsGrabbing ? "lang_workbench_startfailed"
-                                            : "lang_workbench_stopfailed")
-                .arg(result.error));
+            m_bStartsGrabbing ? "lang_workbench_startfailed" : "lang_workbench_stopfailed",
+            {result.error});
     } else if (VexaFeatureTree *featureTree = tree()) {
+        const QPointer<CameraSession> self = this;
         if (m_bStartsGrabbing) {
             featureTree->OnCameraStartShot();
         } else {
             featureTree->OnCameraStopShot();
+        }
+        if (!self) {
+            return;
         }
     }
     updateToolBar();
@@ -380,6 +387,7 @@ void CameraSession::onTrouble(DeviceCondition former)
         log(MESSAGE_LOG_ERROR, lost ? "lang_workbench_lost" : "lang_workbench_notresponding");
     }
     if (lost) {
+        m_returnDeadline.setRemainingTime(m_returnTime);
         m_return.begin(m_lCameraID, m_returnTime);
     }
 }
@@ -389,7 +397,8 @@ void CameraSession::onReturned(const CameraHost::OpenResult &result)
     m_bRestarted = m_bRestarted || result.restarted;
     const DeviceCondition condition = m_host.condition(m_lCameraID);
     if (condition == DeviceCondition::Lost) {
-        m_return.begin(m_lCameraID, m_returnTime);
+        // The same loss goes on, and so does its time.
+        m_return.begin(m_lCameraID, std::chrono::milliseconds(m_returnDeadline.remainingTime()));
         return;
     }
     // A tree that was read only stays so.
@@ -414,6 +423,7 @@ void CameraSession::onReturned(const CameraHost::OpenResult &result)
 
 void CameraSession::rebuildTree()
 {
+    const QPointer<CameraSession> self = this;
     const long int cameraId = m_lCameraID;
     removeTables();
     if (VexaFeatureTree *featureTree = tree()) {
@@ -421,7 +431,7 @@ void CameraSession::rebuildTree()
         VexaMainFeatureWidget::instance()->SetIsConnect(true, cameraId);
         featureTree->OnResartCameraOpen(m_nAccessMode);
     }
-    if (m_lCameraID == cameraId) {
+    if (self && m_lCameraID == cameraId) {
         updateToolBar();
         log(MESSAGE_LOG_INFO, "lang_workbench_returned");
         emit stateChanged();
@@ -430,10 +440,11 @@ void CameraSession::rebuildTree()
 
 void CameraSession::makeTreeAnew(const char *noticeKey)
 {
+    const QPointer<CameraSession> self = this;
     const long int cameraId = m_lCameraID;
     removeTables();
     CameraPage::remove(cameraId, true);
-    if (m_lCameraID == cameraId) {
+    if (self && m_lCameraID == cameraId) {
         bringUpTree(noticeKey);
     }
 }
@@ -448,6 +459,8 @@ void CameraSession::onCloseRequested(long int cameraId)
 void CameraSession::takeDown(bool lost)
 {
     // Stopping the tree's workers runs events: from here on this session has no camera.
+    const QPointer<CameraSession> self = this;
+    CameraHost &host = m_host;
     const long int cameraId = m_lCameraID;
     const QString name = displayName();
     m_lCameraID = NO_CAMERA_ID;
@@ -465,21 +478,18 @@ void CameraSession::takeDown(bool lost)
     }
     CameraPage::setToolBar(cameraId, false);
     CameraPage::remove(cameraId, lost);
-    m_host.closeCamera(cameraId);
+    host.closeCamera(cameraId);
     // What was not saved is not this client's to save any more.
     COMMONINTERFACE::RemoveCurrentCamModified(name);
     QFunction::Instance()->InsertMessageLog(
         lost ? MESSAGE_LOG_WARNING : MESSAGE_LOG_INFO, name,
-        workbenchText(lost ? "lang_workbench_notreturned" : "lang_workbench_closed"));
-    emit stateChanged();
+        loggedText(lost ? "lang_workbench_notreturned" : "lang_workbench_closed"));
+    if (self) {
+        emit stateChanged();
+    }
 }
 
-void CameraSession::log(_MESSAGE_LOG_LEVEL_ level, const char *key)
+void CameraSession::log(_MESSAGE_LOG_LEVEL_ level, const char *key, const QStringList &arguments)
 {
-    log(level, workbenchText(key));
-}
-
-void CameraSession::log(_MESSAGE_LOG_LEVEL_ level, const QString &text)
-{
-    QFunction::Instance()->InsertMessageLog(level, displayName(), text);
+    QFunction::Instance()->InsertMessageLog(level, displayName(), loggedText(key, arguments));
 }

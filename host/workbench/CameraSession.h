@@ -6,6 +6,7 @@
 #include "host/workbench/PollingSetReader.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QFutureWatcher>
 #include <QObject>
 #include <QString>
@@ -45,6 +46,7 @@ public:
 
     /// How long a lost device is waited for; DeviceReturn::RETURN_TIME unless told otherwise.
     void setReturnTime(std::chrono::milliseconds time) { m_returnTime = time; }
+    std::chrono::milliseconds returnTime() const { return m_returnTime; }
     void open();
     /// Takes the tree down and closes the device, also while calls hang in it. An opening under way is given up: the
     /// device is closed as soon as it is there.
@@ -108,8 +110,8 @@ private:
     void makeTables();
     void removeTables();
     void updateToolBar();
-    void log(_MESSAGE_LOG_LEVEL_ level, const char *key);
-    void log(_MESSAGE_LOG_LEVEL_ level, const QString &text);
+    void log(_MESSAGE_LOG_LEVEL_ level, const char *key,
+             const QStringList &arguments = QStringList());
     bool isBusy() const;
     void deleteIfIdle();
 
@@ -121,6 +123,7 @@ private:
     std::unique_ptr<ReaderTables> m_pTables;
     QVector<QFuture<PollingReading>> m_readings; ///< that may outlive their tables
     std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
+    QDeadlineTimer m_returnDeadline; ///< of the present loss
     State m_phase = State::Idle; ///< what this host does with the camera, whatever its condition
     DeviceCondition m_condition = DeviceCondition::Live;
     QDateTime m_since;

@@ -1,7 +1,6 @@
 #include "host/workbench/DeviceStateBanner.h"
 
 #include "ControlKit/CustomLabel.h"
-#include "host/workbench/DeviceReturn.h"
 #include "host/workbench/WorkbenchTexts.h"
 
 #include <QAccessible>
@@ -80,13 +79,15 @@ DeviceStateBanner::DeviceStateBanner(QWidget *parent)
 
 DeviceStateBanner::~DeviceStateBanner() = default;
 
-void DeviceStateBanner::setTrouble(Trouble trouble, const QDateTime &since)
+void DeviceStateBanner::setTrouble(Trouble trouble, const QDateTime &since,
+                                   std::chrono::milliseconds returnTime)
 {
     if (m_trouble == trouble && m_since == since) {
         return;
     }
     m_trouble = trouble;
     m_since = since;
+    m_returnTime = returnTime;
     setVisible(trouble != Trouble::None);
     if (trouble != Trouble::None) {
         cSetBackgroundColor(QColor(QLatin1String(rowOf(trouble).background)));
@@ -105,7 +106,7 @@ void DeviceStateBanner::retranslate()
     const TroubleRow &row = rowOf(m_trouble);
     QString text = workbenchText(row.textKey).arg(momentText(m_since));
     if (m_trouble == Trouble::Lost) {
-        text = text.arg(DeviceReturn::RETURN_TIME.count());
+        text = text.arg(std::chrono::duration<double>(m_returnTime).count());
     }
     m_pTitle->setText(workbenchText(row.titleKey));
     m_pText->setText(text);

@@ -4,6 +4,8 @@
 
 #include <QDateTime>
 
+#include <chrono>
+
 class CustomLabel;
 
 /// The bar over the feature tree that tells what is wrong with the device on show, since when, and what the program
@@ -23,7 +25,8 @@ public:
     explicit DeviceStateBanner(QWidget *parent = nullptr);
     ~DeviceStateBanner() override;
 
-    void setTrouble(Trouble trouble, const QDateTime &since);
+    /// `returnTime`: how long a lost device is waited for.
+    void setTrouble(Trouble trouble, const QDateTime &since, std::chrono::milliseconds returnTime);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -36,4 +39,5 @@ private:
     CustomLabel *m_pText;
     Trouble m_trouble = Trouble::None;
     QDateTime m_since;
+    std::chrono::milliseconds m_returnTime{0};
 };

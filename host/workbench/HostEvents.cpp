@@ -45,7 +45,7 @@ QString nameOf(long int cameraId)
 
 void say(long int cameraId, const char *key)
 {
-    QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, nameOf(cameraId), workbenchText(key));
+    QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, nameOf(cameraId), loggedText(key));
 }
 
 /// For events that name no camera: the module's user works on the one on show.

@@ -7,7 +7,6 @@
 #include <QEvent>
 #include <QPlainTextEdit>
 #include <QTextBlock>
-#include <QTime>
 #include <QVBoxLayout>
 
 namespace {
@@ -58,13 +57,22 @@ MessageLogPanel::~MessageLogPanel() = default;
 
 void MessageLogPanel::addMessage(int level, const QString &camera, const QString &text)
 {
-    const LevelRow &row = rowOf(level);
-    QString line = QTime::currentTime().toString(QStringLiteral("HH:mm:ss.zzz"))
-        + QStringLiteral("  ") + workbenchText(row.textKey) + QStringLiteral("  ");
-    if (!camera.isEmpty()) {
-        line += camera + QStringLiteral(": ");
+    m_lines.enqueue({QTime::currentTime(), level, camera, text});
+    if (m_lines.size() > MAXIMUM_MESSAGES) {
+        m_lines.dequeue();
     }
-    line += text.simplified();
+    show(m_lines.last());
+}
+
+void MessageLogPanel::show(const Line &shown)
+{
+    const LevelRow &row = rowOf(shown.level);
+    QString line = shown.time.toString(QStringLiteral("HH:mm:ss.zzz")) + QStringLiteral("  ")
+        + workbenchText(row.textKey) + QStringLiteral("  ");
+    if (!shown.camera.isEmpty()) {
+        line += shown.camera + QStringLiteral(": ");
+    }
+    line += shown.text.simplified();
 
     QTextCharFormat format;
     format.setForeground(QColor(QLatin1String(row.colour)));
@@ -87,6 +95,11 @@ void MessageLogPanel::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         retranslate();
+        m_pText->clear();
+        for (Line &line : m_lines) {
+            line.text = retranslated(line.text);
+            show(line);
+        }
     }
     CustomWidget::changeEvent(event);
 }

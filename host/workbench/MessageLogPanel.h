@@ -2,10 +2,14 @@
 
 #include "ControlKit/CustomWidget.h"
 
+#include <QQueue>
+#include <QTime>
+
 class CustomLabel;
 class QPlainTextEdit;
 
-/// The client's message log at the bottom of the window: the last messages with time, level and camera.
+/// The client's message log at the bottom of the window: the last messages with time, level and camera. The program's
+/// own words follow its language.
 class MessageLogPanel : public CustomWidget
 {
     Q_OBJECT
@@ -27,8 +31,18 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    struct Line
+    {
+        QTime time;
+        int level;
+        QString camera;
+        QString text;
+    };
+
     void retranslate();
+    void show(const Line &line);
 
     CustomLabel *m_pTitle;
     QPlainTextEdit *m_pText;
+    QQueue<Line> m_lines;
 };

@@ -1,8 +1,51 @@
 #include "host/workbench/WorkbenchTexts.h"
 
+#include <QHash>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <QTranslator>
+
+namespace {
+
+/// More than the log shows lines; older ones keep their language.
+constexpr int MOST_TEXTS = 4000;
+
+struct Source
+{
+    QByteArray key;
+    QStringList arguments;
+};
+
+QHash<QString, Source> &loggedSources()
+{
+    static QHash<QString, Source> sources;
+    return sources;
+}
+
+} // namespace
+
+QString loggedText(const char *key, const QStringList &arguments)
+{
+    QString text = workbenchText(key);
+    for (const QString &argument : arguments) {
+        text = text.arg(argument);
+    }
+    if (loggedSources().size() >= MOST_TEXTS) {
+        loggedSources().clear();
+    }
+    loggedSources().insert(text, {key, arguments});
+    return text;
+}
+
+QString retranslated(const QString &text)
+{
+    const auto source = loggedSources().constFind(text);
+    if (source == loggedSources().constEnd()) {
+        return text;
+    }
+    const Source copy = *source;
+    return loggedText(copy.key.constData(), copy.arguments);
+}
 
 QString messageLine(const QString &title, const QString &text, bool isMarkup)
 {

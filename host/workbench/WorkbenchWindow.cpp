@@ -175,7 +175,8 @@ void WorkbenchWindow::enterFound(const DeviceSearch::Found &devices)
     m_pDevices->setSearching(false);
     QFunction::Instance()->InsertMessageLog(
         MESSAGE_LOG_INFO, QString(),
-        workbenchText("lang_workbench_found").arg(devices.size()).arg(added));
+        loggedText("lang_workbench_found",
+                   {QString::number(devices.size()), QString::number(added)}));
 }
 
 void WorkbenchWindow::connectPanel()
@@ -332,9 +333,9 @@ void WorkbenchWindow::showSelected()
 
 void WorkbenchWindow::showTrouble(const CameraSession *camera)
 {
-    m_pBanner->setTrouble(camera ? rowOf(camera->state()).trouble
-                                 : DeviceStateBanner::Trouble::None,
-                          camera ? camera->since() : QDateTime());
+    m_pBanner->setTrouble(
+        camera ? rowOf(camera->state()).trouble : DeviceStateBanner::Trouble::None,
+        camera ? camera->since() : QDateTime(), camera ? camera->returnTime() : m_returnTime);
 }
 
 void WorkbenchWindow::setLanguage(const QString &language)
@@ -393,9 +394,17 @@ void WorkbenchWindow::closeEvent(QCloseEvent *event)
         return;
     }
     // Each leaves the map as it closes; a session may be on the stack, so none is deleted here.
-    const QList<CameraSession *> sessions = m_sessions.values();
-    for (CameraSession *camera : sessions) {
-        camera->close();
+    QVector<QPointer<CameraSession>> sessions;
+    for (CameraSession *camera : qAsConst(m_sessions)) {
+        sessions += camera;
+    }
+    for (const QPointer<CameraSession> &camera : qAsConst(sessions)) {
+        if (camera) {
+            camera->close();
+        }
+    }
+    if (!self) {
+        return;
     }
     QMainWindow::closeEvent(event);
 }

@@ -307,6 +307,7 @@ void WorkbenchLossTest::bannerFollowsTheLanguage()
     QFETCH(bool, readOnly);
     QFETCH(QString, english);
     w().control(FIRST).setControlledElsewhere(readOnly);
+    w().window().setReturnTime(std::chrono::seconds(90));
     w().openAndWait(FIRST);
     if (!readOnly) {
         w().unplug(FIRST);
@@ -324,6 +325,9 @@ void WorkbenchLossTest::bannerFollowsTheLanguage()
         const bool isEnglish = QByteArray(language) == "ENG";
         QCOMPARE(title->text() == english, isEnglish);
         QCOMPARE(text->text() == englishText, isEnglish);
+        QCOMPARE(text->text().contains("90"), !readOnly);
+        // So do the lines that stand in the log already.
+        QCOMPARE(w().messages().count(workbenchText("lang_workbench_opened")), 1);
         QCOMPARE(w().stateText(FIRST) == state, isEnglish);
         QVERIFY(text->text().contains(time) && !text->text().contains('%'));
         QCOMPARE(banner()->accessibleName(), title->text());
