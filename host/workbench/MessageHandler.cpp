@@ -35,10 +35,12 @@ const LevelRow &rowOf(QtMsgType type)
     return TABLE[0];
 }
 
+/// Writes and commands that the device took; the module logs them as critical.
 bool isSuccessfulWrite(const QString &message)
 {
-    static const QRegularExpression PATTERN(QStringLiteral("^\"?NodeName:.*, NodeValue:"),
-                                            QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression PATTERN(
+        QStringLiteral("^\"?NodeName:.*, (NodeValue:|\\[CameraID:)"),
+        QRegularExpression::DotMatchesEverythingOption);
     return PATTERN.match(message).hasMatch();
 }
 

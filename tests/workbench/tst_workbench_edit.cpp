@@ -93,6 +93,17 @@ void WorkbenchEditTest::edits_data()
     refused("prompt of the host unheard", reader, {"--write", "TCPDestPort=21"},
             "another service may use it");
     refused("question answered with yes", reader, {"--run", "UserSetRecover"}, "--yes");
+    refused("second question answered with yes", reader, {"--run", "RecoverFactory"}, "--yes");
+    accepted("answer of the caller forgotten", reader,
+             {"--write", "LocBarNum=7", "--run", "UserSetRecoverFactory", "--yes", "--read",
+              "LocBarNum"},
+             "4\n");
+    refused("command that the device refuses", reader, {"--run", "UserSetDelete", "--yes"},
+            "'UserSetDelete' was not run");
+    row("command that takes the device away", area, {"--run", "DeviceReset"}, 0, "",
+        "The camera is restarting");
+    row("device read before it is back", area,
+        {"--write", "Width=640", "--run", "DeviceReset", "--read", "Width"}, 0, "2448\n", "lost");
 }
 
 void WorkbenchEditTest::edits()
