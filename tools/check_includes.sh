@@ -45,7 +45,7 @@ host/devicetask|QtWidgets
 # Headers of the module that the workbench may include: the exported ones.
 EXPORTED='model/CTreeItemValue.h model/CTreeIntergerItemValue.h model/CTreeFloatItemValue.h
 model/CTreeBooleanItemValue.h model/CTreeStringItemValue.h model/CTreeEnumationItemValue.h
-model/FeatureFileValues.h model/VexaPropertyTreeItem.h model/IVexaFeatureWidget.h shell/VexaMainFeatureWidget.h tree/VexaFeatureTree.h'
+model/FeatureFileValues.h model/VexaPropertyTreeItem.h model/IVexaFeatureWidget.h shell/PollingRoles.h shell/VexaMainFeatureWidget.h tree/VexaFeatureTree.h'
 
 bad=0
 complain() { echo "$1: must not include $2"; bad=1; }
