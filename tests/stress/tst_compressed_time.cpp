@@ -1,6 +1,5 @@
 #include "ShellServicesModule/QLocalCfg.h"
 #include "model/VexaPropertyTreeItem.h"
-#include "tests/stress/StressOptions.h"
 #include "tests/support/ModuleFixture.h"
 
 #include <QDir>
@@ -102,7 +101,7 @@ void tst_compressed_time::nothingPilesUp()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("*.info=false\n*.debug=false"));
     QThreadPool::globalInstance()->setExpiryTimeout(-1);
-    const int rounds = StressOptions::number("VEXA_STRESS_ROUNDS", 3);
+    const int rounds = qMax(3, qEnvironmentVariableIntValue("VEXA_STRESS_ROUNDS"));
     const int warmUp = qMax(2, rounds / 4);
     ModuleFixture fixture;
     fixture.mainWidget().show();
