@@ -27,7 +27,12 @@ bool RecordingFeatureWidget::setFeatureValue(const QString &strNodeType, const Q
                                              const QVariant &oNodeValue)
 {
     m_writes.append(strNodeType + ' ' + strNodeName + ' ' + oNodeValue.toString());
-    return m_bAnswer;
+    const bool bAnswer = m_bAnswer;
+    if (m_inWrite) {
+        const std::function<void()> act = m_inWrite;
+        act();
+    }
+    return bAnswer;
 }
 
 bool RecordingFeatureWidget::afterSetFeatureValue(const QString &strNodeName)
@@ -85,7 +90,9 @@ ViewFixture::~ViewFixture()
 
 void ViewFixture::clear()
 {
-    view().ClearTreeViewInfo();
+    if (m_pOwner) {
+        view().ClearTreeViewInfo();
+    }
 }
 
 VexaPropertyTreeItem *ViewFixture::item(const QString &strName) const

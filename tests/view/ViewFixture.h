@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 /// A feature widget that notes what the view asks of it. Writes answer m_bAnswer.
 class RecordingFeatureWidget : public IVexaFeatureWidget
 {
@@ -26,6 +28,7 @@ public:
     QStringList m_writes; ///< "Tag Name value"
     QStringList m_calls; ///< everything else, "operation Name"
     bool m_bAnswer = true;
+    std::function<void()> m_inWrite; ///< runs in each write
 };
 
 /// A tree made from text in the view of a recording widget: a line an item, two blanks an indentation; "Name" is a
@@ -49,6 +52,8 @@ public:
     void show(const QSize &size = QSize(600, 400));
     /// The rows that are laid out, as the text that the tree is made from, without tags.
     QString shownRows();
+    /// Hands the widget over to the caller.
+    RecordingFeatureWidget *takeOwner() { return m_pOwner.release(); }
     /// Deletes the items and their view's hold on them.
     void clear();
 
