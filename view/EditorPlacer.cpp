@@ -121,6 +121,8 @@ void EditorPlacer::leave(QWidget *pEditor)
             put({pEditor, rect, nColumn, pItem});
             return;
         }
+        // The row went, not the user: what was begun is given up, or the loss of focus would write half of it.
+        m_pView->m_pDelegate->rollback(pEditor);
         const QPointer<QWidget> guard(pEditor);
         m_pView->setFocus(Qt::OtherFocusReason);
         if (!guard) {

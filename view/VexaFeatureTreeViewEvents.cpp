@@ -130,7 +130,10 @@ void VexaFeatureTreeView::rowsAboutToBeRemoved(const QModelIndex &parent, int st
         }
     }
     m_pActiveItem = nullptr;
+    m_pDelegate->setCommitBlocked(
+        true); // the editors of the rows close, whatever was begun in them
     QTreeView::rowsAboutToBeRemoved(parent, start, end);
+    m_pDelegate->setCommitBlocked(false);
 }
 
 void VexaFeatureTreeView::currentChanged(const QModelIndex &current, const QModelIndex &previous)

@@ -101,6 +101,7 @@ void VexaFeatureTreeView::refillEditor(VexaPropertyTreeItem *pItem, bool bRecrea
         return;
     }
     if (bRecreate || !EditorMaker::suits(pEditor, pItem)) {
+        m_pDelegate->rollback(pEditor); // closing it ends an edit that the user has not ended
         closePersistentEditor(index);
         openCell(index);
         m_pPlacer->place();

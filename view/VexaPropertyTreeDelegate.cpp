@@ -223,6 +223,7 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
         postRefill(editor);
     }
     if (!m_bEditorsEnabled) {
+        EditorCommit::rollback(editor); // it loses the focus
         editor->setDisabled(true);
     }
     if (result != EditorFiller::RESULT_FILLED) {

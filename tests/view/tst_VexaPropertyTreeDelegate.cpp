@@ -296,14 +296,18 @@ void TestVexaPropertyTreeDelegate::representationChangeMakesTheEditorAnew()
 {
     ViewFixture fixture(TREE);
     fixture.show();
+    fixture.setReadOnly("Int", false);
     fixture.setInteger("Int", 255, 0, 4096);
     const QPointer<QWidget> pBefore = fixture.editor("Int");
+    pBefore->setFocus();
+    QTest::keyClicks(pBefore, "5");
     fixture.setInteger("Int", 255, 0, 4096, 1, "HexNumber");
     auto *const pEdit = qobject_cast<QPropertyLineEdit *>(fixture.editor("Int"));
     QVERIFY(pEdit);
     QVERIFY(pEdit->isVisible());
     QCOMPARE(pEdit->text(), QString("0xFF"));
     QTRY_VERIFY(!pBefore);
+    QCOMPARE(fixture.owner().m_writes, QStringList()); // half a number
 }
 
 void TestVexaPropertyTreeDelegate::quietDeviceNotifiesNobody()
