@@ -75,6 +75,7 @@ void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewIt
     const VexaPropertyTreeItem *const pItem = itemOf(index);
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
+    const QStyle *const pStyle = cell.widget ? cell.widget->style() : QApplication::style();
     if (pItem && index.column() == VexaPropertyTreeModel::COLUMN_NAME) {
         const auto *const pArea = qobject_cast<const QAbstractScrollArea *>(option.widget);
         const int nRight = pArea ? pArea->viewport()->rect().right() - 2 : cell.rect.right();
@@ -82,6 +83,9 @@ void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewIt
             RowFramePainter::paintCategoryRow(painter, cell.rect, cell.rect.left(), nRight,
                                               option.state.testFlag(QStyle::State_Open));
             cell.font.setWeight(75);
+            // The selection covers the gap above the name too, as it does beside it.
+            pStyle->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);
+            cell.state &= ~(QStyle::State_Selected | QStyle::State_MouseOver);
             cell.rect.setTop(cell.rect.top() + RowFramePainter::CATEGORY_TOP_GAP);
         } else {
             if (pItem->childCount() == 0 && index.parent().isValid()) {
@@ -94,7 +98,6 @@ void VexaPropertyTreeDelegate::paint(QPainter *painter, const QStyleOptionViewIt
     } else if (index.column() == VexaPropertyTreeModel::COLUMN_VALUE) {
         cell.rect.setRight(cell.rect.right() - 6);
     }
-    const QStyle *const pStyle = cell.widget ? cell.widget->style() : QApplication::style();
     pStyle->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
 }
 
