@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <memory>
 
 /// A tree over a simulated device whose values are written, with all that the client hears meanwhile as one list of
 /// lines: "box title|text", "prompt level title|text", "message text", "bus signal arguments", "listen event data" and
@@ -50,4 +51,19 @@ private:
     ModuleFixture m_module;
     ModuleFixture::Camera m_camera;
     QStringList m_heard;
+};
+
+/// One fixture for all rows of a test function that leave each other alone; the next function gets its own.
+class SharedWriteFixture
+{
+public:
+    /// With nothing heard and an empty access log.
+    WriteFixture &get();
+    /// Ahead of every row: two fixtures cannot stand at once.
+    void leaveOtherFunctions();
+    void reset() { m_pFixture.reset(); }
+
+private:
+    std::unique_ptr<WriteFixture> m_pFixture;
+    QByteArray m_function;
 };

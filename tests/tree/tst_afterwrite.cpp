@@ -42,6 +42,8 @@ class tst_afterwrite : public QObject
 {
     Q_OBJECT
 private slots:
+    void init() { m_shared.leaveOtherFunctions(); }
+    void cleanupTestCase() { m_shared.reset(); }
     void tellsTheClient_data();
     void tellsTheClient();
     void renamesTheCamera_data();
@@ -56,6 +58,9 @@ private slots:
     void observersHear_data();
     void observersHear();
     void observerLeavesInTheMiddle();
+
+private:
+    SharedWriteFixture m_shared;
 };
 
 void tst_afterwrite::tellsTheClient_data()
@@ -116,7 +121,7 @@ void tst_afterwrite::tellsTheClient()
     QFETCH(QString, name);
     QFETCH(QVariant, value);
     QFETCH(QStringList, heard);
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.get();
     for (const auto &step : qAsConst(before)) {
         QVERIFY2(fixture.setOnDevice(step.first, step.second), qPrintable(step.first));
         fixture.tree().getFeatureValueFromCamera(fixture.item(step.first));
@@ -197,7 +202,7 @@ void tst_afterwrite::commands()
 {
     QFETCH(QString, name);
     QFETCH(QStringList, heard);
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.get();
     const QString cameraName = fixture.tree().GetCurCameraName();
     heard.replaceInStrings("$", cameraName);
     COMMONINTERFACE::AddCurrentCamModified(cameraName);
@@ -252,12 +257,16 @@ void tst_afterwrite::sourceDataFollows()
 {
     QFETCH(int, protocol);
     QFETCH(QString, source);
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.get();
     if (!fixture.setOnDevice("CommunicationProtocols", protocol)) {
         QVERIFY(source.isEmpty());
         return;
     }
-    fixture.tree().getFeatureValueFromCamera(fixture.item("CommunicationProtocols"));
+    fixture.setOnDevice("DMCode", 1);
+    fixture.setOnDevice("LDirectionEnable", 0);
+    for (const char *node : {"CommunicationProtocols", "DMCode", "LDirectionEnable"}) {
+        fixture.tree().getFeatureValueFromCamera(fixture.item(node));
+    }
     fixture.takeHeard();
     // A change that a refresh found costs the GUI thread no access.
     fixture.control().setLatency(50000);
