@@ -240,7 +240,6 @@ private:
     bool startInvalidateTimer();
     void appendPending(const QString &name);
     bool writeFeature(const QString &type, const QString &name, const QVariant &value);
-    bool writeByType(const QString &type, const QString &name, const QVariant &value);
     bool mayRunCommand(const CommandRule &rule);
     bool commandFailed(const QString &name, QCameraTask &task, int error);
     bool letDeviceGo();

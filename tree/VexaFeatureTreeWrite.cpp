@@ -80,6 +80,17 @@ const TypedWrite TYPED_WRITES[] = {
      }},
 };
 
+/// Null for a type without a typed write.
+const TypedWrite *typedWriteOf(const QString &type)
+{
+    for (const TypedWrite &row : TYPED_WRITES) {
+        if (type == QLatin1String(row.type)) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
 /// Under the item's lock: only what a value that was read tells, names and representation stay.
 void takeOver(CTreeItemValue &value, CTreeItemValue &read)
 {
@@ -154,6 +165,19 @@ bool VexaFeatureTree::writeFeature(const QString &type, const QString &name, con
     if (scope.treeIsGoing()) {
         return false;
     }
+    const TypedWrite *typed = typedWriteOf(type);
+    if (!typed) {
+        qInfo().noquote()
+            << QStringLiteral("%1 is of type %2, which cannot be written").arg(name, type);
+        return false;
+    }
+    if (!typed->fits(value)) {
+        ShowMessage(this, WriteMessages::translated("lang_qfeaturetree_failedsetval"),
+                    WriteMessages::failed(name, value.toString().toHtmlEscaped(),
+                                          WriteMessages::translated("lang_qfeaturetree_nonumber")),
+                    QString(), HINT_FAILURE, true);
+        return false;
+    }
     if (type == QLatin1String("Command") && (writeRulesOf(name) & WriteRule::AsksWithWarning)) {
         if (!confirmed(BOX_CAUTION,
                        WriteMessages::translated("lang_qfeaturetree_pleaseusecaution"))) {
@@ -164,7 +188,7 @@ bool VexaFeatureTree::writeFeature(const QString &type, const QString &name, con
         && value.toInt() == RUNNING_MODE_KEEPS_PROTOCOL) {
         enumerationValue(QStringLiteral("CommunicationProtocols"), m_nSavedProtocol);
     }
-    const bool written = writeByType(type, name, value);
+    const bool written = typed->write(*this, name, value);
     if (scope.treeIsGoing()) {
         return false;
     }
@@ -176,26 +200,6 @@ bool VexaFeatureTree::writeFeature(const QString &type, const QString &name, con
     }
     WriteFollowUps::run(*this, type, name, value, written);
     return written && !scope.treeIsGoing();
-}
-
-bool VexaFeatureTree::writeByType(const QString &type, const QString &name, const QVariant &value)
-{
-    for (const TypedWrite &row : TYPED_WRITES) {
-        if (type != QLatin1String(row.type)) {
-            continue;
-        }
-        if (row.fits(value)) {
-            return row.write(*this, name, value);
-        }
-        ShowMessage(this, WriteMessages::translated("lang_qfeaturetree_failedsetval"),
-                    WriteMessages::failed(name, value.toString().toHtmlEscaped(),
-                                          WriteMessages::translated("lang_qfeaturetree_nonumber")),
-                    QString(), HINT_FAILURE, true);
-        return false;
-    }
-    qInfo().noquote()
-        << QStringLiteral("%1 is of type %2, which cannot be written").arg(name, type);
-    return false;
 }
 
 bool VexaFeatureTree::rereadFeatureValue(VexaPropertyTreeItem *item, bool notifyView)

@@ -102,6 +102,7 @@ WriteFixture::WriteFixture(const QString &deviceId)
 WriteFixture::~WriteFixture()
 {
     VexaListenTools::instance()->removeListener(this);
+    QFunction::Instance()->disconnect(this);
     qApp->removeEventFilter(this);
     if (m_module.mainWidget().isFeatureTreeExist(m_camera.id)) {
         m_module.close(m_camera);

@@ -405,8 +405,9 @@ void tst_valuewrite::valuesThatAreNone_data()
                                           << "Gain" << QVariant() << 1;
     QTest::newRow("word for a switch") << "Boolean"
                                        << "LaserEnable" << QVariant("on") << 1;
-    QTest::newRow("markup") << "Enumeration"
-                            << "PollingTarget" << QVariant("<i>1</i>") << 1;
+    QTest::newRow("markup, of a node that is told of after a failure too")
+        << "Enumeration"
+        << "PollingLensType" << QVariant("<i>1</i>") << 1;
     QTest::newRow("type without values") << "Category"
                                          << "ReadSetting" << QVariant(1) << 0;
     QTest::newRow("no name") << "Integer"
