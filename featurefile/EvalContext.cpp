@@ -103,7 +103,9 @@ void EvalContext::addRemark(const QString &name, FeatureFileReason reason, const
     if (!m_toldRemarks.contains(key)) {
         m_toldRemarks.insert(key);
         m_remarks.append({name, reason, detail});
-        qWarning().noquote() << name + QLatin1String(": ") + detail;
+        if (reason != FeatureFileReason::PresentSelection) {
+            qWarning().noquote() << name + QLatin1String(": ") + detail;
+        }
     }
 }
 

@@ -6,23 +6,12 @@
 #include "featurefile/RegisterWords.h"
 #include "model/ElementWalk.h"
 
-#include <QLocale>
-
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
 constexpr int HIGHEST_BIT = 31;
 constexpr qint64 WORD = 4;
-
-/// The misaligned word inside two aligned ones, as the rest of the byte handling wants it.
-quint32 wordBetween(const quint32 (&pair)[2])
-{
-    quint32 word = 0;
-    std::memcpy(&word, reinterpret_cast<const char *>(pair) + 2, sizeof(word));
-    return RegisterWords::rotated(word);
-}
 
 } // namespace
 
@@ -211,10 +200,7 @@ bool EvalContext::readRegister(const QDomElement &reg, const _FORMULA_RESULT_ &a
     if (!RegisterWords::isMisaligned(place)) {
         return false;
     }
-    quint32 pair[2] = {0, 0};
-    if (!readMemory(place - 2, &pair[0], WORD) || !readMemory(place + 2, &pair[1], WORD)) {
-        return false;
-    }
-    *buffer.data() = wordBetween(pair);
-    return true;
+    return RegisterWords::readAcross(place, buffer.data(), [this](qint64 at, quint32 *word) {
+        return readMemory(at, word, WORD);
+    });
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 /// Registers as rows of 32-bit words.
@@ -52,6 +53,20 @@ inline quint32 swapThenRotate(quint32 word, bool swap, bool misaligned)
 inline bool isMisaligned(qint64 address)
 {
     return address % 4 != 0;
+}
+
+/// The word at an address that the device refuses, out of the two around it, each read by `readWord(address, &word)`;
+/// rotated as the rest of the byte handling wants it. False when one of them cannot be read.
+template<typename ReadWord>
+bool readAcross(qint64 address, quint32 *word, ReadWord readWord)
+{
+    quint32 pair[2] = {0, 0};
+    if (!readWord(address - 2, &pair[0]) || !readWord(address + 2, &pair[1])) {
+        return false;
+    }
+    std::memcpy(word, reinterpret_cast<const char *>(pair) + 2, sizeof(*word));
+    *word = rotated(*word);
+    return true;
 }
 
 } // namespace RegisterWords

@@ -35,11 +35,23 @@ enum class FeatureFileReason {
     TooLarge, ///< an integer beyond 32 bits is not read back
     Text, ///< the text does not come back as it is, or makes the file unreadable
     PresentSelection, ///< only for the present value of its selectors
+    FileTooLarge, ///< the file as a whole is larger than what is read back
     // import
     NotCarriable, ///< the file's text is no number of the feature's type
     Refused, ///< the device refused the write
     NotTaken, ///< written, and still unlike the file's value
     NotWritable ///< its register cannot be written now
+};
+
+/// Results of an import, beside success and failure of the job.
+enum FeatureFileResultCode : quint32 {
+    FEATURE_FILE_OK = 0,
+    FEATURE_FILE_NO_DEVICE = 0xE0000000,
+    FEATURE_FILE_UNREADABLE = 0xE0000001, ///< no file, an empty one, or no XML
+    FEATURE_FILE_NO_FEATURES = 0xE0000002,
+    FEATURE_FILE_VERSION = 0xE0000003, ///< missing, or another software's: the user may go on
+    FEATURE_FILE_MISMATCH = 0xE0000004, ///< another model, firmware or board
+    FEATURE_FILE_STOPPED = 0xE0000005 ///< a write stopped the job, or a register dump is malformed
 };
 
 struct FeatureFileNote

@@ -1,0 +1,267 @@
+#include "featurefile/FeatureExporter.h"
+
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "UtilityKit/VexaInterface.h"
+#include "featurefile/EnumRecord.h"
+#include "featurefile/FeatureFileFilters.h"
+#include "featurefile/FeatureFileFormat.h"
+#include "featurefile/FeatureFileRules.h"
+#include "featurefile/PlainValue.h"
+#include "featurefile/RegisterDump.h"
+#include "model/ElementWalk.h"
+
+#include <QDebug>
+
+namespace {
+
+constexpr int POLLING_SETS = 8;
+constexpr quint32 POLLING_OFF = 2;
+
+QString lastChildText(const QDomElement &element, const QString &tag)
+{
+    return ElementWalk::text(element.lastChildElement(tag));
+}
+
+} // namespace
+
+bool FeatureJob::isGigE() const
+{
+    const unsigned int type = pBasicTask->_GetDevType();
+    return type == DEVICE_TYPE_GIGE || type == DEVICE_TYPE_GIGE_VIRTUAL;
+}
+
+FeatureExporter::FeatureExporter(const FeatureJob &job)
+    : m_job(job)
+    , m_pTask(job.pBasicTask->_CameraTak())
+    , m_categoryFeatures(job.categoryFeatures.cbegin(), job.categoryFeatures.cend())
+    , m_context(job.nodes, job.selectedLinks, m_pTask, job.isGigE(), job.pStop)
+{
+    const QString interface = FeatureFileFilters::interfaceName(m_pTask->deviceType());
+    m_exclusions = job.filters.value(interface, FeatureFileFilters::builtIn());
+}
+
+bool FeatureExporter::build(QString *text)
+{
+    FeatureFileWriter writer(VexaInterface::softwareVersion());
+    if (!writeHeader(writer)) {
+        return false;
+    }
+    *m_job.pDone = 0;
+    *m_job.pTotal = m_job.nodes.size();
+    for (auto it = m_job.nodes.cbegin(); it != m_job.nodes.cend(); ++it) {
+        if (m_job.isStopped()
+            || exportNode(it.key(), m_context.node(it.key()), writer) == Step::End) {
+            return false;
+        }
+        ++*m_job.pDone;
+    }
+    writer.finish();
+    *text = writer.text();
+    m_report.remarks += m_context.remarks();
+    remarkOnText(writer);
+    return !m_job.isStopped();
+}
+
+bool FeatureExporter::writeHeader(FeatureFileWriter &writer)
+{
+    QString firmwareTag;
+    QString firmware;
+    int error = 0;
+    if (!FeatureFileRules::readFirmware(m_pTask, &firmwareTag, &firmware, &error)) {
+        return false;
+    }
+    writer.addHeader(firmwareTag, firmware);
+    writer.addHeader(FeatureFileFormat::ELEMENT_MODEL, m_job.pBasicTask->_GetCameraModelName());
+    error = 0;
+    _NODE_INT_VALUE_ board = {};
+    if (m_pTask->GetIntegerValue(FeatureFileFormat::ELEMENT_BOARD_TYPE, &board, &error, true, false)
+        && error == 0) {
+        writer.addHeader(FeatureFileFormat::ELEMENT_BOARD_TYPE, QString::number(board.value));
+    }
+    writer.beginFeatures();
+    return true;
+}
+
+/// What names and description decide, before the device is asked.
+bool FeatureExporter::leaveOut(const QString &name, const QDomElement &element)
+{
+    std::optional<FeatureFileReason> reason =
+        FeatureFileRules::exclusionOf(name, element, m_exclusions);
+    if (FeatureFileRules::isLeftOutByWords(
+            name, lastChildText(element, QStringLiteral("pIsImplemented")),
+            lastChildText(element, QStringLiteral("pIsAvailable")))) {
+        reason = FeatureFileReason::Excluded;
+    } else if (FeatureFileRules::isIdentity(name)) {
+        reason = FeatureFileReason::Identity;
+    } else if (!reason && element.tagName() == QLatin1String("Command")) {
+        reason = FeatureFileReason::Command;
+    }
+    if (reason) {
+        m_report.leftOut.append({name, *reason, QString()});
+    }
+    return reason.has_value();
+}
+
+bool FeatureExporter::isConditionMet(const QString &node, Step *step)
+{
+    int error = 0;
+    _NODE_INT_VALUE_ value = {};
+    const bool done = m_pTask->GetIntegerValue(node, &value, &error, true, false);
+    if (!done && FeatureFileRules::isGone(error)) {
+        *step = Step::End;
+    }
+    return done && value.value != 0;
+}
+
+FeatureExporter::Step FeatureExporter::exportNode(const QString &name, const QDomElement &element,
+                                                  FeatureFileWriter &writer)
+{
+    // Which nodes a file has is decided without the device as far as can be: its answers would not be used.
+    if (!m_categoryFeatures.contains(name) || element.tagName() == QLatin1String("Category")
+        || leaveOut(name, element)) {
+        return Step::Next;
+    }
+    m_context.beginNode(name);
+    Step step = Step::Next;
+    const QString implemented = lastChildText(element, QStringLiteral("pIsImplemented"));
+    const bool isPolling = FeatureFileRules::isPollingParameter(name);
+    const bool needsQuality =
+        FeatureFileRules::needsQuality(lastChildText(element, QStringLiteral("pIsAvailable")));
+    if ((needsQuality && !isConditionMet(QStringLiteral("Quality1DEnable_Inq"), &step))
+        || (!isPolling && !implemented.isEmpty() && !isConditionMet(implemented, &step))) {
+        m_report.leftOut.append({name, FeatureFileReason::Condition, QString()});
+        return step;
+    }
+    const int turns = isPolling ? pollingTurns(&step) : 1;
+    for (int turn = 0; turn < turns && step == Step::Next; ++turn) {
+        if (turns == 1 || selectPollingParameter(turn, name, &step)) {
+            step = exportTurn(name, element, writer);
+        }
+    }
+    return step;
+}
+
+int FeatureExporter::pollingTurns(Step *step)
+{
+    const EnumRecord record;
+    int error = 0;
+    if (!record) {
+        *step = Step::End;
+        return 0;
+    }
+    if (!m_pTask->GetEnumerationValue(QStringLiteral("PollingEnable"), record.get(), &error, true,
+                                      false)) {
+        *step = FeatureFileRules::isGone(error) ? Step::End : Step::Next;
+        return 1;
+    }
+    return (record.value() & ~POLLING_OFF) != 0 ? POLLING_SETS : 1;
+}
+
+bool FeatureExporter::selectPollingParameter(int turn, const QString &name, Step *step)
+{
+    int error = -1;
+    m_report.bPollingParamWritten = true;
+    if (m_pTask->SetEnumerationValue(QStringLiteral("PollingParam"), static_cast<quint32>(turn),
+                                     &error)) {
+        return true;
+    }
+    qCritical().noquote() << QStringLiteral("PollingParam %1 failed:%2, %3 is left out of it")
+                                 .arg(turn)
+                                 .arg(m_pTask->GetLastErrorRemark(), name);
+    m_report.leftOut.append(
+        {name, FeatureFileReason::TurnSkipped, QStringLiteral("PollingParam %1").arg(turn)});
+    *step = FeatureFileRules::isGone(error) || m_job.isStopped() ? Step::End : Step::Next;
+    return false;
+}
+
+bool FeatureExporter::dump(const QString &name, FeatureFileWriter &writer, bool *noLength)
+{
+    QString text;
+    const RegisterDump::Outcome outcome = RegisterDump::write(m_context, name, &text);
+    *noLength = outcome == RegisterDump::Outcome::NoLength;
+    if (outcome != RegisterDump::Outcome::Done) {
+        return false;
+    }
+    writer.addComplexFeature(name, text);
+    remarkOnSelection(name, text);
+    return true;
+}
+
+FeatureExporter::Step FeatureExporter::exportTurn(const QString &name, const QDomElement &element,
+                                                  FeatureFileWriter &writer)
+{
+    bool noLength = false;
+    const bool isSelected = m_context.collectSelectors(name);
+    if (isSelected && dump(name, writer, &noLength)) {
+        return Step::Next;
+    }
+    if (m_job.isStopped()) {
+        return Step::End;
+    }
+    if (!noLength) {
+        QString text;
+        int error = 0;
+        bool isExact = true;
+        const QString tag = element.tagName();
+        const PlainValue::Outcome outcome =
+            PlainValue::read(m_pTask, tag, name, &text, &error, &isExact);
+        if (outcome == PlainValue::Outcome::Done) {
+            writer.addFeature(name, tag, text);
+            if (!isExact) {
+                const bool isFloat = tag == QLatin1String("Float");
+                m_report.remarks.append(
+                    {name, isFloat ? FeatureFileReason::FewDigits : FeatureFileReason::TooLarge,
+                     text});
+            }
+            remarkOnSelection(name, QString());
+            return Step::Next;
+        }
+        if (outcome == PlainValue::Outcome::NoMemory
+            || (outcome == PlainValue::Outcome::Failed && !FeatureFileRules::isHarmless(error))) {
+            qCritical().noquote()
+                << QStringLiteral("export ends at %1:%2").arg(name, m_pTask->GetLastErrorRemark());
+            return Step::End;
+        }
+        const QString remark =
+            outcome == PlainValue::Outcome::Failed ? m_pTask->GetLastErrorRemark() : QString();
+        if (dump(name, writer, &noLength)) {
+            return Step::Next;
+        }
+        if (!noLength) {
+            m_report.leftOut.append({name, FeatureFileReason::Unreadable, remark});
+        }
+    }
+    if (noLength) {
+        m_report.leftOut.append({name, FeatureFileReason::NoLength, QString()});
+    }
+    return m_job.isStopped() ? Step::End : Step::Next;
+}
+
+/// A selector that stands in a register of the device is not walked through.
+void FeatureExporter::remarkOnSelection(const QString &name, const QString &text)
+{
+    for (const QString &selector : m_context.selectorsOf(name)) {
+        const QDomElement value =
+            m_context.node(selector).firstChildElement(QStringLiteral("pValue"));
+        const QString key = value.isNull() ? selector : ElementWalk::text(value);
+        if (!text.contains(QLatin1Char('[') + key + QLatin1Char(':'))
+            && !text.contains(QLatin1Char('[') + selector + QLatin1Char(':'))) {
+            m_context.addRemark(name, FeatureFileReason::PresentSelection, selector);
+        }
+    }
+}
+
+void FeatureExporter::remarkOnText(const FeatureFileWriter &writer)
+{
+    for (const FeatureFileWriter::Culprit &culprit : writer.culprits()) {
+        m_report.remarks.append(
+            {culprit.name, FeatureFileReason::Text,
+             culprit.unreadable ? QStringLiteral("the file cannot be read") : QString()});
+    }
+    const qint64 size = writer.text().toUtf8().size();
+    if (size > FeatureFileFormat::MAX_FILE_SIZE) {
+        m_report.remarks.append(
+            {QString(), FeatureFileReason::FileTooLarge, QString::number(size)});
+    }
+}

@@ -1,0 +1,225 @@
+// Register dumps of a feature file, compared with the device and written into it.
+
+#include "DeviceTaskModule/QCameraTask.h"
+#include "UtilityKit/VexaInterface.h"
+#include "featurefile/FeatureFileRules.h"
+#include "featurefile/FeatureImporter.h"
+
+#include <QDebug>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int DECIMALS = 6;
+constexpr qint64 WORD = 4;
+constexpr int ACCESS_WRITE_ONLY = 2;
+constexpr int ACCESS_READ_WRITE = 4;
+
+/// What is no number would become 0, and another register or another value than the file's.
+bool parse(const QString &text, qint64 *number)
+{
+    static const QRegularExpression PATTERN(QStringLiteral("^(0x[0-9A-Fa-f]+|[0-9]+)$"));
+    *number = VexaInterface::string2Int(text);
+    return PATTERN.match(text).hasMatch();
+}
+
+} // namespace
+
+bool FeatureImporter::isRegisterWritable(const QString &node, int *mode)
+{
+    int error = 0;
+    *mode = m_pTask->GetAccessMode(node, &error);
+    return !isGone(error) && error == 0
+        && (*mode == ACCESS_WRITE_ONLY || *mode == ACCESS_READ_WRITE);
+}
+
+bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
+{
+    if (!takesPart(entry)) {
+        return true;
+    }
+    int mode = 0;
+    const bool isWritable = entry.reg.isEmpty() || isRegisterWritable(entry.reg, &mode);
+    if (!isWritable && (m_bCompare || m_nPass > 0 || m_bGone)) {
+        return !m_bGone;
+    }
+    if (isWritable && entry.length.isEmpty()) {
+        qCritical().noquote() << QStringLiteral("Import %1 failed. no value len").arg(entry.name);
+        return end(FEATURE_FILE_STOPPED);
+    }
+    const qint64 length = VexaInterface::string2Int(entry.length);
+    if (!RegisterWords::isLengthAllowed(length) || !m_buffer.prepare(length)) {
+        qCritical().noquote()
+            << QStringLiteral("Import %1 failed.malloc %2 failed.").arg(entry.name, entry.length);
+        return !isWritable || end(FEATURE_FILE_STOPPED);
+    }
+    m_bSwap = m_context.isGigE() && length == WORD;
+    if (!isWritable) {
+        tellOfUnwritable(entry, length);
+        return !m_bGone;
+    }
+    for (const FeatureFileRegister &row : entry.registers) {
+        if (m_job.isStopped()) {
+            return false;
+        }
+        qint64 address = 0;
+        const bool isGood = parse(row.address, &address) && !row.text.isEmpty();
+        if (!isGood
+            || !(m_bCompare ? compareRegister(entry, row, length)
+                            : applyRegister(entry, row, length))) {
+            return end(FEATURE_FILE_STOPPED);
+        }
+    }
+    return true;
+}
+
+/// A register that cannot be written now is passed over; of interest only where it would have had to be.
+void FeatureImporter::tellOfUnwritable(const FeatureFileEntry &entry, qint64 length)
+{
+    for (const FeatureFileRegister &row : entry.registers) {
+        QString deviceWords;
+        if (!m_job.isStopped() && !m_bGone && readRegister(row, length, &deviceWords)
+            && differs(row, deviceWords)) {
+            m_report.notImported.append(
+                {entry.name + row.variables, FeatureFileReason::NotWritable, entry.reg});
+        }
+    }
+}
+
+/// Behind a converter the first word alone is compared.
+bool FeatureImporter::differs(const FeatureFileRegister &row, const QString &deviceWords)
+{
+    return row.to.isEmpty() ? deviceWords != row.text
+                            : deviceWords.section(QLatin1Char(','), 0, 0) != row.to;
+}
+
+bool FeatureImporter::applyRegister(const FeatureFileEntry &entry, const FeatureFileRegister &row,
+                                    qint64 length)
+{
+    QString deviceWords;
+    if (readRegister(row, length, &deviceWords) && !differs(row, deviceWords)) {
+        return true;
+    }
+    if (RegisterWords::isMisaligned(VexaInterface::string2Int(row.address))) {
+        noteRefused(entry.name + row.variables, FeatureFileReason::NotWritable, row.address);
+    } else if (!m_bGone) {
+        writeRegister(entry, row, length);
+    }
+    return !m_bGone;
+}
+
+bool FeatureImporter::readRegister(const FeatureFileRegister &row, qint64 length,
+                                   QString *deviceWords)
+{
+    const qint64 address = VexaInterface::string2Int(row.address);
+    const bool misaligned = RegisterWords::isMisaligned(address);
+    int error = 0;
+    quint32 *words = m_buffer.data();
+    if (!m_pTask->ReadMemory(address, words, length, &error)) {
+        qCritical().noquote() << QStringLiteral("SetValueFromReg  failed:%1 addr:%2")
+                                     .arg(m_pTask->GetLastErrorRemark(), row.address);
+        if (isGone(error) || !misaligned
+            || !RegisterWords::readAcross(address, words, [this](qint64 at, quint32 *word) {
+                   return m_pTask->ReadMemory(at, word, WORD, nullptr);
+               })) {
+            return false;
+        }
+    }
+    QStringList texts;
+    for (int index = 0; index < m_buffer.words(); ++index) {
+        texts += QString::number(RegisterWords::swapThenRotate(words[index], m_bSwap, misaligned));
+    }
+    *deviceWords = texts.join(QLatin1Char(','));
+    return true;
+}
+
+bool FeatureImporter::compareRegister(const FeatureFileEntry &entry, const FeatureFileRegister &row,
+                                      qint64 length)
+{
+    QString deviceWords;
+    if (!readRegister(row, length, &deviceWords)) {
+        return false;
+    }
+    if (!differs(row, deviceWords)) {
+        return true;
+    }
+    const QString name = entry.name + row.variables;
+    const QString category = m_job.featureCategories.value(entry.name);
+    if (!row.to.isEmpty()) {
+        const QString word = deviceWords.section(QLatin1Char(','), 0, 0);
+        QString formula = row.from;
+        formula.replace(QLatin1String("TO"), word);
+        m_context.beginNode(entry.name);
+        double value = 0.0;
+        const QString text = m_context.compute(entry.name, formula, &value)
+            ? QString::number(value, 'f', DECIMALS)
+            : QString();
+        if (text != row.text) {
+            differ(name, category, row.text, text);
+        }
+        return true;
+    }
+    const auto shown = [this](const QString &text) {
+        return m_buffer.words() == 1
+            ? VexaInterface::Int2HexNumberQString(VexaInterface::string2Int(text))
+            : text;
+    };
+    differ(name, category, shown(row.text), shown(deviceWords));
+    return true;
+}
+
+bool FeatureImporter::fillBuffer(const FeatureFileEntry &entry, const FeatureFileRegister &row)
+{
+    const QStringList parts =
+        row.to.isEmpty() ? row.text.split(QLatin1Char(',')) : QStringList(row.to);
+    if (row.to.isEmpty() && parts.size() != m_buffer.words()) {
+        qWarning().noquote() << QStringLiteral("%1 addr:%2 has %3 words in the file, not %4")
+                                    .arg(entry.name, row.address)
+                                    .arg(parts.size())
+                                    .arg(m_buffer.words());
+    }
+    for (int index = 0; index < qMin(parts.size(), m_buffer.words()); ++index) {
+        qint64 number = 0;
+        if (!parse(parts.at(index), &number)) {
+            return false;
+        }
+        const auto word = static_cast<quint32>(number);
+        m_buffer.data()[index] = m_bSwap ? RegisterWords::swapped(word) : word;
+    }
+    return true;
+}
+
+void FeatureImporter::writeRegister(const FeatureFileEntry &entry, const FeatureFileRegister &row,
+                                    qint64 length)
+{
+    const qint64 address = VexaInterface::string2Int(row.address);
+    if (!fillBuffer(entry, row)) {
+        noteNotCarriable(entry.name + row.variables, row.text);
+        return;
+    }
+    ++m_nChangedCount;
+    int error = 0;
+    if (m_pTask->WriteMemory(address, m_buffer.data(), length, &error)) {
+        noteWritten(entry.name + row.variables);
+        return;
+    }
+    const QString remark = m_pTask->GetLastErrorRemark();
+    qCritical().noquote()
+        << QStringLiteral("SetValueFromReg  failed:%1 addr:%2").arg(remark, row.address);
+    noteRefused(entry.name + row.variables, FeatureFileReason::Refused, remark);
+    if (!isGone(error) && (m_nPass == 0 || !hasTaken(entry.name, address, length))) {
+        ++m_nFailCount;
+    }
+}
+
+/// After a failed write: whether the word is there all the same, or cannot be written now anyway.
+bool FeatureImporter::hasTaken(const QString &name, qint64 address, qint64 length)
+{
+    quint32 word = 0;
+    if (length == WORD && m_pTask->ReadMemory(address, &word, WORD, nullptr)
+        && word == *m_buffer.data()) {
+        return true;
+    }
+    int mode = 0;
+    return !isRegisterWritable(name, &mode);
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "featurefile/VexaFeatureImExThread.h"
+#include "tests/featurefile/EvalFixture.h"
+#include "tests/featurefile/FeatureFileLines.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+/// A simulated device with the job thread that a tree would give it.
+struct JobFixture
+{
+    explicit JobFixture(const SimulatedDevices::Simulated &simulated)
+        : device(simulated)
+    {
+        device.control->setQuiet(true);
+        cameraId = host.openCamera(*device.source).cameraId;
+        basic = QTaskManager::Instance()->GetTaskByID(cameraId);
+        task = basic ? basic->_CameraTak() : nullptr;
+        document.setContent(device.control->description());
+        builder.GenerateDomElementMap(document.documentElement());
+        builder.createItems(document, nullptr);
+        maps.generate(document.documentElement(), builder.elementMap(),
+                      builder.allTreeItems().keys());
+        QVector<SelectedLink> links;
+        for (const auto &record : maps.pSelectedRecords()) {
+            links.append({record.first, record.second});
+        }
+        thread = std::make_unique<VexaFeatureImExThread>(cameraId);
+        thread->setNodes(builder.elementMap());
+        thread->setFeatureCategories(builder.featureParentMap());
+        thread->setSelectedLinks(links);
+        thread->setCategoryFeatures(builder.allFeatureNames());
+    }
+    /// The result of a job; false also for one that never ends.
+    bool run(unsigned int operation, const QString &path)
+    {
+        QSignalSpy ended(thread.get(), &VexaFeatureImExThread::SigEndFeatureImExThread);
+        thread->setOperation(operation, path);
+        thread->start();
+        return (ended.count() || ended.wait(60000)) && ended.first().at(1).toBool()
+            && thread->wait();
+    }
+    /// The bytes of an export; empty when it failed.
+    QByteArray exported()
+    {
+        const QString path = folder.filePath("export.vxf");
+        QFile::remove(path);
+        QFile file(path);
+        return run(VexaFeatureImExThread::OPERATION_EXPORT, path) && file.open(QIODevice::ReadOnly)
+            ? file.readAll()
+            : QByteArray();
+    }
+    QStringList differing() const
+    {
+        QStringList names;
+        for (const auto &list : thread->diffMap()) {
+            for (const FeatureDifference &difference : list) {
+                names += difference.name;
+            }
+        }
+        names.sort();
+        return names;
+    }
+
+    QTemporaryDir folder;
+    SimulatedDevices::Simulated device;
+    CameraHost host;
+    QDomDocument document;
+    FeatureTreeBuilder builder;
+    NodeDependencyMaps maps;
+    long int cameraId = -1;
+    QCameraBasicTask *basic = nullptr;
+    QCameraTask *task = nullptr;
+    std::unique_ptr<VexaFeatureImExThread> thread;
+};
