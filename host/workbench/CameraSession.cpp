@@ -241,8 +241,8 @@ void CameraSession::removeTables()
 
 void CameraSession::refresh()
 {
+    m_bFirstUpdateDone = false;
     if (isLive()) {
-        m_bFirstUpdateDone = false;
         readAgain();
     }
 }

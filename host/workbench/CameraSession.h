@@ -58,7 +58,7 @@ public:
     /// Both do nothing in a state that does not allow them.
     void startGrabbing();
     void stopGrabbing();
-    /// Reads all values again; firstUpdateDone comes at the end. Does nothing while the device does not answer.
+    /// Reads all values again, as soon as the device answers; firstUpdateDone comes at the end.
     void refresh();
 
     State state() const;
