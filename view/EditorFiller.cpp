@@ -165,7 +165,8 @@ Result fillFloat(const Request &request)
     }
     const CommitPause pause(request);
     pEdit->SetText(pValue->displayValue(), QPropertyLineEdit::TEXT_FLOAT);
-    pEdit->SetRange(double(pValue->m_fMaxValue), double(pValue->m_fMinValue));
+    // As floats: the edit compares in the precision of its ends, or 0.1 would lie below a minimum of 0.1.
+    pEdit->SetRange(pValue->m_fMaxValue, pValue->m_fMinValue);
     settleLineEdit(pEdit, request);
     return RESULT_FILLED;
 }

@@ -44,6 +44,7 @@ void tst_EditRoad::editReachesTheDevice_data()
     row("value off the grid is written", "area-camera", "Width", TYPE, "1023", "1020");
     row("float edit writes nothing", "area-camera", "Gain", TYPE, "3.25", "3.25");
     row("decimal comma", "area-camera", "Gain", TYPE, "3,5", "3.50");
+    row("minimum refused for its rounding", "area-camera", "Gamma", TYPE, "0.1", "0.10");
     row("text edit writes nothing", "area-camera", "DeviceUserID", TYPE, "Left", "Left");
     row("text edit is not emptied", "area-camera", "DeviceUserID", TYPE, "", "");
     row("hex edit writes decimal", "area-camera", "UserOutputValueAll", TYPE, "c", "0xC");
