@@ -37,42 +37,6 @@ void keepLine(QtMsgType type, const QMessageLogContext &context, const QString &
     }
 }
 
-/// Every signal of the bus, as lines.
-class BusRecorder : public QObject
-{
-public:
-    BusRecorder(QStringList *heard, QObject *parent)
-        : QObject(parent)
-    {
-        const QMetaObject &bus = QVexaEventBus::staticMetaObject;
-        for (int i = bus.methodOffset(); i < bus.methodCount(); ++i) {
-            const QMetaMethod signal = bus.method(i);
-            auto *spy = new QSignalSpy(QVexaEventBus::Instance(), signal);
-            spy->setParent(this);
-            m_spies.append({spy, QString::fromLatin1(signal.name())});
-        }
-        m_pHeard = heard;
-    }
-    void collect(const QString &cameraId)
-    {
-        for (const auto &row : qAsConst(m_spies)) {
-            while (!row.first->isEmpty()) {
-                QStringList line{QStringLiteral("bus"), row.second};
-                const QList<QVariant> arguments = row.first->takeFirst();
-                for (const QVariant &argument : arguments) {
-                    const QString text = argument.toString();
-                    line.append(text == cameraId ? QStringLiteral("#") : text);
-                }
-                m_pHeard->append(line.join(QLatin1Char(' ')));
-            }
-        }
-    }
-
-private:
-    QVector<QPair<QSignalSpy *, QString>> m_spies;
-    QStringList *m_pHeard;
-};
-
 } // namespace
 
 WriteFixture::WriteFixture(const QString &deviceId)
@@ -83,8 +47,12 @@ WriteFixture::WriteFixture(const QString &deviceId)
     s_nextHandler = qInstallMessageHandler(keepLine);
     qApp->installEventFilter(this);
     VexaListenTools::instance()->addListener(this, PRIORITY_LEVEL_2);
-    auto *bus = new BusRecorder(&m_heard, this);
-    bus->setObjectName(QStringLiteral("bus"));
+    const QMetaObject &bus = QVexaEventBus::staticMetaObject;
+    for (int i = bus.methodOffset(); i < bus.methodCount(); ++i) {
+        m_busSpies.push_back(
+            std::make_unique<QSignalSpy>(QVexaEventBus::Instance(), bus.method(i)));
+        m_busSpies.back()->setObjectName(QString::fromLatin1(bus.method(i).name()));
+    }
     connect(QFunction::Instance(), &QFunction::promptRequested, this,
             [this](long int, int level, const QString &text, const QString &title, bool) {
                 m_heard.append(QStringLiteral("prompt %1 ").arg(level) + title + QLatin1Char('|')
@@ -188,8 +156,18 @@ QString WriteFixture::readable(const QString &text) const
 
 QStringList WriteFixture::takeHeard()
 {
-    static_cast<BusRecorder *>(findChild<QObject *>(QStringLiteral("bus")))
-        ->collect(QString::number(m_camera.id));
+    for (const std::unique_ptr<QSignalSpy> &spy : m_busSpies) {
+        for (const QList<QVariant> &arguments : qAsConst(*spy)) {
+            QString line = QStringLiteral("bus ") + spy->objectName();
+            for (const QVariant &argument : arguments) {
+                const QString text = argument.toString();
+                line += QLatin1Char(' ')
+                    + (text == QString::number(m_camera.id) ? QStringLiteral("#") : text);
+            }
+            m_heard.append(line);
+        }
+        spy->clear();
+    }
     {
         const QMutexLocker locker(&s_logMutex);
         m_heard += s_log;

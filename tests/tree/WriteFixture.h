@@ -9,6 +9,9 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
+
+class QSignalSpy;
 
 /// A tree over a simulated device whose values are written, with all that the client hears meanwhile as one list of
 /// lines: "box title|text", "prompt level title|text", "message text", "bus signal arguments", "listen event data" and
@@ -48,9 +51,10 @@ public:
 private:
     QString readable(const QString &text) const;
 
+    QStringList m_heard;
+    std::vector<std::unique_ptr<QSignalSpy>> m_busSpies;
     ModuleFixture m_module;
     ModuleFixture::Camera m_camera;
-    QStringList m_heard;
 };
 
 /// One fixture for all rows of a test function that leave each other alone; the next function gets its own.

@@ -233,23 +233,26 @@ void tst_afterwrite::sourceDataFollows_data()
 {
     QTest::addColumn<int>("protocol");
     QTest::addColumn<QString>("source"); // empty: none
-    const QPair<int, const char *> rows[] = {
-        {1, ""},
-        {2, "TcpFormatSourceData"},
-        {3, "SerialFormatSourceData"},
-        {4, "ResSet_Ftp_FileName_SourceData"},
-        {5, "TcpFormatSourceData"},
-        {6, "TcpServerFormatSourceData"},
-        {7, "ProfinetFormatSourceData"},
-        {8, "MelsecFormatSourceData"},
-        {9, "EthernetIpFormatSourceData"},
-        {10, "ModBusFormatSourceData"},
-        {11, "UdpFormatSourceData"},
-        {12, "FinsFormatSourceData"},
-        {13, "UsbFormatSourceData"},
+    const char *const sources[] = {
+        nullptr,
+        "",
+        "TcpFormat",
+        "SerialFormat",
+        "ResSet_Ftp_FileName_",
+        "TcpFormat",
+        "TcpServerFormat",
+        "ProfinetFormat",
+        "MelsecFormat",
+        "EthernetIpFormat",
+        "ModBusFormat",
+        "UdpFormat",
+        "FinsFormat",
+        "UsbFormat",
     };
-    for (const auto &row : rows) {
-        QTest::addRow("protocol %d", row.first) << row.first << QString(row.second);
+    for (int protocol = 1; protocol < 14; ++protocol) {
+        const QString source = sources[protocol];
+        QTest::addRow("protocol %d", protocol)
+            << protocol << (source.isEmpty() ? source : source + "SourceData");
     }
 }
 
