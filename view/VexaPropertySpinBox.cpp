@@ -23,8 +23,6 @@ bool isNumber(const QString &strText)
 VexaPropertySpinBox::VexaPropertySpinBox(QWidget *parent)
     : CustomSpinBox(2, parent)
 {
-    connect(lineEdit(), &QLineEdit::textEdited, this, &VexaPropertySpinBox::onTextEdited);
-    connect(lineEdit(), &QLineEdit::inputRejected, this, &VexaPropertySpinBox::showLimits);
 }
 
 void VexaPropertySpinBox::setLimits(int nMinimum, int nMaximum, qint64 nStep)
@@ -105,6 +103,16 @@ void VexaPropertySpinBox::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange) {
         updateToolTip();
     }
+}
+
+void VexaPropertySpinBox::focusInEvent(QFocusEvent *event)
+{
+    // Not before somebody types: there are thousands of boxes.
+    connect(lineEdit(), &QLineEdit::textEdited, this, &VexaPropertySpinBox::onTextEdited,
+            Qt::UniqueConnection);
+    connect(lineEdit(), &QLineEdit::inputRejected, this, &VexaPropertySpinBox::showLimits,
+            Qt::UniqueConnection);
+    CustomSpinBox::focusInEvent(event);
 }
 
 void VexaPropertySpinBox::focusOutEvent(QFocusEvent *event)
