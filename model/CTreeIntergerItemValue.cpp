@@ -5,6 +5,19 @@
 #include <QSet>
 
 #include <algorithm>
+#include <charconv>
+
+namespace {
+
+void appendNumber(QString &text, QLatin1String label, qint64 number)
+{
+    char digits[24];
+    const char *const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    text += label;
+    text += QLatin1String(digits, static_cast<int>(end - digits));
+}
+
+} // namespace
 
 CTreeIntergerItemValue::CTreeIntergerItemValue() = default;
 CTreeIntergerItemValue::CTreeIntergerItemValue(const CTreeIntergerItemValue &other) = default;
@@ -41,15 +54,12 @@ void CTreeIntergerItemValue::setValue(const QVariant &value)
 
 QString CTreeIntergerItemValue::createCurrentStauts(bool bReadOnly)
 {
-    // Put together without arg(): this runs for every integer of every pass.
+    // Put together without arg() and number(): this runs for every integer of every pass.
     QString status = CTreeItemValue::createCurrentStauts(bReadOnly);
     status.reserve(160);
-    status += QLatin1String("m_nValue:");
-    status += QString::number(m_nValue);
-    status += QLatin1String("; m_nMinValue:");
-    status += QString::number(m_nMinValue);
-    status += QLatin1String("; m_nMaxValue:");
-    status += QString::number(m_nMaxValue);
+    appendNumber(status, QLatin1String("m_nValue:"), m_nValue);
+    appendNumber(status, QLatin1String("; m_nMinValue:"), m_nMinValue);
+    appendNumber(status, QLatin1String("; m_nMaxValue:"), m_nMaxValue);
     status += QLatin1String("; NeedRecreateEditor:");
     status += m_strRepresentation;
     return status;

@@ -241,7 +241,9 @@ void VexaPropertyTreeItem::setVisibilityString(const QString &strVisibility)
     const QMutexLocker locker(&ItemLocks::views());
     forAllRows([&strVisibility](VexaPropertyTreeItem &row) {
         const ItemLock lock(&row);
-        row.m_strVisibility = strVisibility;
+        if (row.m_strVisibility != strVisibility) {
+            row.m_strVisibility = strVisibility;
+        }
     });
 }
 

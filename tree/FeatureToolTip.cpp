@@ -167,6 +167,7 @@ QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value,
                                    const QVector<EnumEntryReading> &entries)
 {
     QByteArray state;
+    state.reserve(32 + entries.size());
     const auto add = [&state](auto number) {
         state.append(reinterpret_cast<const char *>(&number), sizeof number);
     };

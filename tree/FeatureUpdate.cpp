@@ -26,16 +26,14 @@ const QString &visibilityInvisible()
 /// Tags of rows that may be shown; a row without a tag is one of a node that the description lacks.
 bool isShownTag(const QString &tagName)
 {
-    static const QSet<QString> tags{QString(),
-                                    QStringLiteral("Category"),
-                                    QStringLiteral("Boolean"),
-                                    QStringLiteral("Command"),
-                                    QStringLiteral("Integer"),
-                                    QStringLiteral("IntReg"),
-                                    QStringLiteral("Enumeration"),
-                                    QStringLiteral("Float"),
-                                    QStringLiteral("StringReg")};
-    return tags.contains(tagName);
+    static const QLatin1String TAGS[] = {
+        QLatin1String("Integer"),  QLatin1String("Float"),   QLatin1String("Enumeration"),
+        QLatin1String("Boolean"),  QLatin1String("Command"), QLatin1String("StringReg"),
+        QLatin1String("Category"), QLatin1String("IntReg"),
+    };
+    return tagName.isEmpty()
+        || std::any_of(std::begin(TAGS), std::end(TAGS),
+                       [&tagName](QLatin1String tag) { return tagName == tag; });
 }
 
 VexaCameraTranslator *translatorOf(long int cameraId)
@@ -284,7 +282,8 @@ void FeatureUpdate::keepTexts(VexaPropertyTreeItem *item) const
         {m_strDescriptionTrans, value->m_strDescriptionTrans},
     };
     for (const auto &row : texts) {
-        if (!row.read.isEmpty()) {
+        // Nearly always the text of the last pass, and then the same string.
+        if (!row.read.isEmpty() && !row.kept.isSharedWith(row.read)) {
             row.kept = row.read;
         }
     }
@@ -389,7 +388,7 @@ void FeatureUpdate::publishToolTips()
     }
     const std::unique_ptr<CTreeItemValue> snapshot = m_pItem->valueSnapshot();
     FeatureToolTipSource source;
-    source.facts = m_pFacts.get();
+    source.facts = m_pFacts;
     source.value = snapshot.get();
     source.entries = m_entries;
     m_pItem->setToolTips(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")),

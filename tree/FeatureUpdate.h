@@ -59,7 +59,7 @@ private:
     VexaPropertyTreeItem *const m_pItem;
     const QGetFeaturesThread::UpdateStatusFlags m_status;
     FeatureReader m_reader;
-    std::shared_ptr<const NodeFacts> m_pFacts;
+    const NodeFacts *m_pFacts = nullptr;
     QString m_strNodeName;
     QString m_strTagName;
     quint64 m_nReading = 0;

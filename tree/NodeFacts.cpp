@@ -72,18 +72,13 @@ NodeFactsTable::NodeFactsTable(const QMap<QString, QDomElement> &elements)
 {
 }
 
-std::shared_ptr<const NodeFacts> NodeFactsTable::find(const QString &name)
+const NodeFacts *NodeFactsTable::find(const QString &name)
 {
     const QMutexLocker locker(&m_mutex);
-    const auto known = m_facts.constFind(name);
+    const auto known = m_facts.find(name);
     if (known != m_facts.cend()) {
-        return *known;
+        return &known->second;
     }
     const QDomElement element = m_elements.value(name);
-    if (element.isNull()) {
-        return nullptr;
-    }
-    const auto facts = std::make_shared<const NodeFacts>(element);
-    m_facts.insert(name, facts);
-    return facts;
+    return element.isNull() ? nullptr : &m_facts.emplace(name, element).first->second;
 }

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <QDomElement>
-#include <QHash>
 #include <QMap>
 #include <QMutex>
 #include <QString>
 #include <QVector>
 
-#include <memory>
+#include <unordered_map>
 
 /// What the description says of one EnumEntry. It never changes while a camera is open.
 struct EnumEntryFacts
@@ -49,11 +48,11 @@ public:
     explicit NodeFactsTable(const QMap<QString, QDomElement> &elements);
     Q_DISABLE_COPY(NodeFactsTable)
 
-    /// Null for an unknown name.
-    std::shared_ptr<const NodeFacts> find(const QString &name);
+    /// Null for an unknown name; the facts live as long as the table.
+    const NodeFacts *find(const QString &name);
 
 private:
     const QMap<QString, QDomElement> m_elements;
     QMutex m_mutex; ///< guards m_facts
-    QHash<QString, std::shared_ptr<const NodeFacts>> m_facts;
+    std::unordered_map<QString, const NodeFacts> m_facts; ///< nodes that are never moved
 };

@@ -214,9 +214,10 @@ DeviceError DeviceConnection::perform(const std::shared_ptr<DeviceCall> &call,
     {
         const std::lock_guard<std::mutex> guard(m_mutex);
         m_queue.push_back(call);
-        ++m_nQueued;
         m_wake.notify_one();
     }
+    // Behind the unlocking: a thread that looks out for it takes the mutex at once.
+    ++m_nQueued;
     linger(LINGER_FOR_ANSWER, [&call] { return call->m_bDone.load(); });
     if (call->m_bDone) {
         return call->m_error;

@@ -41,20 +41,22 @@ void HeldValues::Look::remove(quint64 address, int length)
 HeldValues::Look *HeldValues::look(Reader reader, const NodeTable &nodes, const Question &question)
 {
     const NodeId id = nodes.find(question.node);
-    const bool mayRepeat =
-        id == NO_NODE || (question.kind == Question::Integer && nodes.at(id).isCondition);
-    const QPair<NodeId, int> key(id, question.kind);
-    const auto known = m_looks.find(reader);
-    if (known != m_looks.end() && !known->second.isOver()
-        && (mayRepeat || !known->second.m_asked.contains(key))) {
-        known->second.m_asked.insert(key);
-        return &known->second;
+    if (id == NO_NODE) {
+        return nullptr;
     }
-    // Readers that have gone leave theirs behind.
-    for (auto it = m_looks.begin(); it != m_looks.end();) {
-        it = it->first == reader || it->second.isOver() ? m_looks.erase(it) : std::next(it);
+    const bool mayRepeat = question.kind == Question::Integer && nodes.at(id).isCondition;
+    const auto place = static_cast<std::size_t>(id);
+    const auto bit = static_cast<quint8>(1U << question.kind);
+    auto it = m_looks.find(reader);
+    if (it == m_looks.end() || it->second.isOver()
+        || (!mayRepeat && (it->second.m_asked[place] & bit) != 0)) {
+        // Readers that have gone leave theirs behind.
+        for (it = m_looks.begin(); it != m_looks.end();) {
+            it = it->first == reader || it->second.isOver() ? m_looks.erase(it) : std::next(it);
+        }
+        it = m_looks.emplace(reader, Look()).first;
+        it->second.m_asked.resize(static_cast<std::size_t>(nodes.count()));
     }
-    Look &look = m_looks[reader];
-    look.m_asked.insert(key);
-    return &look;
+    it->second.m_asked[place] |= bit;
+    return &it->second;
 }

@@ -5,10 +5,10 @@
 #include <QByteArray>
 #include <QHash>
 #include <QPair>
-#include <QSet>
 
 #include <chrono>
 #include <map>
+#include <vector>
 
 /// Register contents that need not be read again at once, since the same reader has just read them: hundreds of
 /// features may be locked through one node, or stand behind one selector. Each thread that reads has a look of its own.
@@ -44,7 +44,7 @@ public:
 
         Clock::time_point m_begin = Clock::now();
         QHash<QPair<quint64, int>, QByteArray> m_registers;
-        QSet<QPair<NodeId, int>> m_asked; ///< node and Question::Kind
+        std::vector<quint8> m_asked; ///< by node: a bit for each Question::Kind
     };
 
     /// The look in which this question is answered; valid until the next call of this object. It is a new one, with
