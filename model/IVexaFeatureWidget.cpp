@@ -1,6 +1,8 @@
 #include "model/IVexaFeatureWidget.h"
 
 #include "model/CTreeItemValue.h"
+#include "model/StepPageRows.h"
+#include "model/StepPages.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "view/VexaFeatureTreeView.h"
 
@@ -23,11 +25,16 @@ IVexaFeatureWidget::IVexaFeatureWidget(int nPageIndex, QWidget *parent)
     : CustomWidget(parent)
     , m_nPageIndex(nPageIndex)
     , m_pTreeView(new VexaFeatureTreeView(nPageIndex, this))
+    , m_pRows(std::make_unique<StepPageRows>())
 {
+    if (nPageIndex != PARENT_FEATURE_TREE) {
+        StepPages::enter(this);
+    }
 }
 
 IVexaFeatureWidget::~IVexaFeatureWidget()
 {
+    StepPages::leave(this);
     const QList<int> cameras = m_rootItems.keys();
     for (const int camera : cameras) {
         IVexaFeatureWidget::removeCameraID(camera);
@@ -39,11 +46,13 @@ bool IVexaFeatureWidget::afterSetFeatureValue(const QString &)
     return true;
 }
 
-void IVexaFeatureWidget::itemValueChanged(VexaPropertyTreeItem *, bool)
+void IVexaFeatureWidget::itemValueChanged(VexaPropertyTreeItem *pItem, bool)
 {
+    m_pRows->bringUp(pItem, StepPageRows::FOLLOW_VALUE);
 }
-void IVexaFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *)
+void IVexaFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *pItem)
 {
+    m_pRows->bringUp(pItem, StepPageRows::FOLLOW_VISIBLE);
 }
 void IVexaFeatureWidget::itemExpandedChanged(VexaPropertyTreeItem *, bool)
 {
@@ -51,8 +60,9 @@ void IVexaFeatureWidget::itemExpandedChanged(VexaPropertyTreeItem *, bool)
 void IVexaFeatureWidget::itemSpecialChanged(VexaPropertyTreeItem *, int)
 {
 }
-void IVexaFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *, bool)
+void IVexaFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool)
 {
+    m_pRows->bringUp(pItem, StepPageRows::FOLLOW_READ_ONLY);
 }
 void IVexaFeatureWidget::afterInitialized(long)
 {
@@ -99,11 +109,15 @@ void IVexaFeatureWidget::setCameraID(long lCameraID)
     }
     VexaPropertyTreeItem *pRoot = m_rootItems.value(nCamera, nullptr);
     if (bInitialized) {
+        m_pRows->bringAllUp(lCameraID);
         afterInitialized(lCameraID);
     } else {
         cameraWithoutTree(lCameraID);
     }
     retranslatePages();
+    if (m_nPageIndex != PARENT_FEATURE_TREE) {
+        m_pTreeView->setDelegateEnable(m_pRows->isEditable(lCameraID));
+    }
     m_pTreeView->setCameraAndRoot(pRoot ? lCameraID : NO_CAMERA, pRoot);
     if (!pRoot) {
         m_lCameraID = NO_CAMERA;
@@ -118,6 +132,8 @@ void IVexaFeatureWidget::removeCameraID(long lCameraID)
 {
     const int nCamera = static_cast<int>(lCameraID);
     VexaPropertyTreeItem *pRoot = m_rootItems.take(nCamera);
+    // First of all nothing more comes in; the view then drops what waits for it.
+    m_pRows->forget(lCameraID, m_pTreeView);
     if (lCameraID == m_lCameraID) {
         m_lCameraID = NO_CAMERA;
         m_updateTimer.stop();
@@ -144,7 +160,6 @@ void IVexaFeatureWidget::detachFeatureItems(VexaPropertyTreeItem *pItem)
         }
         if (pChild->isFeatureTreeItem()) {
             // The feature tree owns it and goes on showing it.
-            pChild->removeView(m_pTreeView);
             pChild->setParent(nullptr, m_nPageIndex);
         } else {
             detachFeatureItems(pChild);

@@ -9,6 +9,11 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
+class QDomElement;
+class StepPageRows;
+class VexaFeatureTree;
 class VexaFeatureTreeView;
 class VexaPropertyTreeItem;
 
@@ -27,6 +32,7 @@ public:
                                  const QVariant &oNodeValue) = 0;
     /// Runs after a successful write that came from a view.
     virtual bool afterSetFeatureValue(const QString &strNodeName);
+    // Rows of pages follow their features by the next three: an override calls the base.
     virtual void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson);
     virtual void itemVisibleStateChanged(VexaPropertyTreeItem *pItem);
     virtual void itemExpandedChanged(VexaPropertyTreeItem *pItem, bool bExpanded);
@@ -58,8 +64,39 @@ public:
     /// Shows or hides the pages that are marked to be hidden in the basic view.
     void toggleShowBasic(long lCameraID);
     VexaFeatureTreeView *treeView() const;
+    /// -1 while no camera is shown.
+    long shownCameraID() const { return m_lCameraID; }
+    /// Whether a row of a page takes over what this feature tells.
+    bool isFollowed(VexaPropertyTreeItem *pFeature) const;
+
+    /// Lays pages below `parentItem`, which is not on show yet, from a description: Category and Feature elements with
+    /// the attributes "Name", "ShowInAll" ("1": not in the basic view), "DisplayName_En" and "DisplayName_Cn". For
+    /// createPageRoot; nodes that the tree lacks are left out. `pTree` is that of the current camera.
+    void createPageItems(VexaPropertyTreeItem *parentItem, const QDomElement &pageElement,
+                         VexaFeatureTree *pTree);
+
+Q_SIGNALS:
+    /// The user wants to edit a format or trigger text in a dialog, which is the host's. `pSourceData` is the
+    /// enumeration of its tags, null for a trigger text.
+    void SigFormatEditRequested(VexaPropertyTreeItem *pFormat, VexaPropertyTreeItem *pSourceData);
 
 protected:
+    // What createPageItems leaves to the host. The rows are those of its pages; a row without the right tag stays as
+    // it is.
+    /// First item of this node name below the branch, as the pages have it; null when there is none.
+    VexaPropertyTreeItem *pageItem(VexaPropertyTreeItem *pBranch, const QString &strName) const;
+    /// The camera of a row with a tag of its own.
+    void setRowCamera(VexaPropertyTreeItem *pRow, long lCameraID);
+    /// "CustomLightingSelector": up to four settings that the segments share, and the commands for all segments.
+    void setLightingItems(VexaPropertyTreeItem *pRow,
+                          const QList<VexaPropertyTreeItem *> &sharedSettings,
+                          VexaPropertyTreeItem *pAllOff, VexaPropertyTreeItem *pAllOn);
+    /// "CustomSpinBox": the commands behind its buttons and the integer that it shows, whose changes it follows.
+    void setSpinItems(VexaPropertyTreeItem *pRow, VexaPropertyTreeItem *pMinus,
+                      VexaPropertyTreeItem *pPlus, VexaPropertyTreeItem *pInteger);
+    /// "CustomSpinBox": what one press counts, and whether the buttons are locked.
+    void setSpinStep(VexaPropertyTreeItem *pRow, int nStep, bool bLocked);
+
     void timerEvent(QTimerEvent *event) override;
 
     int m_nPageCount = 1; ///< pages to prepare
@@ -76,7 +113,11 @@ protected:
     QBasicTimer m_updateTimer;
 
 private:
+    template<typename Value, typename Change>
+    void changeRow(VexaPropertyTreeItem *pRow, const Change &change);
     /// Takes the items that the feature tree owns out of a page tree, so that deleting it leaves them alone.
     void detachFeatureItems(VexaPropertyTreeItem *pItem);
     void retranslateItem(VexaPropertyTreeItem *pItem, int nPage);
+
+    std::unique_ptr<StepPageRows> m_pRows;
 };

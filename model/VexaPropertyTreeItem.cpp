@@ -17,16 +17,23 @@ VexaPropertyTreeItem::VexaPropertyTreeItem(VexaPropertyTreeItem *pParent, Parent
         // A new item cannot be in the list yet; looking for it would make large categories quadratic.
         m_knownRows[eType != PARENT_FEATURE_TREE] = pParent->m_children.size();
         pParent->m_children.append(this);
-        m_parents.insert(eType, pParent);
+        if (eType == PARENT_FEATURE_TREE) {
+            m_pFeatureParent = pParent;
+        } else {
+            m_pageParents.insert(eType, pParent);
+        }
     }
 }
 
 VexaPropertyTreeItem::~VexaPropertyTreeItem()
 {
     setMappingItem(nullptr);
-    if (m_pTwins) {
+    {
         const QMutexLocker locker(&ItemLocks::views());
-        m_pTwins->remove(this);
+        if (m_pTwins) {
+            m_pTwins->remove(this);
+        }
+        forgetRegistrations();
     }
     clear();
 }
@@ -70,7 +77,7 @@ VexaPropertyTreeItem *VexaPropertyTreeItem::findChild(const QString &strName) co
 
 VexaPropertyTreeItem *VexaPropertyTreeItem::parent(ParentType eType) const
 {
-    return m_parents.value(eType, nullptr);
+    return eType == PARENT_FEATURE_TREE ? m_pFeatureParent : m_pageParents.value(eType, nullptr);
 }
 
 void VexaPropertyTreeItem::setParent(VexaPropertyTreeItem *pParent, ParentType eType)
@@ -82,12 +89,16 @@ void VexaPropertyTreeItem::setParent(VexaPropertyTreeItem *pParent, ParentType e
     if (pOldParent) {
         pOldParent->removeChild(this);
     }
-    if (!pParent) {
-        m_parents.remove(eType);
-        return;
+    if (eType == PARENT_FEATURE_TREE) {
+        m_pFeatureParent = pParent;
+    } else if (pParent) {
+        m_pageParents.insert(eType, pParent);
+    } else {
+        m_pageParents.remove(eType);
     }
-    m_parents.insert(eType, pParent);
-    pParent->addChild(this);
+    if (pParent) {
+        pParent->addChild(this);
+    }
 }
 
 int VexaPropertyTreeItem::indexInParent(ParentType eType) const
@@ -148,6 +159,39 @@ void VexaPropertyTreeItem::setTagName(const QString &strTagName)
     if (strTagName.isEmpty() || strTagName == m_strTagName || !m_pValue) {
         return;
     }
+    replaceValue(strTagName);
+    for (VexaPropertyTreeItem *pRow : otherRows()) {
+        pRow->setTagName(strTagName);
+    }
+}
+
+void VexaPropertyTreeItem::changeTagName(const QString &strTagName, long lCameraID)
+{
+    if (strTagName.isEmpty() || strTagName == m_strTagName) {
+        return;
+    }
+    QVector<VexaPropertyTreeItem *> rows = otherRows();
+    rows.append(this);
+    for (VexaPropertyTreeItem *pRow : qAsConst(rows)) {
+        const ItemLock lock(pRow);
+        if (!pRow->m_pValue) {
+            continue;
+        }
+        CTreeItemValue pageNames;
+        pageNames = *pRow->m_pValue;
+        pRow->replaceValue(strTagName);
+        pRow->m_bValueCached = false;
+        if (pRow->m_pValue) {
+            pRow->m_pValue->m_stepPageNames = pageNames.m_stepPageNames;
+            pRow->m_pValue->m_strStepDisplayNameEn = pageNames.m_strStepDisplayNameEn;
+            pRow->m_pValue->m_strStepDisplayNameCn = pageNames.m_strStepDisplayNameCn;
+        }
+    }
+    notifyViewUpdate(lCameraID, -1, true, false);
+}
+
+void VexaPropertyTreeItem::replaceValue(const QString &strTagName)
+{
     m_strTagName = strTagName;
     const std::unique_ptr<CTreeItemValue> oldValue =
         std::exchange(m_pValue, CTreeItemValue::create(strTagName));
@@ -156,9 +200,6 @@ void VexaPropertyTreeItem::setTagName(const QString &strTagName)
         CTreeItemValue names;
         names.copy(oldValue.get(), true);
         m_pValue->copy(&names, true);
-    }
-    for (VexaPropertyTreeItem *pRow : otherRows()) {
-        pRow->setTagName(strTagName);
     }
 }
 

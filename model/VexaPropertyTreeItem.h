@@ -66,6 +66,9 @@ public:
     QString tagName() const;
     /// Sets the element tag and with it the class of the value. Pointers to the old value die.
     void setTagName(const QString &strTagName);
+    /// The same for an item that workers and views know already: each row of the feature changes under its update
+    /// lock, its value counts as not read, and the editors in all views are made anew. GUI thread.
+    void changeTagName(const QString &strTagName, long lCameraID);
     ITEM_TYEP itemType() const;
     void setItemType(ITEM_TYEP eType);
     bool isFeatureTreeItem() const;
@@ -100,6 +103,8 @@ public:
 
     void registerView(IVexaFeatureNotify *pView);
     void removeView(IVexaFeatureNotify *pView);
+    /// Ends this registration when there is one; the item may have gone. For views that can outlive items.
+    static void removeViewFrom(VexaPropertyTreeItem *pItem, IVexaFeatureNotify *pView);
     /// `nType` -1 means all columns.
     void notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor, bool bFromUiJson);
     void notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID);
@@ -155,6 +160,10 @@ private:
     void applyBranch(long lCameraID);
     /// Hands the value, and the names when `bCopyBase`, to the other rows.
     void bringOtherRowsUp(bool bCopyBase);
+    /// A value of the class of this tag, with the names of the old one.
+    void replaceValue(const QString &strTagName);
+    /// Takes the item out of what is known of its views. Under the lock of the views.
+    void forgetRegistrations();
     /// `call(VexaPropertyTreeItem &)` for this item and all other rows of its feature. Under the lock of the views or
     /// on the GUI thread.
     template<typename Call>
@@ -178,7 +187,8 @@ private:
     std::shared_ptr<QSet<VexaPropertyTreeItem *>> m_pTwins;
     QSet<IVexaFeatureNotify *> m_views; ///< one lock for all items, held while a view is told
     QList<VexaPropertyTreeItem *> m_children;
-    QMap<int, VexaPropertyTreeItem *> m_parents;
+    VexaPropertyTreeItem *m_pFeatureParent = nullptr; ///< in the feature tree; workers follow it
+    QMap<int, VexaPropertyTreeItem *> m_pageParents; ///< by page index; GUI thread
     mutable int m_knownRows[2] = {
         -1, -1}; ///< last answer of indexInParent: feature tree, pages; GUI thread
     mutable QMutex m_updateMutex;

@@ -6,6 +6,7 @@
 #include "model/ItemLocks.h"
 #include "model/VexaPropertyTreeItem.h"
 
+#include <QHash>
 #include <QMutexLocker>
 
 #include <algorithm>
@@ -30,6 +31,24 @@ bool isSetByDrawing(const VexaPropertyTreeItem *pItem)
     }
     const ItemLock lock(pItem);
     return pItem->value() && nodes.contains(pItem->value()->m_strNodeName);
+}
+
+/// Which items each view is registered on, so that a view need not touch an item that has gone. Guarded by the lock of
+/// the views.
+using Registrations = QHash<IVexaFeatureNotify *, QSet<VexaPropertyTreeItem *>>;
+
+Registrations &registrations()
+{
+    static Registrations items;
+    return items;
+}
+
+void forgetRegistration(IVexaFeatureNotify *pView, VexaPropertyTreeItem *pItem)
+{
+    const auto known = registrations().find(pView);
+    if (known != registrations().end() && known->remove(pItem) && known->isEmpty()) {
+        registrations().erase(known);
+    }
 }
 
 /// The part of a fingerprint that asks for another editor; null when there is none.
@@ -71,12 +90,29 @@ void VexaPropertyTreeItem::registerView(IVexaFeatureNotify *pView)
 {
     const QMutexLocker locker(&ItemLocks::views());
     m_views.insert(pView);
+    registrations()[pView].insert(this);
 }
 
 void VexaPropertyTreeItem::removeView(IVexaFeatureNotify *pView)
 {
     const QMutexLocker locker(&ItemLocks::views());
     m_views.remove(pView);
+    forgetRegistration(pView, this);
+}
+
+void VexaPropertyTreeItem::removeViewFrom(VexaPropertyTreeItem *pItem, IVexaFeatureNotify *pView)
+{
+    const QMutexLocker locker(&ItemLocks::views());
+    if (registrations().value(pView).contains(pItem)) {
+        pItem->removeView(pView);
+    }
+}
+
+void VexaPropertyTreeItem::forgetRegistrations()
+{
+    for (IVexaFeatureNotify *pView : qAsConst(m_views)) {
+        forgetRegistration(pView, this);
+    }
 }
 
 bool VexaPropertyTreeItem::readOnly() const

@@ -26,7 +26,9 @@ host/workbench|platform model shell tree host/utilitykit host/controlkit host/sh
 
 # Where a class has to reach upwards or aside, its source file does, never its header: sources | header, as patterns
 EXCEPTIONS='
-model/IVexaFeatureWidget.cpp|view/VexaFeatureTreeView.h
+model/IVexaFeatureWidget*.cpp|view/VexaFeatureTreeView.h
+model/IVexaFeatureWidgetPages.cpp|tree/VexaFeatureTree.h
+model/StepPage*.cpp|tree/VexaFeatureTree.h
 tree/*.cpp|view/VexaFeatureTreeView.h
 tree/*.cpp|featurefile/*.h
 tree/*.cpp|shell/VexaFeatureToolBar.h

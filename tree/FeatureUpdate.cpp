@@ -85,11 +85,18 @@ QVariant FeatureUpdate::readInteger() const
 
 void FeatureUpdate::run()
 {
-    if (!m_pItem || !m_pItem->value() || m_lCameraID == NO_CAMERA_ID) {
+    if (!m_pItem || m_lCameraID == NO_CAMERA_ID) {
         return;
     }
-    m_strNodeName = m_pItem->value()->m_strNodeName;
-    m_strTagName = m_pItem->tagName();
+    {
+        // A page may give a row another tag, and with it another value, meanwhile.
+        const ItemLock lock(m_pItem);
+        if (!m_pItem->value()) {
+            return;
+        }
+        m_strNodeName = m_pItem->value()->m_strNodeName;
+        m_strTagName = m_pItem->tagName();
+    }
     m_pFacts = m_context.facts.find(m_strNodeName);
     if (!m_pFacts) {
         qCritical("GetDomElementNode failed.");
@@ -316,6 +323,9 @@ void FeatureUpdate::publishTexts()
 bool FeatureUpdate::publishValue()
 {
     CTreeItemValue *value = m_pItem->value();
+    if (m_pItem->tagName() != m_strTagName) {
+        return false; // read for the kind of row that it was before
+    }
     if (!m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VALUE)) {
         return false;
     }

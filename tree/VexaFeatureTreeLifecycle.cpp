@@ -8,6 +8,7 @@
 #include "DeviceTaskModule/QTaskManager.h"
 #include "model/FeatureTreeBuilder.h"
 #include "model/NodeDependencyMaps.h"
+#include "model/StepPages.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "tree/QGetFeaturesThread.h"
@@ -87,6 +88,7 @@ void VexaFeatureTree::OnResartCameraOpen(unsigned int accessMode)
         return;
     }
     StopThread(true);
+    const StepPages::Widgets pages = StepPages::takeDown(m_lCameraID);
     m_pTreeView->ClearTreeViewInfo();
     clearMaps();
     m_domDocument.clear();
@@ -113,6 +115,7 @@ void VexaFeatureTree::OnResartCameraOpen(unsigned int accessMode)
     qInfo("OnResartCameraOpen 5");
     m_domDocument.clear();
     tellChannels();
+    StepPages::layAnew(pages, m_lCameraID);
     qInfo("OnResartCameraOpen 6------------------------------------");
 }
 
@@ -265,6 +268,7 @@ void VexaFeatureTree::OnCameraClose()
     m_pAutoTriggerTimer->stop();
     qInfo().noquote() << QStringLiteral("VexaFeatureTree::OnCameraClose begin ")
             + QString::number(m_lCameraID);
+    StepPages::takeDown(m_lCameraID);
     m_pTreeView->ClearTreeViewInfo();
     clearMaps();
     hideLoading();
@@ -286,6 +290,7 @@ void VexaFeatureTree::readyForDelete()
 void VexaFeatureTree::removeCameraID(long)
 {
     StopThread(true);
+    StepPages::takeDown(m_lCameraID);
     if (m_pTreeView) {
         m_pTreeView->ClearTreeViewInfo();
     }

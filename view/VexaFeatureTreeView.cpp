@@ -100,6 +100,11 @@ VexaFeatureTreeView::~VexaFeatureTreeView()
 
 void VexaFeatureTreeView::setCameraAndRoot(long lCameraID, VexaPropertyTreeItem *pRoot)
 {
+    if (pRoot != m_pRootItem) {
+        // What items told before may be of some that have gone.
+        QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
+        m_nQueuedUpdates = 0;
+    }
     m_lCameraID = lCameraID;
     m_pRootItem = pRoot;
     m_pModel->setCameraID(lCameraID);

@@ -137,6 +137,7 @@ private:
     friend class PendingRowUpdates;
 
     bool concerns(long lCameraID, VexaPropertyTreeItem *pItem) const;
+    bool isKnown(VexaPropertyTreeItem *pItem) const;
     RowVisibility rowVisibility() const;
     bool filterRows();
     bool decideRows(const RowVisibility &visibility, VexaPropertyTreeItem *pItem, bool bShow,

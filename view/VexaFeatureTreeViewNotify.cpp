@@ -60,7 +60,13 @@ void VexaFeatureTreeView::itemReadOnlyChanged(long lCameraID, VexaPropertyTreeIt
 bool VexaFeatureTreeView::concerns(long lCameraID, VexaPropertyTreeItem *pItem) const
 {
     // A call that waited in the queue may name an item that has gone.
-    return lCameraID != -1 && lCameraID == m_lCameraID && pItem && m_rows.contains(pItem);
+    return lCameraID != -1 && lCameraID == m_lCameraID && isKnown(pItem);
+}
+
+bool VexaFeatureTreeView::isKnown(VexaPropertyTreeItem *pItem) const
+{
+    // Rows of a page may follow features that have no row there.
+    return pItem && (m_rows.contains(pItem) || (m_pOwner && m_pOwner->isFollowed(pItem)));
 }
 
 void VexaFeatureTreeView::onUpdateEditorData(long lCameraID, VexaPropertyTreeItem *pItem, int nType,
@@ -84,7 +90,7 @@ void VexaFeatureTreeView::onUpdateEditorData(long lCameraID, VexaPropertyTreeIte
         }
     }
     // The owner may have cleared the tree while an editor was refilled.
-    if (m_pOwner && m_rows.contains(pItem) && (nType == -1 || (nType & 2))) {
+    if (m_pOwner && isKnown(pItem) && (nType == -1 || (nType & 2))) {
         m_pOwner->itemValueChanged(pItem, bFromUiJson);
     }
 }

@@ -26,6 +26,9 @@ const BuiltInRow kBuiltIn[] = {
     {"area-camera", makeAreaCamera},
     {"code-reader", makeCodeReader},
     {"code-reader-older", makeOlderCodeReader, false},
+    {"code-reader-16", [](int instance) { return makeCodeReaderOfProduct(instance, 16); }, false},
+    {"code-reader-17", [](int instance) { return makeCodeReaderOfProduct(instance, 17); }, false},
+    {"code-reader-without-tuning", makeCodeReaderWithoutTuning, false},
     {"line-camera", makeLineCamera},
     {"grabber-camera", makeGrabberCamera},
 };

@@ -77,7 +77,8 @@ struct Simulated
         source; ///< for CameraHost::openCamera; may be opened again after a close
 };
 
-/// Ids of the built-in devices, without the variants: "code-reader-older" has the node names of the generation before.
+/// Ids of the built-in devices, without the variants: "code-reader-older" has the node names of the generation before,
+/// "code-reader-16" and "code-reader-17" are of other product families, "code-reader-without-tuning" lacks SmartTune.
 SIMULATOR_API QStringList builtInIds();
 /// One built-in device with memory of its own; null members for an unknown id. `instance` tells several devices
 /// of one id apart by serial number and name (0 is the first).

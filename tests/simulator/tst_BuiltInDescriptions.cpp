@@ -44,6 +44,9 @@ void tst_BuiltInDescriptions::addDevices()
     QTest::newRow("area-camera") << "area-camera" << 1u << 180;
     QTest::newRow("code-reader") << "code-reader" << 1u << 350;
     QTest::newRow("code-reader-older") << "code-reader-older" << 1u << 350;
+    QTest::newRow("code-reader-16") << "code-reader-16" << 1u << 350;
+    QTest::newRow("code-reader-17") << "code-reader-17" << 1u << 350;
+    QTest::newRow("code-reader-without-tuning") << "code-reader-without-tuning" << 1u << 350;
     QTest::newRow("line-camera") << "line-camera" << 4u << 100;
     QTest::newRow("grabber-camera") << "grabber-camera" << 8u << 60;
 }

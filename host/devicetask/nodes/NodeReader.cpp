@@ -233,7 +233,9 @@ DeviceError NodeReader::boolean(const DeviceSession &session, const QByteArray &
     if (failure.failed()) {
         return failure;
     }
-    if (session.nodes.at(id).kind != NodeKind::Boolean) {
+    // Some devices describe a switch as an enumeration of 0 and 1.
+    const NodeKind kind = session.nodes.at(id).kind;
+    if (kind != NodeKind::Boolean && kind != NodeKind::Enumeration) {
         return wrongKind(name, "boolean");
     }
     return evaluator.truth(id, out);

@@ -149,6 +149,11 @@ DeviceError NodeWriter::boolean(const DeviceSession &session, const QByteArray &
     if (write.failed()) {
         return write.error();
     }
+    if (write.kind() == NodeKind::Enumeration) {
+        const int number = value ? 1 : 0;
+        return write.assignEntry(QString::number(number),
+                                 [number](qint64 entry) { return entry == number; });
+    }
     return write.kind() == NodeKind::Boolean ? write.assign(FormulaNumber::ofInteger(value ? 1 : 0))
                                              : write.wrongKind("boolean");
 }

@@ -87,6 +87,23 @@ BuiltInDevice makeCodeReader(int instance)
     return built(codeReaderTable(identity), identity);
 }
 
+BuiltInDevice makeCodeReaderOfProduct(int instance, qint64 productType)
+{
+    CodeReaderIdentity identity = identityOf(instance, kModel);
+    identity.m_nProductType = productType;
+    return built(codeReaderTable(identity), identity);
+}
+
+BuiltInDevice makeCodeReaderWithoutTuning(int instance)
+{
+    const CodeReaderIdentity identity = identityOf(instance, kModel);
+    FeatureTable table = codeReaderTable(identity);
+    for (const char *name : {"SmartTune", "SmartTuneStop", "SmartTuneProgress"}) {
+        table.remove(name);
+    }
+    return built(table, identity);
+}
+
 BuiltInDevice makeOlderCodeReader(int instance)
 {
     static const struct

@@ -9,6 +9,7 @@ struct CodeReaderIdentity
     QByteArray m_strSerial;
     QByteArray m_strUserId;
     NetworkIdentity m_network;
+    qint64 m_nProductType = 3; ///< of the node ProductType
 };
 
 constexpr int kReaderUserSets = 5; ///< the factory's and four of the user
@@ -21,6 +22,10 @@ constexpr int kAlgoRegions = 8;
 BuiltInDevice makeCodeReader(int instance);
 /// The same with the names that readers of the generation before have for some features.
 BuiltInDevice makeOlderCodeReader(int instance);
+/// One of another product family, with a light that is a single switch.
+BuiltInDevice makeCodeReaderOfProduct(int instance, qint64 productType);
+/// One that cannot search for good settings as a whole: without the command SmartTune.
+BuiltInDevice makeCodeReaderWithoutTuning(int instance);
 /// Its table alone.
 FeatureTable codeReaderTable(const CodeReaderIdentity &identity);
 /// The registers of the measures of print quality.

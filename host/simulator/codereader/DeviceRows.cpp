@@ -70,7 +70,7 @@ void addIdentity(FeatureTable &t, const CodeReaderIdentity &identity)
         {"ProductType",
          {"Number of the product family that the device belongs to.", "产品类型",
           "设备所属产品系列的编号。"},
-         3,
+         identity.m_nProductType,
          "",
          "",
          "",

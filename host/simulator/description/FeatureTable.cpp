@@ -2,6 +2,8 @@
 
 #include "host/simulator/description/FeatureBuilder.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr quint64 kAlignment = 4; // GigE Vision addresses registers in 4-byte steps
@@ -189,6 +191,24 @@ void FeatureTable::rename(const QByteArray &from, const QByteArray &to)
                 property.m_strText = spacedName(to);
             }
         }
+    }
+}
+
+void FeatureTable::remove(const QByteArray &name)
+{
+    Q_ASSERT_X(m_nodeIndex.contains(name), "FeatureTable", name.constData());
+    m_nodes.remove(m_nodeIndex.value(name));
+    m_texts.remove(name);
+    m_nodeIndex.clear();
+    for (int index = 0; index < m_nodes.size(); ++index) {
+        NodeRow &row = m_nodes[index];
+        m_nodeIndex.insert(row.m_strName, index);
+        row.m_properties.erase(std::remove_if(row.m_properties.begin(), row.m_properties.end(),
+                                              [&name](const PropertyRow &property) {
+                                                  return property.m_strTag.startsWith('p')
+                                                      && property.m_strText == name;
+                                              }),
+                               row.m_properties.end());
     }
 }
 

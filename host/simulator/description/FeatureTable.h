@@ -111,6 +111,9 @@ public:
     /// The feature by another name, wherever it stands. Its register keeps its own.
     void rename(const QByteArray &from, const QByteArray &to);
 
+    /// The feature goes, with every place in which it stands. Its register stays, unnamed by any feature.
+    void remove(const QByteArray &name);
+
     const QVector<NodeRow> &nodes() const { return m_nodes; }
     const QVector<RegisterRow> &registers() const { return m_registers; }
     const QMap<QByteArray, TextRow> &texts() const { return m_texts; }

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "model/CTreeItemValue.h"
+#include "model/IVexaFeatureWidget.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "tests/support/ModuleFixture.h"
+#include "view/VexaFeatureTreeView.h"
+
+#include <QDomDocument>
+
+/// Pages laid from a text, as a host lays them.
+class TestPages : public IVexaFeatureWidget
+{
+public:
+    explicit TestPages(const QString &strPages, int nPageIndex = 1)
+        : IVexaFeatureWidget(nPageIndex)
+        , m_strPages(QStringLiteral("<Pages>%1</Pages>").arg(strPages))
+    {
+    }
+    bool setFeatureValue(const QString &strType, const QString &strName,
+                         const QVariant &value) override
+    {
+        VexaFeatureTree *pTree = tree();
+        return pTree && pTree->setFeatureValue(strType, strName, value);
+    }
+    VexaPropertyTreeItem *createPageRoot() override
+    {
+        QDomDocument document;
+        if (!tree() || !document.setContent(m_strPages)) {
+            return nullptr;
+        }
+        if (!m_strHint.isEmpty()) {
+            m_platformHints.insert(int(m_lCameraID), m_strHint);
+        }
+        auto *pRoot = new VexaPropertyTreeItem;
+        pRoot->setIsFeatureTreeItem(false);
+        createPageItems(pRoot, document.documentElement(), tree());
+        return pRoot;
+    }
+
+    VexaFeatureTree *tree() const
+    {
+        return VexaMainFeatureWidget::instance()->getAllFeatureTreesMap().value(m_lCameraID);
+    }
+    VexaPropertyTreeItem *root() const { return m_rootItems.value(int(m_lCameraID), nullptr); }
+    VexaPropertyTreeItem *row(const QString &strName) const { return pageItem(root(), strName); }
+    QString platform() const { return m_platformKeys.value(int(m_lCameraID)); }
+    /// The rows as a text: "Page(Feature Row:Tag)"; a row of the page's own has a "+".
+    QString text() const { return root() ? textBelow(root()) : QStringLiteral("none"); }
+
+    using IVexaFeatureWidget::setSpinItems;
+    using IVexaFeatureWidget::setSpinStep;
+    QString m_strHint;
+
+private:
+    QString textBelow(VexaPropertyTreeItem *pBranch) const
+    {
+        QStringList texts;
+        for (int nRow = 0; nRow < pBranch->childCount(); ++nRow) {
+            VexaPropertyTreeItem *pItem = pBranch->child(nRow);
+            const QString strTag = pItem->tagName();
+            QString strText = pItem->value()->m_strNodeName;
+            if (pItem->itemType() == ITEM_CATEGORY) {
+                strText += QLatin1Char('(') + textBelow(pItem) + QLatin1Char(')');
+            } else {
+                strText += strTag.isEmpty() ? QString() : QLatin1Char(':') + strTag;
+                strText += QLatin1String(pItem->isFeatureTreeItem() ? "" : "+");
+            }
+            texts.append(strText);
+        }
+        return texts.join(QLatin1Char(' '));
+    }
+
+    QString m_strPages;
+};
