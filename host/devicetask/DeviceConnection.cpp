@@ -352,6 +352,7 @@ DeviceError DeviceConnection::work(DeviceCall &call)
         session.look = m_held.look(call.m_nReader, *m_pNodes, call.m_question);
     } else {
         m_held.drop();
+        session.changes = ++m_nChanges;
     }
     const DeviceError error = call.work(session);
     if (!isRead || error.isTransport()) {

@@ -114,6 +114,7 @@ private:
     const std::unique_ptr<const NodeTable> m_pNodes;
     LocalValues m_locals; ///< of the connection's thread
     HeldValues m_held; ///< of the connection's thread
+    quint64 m_nChanges = 0; ///< of the connection's thread; see DeviceSession::changes
     std::atomic<unsigned int> m_nAnswered{0}; ///< register accesses that the device answered
     const DeviceSession m_session;
     const std::shared_ptr<ConnectionState> m_pState;

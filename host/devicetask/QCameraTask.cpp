@@ -125,6 +125,34 @@ bool QCameraTask::Private::fail(const DeviceError &failure, int *error)
     return finish(failure, error);
 }
 
+int QCameraTask::Private::transfer(const QCameraTask &task,
+                                   const std::function<DeviceError(FileTransfer &)> &run)
+{
+    const std::shared_ptr<TaskRecord> keep = enter();
+    int code = 0;
+    DeviceError error = mayWrite();
+    if (!error.failed() && m_fileProgress.isBusy.exchange(true)) {
+        finish({NODE_NOT_ACCESSIBLE, QStringLiteral("another file is on its way")}, &code);
+        return code;
+    }
+    if (!error.failed()) {
+        FileTransfer transfer(
+            [this, &task](const FileTransfer::Work &work) {
+                struct Nothing
+                {
+                } nothing;
+                return call(task, &nothing, [work](const DeviceSession &session, Nothing *) {
+                    return work(session);
+                });
+            },
+            m_fileProgress);
+        error = run(transfer);
+        m_fileProgress.isBusy = false;
+    }
+    finish(error, &code);
+    return code;
+}
+
 QCameraTask::QCameraTask(std::unique_ptr<Private> data)
     : d(std::move(data))
 {
@@ -239,23 +267,25 @@ int QCameraTask::SaveFeatures(const QString &)
     return error;
 }
 
-int QCameraTask::ReadDeviceFile(const QString &, const QString &)
+int QCameraTask::ReadDeviceFile(const QString &path, const QString &fileName)
 {
-    int error = 0;
-    d->fail(notYet("reading a device file"), &error);
-    return error;
+    return d->transfer(
+        *this, [&](FileTransfer &transfer) { return transfer.fetch(fileName.toUtf8(), path); });
 }
 
-int QCameraTask::WriteDeviceFile(const QString &, const QString &)
+int QCameraTask::WriteDeviceFile(const QString &path, const QString &fileName)
 {
-    int error = 0;
-    d->fail(notYet("writing a device file"), &error);
-    return error;
+    return d->transfer(
+        *this, [&](FileTransfer &transfer) { return transfer.send(path, fileName.toUtf8()); });
 }
 
-int QCameraTask::GetFileAccessProgress(qint64 *, qint64 *)
+int QCameraTask::GetFileAccessProgress(qint64 *total, qint64 *done)
 {
-    // No transfer is ever under way, so the caller's presets stand.
+    const FileProgress &progress = d->m_fileProgress;
+    if (progress.isBusy && total && done) {
+        *total = progress.total;
+        *done = progress.done;
+    }
     return 0;
 }
 

@@ -3,7 +3,9 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "host/devicetask/DeviceConnection.h"
+#include "host/devicetask/FileTransfer.h"
 
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -85,6 +87,9 @@ public:
     /// The same for an operation that ends before it reaches the device.
     bool fail(const DeviceError &failure, int *error);
 
+    /// One copy of a file at a time; 0 or the code of its failure.
+    int transfer(const QCameraTask &task, const std::function<DeviceError(FileTransfer &)> &run);
+
     static DeviceError closed();
     static DeviceError noPlace();
     static void observe();
@@ -94,6 +99,7 @@ public:
     bool finish(const DeviceError &result, int *error) const;
 
     TaskRecord *const m_pRecord; ///< owns the task
+    FileProgress m_fileProgress;
 
 private:
     mutable std::mutex m_mutex;

@@ -2,6 +2,8 @@
 
 #include "host/simulator/RegisterMemory.h"
 
+class DeviceFiles;
+
 /// What the firmware of a simulated device does with its registers. This base does nothing: plain memory.
 /// The device core calls it under its mutex.
 class DeviceBehaviour
@@ -26,6 +28,8 @@ public:
     }
     /// The device starts again, as after power on.
     virtual void restart(RegisterMemory &) { }
+    /// Null for a device without files.
+    virtual DeviceFiles *files() { return nullptr; }
     /// Values that move by themselves stand still while this is on.
     virtual void setQuiet(bool) { }
 };

@@ -1,5 +1,7 @@
 #include "host/simulator/DeviceCore.h"
 
+#include "host/simulator/sfnc/DeviceFiles.h"
+
 #include <QThread>
 
 #include <arv.h>
@@ -93,6 +95,35 @@ void DeviceCore::comeBack()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_bGone = false;
+}
+
+void DeviceCore::vanishAfter(int accesses)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_nAccessesLeft = accesses;
+}
+
+QByteArray DeviceCore::file(const QString &entry) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const DeviceFiles *files = m_pBehaviour->files();
+    return files ? files->content(entry) : QByteArray();
+}
+
+void DeviceCore::setFile(const QString &entry, const QByteArray &content)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (DeviceFiles *files = m_pBehaviour->files()) {
+        files->setContent(entry, content);
+    }
+}
+
+void DeviceCore::setFileFault(const SimulatedFileFault &fault)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (DeviceFiles *files = m_pBehaviour->files()) {
+        files->setFault(fault);
+    }
 }
 
 void DeviceCore::loseControl()
@@ -225,6 +256,10 @@ int DeviceCore::arrive(SimulatorAccess::Kind kind, quint64 address, quint32 leng
     }
     *logGeneration = m_nLogGeneration;
     const int latency = m_nLatency;
+    if (m_nAccessesLeft == 0) {
+        m_bGone = true;
+    }
+    m_nAccessesLeft = qMax(m_nAccessesLeft - 1, -1);
     if (m_eBlock == BlockState::Armed) {
         m_eBlock = BlockState::Waiting;
         m_unblocked.wait(lock, [this] { return m_eBlock != BlockState::Waiting; });

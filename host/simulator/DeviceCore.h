@@ -30,6 +30,10 @@ public:
     void comeBack() override;
     void loseControl() override;
     void setControlledElsewhere(bool on) override;
+    void vanishAfter(int accesses) override;
+    QByteArray file(const QString &entry) const override;
+    void setFile(const QString &entry, const QByteArray &content) override;
+    void setFileFault(const SimulatedFileFault &fault) override;
     void setLogging(bool on) override;
     QVector<SimulatorAccess> accessLog() const override;
     void clearAccessLog() override;
@@ -72,6 +76,7 @@ private:
     bool m_bAlignedOnly = false;
     bool m_bLogging = false;
     bool m_bGone = false;
+    int m_nAccessesLeft = -1; ///< until the device vanishes; -1: it stays
     bool m_bControlledElsewhere = false;
     DelayedActions m_actions; ///< last: its thread ends before the rest goes
 };

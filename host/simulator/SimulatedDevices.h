@@ -26,6 +26,27 @@ struct SimulatorAccess
     quintptr thread = 0; ///< QThread::currentThreadId of the caller
 };
 
+/// What a simulated device does wrong with its files, and how long it takes for an operation on one.
+struct SimulatedFileFault
+{
+    enum Kind {
+        None,
+        RefusedOpen,
+        RefusedBlock, ///< a status other than success
+        HalfBlock, ///< one block moves half of what was asked for, as a device may
+        TooManyBytes, ///< a block whose result is more than was asked for
+        NothingForEver, ///< from that block on
+        SizeTooLarge,
+        SizeTooSmall,
+        SizeNegative,
+        NoSize,
+        RefusedClose
+    };
+    Kind kind = None;
+    int block = 0; ///< the Read or Write since the opening, from 0
+    int milliseconds = 0; ///< FileOperationExecute reads as pending that long
+};
+
 /// The strings that hold one simulated device: its memory, its faults and its log. It outlives the ArvDevice
 /// that stands on it, so that a device can vanish and come back. Any thread.
 class SIMULATOR_API SimulatorControl
@@ -56,6 +77,14 @@ public:
     virtual void loseControl() = 0;
     /// While on, another host controls the device: whoever has it open loses control, and an opening gets it read-only.
     virtual void setControlledElsewhere(bool on) = 0;
+
+    /// From the given number of further accesses on the device is gone, in the middle of whatever it does.
+    virtual void vanishAfter(int accesses) = 0;
+
+    /// The contents of a file of the device, by its entry of FileSelector; null for an unknown one.
+    virtual QByteArray file(const QString &entry) const = 0;
+    virtual void setFile(const QString &entry, const QByteArray &content) = 0;
+    virtual void setFileFault(const SimulatedFileFault &fault) = 0;
 
     virtual void setLogging(bool on) = 0;
     virtual QVector<SimulatorAccess> accessLog() const = 0;

@@ -230,3 +230,44 @@ DeviceError RegisterAccess::writeText(const QByteArray &text)
     return m_evaluator.memory().write(start, text + QByteArray(size - text.size(), '\0'),
                                       m_strName);
 }
+
+DeviceError RegisterAccess::locateRaw(int count, quint64 *start, int *moved)
+{
+    constexpr int WORD = 4;
+    int size = 0;
+    const DeviceError error = locate(start, &size);
+    if (error.failed()) {
+        return error;
+    }
+    *moved = qMin((count + WORD - 1) / WORD * WORD, size);
+    return count <= size
+        ? DeviceError()
+        : NodeEvaluator::failure(
+            NODE_RANGE, m_node,
+            QStringLiteral("%1 bytes do not fit into its %2").arg(count).arg(size));
+}
+
+DeviceError RegisterAccess::readRaw(int count, QByteArray *out)
+{
+    quint64 start = 0;
+    int moved = 0;
+    QByteArray bytes;
+    DeviceError error = locateRaw(count, &start, &moved);
+    if (!error.failed()) {
+        error = m_evaluator.memory().read(start, moved, false, m_strName, &bytes);
+    }
+    if (!error.failed()) {
+        *out = bytes.left(count);
+    }
+    return error;
+}
+
+DeviceError RegisterAccess::writeRaw(const QByteArray &bytes)
+{
+    quint64 start = 0;
+    int moved = 0;
+    const DeviceError error = locateRaw(bytes.size(), &start, &moved);
+    return error.failed() ? error
+                          : m_evaluator.memory().write(
+                              start, bytes + QByteArray(moved - bytes.size(), '\0'), m_strName);
+}

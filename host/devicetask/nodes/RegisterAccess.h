@@ -26,11 +26,16 @@ public:
     DeviceError readText(QByteArray *out);
     /// The rest of the register is filled with zeros.
     DeviceError writeText(const QByteArray &text);
+    /// The first bytes of the register as they stand there. Whole words of 4 are moved, as transports ask for; what
+    /// fills up the last one of a write is 0.
+    DeviceError readRaw(int count, QByteArray *out);
+    DeviceError writeRaw(const QByteArray &bytes);
 
 private:
     DeviceError address(quint64 *out);
     DeviceError addressPart(const NodeAddress &part, quint64 *out);
     DeviceError locate(quint64 *address, int *length);
+    DeviceError locateRaw(int count, quint64 *start, int *moved);
     DeviceError beyondAddresses() const;
     DeviceError readBytes(bool mayHold, QByteArray *out);
     DeviceError checkPort() const;

@@ -50,8 +50,14 @@ QVector<DeviceFile> areaCameraFiles()
         note += "Line " + QByteArray::number(line) + " of the user file of the simulated camera.\n";
     }
     return {
-        {"UserSet1", "User Set1", "用户参数组1", "UserSet1\nExposureTime=5000\nGain=6.5\n"},
+        {"UserSet1", "User Set 1", "用户参数组1", "UserSet1\nExposureTime=5000\nGain=6.5\n"},
         {"DefectTable", "Defect Table", "坏点表", QByteArray(64, '\x11'), true},
+        {"BaseUserSet1", "Base User Set 1", "底座参数组1", "Channel=1\n"},
+        {"MultiROI", "Multi ROI", "多区域", "0,0,640,480\n640,480,1280,960\n"},
+        {"SECBIN", "SECBIN", "安全文件", QByteArray(4096, '\x5A')},
+        {"LicenseNotice", "License Notice", "许可声明", "Notice on the software of the camera.\r\n",
+         true},
+        {"FeaturesXml", "FeaturesXml", "特征描述", "<Features/>\n", true},
         {"UserFile", "User File", "用户文件", note},
     };
 }

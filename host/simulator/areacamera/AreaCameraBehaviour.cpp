@@ -106,10 +106,7 @@ int AreaCameraBehaviour::refusal(const RegisterMemory &memory, quint64 address,
 
 void AreaCameraBehaviour::beforeRead(RegisterMemory &memory, quint64 address, quint32 length)
 {
-    if (m_registers.isTouched("FileStateReg", address, length)
-        || m_registers.isTouched("FileSizeReg", address, length)) {
-        m_files.publish(m_registers, memory);
-    }
+    m_files.beforeRead(m_registers, memory, address, length);
     if (m_bQuiet || !isMoving(address, length)) {
         return;
     }

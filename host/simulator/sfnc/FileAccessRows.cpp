@@ -51,7 +51,7 @@ void addFileAccessRows(FeatureTable &t, const QVector<DeviceFile> &files)
               {"Position in the file at which the next operation begins.", "文件访问偏移",
                "下一次文件操作的起始位置。"})
         .in(Int(8, 0).transient())
-        .range("0", "1048575", "1")
+        .range("0", QByteArray::number(kLargestFile - 1), "1")
         .unit("B")
         .guru()
         .selectedBy("FileSelector");

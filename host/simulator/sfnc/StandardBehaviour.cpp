@@ -38,10 +38,8 @@ int StandardBehaviour::refusal(const RegisterMemory &memory, quint64 address,
 
 void StandardBehaviour::beforeRead(RegisterMemory &memory, quint64 address, quint32 length)
 {
-    if (has("FileStateReg")
-        && (m_registers.isTouched("FileStateReg", address, length)
-            || m_registers.isTouched("FileSizeReg", address, length))) {
-        m_files.publish(m_registers, memory);
+    if (has("FileStateReg")) {
+        m_files.beforeRead(m_registers, memory, address, length);
     }
     if (m_bQuiet) {
         return;

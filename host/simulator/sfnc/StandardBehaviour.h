@@ -25,6 +25,7 @@ public:
     Effect afterWrite(RegisterMemory &memory, quint64 address, quint32 length) override;
     void restart(RegisterMemory &memory) override;
     void setQuiet(bool on) override { m_bQuiet = on; }
+    DeviceFiles *files() override { return &m_files; }
 
 protected:
     using Handler = std::function<void(RegisterMemory &)>;

@@ -1,0 +1,462 @@
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "host/devicetask/CameraHost.h"
+#include "host/devicetask/DeviceError.h"
+#include "host/simulator/SimulatedDevices.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <thread>
+
+using Fault = SimulatedFileFault;
+
+namespace {
+
+constexpr int BLOCK = 1024; // of the simulated devices
+constexpr int FAULT_BLOCKS = 50; // length of the file in which faults are planted
+constexpr int ACCESSES_A_BLOCK =
+    8; // offset, length, execute, done?, status, result, 2 of the buffer
+constexpr int ACCESSES_AROUND = 40; // opening and closing
+constexpr qint64 BUFFER = 0x20000;
+const char *const OLD = "what was there before";
+
+QByteArray randomBytes(int size)
+{
+    QByteArray bytes(size, '\0');
+    QRandomGenerator random(7);
+    std::generate(bytes.begin(), bytes.end(), [&random] { return char(random.generate()); });
+    return bytes;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+}
+
+/// An open device and a folder of the host with one file in it.
+class Transfer
+{
+public:
+    explicit Transfer(const char *deviceId = "area-camera")
+        : m_device(SimulatedDevices::builtIn(QLatin1String(deviceId)))
+        , m_nId(m_host.openCamera(*m_device.source).cameraId)
+    {
+        keep(OLD);
+        control().setQuiet(true);
+        control().setLogging(true);
+    }
+    SimulatorControl &control() { return *m_device.control; }
+    QCameraTask &task() { return *QTaskManager::Instance()->GetTaskByIDEx(m_nId)->_CameraTak(); }
+    QString path(const QString &name = "file.bin") { return m_folder.filePath(name); }
+    void keep(const QByteArray &content)
+    {
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), qint64(content.size()));
+    }
+    int get(const QString &entry = "MultiROI") { return task().ReadDeviceFile(path(), entry); }
+    int put(const QString &entry = "MultiROI") { return task().WriteDeviceFile(path(), entry); }
+    QString remark() { return task().GetLastErrorRemark(); }
+    QStringList files() { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden); }
+    qint64 feature(const char *name)
+    {
+        _NODE_INT_VALUE_ value{};
+        return task().GetIntegerValue(name, &value, nullptr, true, false) ? value.value : -1;
+    }
+    quint64 addressOf(const char *reg)
+    {
+        const QRegularExpression row(
+            QStringLiteral("Name=\"%1\".*?<Address>0x([0-9A-Fa-f]+)<").arg(QLatin1String(reg)),
+            QRegularExpression::DotMatchesEverythingOption);
+        return row.match(QString::fromUtf8(control().description()))
+            .captured(1)
+            .toULongLong(nullptr, 16);
+    }
+    /// Nanoseconds of one bare access now.
+    qint64 accessTime()
+    {
+        constexpr int COUNT = 60;
+        char bytes[4];
+        QElapsedTimer clock;
+        clock.start();
+        for (int i = 0; i < COUNT; ++i) {
+            task().ReadMemory(BUFFER, bytes, sizeof bytes, nullptr);
+        }
+        return clock.nsecsElapsed() / COUNT;
+    }
+    bool run(int operation)
+    {
+        return task().SetIntegerValue("FileOperationSelector", operation, nullptr)
+            && task().ExecuteCommand("FileOperationExecute", nullptr);
+    }
+
+    CameraHost m_host;
+    SimulatedDevices::Simulated m_device;
+    long int m_nId;
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+/// Files of simulated devices, there and back, and what can go wrong on the way.
+class tst_FileAccess : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void thereAndBack_data();
+    void thereAndBack();
+    void costsItsAccessesOnly();
+    void blocksAreHeld();
+    void faults_data();
+    void faults();
+    void vanishes_data();
+    void vanishes();
+    void refusals_data();
+    void refusals();
+    void tooLarge();
+    void sizesThatAreNone();
+    void leftOpenByAnother();
+    void slowOperations();
+    void oneAtATime();
+    void closedInTheMiddle();
+};
+
+void tst_FileAccess::thereAndBack_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<int>("size");
+    QTest::newRow("20 MB") << "code-reader" << 20 * 1000 * 1000;
+    QTest::newRow("whole blocks") << "code-reader" << 3 * BLOCK;
+    QTest::newRow("part of a word") << "code-reader" << BLOCK + 1;
+    QTest::newRow("one byte") << "line-camera" << 1;
+}
+
+void tst_FileAccess::thereAndBack()
+{
+    QFETCH(QString, device);
+    QFETCH(int, size);
+    const QString entry = device == "line-camera" ? "UserSet1" : "MultiROI";
+    Transfer t(qPrintable(device));
+    const QByteArray bytes = randomBytes(size);
+    const int blocks = (size + BLOCK - 1) / BLOCK;
+    t.keep(bytes);
+    const qint64 selected = t.feature("FileSelector");
+    t.control().clearAccessLog();
+    QVERIFY2(t.put(entry) == 0, qPrintable(t.remark()));
+    QVERIFY(t.control().file(entry) == bytes);
+    QVERIFY(t.control().accessLog().size() <= blocks * ACCESSES_A_BLOCK + ACCESSES_AROUND);
+    QCOMPARE(t.feature("FileSelector"), selected);
+
+    t.keep(OLD);
+    t.control().clearAccessLog();
+    std::atomic<int> code{-1};
+    std::thread reader([&t, &code, &entry] { code = t.get(entry); });
+    qint64 before = 0;
+    bool seen = false;
+    while (code == -1) {
+        qint64 total = -1;
+        qint64 done = -1;
+        QCOMPARE(t.task().GetFileAccessProgress(&total, &done), 0);
+        seen = seen || (total == size && done > 0);
+        QVERIFY(done <= size && (done >= before || done <= 0));
+        before = qMax(before, done);
+        QThread::usleep(200); // so that watching does not slow it down
+    }
+    reader.join();
+    QVERIFY2(code == 0, qPrintable(t.remark()));
+    QVERIFY(contentOf(t.path()) == bytes);
+    QVERIFY(seen || size < 100 * BLOCK);
+    QVERIFY(t.control().accessLog().size() <= (blocks + 1) * ACCESSES_A_BLOCK + ACCESSES_AROUND);
+    qint64 total = -1;
+    qint64 done = -1;
+    QCOMPARE(t.task().GetFileAccessProgress(&total, &done), 0);
+    QVERIFY(total == -1 && done == -1);
+    QCOMPARE(t.files(), QStringList("file.bin"));
+}
+
+void tst_FileAccess::costsItsAccessesOnly()
+{
+    constexpr int LATENCY_US = 500;
+    Transfer t;
+    t.keep(randomBytes(16 * BLOCK));
+    t.control().setLatency(LATENCY_US);
+    for (int direction = 0; direction < 2; ++direction) {
+        double best = 100;
+        // A busy computer lengthens each access: what one costs at that moment counts.
+        for (int attempt = 0; attempt < 40 && best > 1.1; ++attempt) {
+            const qint64 access = t.accessTime();
+            t.control().clearAccessLog();
+            QElapsedTimer clock;
+            clock.start();
+            QCOMPARE(direction ? t.get() : t.put(), 0);
+            const auto taken = double(clock.nsecsElapsed());
+            best = qMin(best, taken / double(t.control().accessLog().size() * access));
+        }
+        qInfo("%s: %.3f x accesses x latency", direction ? "read" : "write", best);
+        QVERIFY(best <= 1.1);
+    }
+}
+
+void tst_FileAccess::blocksAreHeld()
+{
+    Transfer t;
+    const QByteArray bytes = randomBytes(300 * BLOCK + 5);
+    t.keep(bytes);
+    const quint64 offset = t.addressOf("FileAccessOffsetReg");
+    const quint64 result = t.addressOf("FileOperationResultReg");
+    const quint64 strange = t.addressOf("WidthReg");
+    const quint64 selector = t.addressOf("FileSelectorReg");
+    QVERIFY(offset && result && strange && selector);
+    t.control().clearAccessLog();
+    std::atomic<bool> stop{false};
+    // One who reads and one who selects another file all the time.
+    std::thread other([&] {
+        while (!stop) {
+            char bytes[4];
+            t.task().ReadMemory(qint64(strange), bytes, sizeof bytes, nullptr);
+            t.task().SetIntegerValue("FileSelector", 1, nullptr);
+        }
+    });
+    const int put = t.put();
+    const int get = put == 0 ? t.get() : put;
+    stop = true;
+    other.join();
+    QVERIFY2(get == 0, qPrintable(t.remark()));
+    QVERIFY(contentOf(t.path()) == bytes);
+    int strangers = 0;
+    int intrusions = 0;
+    bool isInBlock = false;
+    const QVector<SimulatorAccess> log = t.control().accessLog();
+    for (const SimulatorAccess &access : log) {
+        const bool isStranger = access.address == strange || access.address == selector;
+        strangers += isStranger;
+        intrusions += isStranger && isInBlock;
+        isInBlock = access.address == offset || (isInBlock && access.address != result);
+    }
+    QVERIFY(strangers > 20);
+    QCOMPARE(intrusions, 0);
+}
+
+void tst_FileAccess::faults_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<bool>("writes");
+    QTest::addColumn<int>("code");
+    const auto row = [](const char *name, Fault::Kind kind, int readCode, int writeCode) {
+        QTest::addRow("%s, read", name) << int(kind) << false << readCode;
+        QTest::addRow("%s, written", name) << int(kind) << true << writeCode;
+    };
+    row("opening refused", Fault::RefusedOpen, NODE_ACCESS, NODE_ACCESS);
+    row("block refused", Fault::RefusedBlock, NODE_ACCESS, NODE_ACCESS);
+    row("half a block", Fault::HalfBlock, 0, 0);
+    row("more than asked for", Fault::TooManyBytes, NODE_LOGICAL, NODE_LOGICAL);
+    row("nothing for ever", Fault::NothingForEver, NODE_LOGICAL, NODE_RUNTIME);
+    row("size too large", Fault::SizeTooLarge, NODE_LOGICAL, 0);
+    row("size too small by blocks", Fault::SizeTooSmall, NODE_LOGICAL, 0);
+    row("negative size", Fault::SizeNegative, NODE_LOGICAL, NODE_LOGICAL);
+    row("closing refused", Fault::RefusedClose, NODE_ACCESS, NODE_ACCESS);
+}
+
+void tst_FileAccess::faults()
+{
+    QFETCH(int, kind);
+    QFETCH(bool, writes);
+    QFETCH(int, code);
+    Transfer t;
+    const QByteArray bytes = randomBytes(FAULT_BLOCKS * BLOCK - 3);
+    for (int block = 0; block < FAULT_BLOCKS; block += 10) {
+        t.control().setFileFault({});
+        t.control().setFile("MultiROI", bytes);
+        t.keep(writes ? bytes : QByteArray(OLD));
+        Fault fault;
+        fault.kind = Fault::Kind(kind);
+        fault.block = block;
+        t.control().setFileFault(fault);
+        QCOMPARE(writes ? t.put() : t.get(), code);
+        QCOMPARE(t.remark().contains("MultiROI") || t.remark().contains("device's file"),
+                 code != 0);
+        QVERIFY(writes || contentOf(t.path()) == (code ? QByteArray(OLD) : bytes));
+        QVERIFY(!writes || code || t.control().file("MultiROI") == bytes);
+        QCOMPARE(t.files(), QStringList("file.bin"));
+        // The device can be used as before.
+        t.control().setFileFault({});
+        t.control().setFile("MultiROI", bytes);
+        QCOMPARE(t.get(), 0);
+        QVERIFY(contentOf(t.path()) == bytes);
+    }
+}
+
+void tst_FileAccess::vanishes_data()
+{
+    QTest::addColumn<bool>("writes");
+    QTest::newRow("read") << false;
+    QTest::newRow("written") << true;
+}
+
+void tst_FileAccess::vanishes()
+{
+    QFETCH(bool, writes);
+    const QByteArray bytes = randomBytes(FAULT_BLOCKS * BLOCK);
+    for (int block = 0; block < FAULT_BLOCKS; block += 10) {
+        Transfer t;
+        t.control().setFile("MultiROI", bytes);
+        t.keep(writes ? bytes : QByteArray(OLD));
+        // In another access of the block each time.
+        t.control().vanishAfter(ACCESSES_AROUND / 2 + block * ACCESSES_A_BLOCK + block / 10);
+        QCOMPARE(writes ? t.put() : t.get(), int(DEVICE_GONE));
+        QVERIFY(contentOf(t.path()) == (writes ? bytes : QByteArray(OLD)));
+        QCOMPARE(t.files(), QStringList("file.bin"));
+    }
+}
+
+void tst_FileAccess::refusals_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("writes");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("remark");
+    const QString area = "area-camera";
+    for (const char *name : {"", "NoSuchFile", "../file.bin", "/etc/hostname", "User Set 1"}) {
+        QTest::addRow("no entry '%s'", name)
+            << area << name << "file.bin" << false << int(NODE_PROPERTY) << "FileSelector";
+    }
+    QTest::newRow("device without files")
+        << "grabber-camera"
+        << "UserSet1"
+        << "file.bin" << false << int(NODE_PROPERTY) << "FileSelector";
+    QTest::newRow("file that only reads")
+        << area << "LicenseNotice"
+        << "file.bin" << true << int(NODE_ACCESS) << "Open of file LicenseNotice";
+    QTest::newRow("folder that does not exist")
+        << area << "UserSet1"
+        << "none/file" << false << int(NODE_ARGUMENT) << "none/file";
+    QTest::newRow("folder in the place of a file") << area << "UserSet1"
+                                                   << "." << false << int(NODE_ARGUMENT) << "/.";
+    QTest::newRow("no source") << area << "UserSet1"
+                               << "none" << true << int(NODE_ARGUMENT) << "none";
+    QTest::newRow("empty source") << area << "UserSet1"
+                                  << "empty" << true << int(NODE_ARGUMENT) << "the file is empty";
+    QTest::newRow("folder as the source") << area << "UserSet1"
+                                          << "." << true << int(NODE_ARGUMENT) << "/.";
+}
+
+void tst_FileAccess::refusals()
+{
+    QFETCH(QString, device);
+    QFETCH(QString, entry);
+    QFETCH(QString, path);
+    QFETCH(bool, writes);
+    QFETCH(int, code);
+    QFETCH(QString, remark);
+    Transfer t(qPrintable(device));
+    if (path == "empty") {
+        QFile empty(t.path(path));
+        QVERIFY(empty.open(QIODevice::WriteOnly));
+    }
+    const QStringList files = t.files();
+    const QByteArray before = t.control().file(entry);
+    QCOMPARE(writes ? t.task().WriteDeviceFile(t.path(path), entry)
+                    : t.task().ReadDeviceFile(t.path(path), entry),
+             code);
+    QVERIFY2(t.remark().contains(remark), qPrintable(t.remark()));
+    QCOMPARE(t.files(), files);
+    QCOMPARE(contentOf(t.path()), QByteArray(OLD));
+    QCOMPARE(t.control().file(entry), before);
+}
+
+void tst_FileAccess::tooLarge()
+{
+    Transfer t;
+    QFile source(t.path());
+    QVERIFY(source.resize(32 * 1024 * 1024 + 1));
+    const QByteArray before = t.control().file("UserSet1");
+    QCOMPARE(t.put("UserSet1"), int(NODE_RANGE));
+    QVERIFY2(t.remark().contains("33554432 bytes"), qPrintable(t.remark()));
+    QCOMPARE(t.control().file("UserSet1"), before);
+}
+
+void tst_FileAccess::sizesThatAreNone()
+{
+    Transfer t;
+    Fault fault;
+    fault.kind = Fault::NoSize;
+    t.control().setFileFault(fault);
+    for (const int size : {0, 5, BLOCK, 2 * BLOCK + 7}) {
+        const QByteArray bytes = randomBytes(size);
+        t.control().setFile("MultiROI", bytes);
+        QVERIFY2(t.get() == 0, qPrintable(t.remark()));
+        QVERIFY(contentOf(t.path()) == bytes);
+    }
+}
+
+void tst_FileAccess::leftOpenByAnother()
+{
+    Transfer t;
+    QVERIFY(t.task().SetIntegerValue("FileSelector", 3, nullptr)); // MultiROI
+    QVERIFY(t.run(0));
+    QVERIFY2(t.get() == 0, qPrintable(t.remark()));
+    QCOMPARE(contentOf(t.path()), t.control().file("MultiROI"));
+}
+
+void tst_FileAccess::slowOperations()
+{
+    Transfer t;
+    Fault fault;
+    fault.milliseconds = 25;
+    t.control().setFileFault(fault);
+    const QByteArray bytes = randomBytes(3 * BLOCK + 2);
+    t.keep(bytes);
+    QVERIFY2(t.put() == 0, qPrintable(t.remark()));
+    t.keep(OLD);
+    QVERIFY2(t.get() == 0, qPrintable(t.remark()));
+    QVERIFY(contentOf(t.path()) == bytes);
+}
+
+void tst_FileAccess::oneAtATime()
+{
+    Transfer t;
+    t.control().setFile("MultiROI", randomBytes(20 * BLOCK));
+    t.control().blockNextAccess();
+    std::atomic<int> first{-1};
+    std::thread reader([&t, &first] { first = t.get(); });
+    qint64 total = -2;
+    qint64 done = -2;
+    QTRY_VERIFY(t.task().GetFileAccessProgress(&total, &done) == 0 && total == -1);
+    QCOMPARE(t.task().ReadDeviceFile(t.path("other"), "UserSet1"), int(NODE_NOT_ACCESSIBLE));
+    QVERIFY(!t.files().contains("other"));
+    t.control().unblock();
+    reader.join();
+    QCOMPARE(first.load(), 0);
+}
+
+void tst_FileAccess::closedInTheMiddle()
+{
+    Transfer t;
+    t.control().setFile("MultiROI", randomBytes(2000 * BLOCK));
+    t.control().setLatency(100);
+    QCameraTask &task = t.task();
+    std::atomic<int> code{-1};
+    std::thread reader([&] { code = task.ReadDeviceFile(t.path(), "MultiROI"); });
+    qint64 total = -1;
+    qint64 done = -1;
+    QTRY_VERIFY(task.GetFileAccessProgress(&total, &done) == 0 && done > 5 * BLOCK);
+    QElapsedTimer clock;
+    clock.start();
+    t.m_host.closeCamera(t.m_nId);
+    reader.join();
+    QVERIFY(clock.elapsed() < 1000);
+    QCOMPARE(code.load(), int(DEVICE_GONE));
+    QCOMPARE(contentOf(t.path()), QByteArray(OLD));
+    QCOMPARE(t.files(), QStringList("file.bin"));
+}
+
+QTEST_GUILESS_MAIN(tst_FileAccess)
+#include "tst_FileAccess.moc"
