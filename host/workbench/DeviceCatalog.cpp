@@ -46,7 +46,9 @@ QString DeviceCatalog::addBuiltIn(const QString &id, QString *error)
             ++number;
         }
     }
-    if (!ok || number < 1 || !SimulatedDevices::builtInIds().contains(model)) {
+    const SimulatedDevices::Simulated device =
+        SimulatedDevices::builtIn(model, qMax(number, 1) - 1);
+    if (!ok || number < 1 || !device.source) {
         *error = QStringLiteral("There is no device '%1'. Devices: %2.")
                      .arg(id, SimulatedDevices::builtInIds().join(QStringLiteral(", ")));
         return QString();
@@ -56,7 +58,7 @@ QString DeviceCatalog::addBuiltIn(const QString &id, QString *error)
         *error = takenTwice(id);
         return QString();
     }
-    return enter(freeId, SimulatedDevices::builtIn(model, number - 1));
+    return enter(freeId, device);
 }
 
 QString DeviceCatalog::addDescription(const QString &path, SimulatorControl::MemoryPattern pattern,

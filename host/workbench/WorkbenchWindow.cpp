@@ -13,6 +13,7 @@
 #include "host/utilitykit/UtilityHost.h"
 #include "host/workbench/CameraPage.h"
 #include "host/workbench/CameraSession.h"
+#include "host/workbench/CameraViews.h"
 #include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/DeviceListPanel.h"
 #include "host/workbench/DeviceStateBanner.h"
@@ -121,7 +122,8 @@ void WorkbenchWindow::layOut()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_pBanner);
-    column->addWidget(VexaMainFeatureWidget::instance(middle), 1);
+    m_pViews = new CameraViews(VexaMainFeatureWidget::instance(middle), middle);
+    column->addWidget(m_pViews, 1);
     upper->addWidget(middle);
     upper->setStretchFactor(0, 0);
     upper->setStretchFactor(1, 1);
@@ -260,7 +262,10 @@ void WorkbenchWindow::openDevice(const QString &id)
             [this, id, camera] { onSessionChanged(id, camera); });
     connect(camera, &CameraSession::openFailed, this,
             [this, id](const QString &error) { emit deviceOpenFailed(id, error); });
-    connect(camera, &CameraSession::firstUpdateDone, this, [this, id] { emit deviceUpdated(id); });
+    connect(camera, &CameraSession::firstUpdateDone, this, [this, id] {
+        showSelected();
+        emit deviceUpdated(id);
+    });
     connect(camera, &CameraSession::tablesChanged, this, &WorkbenchWindow::showSelected);
     connect(camera, &CameraSession::lost, this, [this, id] { emit deviceLost(id); });
     camera->open();
@@ -322,11 +327,13 @@ void WorkbenchWindow::onSessionChanged(const QString &id, CameraSession *camera)
 void WorkbenchWindow::showSelected()
 {
     CameraSession *camera = session(m_pDevices->currentDevice());
-    if (camera && camera->cameraId() != NO_CAMERA_ID) {
+    const bool open = camera && camera->cameraId() != NO_CAMERA_ID;
+    if (open) {
         camera->show();
     } else {
         CameraPage::show(NO_CAMERA_ID);
     }
+    m_pViews->setCamera(open ? camera : nullptr);
     showTrouble(camera);
     m_pLower->setTables(camera ? camera->tables() : nullptr);
 }

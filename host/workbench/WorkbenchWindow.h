@@ -11,6 +11,7 @@
 
 class CameraHost;
 class CameraSession;
+class CameraViews;
 class DeviceCatalog;
 class DeviceListPanel;
 class DeviceStateBanner;
@@ -76,6 +77,7 @@ private:
     DeviceCatalog &m_catalog;
     DeviceListPanel *m_pDevices;
     DeviceStateBanner *m_pBanner;
+    CameraViews *m_pViews = nullptr;
     LowerPanes *m_pLower;
     DeviceSearch *m_pSearch = nullptr;
     std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;

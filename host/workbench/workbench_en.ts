@@ -375,5 +375,61 @@
         <source>lang_workbench_codetypes</source>
         <translation>Code counts</translation>
     </message>
+    <message>
+        <source>lang_workbench_allfeatures</source>
+        <translation>All features</translation>
+    </message>
+    <message>
+        <source>lang_workbench_guidedpages</source>
+        <translation>Guided pages</translation>
+    </message>
+    <message>
+        <source>lang_workbench_basicpages</source>
+        <translation>Basic pages only</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nopages</source>
+        <translation>There are no guided pages for this device.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_adjustfocus</source>
+        <translation>Adjust Focus</translation>
+    </message>
+    <message>
+        <source>lang_workbench_autotriggertime</source>
+        <translation>Auto Trigger Time(ms)</translation>
+    </message>
+    <message>
+        <source>lang_workbench_autotrigger</source>
+        <translation>Enable Auto Trigger</translation>
+    </message>
+    <message>
+        <source>lang_workbench_tags</source>
+        <translation>Tags</translation>
+    </message>
+    <message>
+        <source>lang_workbench_ascii</source>
+        <translation>ASCII characters</translation>
+    </message>
+    <message>
+        <source>lang_workbench_character</source>
+        <translation>Character</translation>
+    </message>
+    <message>
+        <source>lang_workbench_decimal</source>
+        <translation>Decimal</translation>
+    </message>
+    <message>
+        <source>lang_workbench_hexadecimal</source>
+        <translation>Hexadecimal</translation>
+    </message>
+    <message>
+        <source>lang_workbench_ok</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>lang_workbench_cancel</source>
+        <translation>Cancel</translation>
+    </message>
 </context>
 </TS>

@@ -375,5 +375,61 @@
         <source>lang_workbench_codetypes</source>
         <translation>条码计数上限</translation>
     </message>
+    <message>
+        <source>lang_workbench_allfeatures</source>
+        <translation>全部特征</translation>
+    </message>
+    <message>
+        <source>lang_workbench_guidedpages</source>
+        <translation>向导页面</translation>
+    </message>
+    <message>
+        <source>lang_workbench_basicpages</source>
+        <translation>仅显示基本页面</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nopages</source>
+        <translation>该设备没有向导页面。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_adjustfocus</source>
+        <translation>调整焦距</translation>
+    </message>
+    <message>
+        <source>lang_workbench_autotriggertime</source>
+        <translation>自动触发时间(ms)</translation>
+    </message>
+    <message>
+        <source>lang_workbench_autotrigger</source>
+        <translation>自动触发使能</translation>
+    </message>
+    <message>
+        <source>lang_workbench_tags</source>
+        <translation>标签</translation>
+    </message>
+    <message>
+        <source>lang_workbench_ascii</source>
+        <translation>ASCII字符</translation>
+    </message>
+    <message>
+        <source>lang_workbench_character</source>
+        <translation>字符</translation>
+    </message>
+    <message>
+        <source>lang_workbench_decimal</source>
+        <translation>十进制</translation>
+    </message>
+    <message>
+        <source>lang_workbench_hexadecimal</source>
+        <translation>十六进制</translation>
+    </message>
+    <message>
+        <source>lang_workbench_ok</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>lang_workbench_cancel</source>
+        <translation>取消</translation>
+    </message>
 </context>
 </TS>

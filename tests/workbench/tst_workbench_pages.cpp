@@ -1,0 +1,274 @@
+#include "host/workbench/CameraSession.h"
+#include "host/workbench/GuidedPages.h"
+#include "host/workbench/WorkbenchWindow.h"
+#include "model/CTreeItemValue.h"
+#include "model/VexaPropertyTreeItem.h"
+#include "tests/workbench/WindowFixture.h"
+#include "tree/VexaFeatureTree.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTableWidget>
+#include <QTimer>
+#include <QTreeView>
+#include <QtTest>
+
+namespace {
+
+const QString READER = QStringLiteral("code-reader");
+
+/// The guided pages of the window, as its user sees them.
+class PagesFixture : public WindowFixture
+{
+public:
+    explicit PagesFixture(const QString &strDevice)
+        : WindowFixture({strDevice})
+    {
+        window().show();
+        openAndWait(strDevice);
+        choose(1);
+    }
+    void choose(int nTab)
+    {
+        auto *pTabs = window().findChild<QTabBar *>(QStringLiteral("CameraViewTabs"));
+        QTest::mouseClick(pTabs, Qt::LeftButton, Qt::NoModifier, pTabs->tabRect(nTab).center());
+    }
+    GuidedPages &pages() { return *window().findChild<GuidedPages *>(); }
+    QTreeView &view() { return *pages().findChild<QTreeView *>(); }
+    QStringList shownPages() const { return const_cast<PagesFixture *>(this)->shownBelow({}); }
+    QStringList shownBelow(const QModelIndex &parent)
+    {
+        QStringList texts;
+        for (int nRow = 0; nRow < view().model()->rowCount(parent); ++nRow) {
+            if (!view().isRowHidden(nRow, parent)) {
+                texts << view().model()->index(nRow, 0, parent).data().toString();
+            }
+        }
+        return texts;
+    }
+    /// The row of this node; invalid when there is none.
+    QModelIndex row(const QString &strNode, const QModelIndex &parent = {})
+    {
+        for (int nRow = 0; nRow < view().model()->rowCount(parent); ++nRow) {
+            const QModelIndex index = view().model()->index(nRow, 0, parent);
+            auto *pItem = static_cast<VexaPropertyTreeItem *>(index.internalPointer());
+            const QModelIndex found =
+                pItem->value()->m_strNodeName == strNode ? index : row(strNode, index);
+            if (found.isValid()) {
+                return found;
+            }
+        }
+        return {};
+    }
+    template<typename Editor>
+    Editor *editor(const QString &strNode)
+    {
+        const QModelIndex index = row(strNode);
+        return qobject_cast<Editor *>(view().indexWidget(index.sibling(index.row(), 1)));
+    }
+    VexaPropertyTreeItem *feature(const QString &strName)
+    {
+        return session(READER)->tree()->propertyItemByName(strName);
+    }
+};
+
+} // namespace
+
+class WorkbenchPagesTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void pagesInBothLanguages();
+    void basicPagesOnly();
+    void deviceWithoutPages();
+    void ownTrigger();
+    void focusWithoutTuning();
+    void formatDialog();
+    void triggerBytes();
+    void followsTheCamera();
+};
+
+void WorkbenchPagesTest::pagesInBothLanguages()
+{
+    PagesFixture f(READER);
+    const QStringList english{
+        "Image",         "Code Reading", "Lighting",        "Triggers and I/O",
+        "Communication", "Polling",      "Screen and Focus"};
+    const QStringList chinese{"图像", "读码", "光源",      "触发与输入输出",
+                              "通信", "轮询", "屏幕与对焦"};
+    QCOMPARE(f.shownPages(), english);
+    QVERIFY(f.shownBelow(f.row("Image")).contains("Exposure Time"));
+    f.window().setLanguage(QStringLiteral("CH"));
+    QCOMPARE(f.shownPages(), chinese);
+    for (const QString &strTitle : f.shownBelow(f.row("Image"))) {
+        // Rows that draw their own label have none.
+        QVERIFY2(strTitle.isEmpty() || strTitle.at(strTitle.size() - 1).unicode() > 0x7F,
+                 qPrintable(strTitle));
+    }
+    QTRY_COMPARE(f.row("Custom_AutoTrigTime").data().toString(), QString("自动触发时间(ms)"));
+    f.window().setLanguage(QStringLiteral("ENG"));
+    QCOMPARE(f.shownPages(), english);
+    QCOMPARE(f.row("Custom_AutoTrigTime").data().toString(), QString("Auto Trigger Time(ms)"));
+}
+
+void WorkbenchPagesTest::basicPagesOnly()
+{
+    PagesFixture f(READER);
+    auto *pBox = f.pages().findChild<QCheckBox *>(QStringLiteral("BasicPagesOnly"));
+    for (const bool bBasic : {true, false, true}) {
+        QTest::mouseClick(pBox, Qt::LeftButton, Qt::NoModifier, QPoint(10, pBox->height() / 2));
+        QCOMPARE(pBox->isChecked(), bBasic);
+        QCOMPARE(f.shownPages().contains("Polling"), !bBasic);
+        QCOMPARE(f.shownBelow(f.row("Communication")).contains("Upload by FTP"), !bBasic);
+        // Another look at the tree does not forget it.
+        f.choose(0);
+        f.choose(1);
+        QCOMPARE(pBox->isChecked(), bBasic);
+        QCOMPARE(f.shownPages().contains("Polling"), !bBasic);
+    }
+}
+
+void WorkbenchPagesTest::deviceWithoutPages()
+{
+    PagesFixture f(QStringLiteral("area-camera"));
+    QVERIFY(!f.view().isVisible());
+    QVERIFY(f.pages().isVisible());
+    QCOMPARE(f.pages().shownCameraID(), -1L);
+}
+
+void WorkbenchPagesTest::ownTrigger()
+{
+    PagesFixture f(READER);
+    const auto count = [&f] {
+        f.session(READER)->tree()->getFeatureValueFromCamera(f.feature("TriggerSoftwareCount"));
+        return f.shown(READER, "TriggerSoftwareCount").toInt();
+    };
+    QVERIFY(f.pages().setFeatureValue("Integer", "Custom_AutoTrigTime", 20));
+    const int nBefore = count();
+    auto *pSwitch = f.editor<QCheckBox>("Custom_EnableAutoTrig");
+    QVERIFY(pSwitch && pSwitch->isEnabled() && !pSwitch->isChecked());
+    pSwitch->click();
+    QTRY_VERIFY(count() > nBefore + 2);
+    pSwitch->click();
+    const int nAfter = count();
+    QTest::qWait(100); // five periods
+    QCOMPARE(count(), nAfter);
+}
+
+void WorkbenchPagesTest::focusWithoutTuning()
+{
+    {
+        PagesFixture f(READER);
+        QVERIFY(f.row("FocusStep").isValid() && !f.row("Custom_FocusSetting").isValid());
+        QVERIFY(f.row("SmartTune").isValid() && !f.row("SelfAdaptParamAdjustStart").isValid());
+    }
+    PagesFixture f(QStringLiteral("code-reader-without-tuning"));
+    QVERIFY(f.row("FocusStep").isValid());
+    QVERIFY(!f.row("SmartTune").isValid() && f.row("SelfAdaptParamAdjustStart").isValid());
+    const auto *pRow =
+        static_cast<VexaPropertyTreeItem *>(f.row("Custom_FocusSetting").internalPointer());
+    QVERIFY(pRow);
+    QCOMPARE(pRow->tagName(), QString("CustomSpinBox"));
+    QVERIFY(pRow->visible() && !pRow->readOnly());
+}
+
+void WorkbenchPagesTest::formatDialog()
+{
+    PagesFixture f(READER);
+    bool bSeen = false;
+    const auto inDialog = [&](const std::function<void(QDialog &)> &use) {
+        bSeen = false;
+        QTimer::singleShot(0, &f.window(), [&bSeen, &f, use] {
+            auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+            if (pDialog) {
+                bSeen = true;
+                use(*pDialog);
+            }
+        });
+        emit f.pages().SigFormatEditRequested(f.feature("TcpFormatString"),
+                                              f.feature("TcpFormatSourceData"));
+    };
+    const auto put = [](QAbstractItemView &list, const QString &strText) {
+        const QModelIndexList found =
+            list.model()->match(list.model()->index(0, 0), Qt::DisplayRole, strText);
+        QVERIFY2(!found.isEmpty(), qPrintable(strText));
+        list.setCurrentIndex(found.first());
+        QTest::keyClick(&list, Qt::Key_Return);
+    };
+    inDialog([&](QDialog &dialog) {
+        put(*dialog.findChild<QTableWidget *>("AsciiTable"), ";");
+        put(*dialog.findChild<QListWidget *>("FormatTags"), "Angle");
+        QVERIFY(dialog.isVisible());
+        for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
+            if (pButton->text() == "OK") {
+                pButton->click();
+            }
+        }
+    });
+    QVERIFY(bSeen);
+    QTRY_COMPARE(f.shown(READER, "TcpFormatString"), QString("<codecontent>;<angle>"));
+    // What does not fit is not put in, and cannot be written.
+    inDialog([&](QDialog &dialog) {
+        auto *pText = dialog.findChild<QPlainTextEdit *>("FormatText");
+        pText->setPlainText(QString(250, 'x'));
+        put(*dialog.findChild<QListWidget *>("FormatTags"), "Angle");
+        QCOMPARE(pText->toPlainText().size(), 250);
+        pText->setPlainText(QString(256, 'x'));
+        for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
+            QVERIFY(pButton->text() != "OK" || !pButton->isEnabled());
+        }
+        dialog.reject();
+    });
+    QVERIFY(bSeen);
+    // The camera may go while the dialog is up.
+    inDialog([&](QDialog &dialog) {
+        dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText("gone");
+        f.window().closeDevice(READER);
+        dialog.accept();
+    });
+    QVERIFY(bSeen);
+    QVERIFY(!f.view().isVisible());
+}
+
+void WorkbenchPagesTest::triggerBytes()
+{
+    PagesFixture f(READER);
+    QVERIFY(f.session(READER)->tree()->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
+    QTRY_VERIFY(f.feature("TcpStartTriggerHex")->visible()
+                && !f.feature("TcpStartTriggerHex")->readOnly());
+    QTimer::singleShot(0, &f.window(), [&f] {
+        auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+        auto *pTable = pDialog->findChild<QTableWidget *>("AsciiTable");
+        QCOMPARE(pTable->rowCount(), 128);
+        QVERIFY(!pDialog->findChild<QListWidget *>("FormatTags")->isVisible());
+        pTable->setCurrentCell(0x0D, 0);
+        QTest::keyClick(pTable, Qt::Key_Return);
+        pDialog->accept();
+    });
+    emit f.pages().SigFormatEditRequested(f.feature("TcpStartTriggerHex"), nullptr);
+    QTRY_COMPARE(f.shown(READER, "TcpStartTriggerHex"), QString("02 53 03 0D"));
+}
+
+void WorkbenchPagesTest::followsTheCamera()
+{
+    PagesFixture f(READER);
+    QVERIFY(f.view().isVisible());
+    f.unplug(READER);
+    QTRY_COMPARE(f.session(READER)->state(), CameraSession::State::Lost);
+    f.forgetUpdates();
+    f.control(READER).comeBack();
+    QTRY_VERIFY_WITH_TIMEOUT(f.isUpdated(READER), WindowFixture::LONG_WAIT);
+    QCOMPARE(f.shownPages().size(), 7);
+    QCOMPARE(static_cast<VexaPropertyTreeItem *>(f.row("Gain").internalPointer()),
+             f.feature("Gain"));
+    f.window().closeDevice(READER);
+    QVERIFY(!f.view().isVisible());
+    QCOMPARE(f.view().model()->rowCount(), 0);
+}
+
+QTEST_MAIN(WorkbenchPagesTest)
+#include "tst_workbench_pages.moc"
