@@ -1,10 +1,11 @@
 // Shows to the thread sanitizer what orders threads in Qt. Qt is not instrumented and its mutex waits on a futex of its
 // own, so the sanitizer would report every pair of accesses that such a mutex keeps apart. These definitions stand in
 // front of Qt's in each test program of the tsan preset, for the calls of this project; calls inside Qt are bound
-// already. Queued signals are left out: nothing that they carry is shared.
+// already. Queued signals are left out: nothing that they carry is shared. Queued functors own what they captured.
 
 #include <QDeadlineTimer>
 #include <QFutureInterfaceBase>
+#include <QMetaObject>
 #include <QMutex>
 #include <QRunnable>
 #include <QThread>
@@ -70,6 +71,34 @@ public:
 
 private:
     QRunnable *const m_pJob;
+};
+
+/// A functor on its way to another thread that sees all that was done before it was posted.
+class Posted : public QtPrivate::QSlotObjectBase
+{
+public:
+    explicit Posted(QtPrivate::QSlotObjectBase *functor)
+        : QSlotObjectBase(&Posted::impl)
+        , m_pFunctor(functor)
+    {
+        __tsan_release(this);
+    }
+
+private:
+    static void impl(int which, QSlotObjectBase *self, QObject *receiver, void **arguments, bool *)
+    {
+        __tsan_acquire(self);
+        auto *posted = static_cast<Posted *>(self);
+        if (which == Call) {
+            posted->m_pFunctor->call(receiver, arguments);
+            __tsan_release(self);
+        } else if (which == Destroy) {
+            posted->m_pFunctor->destroyIfLastRef();
+            delete posted;
+        }
+    }
+
+    QSlotObjectBase *const m_pFunctor;
 };
 
 /// What all copies of one future share.
@@ -165,4 +194,14 @@ void QFutureInterfaceBase::waitForFinished()
         next<void, QFutureInterfaceBase *>("_ZN20QFutureInterfaceBase15waitForFinishedEv");
     waitQt(this);
     __tsan_acquire(sharedStateOf(this));
+}
+
+bool QMetaObject::invokeMethodImpl(QObject *object, QtPrivate::QSlotObjectBase *slot,
+                                   Qt::ConnectionType type, void *ret)
+{
+    static const auto invokeQt =
+        next<bool, QObject *, QtPrivate::QSlotObjectBase *, Qt::ConnectionType, void *>(
+            "_ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14"
+            "ConnectionTypeEPv");
+    return invokeQt(object, new Posted(slot), type, ret);
 }

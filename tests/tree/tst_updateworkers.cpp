@@ -189,7 +189,10 @@ void tst_updateworkers::changedNodesAreReadAfterTheBurst()
     emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(
         camera.id, {names.at(1), QStringLiteral("Unknown")});
     const auto value = [&](int index) {
-        return camera.tree->propertyItemByName(names.at(index))->value()->value().toLongLong();
+        return camera.tree->propertyItemByName(names.at(index))
+            ->valueSnapshot()
+            ->value()
+            .toLongLong();
     };
     QTRY_COMPARE(value(0), 42LL);
     QTRY_COMPARE(value(1), 43LL);
@@ -211,7 +214,8 @@ void tst_updateworkers::pollingReadsItsTableOnly()
     camera.device.control->poke(0x1000 + 4 * 7, QByteArray("\x07\0\0\0", 4));
     camera.device.control->setLogging(true);
     camera.device.control->clearAccessLog();
-    QTRY_COMPARE(camera.tree->propertyItemByName(names.at(7))->value()->value().toLongLong(), 7LL);
+    QTRY_COMPARE(
+        camera.tree->propertyItemByName(names.at(7))->valueSnapshot()->value().toLongLong(), 7LL);
     for (const SimulatorAccess &access : camera.device.control->accessLog()) {
         QCOMPARE(access.address, quint64(0x1000 + 4 * 7));
     }
