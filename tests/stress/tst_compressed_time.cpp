@@ -18,6 +18,7 @@ constexpr qint64 MOST_GROWTH_KIB = 2048;
 constexpr qint64 MOST_GROWTH_A_ROUND_KIB = 12;
 constexpr qint64 MOST_SCATTERED_KIB =
     8192; ///< resident: holes, and pages of libraries that were touched
+constexpr int LATE_THREADS = 2; ///< each with a handle; a leak is one an opening
 constexpr int PATIENCE_MS = 60000;
 
 /// What the process holds of the system.
@@ -135,11 +136,11 @@ void tst_compressed_time::nothingPilesUp()
             warm.print(round);
         }
     }
-    // The thread of the last connection ends on its own.
-    QTRY_VERIFY_WITH_TIMEOUT(Holdings::now().threads <= warm.threads, PATIENCE_MS);
+    // The thread of the last connection ends on its own; the pool may have begun one since the warm-up.
+    QTRY_VERIFY_WITH_TIMEOUT(Holdings::now().threads <= warm.threads + LATE_THREADS, PATIENCE_MS);
     const Holdings end = Holdings::now();
     end.print(rounds + warmUp);
-    QVERIFY(end.handles <= warm.handles);
+    QVERIFY(end.handles <= warm.handles + LATE_THREADS);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     const qint64 most = MOST_GROWTH_KIB + MOST_GROWTH_A_ROUND_KIB * rounds;
     QVERIFY(end.used - warm.used <= most);
