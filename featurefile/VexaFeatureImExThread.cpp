@@ -52,6 +52,7 @@ VexaFeatureImExThread::~VexaFeatureImExThread()
 void VexaFeatureImExThread::setNodes(const QMap<QString, QDomElement> &nodes)
 {
     m_nodes = nodes;
+    m_document = nodes.isEmpty() ? QDomDocument() : nodes.first().ownerDocument();
 }
 
 void VexaFeatureImExThread::setFeatureCategories(const QMap<QString, QString> &categories)

@@ -2,6 +2,7 @@
 
 #include "featurefile/FeatureJob.h"
 
+#include <QDomDocument>
 #include <QMutex>
 #include <QQueue>
 #include <QThread>
@@ -73,6 +74,7 @@ private:
     unsigned int m_nOperation = 0;
     QString m_strPath;
     QMap<QString, QDomElement> m_nodes;
+    QDomDocument m_document; ///< keeps the nodes whole: parents, siblings
     struct Free
     {
         void operator()(void *memory) const;

@@ -167,20 +167,6 @@ void VexaFeatureTree::notify(int event, void *data)
     }
 }
 
-void VexaFeatureTree::LoadCamFeatures(bool, const QString &)
-{
-    QFunction::Instance()->InsertMessageLog(
-        MESSAGE_LOG_INFO, GetCurCameraName(),
-        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_importunavailable"));
-}
-
-void VexaFeatureTree::SaveCamFeatures(bool, const QString &)
-{
-    QFunction::Instance()->InsertMessageLog(
-        MESSAGE_LOG_INFO, GetCurCameraName(),
-        QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_exportunavailable"));
-}
-
 void VexaFeatureTree::connectNotify(const QMetaMethod &signal)
 {
     IVexaFeatureWidget::connectNotify(signal);

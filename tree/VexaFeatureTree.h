@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ShellServicesModule/VexaListenTools.h"
+#include "model/FeatureFileValues.h"
 #include "model/IVexaFeatureWidget.h"
 
 #include <QDomDocument>
@@ -29,6 +30,8 @@ class QDialog;
 class QGetFeaturesThread;
 class QTextEdit;
 class QTimer;
+class VexaFeatureDiff;
+class VexaFeatureImExThread;
 class VexaFeatureObserverable;
 class VexaFeatureToolBar;
 class VexaPropertyComboBox;
@@ -142,8 +145,23 @@ public:
     void notifyFavoriteFeatureChange();
 
     // Feature files and trigger.
-    void LoadCamFeatures(bool silent, const QString &path);
+    /// Compares a feature file with the device, shows the differences and writes the file into the device. `silent`
+    /// false: the user chooses the file. True: `source` is its text, and SigEndImportFeature tells the end, but for a
+    /// question answered with no. One import at a time: a silent call meanwhile gets SigEndImportFeature(false).
+    void LoadCamFeatures(bool silent, const QString &source);
+    /// Writes a feature file. `silent` false: the user chooses where. True: a record is added to the bag `path`, and
+    /// SigEndExportFeature tells the end.
     void SaveCamFeatures(bool silent, const QString &path);
+    /// Of the last check; empty while a job runs.
+    FeatureDifferences featureDifferences() const;
+    /// Of the last job: features left out, values that are not whole, what an import wrote and what it could not.
+    FeatureFileReport featureFileReport() const;
+    /// FeatureFileResultCode of the last import.
+    quint32 featureFileResult() const;
+    /// Of the job under way.
+    FeatureFileProgress featureFileProgress() const;
+    /// Whether a job runs or an import waits for an answer.
+    bool isFeatureFileBusy() const;
     /// Runs "TriggerSoftware" every `intervalMs` milliseconds, or stops it.
     void SetAutoSoftwareTrig(bool start, unsigned int intervalMs);
     void OnTriggerModeChanged(int mode);
@@ -225,6 +243,7 @@ private Q_SLOTS:
     void OnActionFavoriteRemoveAll();
     void GetFeatureValueByThread(QString strNodeName, QVariant oNodeValue);
     void SetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue);
+    void OnEndFeatureImExThread(int operation, bool success);
 
 private:
     friend class TreeCallScope;
@@ -235,6 +254,23 @@ private:
     bool InitSignals();
     QWidget *makeTreeColumn();
     QWidget *makeDescriptionColumn();
+
+    struct FeatureFileSession;
+    void makeFeatureFileThread();
+    void stopFeatureFileJob();
+    /// True when no job runs any more; a call that is not silent does not wait but says so.
+    bool waitForFeatureFileJob(bool silent);
+    void startFeatureFileJob(unsigned int operation, const QString &path, const char *loadingKey);
+    bool mayImport(bool silent);
+    void endExport(bool success);
+    void showSaveHint();
+    void endImport(bool success);
+    void endCheck(int operation);
+    void goOnWithImport(int operation);
+    void logExport();
+    void logImport();
+    void logFeatureFile(int level, const QStringList &lines);
+    void refreshAfterFeatureFile();
 
     QCameraTask *cameraTask() const;
     bool startInvalidateTimer();
@@ -322,6 +358,9 @@ private:
     QAction *m_pActionFavoriteRemove = nullptr;
     QAction *m_pActionFavoriteRemoveAll = nullptr;
     VexaPropertyTreeItem *m_pContextItem = nullptr;
+    VexaFeatureImExThread *m_pImExThread = nullptr;
+    std::shared_ptr<FeatureFileSession> m_pFeatureFileSession; ///< dialogs of a call may outlive the tree
+    QPointer<VexaFeatureDiff> m_pFeatureDiff;
     QTimer *m_pInvalidateTimer = nullptr;
     QTimer *m_pRefreshTimer = nullptr;
     QTimer *m_pAutoTriggerTimer = nullptr;

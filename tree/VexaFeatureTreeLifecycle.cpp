@@ -6,6 +6,7 @@
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QChannelTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
+#include "featurefile/VexaFeatureImExThread.h"
 #include "model/FeatureTreeBuilder.h"
 #include "model/NodeDependencyMaps.h"
 #include "model/StepPages.h"
@@ -250,6 +251,7 @@ void VexaFeatureTree::StopThread(bool stop)
         worker->SetStopThread(stop, true);
     }
     if (stop) {
+        stopFeatureFileJob();
         for (QFuture<void> &future : m_futures) {
             future.waitForFinished();
         }
@@ -328,6 +330,8 @@ void VexaFeatureTree::Release()
         *worker = nullptr;
     }
     qInfo("VexaFeatureTree::Release end OnCameraClose");
+    delete m_pImExThread;
+    m_pImExThread = nullptr;
     m_pBuilder->deleteRoot();
     m_domDocument.clear();
     VexaListenTools::instance()->removeListener(this);

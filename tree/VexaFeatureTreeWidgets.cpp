@@ -8,6 +8,7 @@
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/VexaPropertyComboBox.h"
+#include "featurefile/VexaFeatureImExThread.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/VexaFeatureTree.h"
@@ -69,6 +70,7 @@ bool VexaFeatureTree::InitCtrl()
         m_pUserLevelTitle = new CustomLabel(this);
         m_pUserLevelCombo = new VexaPropertyComboBox(this);
         m_pSearchEdit = new CustomLineEdit(2, this);
+        makeFeatureFileThread();
         m_pInvalidateTimer = new QTimer(this);
         m_pRefreshTimer = new QTimer(this);
         m_pAutoTriggerTimer = new QTimer(this);
@@ -217,6 +219,8 @@ bool VexaFeatureTree::InitSignals()
         connect(m_pInvalidateTimer, &QTimer::timeout, this, &Tree::OnTimeInvalidaterFeaturesUpdate),
         connect(m_pRefreshTimer, &QTimer::timeout, this, &Tree::OnTimerRefreshFinished),
         connect(m_pAutoTriggerTimer, &QTimer::timeout, this, &Tree::OnTimerAutoTrigger),
+        connect(m_pImExThread, &VexaFeatureImExThread::SigEndFeatureImExThread, this,
+                &Tree::OnEndFeatureImExThread),
         connect(m_pToolBar, &VexaFeatureToolBar::SigToolBarBtnClicked, this,
                 &Tree::SigToolBarBtnClicked),
         connect(this, &Tree::SigSetFeatureValueByThread, this, &Tree::SetFeatureValueByThread),

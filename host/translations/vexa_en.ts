@@ -191,6 +191,102 @@
 <context>
     <name>QFeatureTree</name>
     <message>
+        <source>lang_qfeaturetree_changedfeatures</source>
+        <translation>Changed: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_importcounts</source>
+        <translation>Import: %1 values changed, %2 refused, %3 not carriable.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_importgrabbing</source>
+        <translation>Features cannot be imported while the device grabs images.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_importreadonly</source>
+        <translation>Features cannot be imported: the device is open read only.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_address</source>
+        <translation>Addresses are not exported: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_command</source>
+        <translation>Commands have no value: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_condition</source>
+        <translation>The device does not offer these at present: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_excluded</source>
+        <translation>Never part of a feature file: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_fewdigits</source>
+        <translation>Six decimals are too few for the value: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_filetoolarge</source>
+        <translation>The file is too large to be imported again%1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_furtherwords</source>
+        <translation>Only the first word of the register is carried: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_identity</source>
+        <translation>Belongs to this one device: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_inexact</source>
+        <translation>A number lost digits on the way: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_nolength</source>
+        <translation>Not exported, the register has no length: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_notcarriable</source>
+        <translation>Not carriable, the text is no number of this feature: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_nottaken</source>
+        <translation>Written, but the device still has another value: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_notwritable</source>
+        <translation>The register cannot be written now: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_presentselection</source>
+        <translation>Exported for the present selection only: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_refused</source>
+        <translation>Refused by the device: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_text</source>
+        <translation>The text will not come back as it is: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_toolarge</source>
+        <translation>Too large to be imported again: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_turnskipped</source>
+        <translation>Not exported for these polling parameters: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_note_unreadable</source>
+        <translation>Not exported, neither value nor registers can be read: %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_severaltimes</source>
+        <translation>These stand in the file more than once, the last value holds: %1</translation>
+    </message>
+    <message>
         <source>Prompt</source>
         <translation>Prompt</translation>
     </message>
@@ -209,10 +305,6 @@
     <message>
         <source>lang_qfeaturetree_expert</source>
         <translation>Expert</translation>
-    </message>
-    <message>
-        <source>lang_qfeaturetree_exportunavailable</source>
-        <translation>Exporting features is not part of this version yet.</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_failedsetval</source>
@@ -261,10 +353,6 @@
     <message>
         <source>lang_qfeaturetree_heldbypolling</source>
         <translation>&apos;%1&apos; was not written: while polling is on it belongs to the polling parameters.</translation>
-    </message>
-    <message>
-        <source>lang_qfeaturetree_importunavailable</source>
-        <translation>Importing features is not part of this version yet.</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_lineconfigerrortip</source>

@@ -1,0 +1,454 @@
+// Feature files: the roads of export and import between tool bar, host and job thread.
+
+#include "ControlKit/Custom.h"
+#include "ControlKit/CustomSaveDoneHintDlg.h"
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
+#include "ShellServicesModule/QFunction.h"
+#include "UtilityKit/VexaInterface.h"
+#include "featurefile/FeatureFileFormat.h"
+#include "featurefile/VexaFeatureDiff.h"
+#include "featurefile/VexaFeatureImExThread.h"
+#include "model/FeatureTreeBuilder.h"
+#include "model/NodeDependencyMaps.h"
+#include "shell/VexaFeatureToolBar.h"
+#include "tree/FeatureFileTexts.h"
+#include "tree/TreeCallScope.h"
+#include "tree/VexaFeatureTree.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+
+namespace {
+
+using Job = VexaFeatureImExThread;
+
+constexpr int HINT_FAILURE = 3;
+constexpr int HINT_SUCCESS = 5;
+constexpr int SAVE_HINT_MS = 2000;
+constexpr int TOOL_BAR_OPEN = 1;
+
+QString translated(const char *key)
+{
+    return QCoreApplication::translate("QFeatureTree", key);
+}
+
+QString fileFilter()
+{
+    return translated("lang_qfeaturetree_featurestream") + FeatureFileFormat::FILE_FILTER;
+}
+
+} // namespace
+
+/// What is done between the tree's pages of one export or import.
+struct VexaFeatureTree::FeatureFileSession
+{
+    QString path; ///< that the user chose, for the result message
+    QString source; ///< of the import: a path, or the text
+    bool isImporting = false; ///< from the file dialog to the end of the last job
+    bool isSilent = false;
+    bool isExportHeard = false; ///< a silent export whose end has not been told
+    bool isStopping = false;
+    quint64 number = 0; ///< counts the imports; what a stop leaves behind belongs to none
+    quint64 job = 0; ///< that the import waits for
+};
+
+void VexaFeatureTree::makeFeatureFileThread()
+{
+    m_pImExThread = new VexaFeatureImExThread(m_lCameraID, this);
+    m_pFeatureFileSession = std::make_shared<FeatureFileSession>();
+}
+
+FeatureDifferences VexaFeatureTree::featureDifferences() const
+{
+    return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->diffMap()
+                                                        : FeatureDifferences();
+}
+
+FeatureFileReport VexaFeatureTree::featureFileReport() const
+{
+    return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->report()
+                                                        : FeatureFileReport();
+}
+
+FeatureFileProgress VexaFeatureTree::featureFileProgress() const
+{
+    return m_pImExThread && m_pImExThread->isRunning() ? m_pImExThread->progress()
+                                                       : FeatureFileProgress();
+}
+
+quint32 VexaFeatureTree::featureFileResult() const
+{
+    return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->resultCode() : 0;
+}
+
+bool VexaFeatureTree::isFeatureFileBusy() const
+{
+    return m_pImExThread && (m_pImExThread->isRunning() || m_pFeatureFileSession->isImporting);
+}
+
+void VexaFeatureTree::logFeatureFile(int level, const QStringList &lines)
+{
+    for (const QString &line : lines) {
+        QFunction::Instance()->InsertMessageLog(static_cast<_MESSAGE_LOG_LEVEL_>(level),
+                                                GetCurCameraName(), line);
+    }
+}
+
+bool VexaFeatureTree::waitForFeatureFileJob(bool silent)
+{
+    if (!m_pImExThread->isRunning()) {
+        return true;
+    }
+    if (!silent) {
+        ShowMessage(this, translated("lang_qfeaturetree_threadisrun"), QString(), QString(),
+                    HINT_FAILURE, false);
+        return false;
+    }
+    m_pImExThread->quit();
+    m_pImExThread->wait();
+    return true;
+}
+
+void VexaFeatureTree::startFeatureFileJob(unsigned int operation, const QString &path,
+                                          const char *loadingKey)
+{
+    m_pImExThread->setCameraId(m_lCameraID);
+    m_pImExThread->setNodes(m_pBuilder->elementMap());
+    m_pImExThread->setFeatureCategories(m_pBuilder->featureParentMap());
+    m_pImExThread->setCategoryFeatures(m_pBuilder->allFeatureNames());
+    QVector<SelectedLink> links;
+    for (const QPair<QString, QString> &record : m_pMaps->pSelectedRecords()) {
+        links.append({record.first, record.second});
+    }
+    m_pImExThread->setSelectedLinks(links);
+    m_pImExThread->setOperation(operation, path);
+    m_pImExThread->start(QThread::InheritPriority);
+    UpdateToolBarBtn(TOOL_BAR_OPEN, static_cast<int>(m_lCameraID), true);
+    if (loadingKey) {
+        ShowLoadingDlg(true, translated(loadingKey));
+    }
+}
+
+void VexaFeatureTree::SaveCamFeatures(bool silent, const QString &path)
+{
+    TreeCallScope scope(this);
+    if (!m_pImExThread || !waitForFeatureFileJob(silent)) {
+        return;
+    }
+    QString chosen = path;
+    if (!silent) {
+        QTaskManager *manager = QTaskManager::Instance();
+        QCameraBasicTask *basicTask = manager ? manager->GetTaskByIDEx(m_lCameraID) : nullptr;
+        if (!basicTask) {
+            return;
+        }
+        QString name = QString(FeatureFileFormat::FILE_NAME)
+                           .arg(basicTask->_GetCameraModelName(), basicTask->_GetCameraSerialNum());
+        name.replace(QLatin1Char('/'), QLatin1Char('-'));
+        const long int cameraId = m_lCameraID;
+        const QPointer<VexaFeatureTree> self(this);
+        chosen = Custom::getSaveFileName(window(), translated("lang_qfeaturetree_savefeature"),
+                                         name, fileFilter(), FeatureFileFormat::FILE_SUFFIX);
+        if (!self || scope.treeIsGoing() || chosen.isEmpty() || cameraId != m_lCameraID
+            || !waitForFeatureFileJob(false)) {
+            return;
+        }
+        m_pFeatureFileSession->path = chosen;
+    }
+    if (m_pBuilder->elementMap().isEmpty()) {
+        return;
+    }
+    m_pFeatureFileSession->isExportHeard = silent;
+    startFeatureFileJob(silent ? Job::OPERATION_EXPORT_TO_BAG : Job::OPERATION_EXPORT, chosen,
+                        silent ? nullptr : "lang_qfeaturetree_savefeatureing");
+}
+
+bool VexaFeatureTree::mayImport(bool silent)
+{
+    const char *reason = nullptr;
+    if (!m_bCanEdit) {
+        reason = "lang_qfeaturetree_importreadonly";
+    } else if (cameraTask()->GetCameraState() == TASK_CAMERA_GRABBING) {
+        reason = "lang_qfeaturetree_importgrabbing";
+    }
+    if (!reason) {
+        return true;
+    }
+    logFeatureFile(MESSAGE_LOG_ERROR, {translated(reason)});
+    if (silent) {
+        emit SigEndImportFeature(false);
+    } else {
+        ShowMessage(this, translated(reason), QString(), QString(), HINT_FAILURE, false);
+    }
+    return false;
+}
+
+void VexaFeatureTree::LoadCamFeatures(bool silent, const QString &source)
+{
+    TreeCallScope scope(this);
+    if (!m_pImExThread || !cameraTask()) {
+        return;
+    }
+    FeatureFileSession &session = *m_pFeatureFileSession;
+    if (silent && session.isImporting) {
+        emit SigEndImportFeature(false);
+        return;
+    }
+    if (session.isImporting) {
+        ShowMessage(this, translated("lang_qfeaturetree_threadisrun"), QString(), QString(),
+                    HINT_FAILURE, false);
+        return;
+    }
+    if (!waitForFeatureFileJob(silent) || !mayImport(silent)) {
+        return;
+    }
+    session.isImporting = true;
+    session.isSilent = silent;
+    session.source = source;
+    const quint64 number = ++session.number;
+    if (!silent) {
+        const QPointer<VexaFeatureTree> self(this);
+        const QString chosen = VexaInterface::getOpenFileName(
+            window(), translated("lang_qfeaturetree_loadfeatures"), QString(), fileFilter());
+        if (!self || scope.treeIsGoing() || m_pFeatureFileSession->number != number) {
+            return;
+        }
+        if (chosen.isEmpty() || !cameraTask() || !waitForFeatureFileJob(false)) {
+            session.isImporting = false;
+            return;
+        }
+        session.path = chosen;
+        session.source = chosen;
+    }
+    startFeatureFileJob(silent ? Job::OPERATION_CHECK_TEXT : Job::OPERATION_CHECK_FILE,
+                        session.source, silent ? nullptr : "lang_qfeaturetree_parsingfile");
+    session.job = m_pImExThread->jobNumber();
+}
+
+void VexaFeatureTree::stopFeatureFileJob()
+{
+    if (!m_pImExThread) {
+        return;
+    }
+    FeatureFileSession &session = *m_pFeatureFileSession;
+    // Whatever dialog is open: the call that opened it finds that its import is over.
+    const bool isAsking = session.isImporting && !m_pImExThread->isRunning();
+    const bool isSilent = session.isSilent;
+    ++session.number;
+    session.isImporting = false;
+    if (m_pFeatureDiff && m_pFeatureDiff->isVisible()) {
+        m_pFeatureDiff->reject();
+    }
+    const bool wasRunning = m_pImExThread->isRunning();
+    session.isStopping = true;
+    m_pImExThread->stopJob();
+    if (wasRunning) {
+        OnEndFeatureImExThread(static_cast<int>(m_pImExThread->operation()), false);
+    } else if (isAsking && isSilent) {
+        emit SigEndImportFeature(false);
+    } else if (session.isExportHeard) {
+        session.isExportHeard = false;
+        emit SigEndExportFeature(false);
+    }
+    m_pImExThread->setNodes({});
+    session.isStopping = false;
+}
+
+void VexaFeatureTree::OnEndFeatureImExThread(int operation, bool success)
+{
+    const TreeCallScope scope(this);
+    if (!m_pImExThread) {
+        return;
+    }
+    const bool isStop = m_pFeatureFileSession->isStopping;
+    const bool isCheck =
+        operation == Job::OPERATION_CHECK_TEXT || operation == Job::OPERATION_CHECK_FILE;
+    if (!isStop) {
+        // The end of a job that nobody waits for any more is dropped.
+        const quint64 job = m_pImExThread->takeEndedJob();
+        if (job == 0 || (isCheck && job != m_pFeatureFileSession->job)) {
+            return;
+        }
+        // The signal comes when the thread itself may still be about to finish.
+        m_pImExThread->wait();
+    }
+    hideLoading();
+    if (!isStop && cameraTask()) {
+        UpdateToolBarBtn(TOOL_BAR_OPEN, static_cast<int>(m_lCameraID), false);
+    }
+    switch (operation) {
+    case Job::OPERATION_TASK_SAVE:
+    case Job::OPERATION_EXPORT:
+        endExport(success);
+        break;
+    case Job::OPERATION_TASK_SAVE_SILENT:
+    case Job::OPERATION_EXPORT_TO_BAG:
+        logExport();
+        m_pFeatureFileSession->isExportHeard = false;
+        emit SigEndExportFeature(success);
+        break;
+    case Job::OPERATION_TASK_LOAD:
+    case Job::OPERATION_APPLY_FILE:
+        endImport(success);
+        break;
+    case Job::OPERATION_TASK_LOAD_SILENT:
+    case Job::OPERATION_APPLY_TEXT:
+        logImport();
+        m_pFeatureFileSession->isImporting = false;
+        emit SigEndImportFeature(success);
+        refreshAfterFeatureFile();
+        break;
+    case Job::OPERATION_CHECK_TEXT:
+    case Job::OPERATION_CHECK_FILE:
+        if (success) {
+            goOnWithImport(operation);
+        } else {
+            endCheck(operation);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void VexaFeatureTree::logExport()
+{
+    if (m_pFeatureFileSession->isStopping) {
+        return;
+    }
+    const FeatureFileReport &report = m_pImExThread->report();
+    logFeatureFile(MESSAGE_LOG_WARNING, FeatureFileTexts::exportLines(report));
+    if (report.bPollingParamWritten) {
+        OnAddValueChangedNodes({QStringLiteral("PollingParam")});
+    }
+}
+
+void VexaFeatureTree::logImport()
+{
+    if (!m_pFeatureFileSession->isStopping) {
+        const FeatureFileReport &report = m_pImExThread->report();
+        logFeatureFile(report.notImported.isEmpty() ? MESSAGE_LOG_INFO : MESSAGE_LOG_WARNING,
+                       FeatureFileTexts::importLines(report));
+    }
+}
+
+void VexaFeatureTree::refreshAfterFeatureFile()
+{
+    if (!m_pFeatureFileSession->isStopping && !m_bReadyForDelete) {
+        OnBtnRefresh();
+    }
+}
+
+void VexaFeatureTree::endExport(bool success)
+{
+    logExport();
+    if (success) {
+        showSaveHint();
+        return;
+    }
+    qCritical("OnFeaturesSaveRst failed.");
+    const QString text = translated("lang_qfeaturetree_savefeaturefailed");
+    logFeatureFile(MESSAGE_LOG_ERROR, {text});
+    ShowMessage(this, text, QString(), QString(), HINT_FAILURE, false);
+}
+
+void VexaFeatureTree::showSaveHint()
+{
+    const QString path = QDir::toNativeSeparators(m_pFeatureFileSession->path);
+    const QString text = translated("lang_qfeaturetree_savefeaturesuccess");
+    const QPointer<CustomSaveDoneHintDlg> hint = new CustomSaveDoneHintDlg(this, text, path);
+    hint->SetMsgText(text, path, true, SAVE_HINT_MS);
+    hint->exec();
+    // The tree may have gone meanwhile, and the hint with it.
+    delete hint;
+}
+
+void VexaFeatureTree::endImport(bool success)
+{
+    logImport();
+    m_pFeatureFileSession->isImporting = false;
+    if (success) {
+        const QString text = translated("lang_qfeaturetree_loadfeaturecompleted");
+        logFeatureFile(MESSAGE_LOG_INFO, {text});
+        ShowMessage(this, translated("Prompt"), text, QString(), HINT_SUCCESS, false);
+    } else {
+        qCritical("OnFeaturesLoadRst failed.");
+        QString text = translated("lang_qfeaturetree_loadfeaturefailed");
+        if (m_pImExThread->resultCode() == FEATURE_FILE_NO_DEVICE) {
+            text += FeatureFileTexts::resultText(FEATURE_FILE_NO_DEVICE);
+        }
+        logFeatureFile(MESSAGE_LOG_ERROR, {text});
+        ShowMessage(this, text, QString(), QString(), HINT_FAILURE, false);
+    }
+    refreshAfterFeatureFile();
+}
+
+void VexaFeatureTree::endCheck(int operation)
+{
+    m_pFeatureFileSession->isImporting = false;
+    const quint32 code = m_pImExThread->resultCode();
+    qCritical().noquote() << QStringLiteral("OnFeaturesLoadRst failed.error code:%1")
+                                 .arg(VexaInterface::Int2HexNumberQString(code));
+    if (operation == Job::OPERATION_CHECK_TEXT) {
+        emit SigEndImportFeature(false);
+    } else {
+        const QString text = translated("lang_qfeaturetree_loadfeaturefailed");
+        logFeatureFile(MESSAGE_LOG_ERROR, {text});
+        ShowMessage(this, text + QStringLiteral("%1").arg(FeatureFileTexts::resultText(code)),
+                    QString(), QString(), HINT_FAILURE, false);
+    }
+    refreshAfterFeatureFile();
+}
+
+void VexaFeatureTree::goOnWithImport(int operation)
+{
+    TreeCallScope scope(this);
+    const std::shared_ptr<FeatureFileSession> session = m_pFeatureFileSession;
+    const QPointer<VexaFeatureTree> self(this);
+    const quint64 number = session->number;
+    const auto isOver = [&] {
+        return !self || scope.treeIsGoing() || session->number != number || !cameraTask();
+    };
+    const bool silent = operation == Job::OPERATION_CHECK_TEXT;
+    const quint32 code = m_pImExThread->resultCode();
+    if (code != FEATURE_FILE_OK) {
+        const bool goesOn = confirmed(BOX_QUESTION, FeatureFileTexts::resultText(code));
+        if (isOver()) {
+            return;
+        }
+        if (!goesOn) {
+            session->isImporting = false;
+            return;
+        }
+    }
+    const QStringList again = m_pImExThread->report().severalTimes;
+    if (!again.isEmpty()) {
+        logFeatureFile(
+            MESSAGE_LOG_WARNING,
+            {translated("lang_qfeaturetree_severaltimes").arg(again.join(QLatin1String(", ")))});
+    }
+    if (!m_pImExThread->diffMap().isEmpty()) {
+        if (!m_pFeatureDiff) {
+            m_pFeatureDiff = new VexaFeatureDiff(this);
+        }
+        m_pFeatureDiff->setDiffs(m_pImExThread->diffMap());
+        const int answer = m_pFeatureDiff->exec();
+        if (isOver()) {
+            return;
+        }
+        if (answer != QDialog::Accepted) {
+            session->isImporting = false;
+            if (silent) {
+                emit SigEndImportFeature(true);
+                refreshAfterFeatureFile();
+            }
+            return;
+        }
+    }
+    waitForFeatureFileJob(true);
+    startFeatureFileJob(silent ? Job::OPERATION_APPLY_TEXT : Job::OPERATION_APPLY_FILE,
+                        session->source, silent ? nullptr : "lang_qfeaturetree_loadingfeatures");
+}
