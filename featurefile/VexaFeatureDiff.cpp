@@ -135,7 +135,10 @@ QWidget *VexaFeatureDiff::makeButtonBar()
                                          Custom::STATUS_DISABLED);
     auto *bar = new QWidget;
     bar->setFixedHeight(BAR_HEIGHT);
-    bar->setStyleSheet(QStringLiteral("background-color:%1").arg(QStringLiteral("#E4E5E7")));
+    // By name: without a selector the buttons on it would lose their own look.
+    bar->setObjectName(QStringLiteral("FeatureDiffBar"));
+    bar->setStyleSheet(
+        QStringLiteral("#FeatureDiffBar{background-color:%1}").arg(QStringLiteral("#E4E5E7")));
     auto *row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);

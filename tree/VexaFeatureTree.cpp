@@ -176,7 +176,8 @@ void VexaFeatureTree::connectNotify(const QMetaMethod &signal)
 void VexaFeatureTree::disconnectNotify(const QMetaMethod &signal)
 {
     IVexaFeatureWidget::disconnectNotify(signal);
-    tellWorkersWhoListens();
+    // A receiver that is being destroyed holds a lock that isSignalConnected may take too.
+    QMetaObject::invokeMethod(this, &VexaFeatureTree::tellWorkersWhoListens, Qt::QueuedConnection);
 }
 
 void VexaFeatureTree::tellWorkersWhoListens()

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A selector of 0 to 3 with `step`, its value in the description itself, and what it selects.
+/// A selector of 0 to `max`, its value in the description itself, and what it selects.
 QByteArray selector(const QByteArray &name, const QByteArray &selected, const QByteArray &max = "3")
 {
     return integer(name,

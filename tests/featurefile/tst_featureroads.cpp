@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
@@ -339,13 +340,16 @@ void tst_FeatureRoads::goesThroughTheFileDialogs()
     Road road;
     QVERIFY(road.ok);
     const QString path = road.folder.filePath("chosen.vxf");
-    const auto choose = [&context, path] {
-        whenUp<QFileDialog>(&context, [path](QFileDialog *dialog) {
-            dialog->selectFile(path);
+    // The dialog reads the folder in its own time, and accepts nothing before.
+    QTimer chooser;
+    connect(&chooser, &QTimer::timeout, &context, [path] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (dialog) {
+            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
             QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
-        });
-    };
-    choose();
+        }
+    });
+    chooser.start(50);
     road.tree().SaveCamFeatures(false, QString());
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path), 30000);
     QTRY_VERIFY_WITH_TIMEOUT(!road.tree().isFeatureFileBusy(), 30000);
@@ -353,7 +357,6 @@ void tst_FeatureRoads::goesThroughTheFileDialogs()
     QTRY_VERIFY_WITH_TIMEOUT(!QApplication::activeModalWidget(), 10000);
     const qint64 before = road.width();
     QVERIFY(taskOf(road.camera)->SetIntegerValue("Width", before - 64, nullptr));
-    choose();
     whenUp<VexaFeatureDiff>(&context, [](VexaFeatureDiff *dialog) { dialog->accept(); });
     road.tree().LoadCamFeatures(false, QString());
     QTRY_COMPARE_WITH_TIMEOUT(road.width(), before, 30000);
