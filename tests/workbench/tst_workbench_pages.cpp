@@ -147,7 +147,8 @@ void WorkbenchPagesTest::ownTrigger()
         f.session(READER)->tree()->getFeatureValueFromCamera(f.feature("TriggerSoftwareCount"));
         return f.shown(READER, "TriggerSoftwareCount").toInt();
     };
-    QVERIFY(f.pages().setFeatureValue("Integer", "Custom_AutoTrigTime", 20));
+    const QModelIndex time = f.row("Custom_AutoTrigTime");
+    QVERIFY(f.view().model()->setData(time.sibling(time.row(), 1), 20LL));
     const int nBefore = count();
     auto *pSwitch = f.editor<QCheckBox>("Custom_EnableAutoTrig");
     QVERIFY(pSwitch && pSwitch->isEnabled() && !pSwitch->isChecked());
