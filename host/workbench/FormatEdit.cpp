@@ -58,7 +58,7 @@ void FormatEdit::edit(QWidget *pParent, long lCameraID, VexaPropertyTreeItem *pT
 {
     const std::unique_ptr<CTreeItemValue> snapshot = pText ? pText->valueSnapshot() : nullptr;
     const auto *pValue = dynamic_cast<const CTreeStringItemValue *>(snapshot.get());
-    if (!pValue || pText->readOnly()) {
+    if (!pValue || pText->readOnly() || !pText->isValueCached()) {
         return;
     }
     const bool bChinese = VexaInterface::language(false) == QLatin1String("CH");

@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr int LONG_WAIT = 20000; // ms
+
 /// One node of a description: "i:Name=3", "b:Name=1", "e:Name=Left,Up" (the first entry stands) or "s:Name=text".
 QByteArray elementOf(const QString &strNode, int nIndex)
 {
@@ -391,19 +393,20 @@ void tst_steppages::rowsFollowTheirFeature()
         // The tree reads them on its workers.
         QVERIFY(camera.tree->setFeatureValue("StringReg", "TcpFormatString", "<angle>;"));
         QVERIFY(camera.tree->setFeatureValue("Enumeration", "ScreenHomepage", 3));
-        QTRY_COMPARE(pText->m_strValue, QString("<angle>;"));
-        QTRY_COMPARE(pPage->m_nValue, 3);
+        QTRY_COMPARE_WITH_TIMEOUT(pText->m_strValue, QString("<angle>;"), LONG_WAIT);
+        QTRY_COMPARE_WITH_TIMEOUT(pPage->m_nValue, 3, LONG_WAIT);
         QVERIFY(camera.tree->setFeatureValue("Enumeration", "CommunicationProtocols", 6));
-        QTRY_VERIFY(!pFormat->visible());
+        QTRY_VERIFY_WITH_TIMEOUT(!pFormat->visible(), LONG_WAIT);
         // What happens while another camera, or none, is on show is caught up with.
         pages.setCameraID(-1);
         QVERIFY(camera.tree->setFeatureValue("Enumeration", "CommunicationProtocols", 2));
         QVERIFY(camera.tree->setFeatureValue("Enumeration", "ScreenHomepage", 2));
-        QTRY_VERIFY(camera.tree->propertyItemByName("TcpFormatString")->visible());
-        QTRY_COMPARE(
+        QTRY_VERIFY_WITH_TIMEOUT(camera.tree->propertyItemByName("TcpFormatString")->visible(),
+                                 LONG_WAIT);
+        QTRY_COMPARE_WITH_TIMEOUT(
             valueOf<CTreeEnumationItemValue>(camera.tree->propertyItemByName("ScreenHomepage"))
                 ->m_nValue,
-            2LL);
+            2LL, LONG_WAIT);
         pages.setCameraID(camera.id);
         QVERIFY(pFormat->visible());
         QCOMPARE(pPage->m_nValue, 2);
@@ -456,11 +459,12 @@ void tst_steppages::changesTheKindOfALiveRow()
         QCOMPARE(pages.text(), QString("P(LightEnable:Boolean)"));
         QCOMPARE(pLight->value()->StepPagesDisplayName(), QString("Light"));
         VexaFeatureTreeView &view = *pages.treeView();
-        QTRY_VERIFY(qobject_cast<QCheckBox *>(view.indexWidget(view.indexOfItem(pLight, 1))));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            qobject_cast<QCheckBox *>(view.indexWidget(view.indexOfItem(pLight, 1))), LONG_WAIT);
         // The device goes on calling it an enumeration.
         auto *pBox =
             qobject_cast<QCheckBox *>(treeView.indexWidget(treeView.indexOfItem(pLight, 1)));
-        QTRY_VERIFY(pBox && pBox->isEnabled() && !pBox->isChecked());
+        QTRY_VERIFY_WITH_TIMEOUT(pBox && pBox->isEnabled() && !pBox->isChecked(), LONG_WAIT);
         pBox->click();
         _NODE_ENUM_VALUE_ entry{};
         QVERIFY(taskOf(camera)->GetEnumerationValue("LightEnable", &entry, nullptr, true, false));
@@ -485,7 +489,7 @@ void tst_steppages::oneItemOnTwoViews()
             const bool bOn = boxOf(pView)->isChecked();
             boxOf(pView)->click();
             for (VexaFeatureTreeView *pOther : views) {
-                QTRY_COMPARE(boxOf(pOther)->isChecked(), !bOn);
+                QTRY_COMPARE_WITH_TIMEOUT(boxOf(pOther)->isChecked(), !bOn, LONG_WAIT);
             }
         }
     }
@@ -554,9 +558,9 @@ void tst_steppages::cameraGoesAndComesBack()
     camera.tree->OnResartCameraOpen(4); // the items are new ones
     QCOMPARE(pages.text(), strRows);
     QCOMPARE(pages.row("ReverseX"), camera.tree->propertyItemByName("ReverseX"));
-    QTRY_COMPARE(
+    QTRY_COMPARE_WITH_TIMEOUT(
         valueOf<CTreeFormatStringTextItemValue>(pages.row("Custom_TcpFormatString"))->m_strValue,
-        QString("<codecontent>"));
+        QString("<codecontent>"), LONG_WAIT);
     fixture().close(camera);
     QCOMPARE(pages.shownCameraID(), -1L);
     QVERIFY(!pages.isInitialized(camera.id));
