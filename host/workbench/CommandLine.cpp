@@ -38,18 +38,49 @@ const Option WRITE{"write", "NAME=VALUE",
                    "Write this value as the feature tree does; may be given several times.", true};
 const Option RUN{"run", "COMMAND",
                  "Run this command as the feature tree does; may be given several times.", true};
+const Option FILES{"files", nullptr, "Print the files of the device: name and display name.",
+                   false};
+const Option GET_FILE{"get-file", "NAME FILE",
+                      "Copy this file of the device to the file; may be given several times.",
+                      true};
+const Option PUT_FILE{"put-file", "NAME FILE",
+                      "Copy the file to this file of the device; may be given several times.",
+                      true};
 const Option YES{"yes", nullptr, "Answer the questions of writes and commands with yes.", false};
 const Option SCREENSHOT{"screenshot", "FILE.png", "Save a picture of the window.", false};
 const Option HELP{"help", nullptr, "Print this help.", false};
 const Option VERSION{"version", nullptr, "Print the version.", false};
 
-const Option *const ALL_OPTIONS[] = {&DEVICE, &DESCRIPTION, &MEMORY_PATTERN, &GIGE, &USB,    &LIST,
-                                     &LINT,   &LANGUAGE,    &USER_LEVEL,     &DUMP, &READ,   &WRITE,
-                                     &RUN,    &YES,         &SCREENSHOT,     &HELP, &VERSION};
+const Option *const ALL_OPTIONS[] = {
+    &DEVICE,     &DESCRIPTION, &MEMORY_PATTERN, &GIGE,   &USB, &LIST,  &LINT,     &LANGUAGE,
+    &USER_LEVEL, &DUMP,        &READ,           &WRITE,  &RUN, &FILES, &GET_FILE, &PUT_FILE,
+    &YES,        &SCREENSHOT,  &HELP,           &VERSION};
 
 QString nameOf(const Option &option)
 {
     return QString::fromLatin1(option.name);
+}
+
+/// Stands between the two values of one option, which the parser takes for one; no argument can hold it.
+const QChar VALUE_SEPARATOR(0);
+
+/// "--get-file NAME FILE" as one argument.
+QStringList withJoinedValues(const QStringList &arguments)
+{
+    QStringList joined;
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments.at(i);
+        const bool takesTwo = argument == QLatin1String("--") + nameOf(GET_FILE)
+            || argument == QLatin1String("--") + nameOf(PUT_FILE);
+        if (takesTwo && i + 2 < arguments.size()) {
+            joined.append(argument + QLatin1Char('=') + arguments.at(i + 1) + VALUE_SEPARATOR
+                          + arguments.at(i + 2));
+            i += 2;
+        } else {
+            joined.append(argument);
+        }
+    }
+    return joined;
 }
 
 } // namespace
@@ -58,9 +89,9 @@ CommandLine::CommandLine()
 {
     m_parser.setApplicationDescription(QStringLiteral(
         "Shows the feature trees of GenICam devices.\n"
-        "--write, --run, --read, --dump and --screenshot need no display: they wait for "
-        "the first full update,\nact in this order, writes and commands among "
-        "themselves in the order given, and exit\n"
+        "--write, --run, --get-file, --put-file, --files, --read, --dump and --screenshot need no "
+        "display: they wait\nfor the first full update, act in this order, writes and commands "
+        "among themselves\nand files among themselves in the order given, and exit\n"
         "(0 done, 1 refused or failed, 2 wrong usage)."));
     for (const Option *option : ALL_OPTIONS) {
         m_parser.addOption(QCommandLineOption(nameOf(*option),
@@ -79,7 +110,7 @@ bool CommandLine::parse(const QStringList &arguments)
 {
     m_options = WorkbenchOptions();
     m_strError.clear();
-    if (!m_parser.parse(arguments)) {
+    if (!m_parser.parse(withJoinedValues(arguments))) {
         return fail(m_parser.errorText());
     }
     if (!m_parser.positionalArguments().isEmpty()) {
@@ -109,7 +140,8 @@ bool CommandLine::parse(const QStringList &arguments)
     m_options.readName = m_parser.value(nameOf(READ));
     m_options.screenshotFile = m_parser.value(nameOf(SCREENSHOT));
     m_options.yes = m_parser.isSet(nameOf(YES));
-    return takeChoices() && takeFeatureJobs() && checkCombination();
+    m_options.files = m_parser.isSet(nameOf(FILES));
+    return takeChoices() && takeFeatureJobs() && takeFileJobs() && checkCombination();
 }
 
 bool CommandLine::takeChoices()
@@ -160,23 +192,43 @@ bool CommandLine::takeFeatureJobs()
     return true;
 }
 
+bool CommandLine::takeFileJobs()
+{
+    QStringList gets = m_parser.values(nameOf(GET_FILE));
+    QStringList puts = m_parser.values(nameOf(PUT_FILE));
+    for (const QString &option : m_parser.optionNames()) {
+        const bool isGet = option == nameOf(GET_FILE);
+        if (!isGet && option != nameOf(PUT_FILE)) {
+            continue;
+        }
+        const QStringList values = (isGet ? gets : puts).takeFirst().split(VALUE_SEPARATOR);
+        if (values.size() != 2 || values.contains(QString())) {
+            return fail(QStringLiteral("Option '--%1' takes NAME FILE.").arg(option));
+        }
+        m_options.fileJobs.append(
+            {isGet ? FileJob::Kind::Get : FileJob::Kind::Put, values.at(0), values.at(1)});
+    }
+    return true;
+}
+
 bool CommandLine::checkCombination()
 {
     if (m_parser.isSet(nameOf(MEMORY_PATTERN)) && m_options.descriptions.isEmpty()) {
         return fail(QStringLiteral("Option '--memory-pattern' needs '--description'."));
     }
     const bool ofOneDevice = !m_options.dumpFile.isEmpty() || !m_options.readName.isEmpty()
-        || !m_options.featureJobs.isEmpty();
+        || !m_options.featureJobs.isEmpty() || !m_options.fileJobs.isEmpty() || m_options.files;
     if (ofOneDevice && m_options.namedDevices() > 1) {
-        return fail(QStringLiteral(
-            "Options '--write', '--run', '--read' and '--dump' work on one device."));
+        return fail(QStringLiteral("Options '--write', '--run', '--read', '--dump' and those of "
+                                   "files work on one device."));
     }
     if (m_options.yes && m_options.featureJobs.isEmpty()) {
         return fail(QStringLiteral("Option '--yes' needs '--write' or '--run'."));
     }
-    if (m_options.dumpFile == QLatin1String("-") && !m_options.readName.isEmpty()) {
-        return fail(
-            QStringLiteral("Options '--dump -' and '--read' both need the standard output."));
+    if (m_options.dumpFile == QLatin1String("-")
+        && (!m_options.readName.isEmpty() || m_options.files)) {
+        return fail(QStringLiteral(
+            "Options '--dump -', '--read' and '--files' all need the standard output."));
     }
     return true;
 }

@@ -21,6 +21,7 @@ private:
     bool fail(const QString &text);
     bool takeChoices();
     bool takeFeatureJobs();
+    bool takeFileJobs();
     bool checkCombination();
 
     QCommandLineParser m_parser;

@@ -4,16 +4,19 @@
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/DumpWriter.h"
 #include "host/workbench/FeatureEdit.h"
+#include "host/workbench/OfferedEntries.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "host/workbench/WorkbenchWindow.h"
-#include "model/CTreeItemValue.h"
+#include "model/CTreeEnumationItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QPixmap>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -28,6 +31,14 @@ bool writeStandardOutput(const QByteArray &bytes)
     return std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout)
         == static_cast<std::size_t>(bytes.size())
         && std::fflush(stdout) == 0;
+}
+
+QVector<OfferedEntry> fileEntries(const VexaFeatureTree &tree)
+{
+    const VexaPropertyTreeItem *item = tree.propertyItemByName(QStringLiteral("FileSelector"));
+    const std::unique_ptr<CTreeItemValue> value = item ? item->valueSnapshot() : nullptr;
+    const auto *files = dynamic_cast<const CTreeEnumationItemValue *>(value.get());
+    return files ? offeredEntries(tree, *files) : QVector<OfferedEntry>();
 }
 
 } // namespace
@@ -53,6 +64,17 @@ HeadlessRunner::HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &
         }
     });
     connect(QFunction::Instance(), &QFunction::messageLogged, this, [this] { ++m_nMessages; });
+    connect(&m_fileCopy, &FileCopy::finished, this, [this](const QString &reason) {
+        if (m_bFinished) {
+            return;
+        }
+        if (reason.isEmpty()) {
+            nextJob();
+        } else {
+            fail(workbenchText("lang_workbench_notcopied")
+                     .arg(m_options.fileJobs.at(m_nFileJob - 1).name, reason));
+        }
+    });
     connect(&m_window, &WorkbenchWindow::deviceUpdated, this, &HeadlessRunner::onDeviceUpdated);
 }
 
@@ -97,8 +119,9 @@ VexaFeatureTree *HeadlessRunner::tree() const
 
 bool HeadlessRunner::hasFurtherJobs() const
 {
-    return m_nJob < m_options.featureJobs.size() || !m_options.readName.isEmpty()
-        || !m_options.dumpFile.isEmpty() || !m_options.screenshotFile.isEmpty();
+    return m_nJob < m_options.featureJobs.size() || m_nFileJob < m_options.fileJobs.size()
+        || m_options.files || !m_options.readName.isEmpty() || !m_options.dumpFile.isEmpty()
+        || !m_options.screenshotFile.isEmpty();
 }
 
 void HeadlessRunner::nextJob()
@@ -114,6 +137,8 @@ void HeadlessRunner::nextJob()
                  .arg(m_options.featureJobs.at(m_nJob - 1).name, m_strFormerValue));
     } else if (m_nJob < m_options.featureJobs.size()) {
         perform(*featureTree);
+    } else if (m_nFileJob < m_options.fileJobs.size()) {
+        startFileJob(*featureTree);
     } else {
         runFinalJobs(*featureTree);
     }
@@ -168,10 +193,45 @@ bool HeadlessRunner::checkOutcome(const VexaFeatureTree &tree)
 
 void HeadlessRunner::runFinalJobs(const VexaFeatureTree &tree)
 {
-    const bool done = (m_options.readName.isEmpty() || read(tree))
+    const bool done = (!m_options.files || listFiles(tree))
+        && (m_options.readName.isEmpty() || read(tree))
         && (m_options.dumpFile.isEmpty() || dump(tree))
         && (m_options.screenshotFile.isEmpty() || takePicture());
     finish(done ? 0 : 1);
+}
+
+void HeadlessRunner::startFileJob(const VexaFeatureTree &tree)
+{
+    FileJob job = m_options.fileJobs.at(m_nFileJob++);
+    const QVector<OfferedEntry> entries = fileEntries(tree);
+    const auto shown =
+        std::find_if(entries.cbegin(), entries.cend(),
+                     [&job](const OfferedEntry &entry) { return entry.displayName == job.name; });
+    const bool isEntry =
+        std::any_of(entries.cbegin(), entries.cend(),
+                    [&job](const OfferedEntry &entry) { return entry.name == job.name; });
+    if (!isEntry && shown != entries.cend()) {
+        job.name = shown->name;
+    }
+    m_fileCopy.start(tree.GetCurCameraID(), job);
+}
+
+bool HeadlessRunner::listFiles(const VexaFeatureTree &tree)
+{
+    const QVector<OfferedEntry> entries = fileEntries(tree);
+    if (entries.isEmpty()) {
+        fail(workbenchText("lang_workbench_nofiles"));
+        return false;
+    }
+    QByteArray lines;
+    for (const OfferedEntry &entry : entries) {
+        lines += entry.name.toUtf8() + '\t' + entry.displayName.toUtf8() + '\n';
+    }
+    const bool written = writeStandardOutput(lines);
+    if (!written) {
+        fail(workbenchText("lang_workbench_writefailed").arg(QStringLiteral("-")));
+    }
+    return written;
 }
 
 bool HeadlessRunner::read(const VexaFeatureTree &tree)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/workbench/FileCopy.h"
 #include "host/workbench/HeadlessBoxes.h"
 #include "host/workbench/WorkbenchOptions.h"
 
@@ -13,7 +14,7 @@ class VexaFeatureTree;
 class WorkbenchWindow;
 
 /// The jobs of the command line that end by themselves: it opens the devices, waits for the first full update of each,
-/// writes and runs commands one after the other, reads, dumps, takes the picture, and ends. What goes wrong is told in the client's message log.
+/// writes and runs commands one after the other, copies files, reads, dumps, takes the picture, and ends. What goes wrong is told in the client's message log.
 class HeadlessRunner : public QObject
 {
     Q_OBJECT
@@ -41,6 +42,8 @@ private:
     void waitForUpdate();
     VexaFeatureTree *tree() const;
     bool hasFurtherJobs() const;
+    void startFileJob(const VexaFeatureTree &tree);
+    bool listFiles(const VexaFeatureTree &tree);
     void runFinalJobs(const VexaFeatureTree &tree);
     bool read(const VexaFeatureTree &tree);
     bool dump(const VexaFeatureTree &tree);
@@ -56,6 +59,8 @@ private:
     QTimer m_limitTimer;
     HeadlessBoxes m_boxes;
     int m_nJob = 0; ///< of the feature jobs: the next one
+    int m_nFileJob = 0; ///< the next one
+    FileCopy m_fileCopy;
     int m_nMessages = 0; ///< that were logged so far
     bool m_bWasTold = false; ///< the job made last said something
     bool m_bRestarting = false; ///< a command took the device away; it comes back

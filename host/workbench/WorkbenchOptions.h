@@ -15,6 +15,15 @@ struct FeatureJob
     QString text; ///< the value of a write
 };
 
+/// A file of the device that the command line fetches or sends.
+struct FileJob
+{
+    enum class Kind { Get, Put };
+    Kind kind = Kind::Get;
+    QString name; ///< entry of FileSelector, or its display name
+    QString path; ///< of the host
+};
+
 /// What the command line asks for. Empty texts and -1 mean "not given".
 struct WorkbenchOptions
 {
@@ -30,6 +39,8 @@ struct WorkbenchOptions
     QString language; ///< "ENG" or "CH"
     int userLevel = -1; ///< 0 guru, 1 expert, 2 beginner
     QVector<FeatureJob> featureJobs; ///< in the order given
+    QVector<FileJob> fileJobs; ///< in the order given
+    bool files = false; ///< print what files there are
     bool yes = false; ///< the answer to every question
     QString dumpFile; ///< "-" is the standard output
     QString readName;
@@ -43,7 +54,7 @@ struct WorkbenchOptions
     /// A job that needs no display and ends by itself.
     bool isHeadless() const
     {
-        return !featureJobs.isEmpty() || !dumpFile.isEmpty() || !readName.isEmpty()
-            || !screenshotFile.isEmpty();
+        return !featureJobs.isEmpty() || !fileJobs.isEmpty() || files || !dumpFile.isEmpty()
+            || !readName.isEmpty() || !screenshotFile.isEmpty();
     }
 };

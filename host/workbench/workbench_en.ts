@@ -336,6 +336,14 @@
         <translation>'%1' was not run. %2</translation>
     </message>
     <message>
+        <source>lang_workbench_notcopied</source>
+        <translation>'%1' was not copied: %2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nofiles</source>
+        <translation>The device has no files.</translation>
+    </message>
+    <message>
         <source>lang_workbench_kept</source>
         <translation>'%1' was not written: it still holds %2.</translation>
     </message>

@@ -336,6 +336,14 @@
         <translation>“%1”未执行。%2</translation>
     </message>
     <message>
+        <source>lang_workbench_notcopied</source>
+        <translation>“%1”未传输：%2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nofiles</source>
+        <translation>设备没有文件。</translation>
+    </message>
+    <message>
         <source>lang_workbench_kept</source>
         <translation>“%1”未写入，当前值仍为 %2。</translation>
     </message>

@@ -43,6 +43,9 @@ private slots:
     void memoryPatternFillsRegisters();
     void picture_data();
     void picture();
+    void filesThereAndBack();
+    void fileFailures_data();
+    void fileFailures();
     void unwritableTargetsFail_data();
     void unwritableTargetsFail();
     void languageAndLevelReachTheDump();
@@ -236,6 +239,56 @@ void WorkbenchCliTest::picture()
     const QImage image(file);
     // A window that something inside forces to grow does not fit the screen that it is meant for.
     QCOMPARE(image.size(), size);
+}
+
+void WorkbenchCliTest::filesThereAndBack()
+{
+    const QByteArray bytes(100 * 1024 + 1, 'x');
+    const QString source = m_workbench.write("source.bin", bytes);
+    const WorkbenchProcess::Result result =
+        m_workbench.run({"--device", "code-reader", "--get-file", "Multi ROI",
+                         m_workbench.path("back.bin"), "--put-file", "MultiROI", source,
+                         "--get-file", "License Notice", m_workbench.path("licence.txt"),
+                         "--get-file", "MultiROI", m_workbench.path("back.bin"), "--files"});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    QVERIFY2(result.out.startsWith("UserSet1\tUser Set 1\n"), result.out.constData());
+    QVERIFY(result.out.contains("LicenseNotice\tLicense Notice\n"));
+    QFile back(m_workbench.path("back.bin"));
+    QVERIFY(back.open(QIODevice::ReadOnly));
+    QVERIFY(back.readAll() == bytes);
+    QVERIFY(QFileInfo(m_workbench.path("licence.txt")).size() > 1000);
+}
+
+void WorkbenchCliTest::fileFailures_data()
+{
+    QTest::addColumn<QStringList>("job");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("reason");
+    const QString path = m_workbench.path("none.bin");
+    const QString source = m_workbench.write("something.bin", "something");
+    QTest::newRow("file that the device has not")
+        << QStringList{"--get-file", "NoFile", path} << 1 << QByteArray("'NoFile' was not copied");
+    QTest::newRow("file that only reads")
+        << QStringList{"--put-file", "License Notice", source} << 1 << QByteArray("Failure");
+    QTest::newRow("source that is not there")
+        << QStringList{"--put-file", "MultiROI", path} << 1 << QByteArray("none.bin");
+    QTest::newRow("target left out")
+        << QStringList{"--get-file", "MultiROI"} << 2 << QByteArray("NAME FILE");
+    QTest::newRow("two devices") << QStringList{"--device", "area-camera", "--files"} << 2
+                                 << QByteArray("one device");
+}
+
+void WorkbenchCliTest::fileFailures()
+{
+    QFETCH(QStringList, job);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, reason);
+    const WorkbenchProcess::Result result =
+        m_workbench.run(QStringList{"--device", "code-reader"} + job);
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, exitCode);
+    QVERIFY2(result.err.contains(reason), result.err.constData());
+    QVERIFY(!QFile::exists(m_workbench.path("none.bin")));
 }
 
 void WorkbenchCliTest::unwritableTargetsFail_data()
