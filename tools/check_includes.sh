@@ -34,6 +34,8 @@ tree/*.cpp|featurefile/*.h
 tree/*.cpp|shell/VexaFeatureToolBar.h
 tree/*.cpp|shell/VexaMainFeatureWidget.h
 view/*.cpp|shell/VexaMainFeatureWidget.h
+editors/*.cpp|shell/VexaMainFeatureWidget.h
+editors/*.cpp|tree/*.h
 view/*.cpp|editors/*.h
 '
 

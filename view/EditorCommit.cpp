@@ -7,6 +7,7 @@
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "editors/VexaFeatureDrawWidget.h"
+#include "editors/VexaStringFormatWidget.h"
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeDelegate.h"
 
@@ -112,6 +113,8 @@ void EditorCommit::rollback(QWidget *pEditor)
         pEdit->Rollback();
     } else if (auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(pEditor)) {
         pSpin->rollback();
+    } else if (auto *const pFormat = qobject_cast<VexaStringFormatWidget *>(pEditor)) {
+        pFormat->rollback();
     }
 }
 

@@ -9,6 +9,7 @@
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "UtilityKit/VexaInterface.h"
 #include "editors/VexaFeatureDrawWidget.h"
+#include "editors/VexaStringFormatWidget.h"
 #include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeCustomDrawItemValue.h"
 #include "model/CTreeCustomWaterMarkItemValue.h"
@@ -16,6 +17,7 @@
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
+#include "model/CustomItemValues.h"
 #include "view/CodeNumberLimit.h"
 #include "view/EditorCommit.h"
 #include "view/ItemLocker.h"
@@ -356,6 +358,19 @@ Result fillWatermark(const Request &request)
     return RESULT_FILLED;
 }
 
+/// The editor works on the row's own value: a snapshot has none of its fields.
+Result fillFormatText(const Request &request)
+{
+    auto *const pFormat = qobject_cast<VexaStringFormatWidget *>(request.pEditor);
+    auto *const pValue = dynamic_cast<CTreeFormatStringTextItemValue *>(request.pItem->value());
+    if (!pFormat || !pValue) {
+        return RESULT_LEFT;
+    }
+    pFormat->setValue(pValue);
+    pFormat->setRowReadOnly(request.bReadOnly || !request.pDelegate->isEditorsEnabled());
+    return RESULT_FILLED;
+}
+
 /// A node that is written and never read: its editor takes a value and shows none. Only a switch keeps what was written
 /// last, or it could not be turned the other way.
 Result fillWriteOnly(const Request &request)
@@ -399,6 +414,7 @@ const TagRule *findRule(const QString &strTag)
         {QStringLiteral("Boolean"), {fillBoolean, true}},
         {QStringLiteral("Command"), {fillCommand, false}},
         {QStringLiteral("CustomDrawFeatureTag"), {fillDraw, false}},
+        {QStringLiteral("CustomFormatTextEdit"), {fillFormatText, false}},
         {QStringLiteral("CustomTime"), {fillCalendar, false}},
         {QStringLiteral("CustomWatermarkFeatureTag"), {fillWatermark, false}},
         {QStringLiteral("Enumeration"), {fillEnumeration, true}},

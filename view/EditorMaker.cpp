@@ -7,8 +7,11 @@
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "editors/QCustomReverseHintWidget.h"
 #include "editors/VexaFeatureDrawWidget.h"
+#include "editors/VexaStringFormatWidget.h"
 #include "model/CTreeCustomDrawItemValue.h"
 #include "model/CTreeCustomWaterMarkItemValue.h"
+#include "model/CustomItemValues.h"
+#include "model/IVexaFeatureWidget.h"
 #include "view/EditorCommit.h"
 #include "view/EditorValue.h"
 #include "view/ItemLocker.h"
@@ -126,6 +129,31 @@ QWidget *makeWatermark(const Request &request)
         : finish(new CustomCheckBox(2, request.pParent), request, appliesFont(request.pItem));
 }
 
+/// The page that an editor stands in; null outside of pages.
+IVexaFeatureWidget *ownerOf(QWidget *pParent)
+{
+    IVexaFeatureWidget *pOwner = nullptr;
+    for (; pParent && !pOwner; pParent = pParent->parentWidget()) {
+        pOwner = qobject_cast<IVexaFeatureWidget *>(pParent);
+    }
+    return pOwner;
+}
+
+QWidget *makeFormatText(const Request &request)
+{
+    auto *const pValue = dynamic_cast<CTreeFormatStringTextItemValue *>(request.pItem->value());
+    if (!pValue || request.nColumn == 0) {
+        return nullptr;
+    }
+    auto *const pEditor = new VexaStringFormatWidget(pValue, request.pParent);
+    pEditor->setRowReadOnly(true);
+    if (IVexaFeatureWidget *const pOwner = ownerOf(request.pParent)) {
+        QObject::connect(pEditor, &VexaStringFormatWidget::SigFormatEditRequested, pOwner,
+                         &IVexaFeatureWidget::SigFormatEditRequested);
+    }
+    return pEditor;
+}
+
 QWidget *makeString(const Request &request)
 {
     if (request.strNodeName == QLatin1String("ManualSetTime")) {
@@ -145,6 +173,7 @@ QWidget *EditorMaker::make(const Request &request)
         {QStringLiteral("Boolean"), makeBoolean},
         {QStringLiteral("Command"), makeCommand},
         {QStringLiteral("CustomDrawFeatureTag"), makeDraw},
+        {QStringLiteral("CustomFormatTextEdit"), makeFormatText},
         {QStringLiteral("CustomTime"), makeCalendar},
         {QStringLiteral("CustomWatermarkFeatureTag"), makeWatermark},
         {QStringLiteral("Enumeration"), makeEnumeration},

@@ -655,20 +655,280 @@
 <context>
     <name>VexaStringFormatWidget</name>
     <message>
+        <source>2.4G Output Format</source>
+        <translation>2.4G Output Format</translation>
+    </message>
+    <message>
+        <source>Add Tag</source>
+        <translation>Add Tag</translation>
+    </message>
+    <message>
+        <source>Algo Time</source>
+        <translation>Algo Time</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>Angle</translation>
+    </message>
+    <message>
+        <source>Angle of DMcode L Shaped Side</source>
+        <translation>Angle of DMcode L Shaped Side</translation>
+    </message>
+    <message>
+        <source>Angle of L Shaped Side</source>
+        <translation>Angle of L Shaped Side</translation>
+    </message>
+    <message>
+        <source>BaseOrReceiver Output Format</source>
+        <translation>BaseOrReceiver Output Format</translation>
+    </message>
+    <message>
+        <source>Carriage Return</source>
+        <translation>Carriage Return</translation>
+    </message>
+    <message>
+        <source>Carriage Return and Line Feed</source>
+        <translation>Carriage Return and Line Feed</translation>
+    </message>
+    <message>
+        <source>Code Central Coordinate</source>
+        <translation>Code Central Coordinate</translation>
+    </message>
+    <message>
+        <source>Code Content</source>
+        <translation>Code Content</translation>
+    </message>
+    <message>
+        <source>Code Number</source>
+        <translation>Code Number</translation>
+    </message>
+    <message>
+        <source>Code Quality Evaluation</source>
+        <translation>Code Quality Evaluation</translation>
+    </message>
+    <message>
+        <source>Code Score</source>
+        <translation>Code Score</translation>
+    </message>
+    <message>
+        <source>Code Sub Quality Evaluation</source>
+        <translation>Code Sub Quality Evaluation</translation>
+    </message>
+    <message>
+        <source>Code Type</source>
+        <translation>Code Type</translation>
+    </message>
+    <message>
+        <source>Code Vertex Coordinate</source>
+        <translation>Code Vertex Coordinate</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>Day</translation>
+    </message>
+    <message>
+        <source>Device ip</source>
+        <translation>Device ip</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>EthernetIp Output Format</source>
+        <translation>EthernetIp Output Format</translation>
+    </message>
+    <message>
+        <source>FTP Picture Name Format</source>
+        <translation>FTP Picture Name Format</translation>
+    </message>
+    <message>
+        <source>FTP Result Content</source>
+        <translation>FTP Result Content</translation>
+    </message>
+    <message>
+        <source>FTP Upload Directory String</source>
+        <translation>FTP Upload Directory String</translation>
+    </message>
+    <message>
         <source>Failed to set the feature value.</source>
         <translation>Failed to set the feature value.</translation>
+    </message>
+    <message>
+        <source>Fins Output Format</source>
+        <translation>Fins Output Format</translation>
+    </message>
+    <message>
+        <source>Frame Code Time</source>
+        <translation>Frame Code Time</translation>
+    </message>
+    <message>
+        <source>Frame No.</source>
+        <translation>Frame No.</translation>
+    </message>
+    <message>
+        <source>Frame Time</source>
+        <translation>Frame Time</translation>
+    </message>
+    <message>
+        <source>HID Output Format</source>
+        <translation>HID Output Format</translation>
+    </message>
+    <message>
+        <source>Horizontal Tab</source>
+        <translation>Horizontal Tab</translation>
+    </message>
+    <message>
+        <source>Incremental Value</source>
+        <translation>Incremental Value</translation>
+    </message>
+    <message>
+        <source>L_Side Output Text</source>
+        <translation>L_Side Output Text</translation>
+    </message>
+    <message>
+        <source>Line Feed</source>
+        <translation>Line Feed</translation>
+    </message>
+    <message>
+        <source>Local Picture Name Format</source>
+        <translation>Local Picture Name Format</translation>
+    </message>
+    <message>
+        <source>MELSEC Output Format</source>
+        <translation>MELSEC Output Format</translation>
+    </message>
+    <message>
+        <source>Mirror Mark</source>
+        <translation>Mirror Mark</translation>
+    </message>
+    <message>
+        <source>ModBus Output Format</source>
+        <translation>ModBus Output Format</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>Month</translation>
     </message>
     <message>
         <source>Node &apos;%1&apos;:failed to save value &apos;%2&apos;. %3</source>
         <translation>Node &apos;%1&apos;:failed to save value &apos;%2&apos;. %3</translation>
     </message>
     <message>
+        <source>OK/NG</source>
+        <translation>OK/NG</translation>
+    </message>
+    <message>
+        <source>Polling Parameter</source>
+        <translation>Polling Parameter</translation>
+    </message>
+    <message>
+        <source>Profinet Output Format</source>
+        <translation>Profinet Output Format</translation>
+    </message>
+    <message>
+        <source>ROI No.</source>
+        <translation>ROI No.</translation>
+    </message>
+    <message>
+        <source>Read Bar Result</source>
+        <translation>Read Bar Result</translation>
+    </message>
+    <message>
+        <source>SLMP Output Format</source>
+        <translation>SLMP Output Format</translation>
+    </message>
+    <message>
+        <source>Serial Output Format</source>
+        <translation>Serial Output Format</translation>
+    </message>
+    <message>
+        <source>Serial Trigger End String</source>
+        <translation>Serial Trigger End String</translation>
+    </message>
+    <message>
+        <source>Serial Trigger Start String</source>
+        <translation>Serial Trigger Start String</translation>
+    </message>
+    <message>
         <source>Special characters exist in the setting content, please modify and try again!</source>
         <translation>Special characters exist in the setting content, please modify and try again!</translation>
     </message>
     <message>
+        <source>Station Name</source>
+        <translation>Station Name</translation>
+    </message>
+    <message>
+        <source>TCP Output Format</source>
+        <translation>TCP Output Format</translation>
+    </message>
+    <message>
+        <source>TCP Server Output Format</source>
+        <translation>TCP Server Output Format</translation>
+    </message>
+    <message>
+        <source>Tcp Client End Trigger Hex</source>
+        <translation>Tcp Client End Trigger Hex</translation>
+    </message>
+    <message>
+        <source>Tcp Client Start Trigger Hex</source>
+        <translation>Tcp Client Start Trigger Hex</translation>
+    </message>
+    <message>
+        <source>Tcp Trigger End String</source>
+        <translation>Tcp Trigger End String</translation>
+    </message>
+    <message>
+        <source>Tcp Trigger Start String</source>
+        <translation>Tcp Trigger Start String</translation>
+    </message>
+    <message>
         <source>The FTP image name cannot be empty. Please reset it!</source>
         <translation>The FTP image name cannot be empty. Please reset it!</translation>
+    </message>
+    <message>
+        <source>Trigger No.</source>
+        <translation>Trigger No.</translation>
+    </message>
+    <message>
+        <source>Trigger Start Time</source>
+        <translation>Trigger Start Time</translation>
+    </message>
+    <message>
+        <source>UDP Output Format</source>
+        <translation>UDP Output Format</translation>
+    </message>
+    <message>
+        <source>USB Output Format</source>
+        <translation>USB Output Format</translation>
+    </message>
+    <message>
+        <source>Udp Trigger End String</source>
+        <translation>Udp Trigger End String</translation>
+    </message>
+    <message>
+        <source>Udp Trigger Start String</source>
+        <translation>Udp Trigger Start String</translation>
+    </message>
+    <message>
+        <source>Vertical Tab</source>
+        <translation>Vertical Tab</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>Year</translation>
+    </message>
+    <message>
+        <source>frame_time</source>
+        <translation>frame_time</translation>
+    </message>
+    <message>
+        <source>image</source>
+        <translation>image</translation>
+    </message>
+    <message>
+        <source>read bar result</source>
+        <translation>read bar result</translation>
     </message>
 </context>
 </TS>

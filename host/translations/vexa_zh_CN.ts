@@ -655,20 +655,280 @@
 <context>
     <name>VexaStringFormatWidget</name>
     <message>
+        <source>2.4G Output Format</source>
+        <translation>2.4G 输出格式</translation>
+    </message>
+    <message>
+        <source>Add Tag</source>
+        <translation>添加标签</translation>
+    </message>
+    <message>
+        <source>Algo Time</source>
+        <translation>算法耗时</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>角度</translation>
+    </message>
+    <message>
+        <source>Angle of DMcode L Shaped Side</source>
+        <translation>DM码 L边角度</translation>
+    </message>
+    <message>
+        <source>Angle of L Shaped Side</source>
+        <translation>L边角度</translation>
+    </message>
+    <message>
+        <source>BaseOrReceiver Output Format</source>
+        <translation>底座或接收器输出格式</translation>
+    </message>
+    <message>
+        <source>Carriage Return</source>
+        <translation>回车</translation>
+    </message>
+    <message>
+        <source>Carriage Return and Line Feed</source>
+        <translation>回车和换行</translation>
+    </message>
+    <message>
+        <source>Code Central Coordinate</source>
+        <translation>条码中心坐标</translation>
+    </message>
+    <message>
+        <source>Code Content</source>
+        <translation>条码内容</translation>
+    </message>
+    <message>
+        <source>Code Number</source>
+        <translation>条码数量</translation>
+    </message>
+    <message>
+        <source>Code Quality Evaluation</source>
+        <translation>打码评级</translation>
+    </message>
+    <message>
+        <source>Code Score</source>
+        <translation>读码评分</translation>
+    </message>
+    <message>
+        <source>Code Sub Quality Evaluation</source>
+        <translation>打码评级子项</translation>
+    </message>
+    <message>
+        <source>Code Type</source>
+        <translation>条码类型</translation>
+    </message>
+    <message>
+        <source>Code Vertex Coordinate</source>
+        <translation>条码顶点坐标</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>日</translation>
+    </message>
+    <message>
+        <source>Device ip</source>
+        <translation>IP地址</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>EthernetIp Output Format</source>
+        <translation>EthernetIp 输出格式</translation>
+    </message>
+    <message>
+        <source>FTP Picture Name Format</source>
+        <translation>FTP 图片名称格式</translation>
+    </message>
+    <message>
+        <source>FTP Result Content</source>
+        <translation>FTP 结果内容</translation>
+    </message>
+    <message>
+        <source>FTP Upload Directory String</source>
+        <translation>FTP 上传目录字符串</translation>
+    </message>
+    <message>
         <source>Failed to set the feature value.</source>
         <translation>设置属性值失败。</translation>
+    </message>
+    <message>
+        <source>Fins Output Format</source>
+        <translation>Fins 输出格式</translation>
+    </message>
+    <message>
+        <source>Frame Code Time</source>
+        <translation>读图识码时间</translation>
+    </message>
+    <message>
+        <source>Frame No.</source>
+        <translation>帧号</translation>
+    </message>
+    <message>
+        <source>Frame Time</source>
+        <translation>图像帧时间</translation>
+    </message>
+    <message>
+        <source>HID Output Format</source>
+        <translation>HID 输出格式</translation>
+    </message>
+    <message>
+        <source>Horizontal Tab</source>
+        <translation>水平制表符</translation>
+    </message>
+    <message>
+        <source>Incremental Value</source>
+        <translation>递增值</translation>
+    </message>
+    <message>
+        <source>L_Side Output Text</source>
+        <translation>DM码L边角度区域文本</translation>
+    </message>
+    <message>
+        <source>Line Feed</source>
+        <translation>换行</translation>
+    </message>
+    <message>
+        <source>Local Picture Name Format</source>
+        <translation>本地图片名称格式</translation>
+    </message>
+    <message>
+        <source>MELSEC Output Format</source>
+        <translation>MELSEC 输出格式</translation>
+    </message>
+    <message>
+        <source>Mirror Mark</source>
+        <translation>镜像标记</translation>
+    </message>
+    <message>
+        <source>ModBus Output Format</source>
+        <translation>ModBus 输出格式</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>月</translation>
     </message>
     <message>
         <source>Node &apos;%1&apos;:failed to save value &apos;%2&apos;. %3</source>
         <translation>节点“%1”：值“%2”保存失败。%3</translation>
     </message>
     <message>
+        <source>OK/NG</source>
+        <translation>OK/NG</translation>
+    </message>
+    <message>
+        <source>Polling Parameter</source>
+        <translation>轮询参数信号</translation>
+    </message>
+    <message>
+        <source>Profinet Output Format</source>
+        <translation>Profinet 输出格式</translation>
+    </message>
+    <message>
+        <source>ROI No.</source>
+        <translation>ROI号</translation>
+    </message>
+    <message>
+        <source>Read Bar Result</source>
+        <translation>读码结果</translation>
+    </message>
+    <message>
+        <source>SLMP Output Format</source>
+        <translation>SLMP 输出格式</translation>
+    </message>
+    <message>
+        <source>Serial Output Format</source>
+        <translation>串口输出格式</translation>
+    </message>
+    <message>
+        <source>Serial Trigger End String</source>
+        <translation>串口触发结束字符串</translation>
+    </message>
+    <message>
+        <source>Serial Trigger Start String</source>
+        <translation>串口触发开始字符串</translation>
+    </message>
+    <message>
         <source>Special characters exist in the setting content, please modify and try again!</source>
         <translation>设置内容中存在特殊字符，请修改后重试！</translation>
     </message>
     <message>
+        <source>Station Name</source>
+        <translation>站名</translation>
+    </message>
+    <message>
+        <source>TCP Output Format</source>
+        <translation>TCP 输出格式</translation>
+    </message>
+    <message>
+        <source>TCP Server Output Format</source>
+        <translation>TCP 服务器输出格式</translation>
+    </message>
+    <message>
+        <source>Tcp Client End Trigger Hex</source>
+        <translation>TCP 客户端触发结束十六进制</translation>
+    </message>
+    <message>
+        <source>Tcp Client Start Trigger Hex</source>
+        <translation>TCP 客户端触发开始十六进制</translation>
+    </message>
+    <message>
+        <source>Tcp Trigger End String</source>
+        <translation>TCP 触发结束字符串</translation>
+    </message>
+    <message>
+        <source>Tcp Trigger Start String</source>
+        <translation>TCP 触发开始字符串</translation>
+    </message>
+    <message>
         <source>The FTP image name cannot be empty. Please reset it!</source>
         <translation>FTP 图片名称不能为空，请重新设置！</translation>
+    </message>
+    <message>
+        <source>Trigger No.</source>
+        <translation>触发号</translation>
+    </message>
+    <message>
+        <source>Trigger Start Time</source>
+        <translation>触发开始时间</translation>
+    </message>
+    <message>
+        <source>UDP Output Format</source>
+        <translation>UDP 输出格式</translation>
+    </message>
+    <message>
+        <source>USB Output Format</source>
+        <translation>USB 输出格式</translation>
+    </message>
+    <message>
+        <source>Udp Trigger End String</source>
+        <translation>UDP 触发结束字符串</translation>
+    </message>
+    <message>
+        <source>Udp Trigger Start String</source>
+        <translation>UDP 触发开始字符串</translation>
+    </message>
+    <message>
+        <source>Vertical Tab</source>
+        <translation>垂直制表符</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年</translation>
+    </message>
+    <message>
+        <source>frame_time</source>
+        <translation>帧时间</translation>
+    </message>
+    <message>
+        <source>image</source>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>read bar result</source>
+        <translation>读码结果</translation>
     </message>
 </context>
 </TS>

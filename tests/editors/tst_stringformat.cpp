@@ -1,0 +1,544 @@
+#include "ControlKit/CustomMessageBox.h"
+#include "editors/VexaStringFormatRules.h"
+#include "editors/VexaStringFormatWidget.h"
+#include "host/translations/Translations.h"
+#include "model/CTreeEnumationItemValue.h"
+#include "model/CustomNodeNames.h"
+#include "tests/editors/FormatFixture.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QtTest>
+
+namespace {
+
+constexpr int STATUS_OF_A_REFUSAL = 10; // a code of the device itself
+const QString TCP = QStringLiteral("TcpFormatString");
+const QString DIRECTORY = QStringLiteral("FtpFormatDirectoryString");
+const QString CONTENT = QStringLiteral("FtpFormatResultString");
+const QString PICTURE = QStringLiteral("ResSet_Ftp_Picture_Name");
+const QString BYTES = QStringLiteral("TcpStartTriggerHex");
+const QStringList ROWS{TCP, DIRECTORY, CONTENT, PICTURE, BYTES, "ResSet_Emmc_Picture_Name"};
+
+void paste(QWidget *pBox, const QString &strText)
+{
+    QGuiApplication::clipboard()->setText(strText);
+    QTest::keyClick(pBox, Qt::Key_V, Qt::ControlModifier);
+}
+
+/// Clicks into the box and does what the words say: "paste:...", "clear", "esc", "back", else the text is typed.
+void act(QTextEdit *pBox, const QStringList &words)
+{
+    QTest::mouseClick(pBox->viewport(), Qt::LeftButton);
+    pBox->moveCursor(QTextCursor::End);
+    for (const QString &strWord : words) {
+        if (strWord.startsWith("paste:")) {
+            paste(pBox, strWord.mid(6));
+        } else if (strWord == "clear") {
+            QTest::keyClick(pBox, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(pBox, Qt::Key_Backspace);
+        } else if (strWord == "esc") {
+            QTest::keyClick(pBox, Qt::Key_Escape);
+        } else if (strWord == "back") {
+            QTest::keyClick(pBox, Qt::Key_Backspace);
+        } else {
+            QTest::keyClicks(pBox, strWord);
+        }
+    }
+}
+
+QMenu *menuOf(const QWidget *pEditor)
+{
+    return pEditor->findChild<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+} // namespace
+
+class tst_stringformat : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanupTestCase() { m_pFixture.reset(); }
+    void everyRowHasItsForm();
+    void edits_data();
+    void edits();
+    void refusesCharacters_data();
+    void refusesCharacters();
+    void tagsFromTheMenu_data();
+    void tagsFromTheMenu();
+    void triggerKeys_data();
+    void triggerKeys();
+    void otherDevices_data();
+    void otherDevices();
+    void deviceRefuses();
+    void refillWritesNothing();
+    void lockedWhileTyping();
+    void otherWindowsEndNoEdit();
+    void keyboardAlone();
+    void editIsTheHosts();
+    void switchesLanguage();
+    void goesAwayInAnEdit_data();
+    void goesAwayInAnEdit();
+
+private:
+    FormatFixture &fixture() { return *m_pFixture; }
+    QTextEdit *box(const QString &strNode) { return m_pFixture->box(strNode); }
+    std::unique_ptr<FormatFixture> m_pFixture;
+};
+
+void tst_stringformat::initTestCase()
+{
+    installLanguage(*qApp, QStringLiteral("ENG"));
+}
+
+void tst_stringformat::init()
+{
+    if (qstrcmp(QTest::currentTestFunction(), "otherDevices") == 0) {
+        return;
+    }
+    if (!m_pFixture) {
+        const auto device = SimulatedDevices::builtIn(QStringLiteral("code-reader"));
+        m_pFixture = std::make_unique<FormatFixture>(device, ROWS);
+        QVERIFY(m_pFixture->m_bReady);
+        // The bytes of a trigger are there while its format says so.
+        QVERIFY(m_pFixture->m_camera.tree->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
+        QTRY_VERIFY(m_pFixture->feature(BYTES)->visible()
+                    && !m_pFixture->feature(BYTES)->readOnly());
+        m_pFixture->m_pPages->treeView()->expandAll();
+    }
+    fixture().m_pPages->activateWindow(); // a box was up
+    QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+    QTRY_VERIFY(box(BYTES) && box(BYTES)->isEnabled());
+    QVERIFY(fixture().changeBehind(TCP, "<codecontent>"));
+    QVERIFY(fixture().changeBehind(DIRECTORY, "<year>/"));
+    QVERIFY(fixture().changeBehind(CONTENT, "<image>,"));
+    QVERIFY(fixture().changeBehind(PICTURE, "name"));
+    QVERIFY(fixture().changeBehind(BYTES, "02 53"));
+    fixture().m_pPages->treeView()->setFocus();
+    fixture().forgetWrites();
+}
+
+void tst_stringformat::everyRowHasItsForm()
+{
+    int nMenus = 0;
+    for (const QString &strNode : ROWS) {
+        auto *const pEditor = qobject_cast<VexaStringFormatWidget *>(fixture().editor(strNode));
+        QVERIFY2(pEditor && pEditor->isEnabled(), qPrintable(strNode));
+        const QString strTitle = pEditor->findChild<QLabel *>()->text();
+        QVERIFY2(!strTitle.isEmpty(), qPrintable(strNode));
+        QCOMPARE(fixture().box(strNode)->accessibleName(), strTitle);
+        QVERIFY(fixture().button(strNode)->accessibleName().contains(strTitle));
+        const bool bMenu = menuOf(pEditor);
+        nMenus += bMenu;
+        QCOMPARE(fixture().button(strNode)->size(), bMenu ? QSize(36, 36) : QSize(80, 36));
+        QCOMPARE(fixture().button(strNode)->text(), bMenu ? QString() : QString("Edit"));
+        QVERIFY(!bMenu || !fixture().button(strNode)->icon().pixmap(24, 24).isNull());
+        QCOMPARE(pEditor->height(), 160);
+    }
+    QCOMPARE(nMenus, 3);
+    QCOMPARE(fixture().counter(TCP), QString("13/255"));
+    QCOMPARE(fixture().counter(BYTES), QString("5/63"));
+}
+
+void tst_stringformat::edits_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<int>("writes"); // of the device; the camera counts as changed then
+    const QString full(255, 'x');
+    const auto row = [](const char *pFault, const QString &node, const QStringList &words,
+                        const QString &shown, int nWrites) {
+        QTest::newRow(pFault) << node << words << shown << nWrites;
+    };
+    row("no edit is no write", TCP, {}, "<codecontent>", 0);
+    row("there and back is no write", TCP, {"ab", "back", "back"}, "<codecontent>", 0);
+    row("what is typed is written", TCP, {";a"}, "<codecontent>;a", 1);
+    row("markup stays text", TCP, {"clear", "<b>&amp;</b>"}, "<b>&amp;</b>", 1);
+    row("the limit is written", TCP, {"clear", "paste:" + full}, full, 1);
+    row("one more is cut", TCP, {"clear", "paste:" + full + "y"}, full, 1);
+    row("an ideograph takes nothing with it", TCP, {";a", QString::fromUtf8("paste:码"), "b"},
+        "<codecontent>;ab", 1);
+    row("escape gives it up", TCP, {";a", "esc"}, "<codecontent>", 0);
+    row("emptied", TCP, {"clear"}, "", 1);
+    row("an empty level takes nothing with it", DIRECTORY, {"a", "/", "/", "b"}, "<year>/a/b", 1);
+    row("two slashes are no level elsewhere", TCP, {"//"}, "<codecontent>//", 1);
+}
+
+void tst_stringformat::edits()
+{
+    QFETCH(QString, node);
+    QFETCH(QStringList, words);
+    QFETCH(QString, shown);
+    QFETCH(int, writes);
+    const QString before = fixture().deviceText(node);
+    act(box(node), words);
+    QCOMPARE(box(node)->toPlainText(), shown);
+    QCOMPARE(fixture().writes().size(), 0);
+    QTest::keyClick(box(node), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), writes);
+    QCOMPARE(box(node)->toPlainText(), shown);
+    QCOMPARE(fixture().deviceText(node), writes ? shown : before);
+    QCOMPARE(ShellHost::instance()->modifiedCameras().size(), writes);
+    QTest::keyClick(fixture().button(node), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), writes);
+    QTRY_COMPARE(dynamic_cast<CTreeStringItemValue *>(fixture().feature(node)->value())->m_strValue,
+                 fixture().deviceText(node));
+}
+
+void tst_stringformat::refusesCharacters_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("boxes");
+    QTest::newRow("a name with a colon") << PICTURE << "a:b" << 1;
+    QTest::newRow("a name with a slash") << PICTURE << "a/b" << 1;
+    QTest::newRow("a name with a bracket of a range") << PICTURE << "a(b" << 1;
+    QTest::newRow("a name with a hyphen") << PICTURE << "a-b" << 1;
+    QTest::newRow("a name with a wide character") << PICTURE << QString::fromUtf8("a￥b") << 1;
+    QTest::newRow("an empty name") << PICTURE << "" << 1;
+    QTest::newRow("tags, dots and underscores") << PICTURE << "<codecontent>_a.b" << 0;
+    QTest::newRow("a directory with a colon") << DIRECTORY << "C:/a" << 0;
+    QTest::newRow("a directory with a bar") << DIRECTORY << "a|b" << 1;
+    QTest::newRow("an empty directory") << DIRECTORY << "" << 0;
+    QTest::newRow("a format takes all") << TCP << "~!@#%:|" << 0;
+}
+
+void tst_stringformat::refusesCharacters()
+{
+    QFETCH(QString, node);
+    QFETCH(QString, text);
+    QFETCH(int, boxes);
+    const QString before = fixture().deviceText(node);
+    BoxAnswers answers(Qt::Key_Return);
+    act(box(node), {"clear", "paste:" + text});
+    QTest::keyClick(box(node), Qt::Key_Tab);
+    QTRY_COMPARE(answers.count(), boxes);
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(fixture().writes().size(), boxes ? 0 : 1);
+    QCOMPARE(box(node)->toPlainText(), boxes ? before : text);
+    QCOMPARE(fixture().deviceText(node), boxes ? before : text);
+    QCOMPARE(ShellHost::instance()->modifiedCameras().isEmpty(), boxes > 0);
+}
+
+void tst_stringformat::tagsFromTheMenu_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("a level") << DIRECTORY << "a/"
+                             << "a/<deviceip>/";
+    QTest::newRow("a part of a list") << CONTENT << "<image>,"
+                                      << "<image>,<image>,";
+    QTest::newRow("a part of a name") << ROWS.last() << "a"
+                                      << "a<codecontent>";
+    const QString longText(242, 'x');
+    QTest::newRow("to the limit") << ROWS.last() << longText << longText + "<codecontent>";
+    QTest::newRow("over the limit") << ROWS.last() << longText + 'y' << longText + 'y';
+}
+
+void tst_stringformat::tagsFromTheMenu()
+{
+    QFETCH(QString, node);
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    QVERIFY(fixture().changeBehind(node, before));
+    fixture().forgetWrites();
+    QTest::mouseClick(fixture().button(node), Qt::LeftButton);
+    QMenu *const pMenu = menuOf(fixture().editor(node));
+    QTRY_VERIFY(pMenu->isVisible());
+    const auto *const pTags =
+        dynamic_cast<CTreeEnumationItemValue *>(fixture().feature(sourceDataNodeOf(node))->value());
+    QCOMPARE(pMenu->actions().size(), pTags->getDisplayList().size());
+    QTest::keyClick(pMenu, Qt::Key_Down);
+    QTest::keyClick(pMenu, Qt::Key_Return);
+    QTRY_VERIFY(!pMenu->isVisible());
+    QCOMPARE(box(node)->toPlainText(), after);
+    QCOMPARE(fixture().deviceText(node), after);
+    QCOMPARE(fixture().writes().size(), before == after ? 0 : 1);
+}
+
+void tst_stringformat::triggerKeys_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("bytes are not typed") << QStringList{"5", " "} << "02 53";
+    QTest::newRow("bytes are taken back") << QStringList{"back"} << "02 5";
+    QTest::newRow("bytes are pasted") << QStringList{"paste: 03"} << "02 53 03";
+}
+
+void tst_stringformat::triggerKeys()
+{
+    QFETCH(QStringList, words);
+    QFETCH(QString, shown);
+    act(box(BYTES), words);
+    QCOMPARE(box(BYTES)->toPlainText(), shown);
+    const int nCursor = box(BYTES)->textCursor().position();
+    QTest::keyClick(box(BYTES), Qt::Key_Left);
+    QCOMPARE(box(BYTES)->textCursor().position(), nCursor - 1);
+    QTest::keyClick(box(BYTES), Qt::Key_Tab);
+    QVERIFY(fixture().button(BYTES)->hasFocus());
+    QCOMPARE(fixture().deviceText(BYTES), shown);
+}
+
+void tst_stringformat::otherDevices_data()
+{
+    QTest::addColumn<QByteArray>("format"); // the node that tells text from bytes
+    QTest::addColumn<QByteArray>("access"); // to the trigger text
+    QTest::newRow("a trigger of text is typed")
+        << QByteArray("<Enumeration Name=\"UdpEndTriggerFormat\"><EnumEntry Name=\"Text\">"
+                      "<Value>0</Value></EnumEntry><Value>0</Value></Enumeration>")
+        << QByteArray("RW");
+    QTest::newRow("a trigger that tells no format is typed") << QByteArray() << QByteArray("RW");
+    QTest::newRow("a node that is read only takes no text from an editor that lags")
+        << QByteArray() << QByteArray("RO");
+}
+
+void tst_stringformat::otherDevices()
+{
+    QFETCH(QByteArray, format);
+    QFETCH(QByteArray, access);
+    m_pFixture.reset();
+    const QString node = QStringLiteral("UdpEndTriggerHex");
+    const auto device = SimulatedDevices::fromDescription(
+        descriptionOf({node},
+                      "<StringReg Name=\"UdpEndTriggerHex\"><Address>64</Address><Length>8"
+                      "</Length><AccessMode>"
+                          + access + "</AccessMode><pPort>Device</pPort></StringReg>" + format),
+        QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+    m_pFixture = std::make_unique<FormatFixture>(device, QStringList{node});
+    QVERIFY(m_pFixture->m_bReady && box(node));
+    const bool bWritable = access == "RW";
+    QCOMPARE(box(node)->isEnabled(), bWritable);
+    fixture().editor(node)->setEnabled(true);
+    act(box(node), {"12345678"});
+    QCOMPARE(box(node)->toPlainText(), QString("1234567"));
+    QTest::keyClick(box(node), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), bWritable ? 1 : 0);
+    QCOMPARE(box(node)->toPlainText(), QString(bWritable ? "1234567" : ""));
+    m_pFixture.reset();
+}
+
+void tst_stringformat::deviceRefuses()
+{
+    SimulatorControl &control = *fixture().m_camera.device.control;
+    act(box(TCP), {"1"});
+    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), 1);
+    const quint64 nAddress = fixture().writes().first().address;
+    control.setFailing(nAddress, STATUS_OF_A_REFUSAL);
+    act(box(TCP), {"2"});
+    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    control.setFailing(nAddress, 0);
+    auto *const pBox = qobject_cast<CustomMessageBox *>(QApplication::activeModalWidget());
+    QVERIFY(pBox);
+    QVERIFY2(pBox->cContent().contains("'&lt;codecontent&gt;12'")
+                 && pBox->cContent().contains("\r\n0x9000"),
+             qPrintable(pBox->cContent()));
+    QTest::keyClick(pBox, Qt::Key_Return);
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    fixture().m_pPages->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+    QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>12"));
+    QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>1"));
+
+    const int nTried = fixture().writes().size();
+    act(box(TCP), {});
+    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), nTried); // the same text is not tried again
+    act(box(TCP), {"3", "back"});
+    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>12")); // a new edit is
+}
+
+void tst_stringformat::refillWritesNothing()
+{
+    QSignalSpy changed(box(TCP), &QTextEdit::textChanged);
+    for (const QString &strText : {QString("a\r\nb"), QString("<x>"), QString(255, 'x'),
+                                   QString::fromUtf8("条码"), QString(), QString("<last>")}) {
+        QVERIFY(fixture().changeBehind(TCP, strText));
+        fixture().forgetWrites();
+        QCOMPARE(box(TCP)->toPlainText(), QString(strText).remove('\r'));
+        act(box(TCP), {});
+        QTest::keyClick(box(TCP), Qt::Key_Tab);
+        QCOMPARE(fixture().writes().size(), 0);
+    }
+    QCOMPARE(changed.count(), 0);
+
+    act(box(TCP), {";typed"});
+    QVERIFY(fixture().changeBehind(TCP, "<other>"));
+    fixture().forgetWrites();
+    QCOMPARE(box(TCP)->toPlainText(), QString("<last>;typed"));
+    QTest::keyClick(box(TCP), Qt::Key_Escape);
+    QCOMPARE(box(TCP)->toPlainText(), QString("<other>"));
+    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), 0);
+}
+
+void tst_stringformat::lockedWhileTyping()
+{
+    VexaPropertyTreeItem *const pFeature = fixture().feature(TCP);
+    const long lCameraID = fixture().m_camera.id;
+    act(box(TCP), {";typed"});
+    pFeature->setReadOnly(lCameraID, true);
+    QVERIFY(!box(TCP)->isEnabled() && !fixture().button(TCP)->isEnabled());
+    QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>"));
+    QCOMPARE(box(TCP)->textColor(), QColor("#60CCCCCC"));
+    QCOMPARE(fixture().writes().size(), 0);
+    pFeature->setReadOnly(lCameraID, false);
+    QVERIFY(box(TCP)->isEnabled());
+    QCOMPARE(box(TCP)->textColor(), QColor("#CCCCCC"));
+    auto *const pEditor = static_cast<VexaStringFormatWidget *>(fixture().editor(TCP));
+    emit pEditor->SigReadOnlyChanged(lCameraID + 1, true); // of another camera
+    QVERIFY(pEditor->isEnabled());
+}
+
+void tst_stringformat::otherWindowsEndNoEdit()
+{
+    act(box(TCP), {";a"});
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(fixture().changeBehind(TCP, "<other>"));
+    fixture().forgetWrites();
+    fixture().m_pPages->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+    QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>;a"));
+    QCOMPARE(fixture().writes().size(), 0);
+    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>;a"));
+}
+
+void tst_stringformat::keyboardAlone()
+{
+    // Row by row, the box and then the button; back the same way.
+    QTest::keyClick(fixture().m_pPages->treeView(), Qt::Key_Tab);
+    for (const QString &strNode : ROWS) {
+        QVERIFY2(box(strNode)->hasFocus(), qPrintable(strNode));
+        QTest::keyClick(box(strNode), Qt::Key_Tab);
+        QVERIFY(fixture().button(strNode)->hasFocus());
+        if (strNode != ROWS.last()) {
+            QTest::keyClick(fixture().button(strNode), Qt::Key_Tab);
+        }
+    }
+    QTest::keyClick(fixture().button(ROWS.last()), Qt::Key_Backtab);
+    QVERIFY(box(ROWS.last())->hasFocus());
+    QInputMethodEvent typed;
+    typed.setCommitString("x");
+    QCoreApplication::sendEvent(box(ROWS.last()), &typed);
+    QVERIFY(!box(ROWS.last())->toPlainText().contains('x'));
+    QCOMPARE(fixture().writes().size(), 0);
+}
+
+void tst_stringformat::editIsTheHosts()
+{
+    QSignalSpy asked(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested);
+    QTest::mouseClick(fixture().button(TCP), Qt::LeftButton);
+    QTest::mouseClick(fixture().button(TCP), Qt::RightButton);
+    QTest::mouseClick(fixture().button(BYTES), Qt::LeftButton);
+    QCOMPARE(asked.size(), 2);
+    QCOMPARE(asked.at(0).at(0).value<VexaPropertyTreeItem *>(), fixture().feature(TCP));
+    QCOMPARE(asked.at(0).at(1).value<VexaPropertyTreeItem *>(),
+             fixture().feature("TcpFormatSourceData"));
+    QCOMPARE(asked.at(1).at(0).value<VexaPropertyTreeItem *>(), fixture().feature(BYTES));
+    QVERIFY(!asked.at(1).at(1).value<VexaPropertyTreeItem *>());
+
+    // A table of characters adds to what is there, until it is full.
+    auto *const pEditor = static_cast<VexaStringFormatWidget *>(fixture().editor(BYTES));
+    pEditor->OnAsciiTableItemClicked({" 03", "ETX"});
+    pEditor->OnAsciiTableItemClicked({QString(60, 'x')});
+    pEditor->OnAsciiTableItemClicked({" 0D"});
+    QCOMPARE(box(BYTES)->toPlainText(), QString("02 53 03 0D"));
+    act(box(BYTES), {});
+    QTest::keyClick(box(BYTES), Qt::Key_Tab);
+    QCOMPARE(fixture().deviceText(BYTES), QString("02 53 03 0D"));
+}
+
+void tst_stringformat::switchesLanguage()
+{
+    const auto texts = [this] {
+        QTest::mouseClick(fixture().button(DIRECTORY), Qt::LeftButton);
+        QMenu *const pMenu = menuOf(fixture().editor(DIRECTORY));
+        const QString strTexts = fixture().editor(DIRECTORY)->findChild<QLabel *>()->text() + ' '
+            + pMenu->actions().at(0)->text() + ' ' + pMenu->actions().at(5)->text() + ' '
+            + fixture().button(TCP)->text();
+        pMenu->close();
+        return strTexts;
+    };
+    act(box(TCP), {";typed"});
+    const QString english = texts();
+    QCOMPARE(english, QString("FTP Upload Directory String Device ip Station Name Edit"));
+    fixture().forgetWrites();
+    installLanguage(*qApp, QStringLiteral("CH"));
+    QCoreApplication::processEvents();
+    QCOMPARE(texts(), QString::fromUtf8("FTP 上传目录字符串 IP地址 站名 编辑"));
+    installLanguage(*qApp, QStringLiteral("ENG"));
+    QCoreApplication::processEvents();
+    QCOMPARE(texts(), english);
+    QCOMPARE(fixture().writes().size(), 0);
+}
+
+void tst_stringformat::goesAwayInAnEdit_data()
+{
+    QTest::addColumn<QString>("what");
+    for (const char *pWhat : {"row", "page", "menu", "warning page", "warning camera"}) {
+        QTest::newRow(pWhat) << pWhat;
+    }
+}
+
+void tst_stringformat::goesAwayInAnEdit()
+{
+    QFETCH(QString, what);
+    const auto leave = [this, what] {
+        fixture().forgetWrites();
+        if (what == "row") {
+            fixture().feature(TCP)->setVisible(false, fixture().m_camera.id, false);
+        } else if (what.endsWith("camera")) {
+            fixture().m_pPages->removeCameraID(fixture().m_camera.id);
+            fixture().m_module.close(fixture().m_camera);
+            fixture().m_camera.tree = nullptr;
+        } else {
+            fixture().m_pPages->removeCameraID(fixture().m_camera.id);
+        }
+    };
+    if (what.startsWith("warning")) {
+        act(box(PICTURE), {":"});
+        QTimer looks;
+        connect(&looks, &QTimer::timeout, this, [&] {
+            if (QApplication::activeModalWidget()) {
+                looks.stop();
+                leave();
+            }
+        });
+        looks.start(5);
+        const QPointer<QWidget> guard(box(PICTURE));
+        QTest::keyClick(box(PICTURE), Qt::Key_Tab);
+        QTRY_VERIFY(!guard);
+        QVERIFY(!QApplication::activeModalWidget());
+    } else if (what == "menu") {
+        QTest::mouseClick(fixture().button(DIRECTORY), Qt::LeftButton);
+        const QPointer<QMenu> pMenu = menuOf(fixture().editor(DIRECTORY));
+        QVERIFY(pMenu->isVisible());
+        leave();
+        QVERIFY(!pMenu || !pMenu->isVisible());
+    } else {
+        act(box(TCP), {";a"});
+        leave();
+        QCoreApplication::processEvents();
+    }
+    if (fixture().m_camera.tree) {
+        QCOMPARE(fixture().writes().size(), 0);
+        fixture().feature(TCP)->setReadOnly(fixture().m_camera.id, true); // nobody listens
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        fixture().feature(TCP)->setReadOnly(fixture().m_camera.id, false);
+    }
+    m_pFixture.reset();
+}
+
+QTEST_MAIN(tst_stringformat)
+#include "tst_stringformat.moc"
