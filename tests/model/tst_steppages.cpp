@@ -106,6 +106,7 @@ private slots:
     void spinRowFollowsItsInteger();
     void changesTheKindOfALiveRow();
     void oneItemOnTwoViews();
+    void asksTheDeviceForLightsOnly();
     void pagesOfOneIndexDoNotRob();
     void tornDownBesideTheTree();
     void cameraGoesAndComesBack();
@@ -493,6 +494,27 @@ void tst_steppages::oneItemOnTwoViews()
             }
         }
     }
+    fixture().close(camera);
+}
+
+void tst_steppages::asksTheDeviceForLightsOnly()
+{
+    const ModuleFixture::Camera camera = openReader();
+    camera.tree->StopThread(true);
+    camera.device.control->setLogging(true);
+    const auto accesses = [&](const QString &strNames) {
+        camera.device.control->clearAccessLog();
+        TestPages pages(pagesOf("P(" + strNames + ")"));
+        pages.setCameraID(camera.id);
+        return camera.device.control->accessLog().size();
+    };
+    QCOMPARE(accesses(PortableNodeNames::portableNames().join(' ')
+                      + " TriggerSource Custom_SelfTrigger FocusStep RegularExpressionRules Gain "
+                        "PollingTarget UserSetSelector"),
+             0);
+    const int nLights = accesses("LightEnable LightingEnable Custom_LightingSelector");
+    QVERIFY2(nLights > 0 && nLights <= 8, qPrintable(QString::number(nLights)));
+    camera.tree->StopThread(false);
     fixture().close(camera);
 }
 
