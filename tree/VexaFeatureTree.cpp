@@ -152,18 +152,26 @@ void VexaFeatureTree::RemoveFeatureObserverable(VexaFeatureObserverable *observe
 
 void VexaFeatureTree::notify(int event, void *data)
 {
-    if (!data || m_lCameraID == NO_CAMERA_ID) {
+    if (!data) {
         return;
     }
+    // Told on any thread, with data that live no longer than the call: on the tree's own it runs at once.
     if (event == VEXA_EVENT_REFRESH_NODE) {
         const auto *node = static_cast<const VexaNodeEventData *>(data);
-        if (node->cameraId == m_lCameraID && node->nodeName) {
-            UpdateFeatures(FEATURES_UPDATE_INVALIDATOR, {QString::fromUtf8(node->nodeName)},
-                           QGetFeaturesThread::UPDATE_REFRESH);
-        }
-    } else if (event == VEXA_EVENT_RESET_DEVICE
-               && *static_cast<const long int *>(data) == m_lCameraID) {
-        OnCommandNodeBtnClicked(QStringLiteral("DeviceReset"));
+        const QString name = QString::fromUtf8(node->nodeName);
+        QMetaObject::invokeMethod(this, [this, cameraId = node->cameraId, name] {
+            if (!name.isEmpty() && cameraId == m_lCameraID && cameraId != NO_CAMERA_ID) {
+                UpdateFeatures(FEATURES_UPDATE_INVALIDATOR, {name},
+                               QGetFeaturesThread::UPDATE_REFRESH);
+            }
+        });
+    } else if (event == VEXA_EVENT_RESET_DEVICE) {
+        const long int cameraId = *static_cast<const long int *>(data);
+        QMetaObject::invokeMethod(this, [this, cameraId] {
+            if (cameraId == m_lCameraID && cameraId != NO_CAMERA_ID) {
+                OnCommandNodeBtnClicked(QStringLiteral("DeviceReset"));
+            }
+        });
     }
 }
 

@@ -333,6 +333,7 @@ private:
     bool m_bLoading = false; ///< a loading dialog of a command or an import is up
     bool m_bTestRunning = false;
     bool m_bBoxBlocks = false;
+    int m_nTimesCleared = 0; ///< how often the items went, for calls that run other events
     std::function<void()> m_heldMessage; ///< shown when the box that blocks is gone
     bool m_bLevelPassPending = false; ///< the user level changed during a pass
     bool m_bDeleteWhenIdle = false;

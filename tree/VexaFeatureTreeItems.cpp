@@ -6,9 +6,8 @@
 #include "model/NodeDependencyMaps.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/VexaFeatureTree.h"
+#include "tree/WriteMessages.h"
 #include "view/VexaFeatureTreeView.h"
-
-#include <QCoreApplication>
 
 VexaPropertyTreeItem *VexaFeatureTree::propertyItemByName(const QString &name) const
 {
@@ -59,8 +58,7 @@ void VexaFeatureTree::translatePropTree(VexaPropertyTreeItem *item)
         item->notifyViewUpdate(m_lCameraID, -1, false, false);
     }
     if (m_pSearchEdit) {
-        m_pSearchEdit->setPlaceholderText(
-            QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_search"));
+        m_pSearchEdit->setPlaceholderText(WriteMessages::translated("lang_qfeaturetree_search"));
     }
 }
 

@@ -302,6 +302,7 @@ void VexaFeatureTree::removeCameraID(long)
 
 void VexaFeatureTree::clearMaps()
 {
+    ++m_nTimesCleared;
     m_pContextItem = nullptr;
     m_pendingInvalidations.clear();
     m_bLevelPassPending = false;

@@ -6,6 +6,7 @@
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
+#include "tree/WriteMessages.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -20,15 +21,13 @@ constexpr int BUTTONS_OK = 1;
 constexpr int BUTTONS_YES_NO = 3;
 constexpr int ANSWER_YES = 1;
 
-QString translated(const char *key)
-{
-    return QCoreApplication::translate("QFeatureTree", key);
-}
-
 } // namespace
 
 bool VexaFeatureTree::confirmed(Box box, const QString &text, const QString &title)
 {
+    if (m_bReadyForDelete) {
+        return false;
+    }
     if (m_bBoxBlocks) {
         qInfo().noquote() << QStringLiteral("not asked, another box is open: ") + text;
         return false;
@@ -114,8 +113,8 @@ void VexaFeatureTree::ShowLoadingFeatures(bool show, bool setting)
         return;
     }
     ShowLoadingDlg(show,
-                   translated(setting ? "lang_qfeaturetree_settingfeatures"
-                                      : "lang_qfeaturetree_updatefeature"));
+                   WriteMessages::translated(setting ? "lang_qfeaturetree_settingfeatures"
+                                                     : "lang_qfeaturetree_updatefeature"));
     const TreeCallScope scope(this);
     QCoreApplication::processEvents();
 }

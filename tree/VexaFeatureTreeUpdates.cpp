@@ -9,9 +9,9 @@
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
+#include "tree/WriteMessages.h"
 #include "view/VexaFeatureTreeView.h"
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QTimer>
 #include <QtConcurrent>
@@ -176,8 +176,7 @@ void VexaFeatureTree::RefreshFeatures()
 {
     UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(), QGetFeaturesThread::UPDATE_REFRESH);
     if (m_pSearchEdit) {
-        m_pSearchEdit->setPlaceholderText(
-            QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_search"));
+        m_pSearchEdit->setPlaceholderText(WriteMessages::translated("lang_qfeaturetree_search"));
     }
 }
 

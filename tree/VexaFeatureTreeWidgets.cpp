@@ -12,9 +12,9 @@
 #include "shell/VexaFeatureToolBar.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/VexaFeatureTree.h"
+#include "tree/WriteMessages.h"
 #include "view/VexaFeatureTreeView.h"
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
@@ -23,6 +23,8 @@
 #include <QVBoxLayout>
 
 #include <new>
+
+using WriteMessages::translated;
 
 namespace {
 
@@ -34,11 +36,6 @@ constexpr int USER_LEVELS = 3;
 
 const char *const USER_LEVEL_KEYS[USER_LEVELS] = {
     "lang_qfeaturetree_guru", "lang_qfeaturetree_expert", "lang_qfeaturetree_beginner"};
-
-QString translated(const char *key)
-{
-    return QCoreApplication::translate("QFeatureTree", key);
-}
 
 CustomLineWidget *makeSeparator(QWidget *parent)
 {

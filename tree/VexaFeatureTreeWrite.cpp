@@ -118,8 +118,9 @@ bool VexaFeatureTree::setFeatureValue(VexaPropertyTreeItem *item, const QVariant
     }
     const TreeCallScope scope(this);
     const QString name = item->value()->m_strNodeName;
+    const int timesCleared = m_nTimesCleared;
     const bool written = setFeatureValue(item->tagName(), name, value);
-    if (!written || !updateItem || scope.treeIsGoing()
+    if (!written || !updateItem || scope.treeIsGoing() || timesCleared != m_nTimesCleared
         || (commandRuleOf(name).traits & CommandTrait::TakesDeviceAway)) {
         return written;
     }

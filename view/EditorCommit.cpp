@@ -121,7 +121,8 @@ void EditorCommit::rollback(QWidget *pEditor)
 bool EditorCommit::hasUserText(const QWidget *pEditor)
 {
     if (const auto *const pEdit = qobject_cast<const QPropertyLineEdit *>(pEditor)) {
-        return pEdit->hasFocus() && pEdit->isModified();
+        // The window's focus widget: a menu or another window on top ends no typing.
+        return pEdit->isModified() && pEdit->window()->focusWidget() == pEdit;
     }
     if (const auto *const pCombo = qobject_cast<const CustomComboBox *>(pEditor)) {
         return pCombo->cIsPopupShown();

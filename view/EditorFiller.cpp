@@ -125,7 +125,7 @@ void fillSpinBox(VexaPropertySpinBox *pSpin, const CTreeIntergerItemValue &value
     pSpin->snapValue(int(qBound(nLowest, value.m_nValue, nHighest)));
     const QString strShown = value.displayValue();
     const qint64 nShown = strShown.toLongLong();
-    const bool bCutLimits = value.m_nMaxValue > nHighest || value.m_nMinValue != nLower;
+    const bool bCutLimits = value.m_nMaxValue > nUpper || value.m_nMinValue != nLower;
     if (bCutLimits && nShown != pSpin->value()) {
         pSpin->showText(strShown); // true, though the box could not hold it
     }

@@ -117,7 +117,10 @@ void VexaPropertySpinBox::focusInEvent(QFocusEvent *event)
 
 void VexaPropertySpinBox::focusOutEvent(QFocusEvent *event)
 {
-    takeBackRefused();
+    // The own menu or another window on top ends no typing.
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
+        takeBackRefused();
+    }
     CustomSpinBox::focusOutEvent(event);
 }
 

@@ -1,5 +1,6 @@
 #include "ControlKit/CustomSpinBox.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -48,6 +49,14 @@ void CustomSpinBox::changeEvent(QEvent *event)
 // write, is to be shown.
 void CustomSpinBox::focusOutEvent(QFocusEvent *event)
 {
+    // The own menu or another window on top ends no typing; the base class would.
+    const bool bEnds =
+        event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+    if (!bEnds && lineEdit()->isModified()) {
+        QCoreApplication::sendEvent(lineEdit(), event);
+        QWidget::focusOutEvent(event);
+        return;
+    }
     lineEdit()->setModified(false);
     QSpinBox::focusOutEvent(event);
 }

@@ -30,7 +30,7 @@ bool turnWheel(QWidget *widget, int delta)
 }
 
 enum ButtonAct { CLICK, DOUBLE_CLICK, SPACE, ENTER, WAIT };
-enum SpinAct { TYPE, COMMIT, LEAVE, ESCAPE, STEP_UP, REFILL };
+enum SpinAct { TYPE, COMMIT, LEAVE, ESCAPE, STEP_UP, MENU, REFILL };
 
 } // namespace
 
@@ -107,6 +107,10 @@ void tst_KitEditors::spinText_data()
         << QVector<int>{TYPE} << true << 10 << "77" << 0;
     QTest::newRow("refill overwrites the typed text")
         << QVector<int>{TYPE, REFILL} << true << 10 << "77" << 0;
+    QTest::newRow("own menu commits half a number")
+        << QVector<int>{TYPE, MENU} << true << 10 << "77" << 0;
+    QTest::newRow("text typed before a menu is lost")
+        << QVector<int>{TYPE, MENU, COMMIT} << false << 77 << "77" << 0;
     QTest::newRow("committed text still counts as typed")
         << QVector<int>{TYPE, COMMIT} << false << 77 << "77" << 0;
     QTest::newRow("text of an editor that was left")
@@ -157,6 +161,11 @@ void tst_KitEditors::spinText()
         case STEP_UP:
             QTest::keyClick(box, Qt::Key_Up);
             break;
+        case MENU: {
+            QFocusEvent leaves(QEvent::FocusOut, Qt::PopupFocusReason);
+            QApplication::sendEvent(box, &leaves);
+            break;
+        }
         default: // as the module refills
             if (!box->cHasUserText()) {
                 box->setValue(33);

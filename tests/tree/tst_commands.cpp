@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QThread>
 #include <QTimer>
 #include <QtTest>
 
@@ -160,6 +161,7 @@ private slots:
     void whileAQuestionIsOpen_data();
     void whileAQuestionIsOpen();
     void treeRemovedUnderAQuestion();
+    void rowsMadeAnewUnderALoad();
     void loadWhileADialogIsUp();
     void loadingDialogOfFrameGrabbers();
     void autoTrigger();
@@ -261,6 +263,7 @@ void tst_commands::resets_data()
         << "RecoverFactory" << QStringList{RECOVER, REBOOTING, ran("RecoverFactory")};
     QTest::newRow("after an import") << "event" << QStringList{REBOOTING, ran("DeviceReset")};
     QTest::newRow("import into another camera") << "other" << QStringList();
+    QTest::newRow("told on another thread") << "job" << QStringList{REBOOTING, ran("DeviceReset")};
 }
 
 void tst_commands::resets()
@@ -275,7 +278,19 @@ void tst_commands::resets()
         QVERIFY(f.press(road));
     } else {
         long int id = f.camera().id + (concerned ? 0 : 1);
-        VexaListenTools::instance()->notifyListeners(VEXA_EVENT_RESET_DEVICE, &id);
+        const auto tell = [&id] {
+            VexaListenTools::instance()->notifyListeners(VEXA_EVENT_RESET_DEVICE, &id);
+        };
+        if (road == QLatin1String("job")) {
+            const std::unique_ptr<QThread> thread(QThread::create(tell));
+            thread->start();
+            QVERIFY(thread->wait(QDeadlineTimer(5000)));
+            id = 0; // it was the call's
+            QCOMPARE(f.accessesOfWrites(), 0); // not on that thread
+            QCoreApplication::sendPostedEvents(&f.tree(), QEvent::MetaCall);
+        } else {
+            tell();
+        }
     }
     QCOMPARE(f.accessesOfWrites(), concerned ? 1 : 0);
     QCOMPARE(f.isTimerActive(-1), !concerned);
@@ -417,6 +432,22 @@ void tst_commands::treeRemovedUnderAQuestion()
     QTRY_VERIFY(!tree);
     QCOMPARE(f.accessesOfWrites(), 0);
     QVERIFY(!CustomLoadingDialog::isLoading(1));
+}
+
+/// The caller's item is gone when the command has run.
+void tst_commands::rowsMadeAnewUnderALoad()
+{
+    CommandFixture f;
+    VexaPropertyTreeItem *before = f.item("UserSetLoad");
+    bool madeAnew = false;
+    QTimer::singleShot(0, &f.tree(), [&] {
+        f.tree().OnResartCameraOpen(4);
+        madeAnew = true;
+    });
+    QVERIFY(f.tree().setFeatureValue(before, QVariant(), true, false));
+    QVERIFY(madeAnew);
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
+    QCOMPARE(f.heardOfCommand(), QStringList({LOADED, ran("UserSetLoad")}));
 }
 
 void tst_commands::loadWhileADialogIsUp()

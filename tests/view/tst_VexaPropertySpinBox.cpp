@@ -1,5 +1,6 @@
 #include "view/VexaPropertySpinBox.h"
 
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QTest>
 
@@ -12,6 +13,7 @@ private slots:
     void snaps_data();
     void snaps();
     void textOfAnotherValueEndsWithTheFirstChange();
+    void menuTakesNothingBack();
 };
 
 void TestVexaPropertySpinBox::snaps_data()
@@ -57,6 +59,22 @@ void TestVexaPropertySpinBox::textOfAnotherValueEndsWithTheFirstChange()
     QCOMPARE(box.text(), QString("4294967296"));
     box.stepBy(-1);
     QCOMPARE(box.text(), QString::number(std::numeric_limits<int>::max() - 1));
+}
+
+/// What the user has typed so far may be out of range.
+void TestVexaPropertySpinBox::menuTakesNothingBack()
+{
+    VexaPropertySpinBox box;
+    box.setLimits(10, 100, 1);
+    box.snapValue(50);
+    box.show();
+    box.selectAll();
+    QTest::keyClicks(&box, "1");
+    for (const Qt::FocusReason eReason : {Qt::PopupFocusReason, Qt::OtherFocusReason}) {
+        QFocusEvent leaves(QEvent::FocusOut, eReason);
+        QCoreApplication::sendEvent(&box, &leaves);
+        QCOMPARE(box.text(), QString(eReason == Qt::PopupFocusReason ? "1" : "50"));
+    }
 }
 
 QTEST_MAIN(TestVexaPropertySpinBox)
