@@ -5,7 +5,6 @@
 #include "view/VexaPropertyTreeDelegate.h"
 #include "view/VexaPropertyTreeModel.h"
 
-#include <QApplication>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -14,9 +13,10 @@ namespace {
 
 constexpr int FRAME_GAP = 8; // pixels between an editor and the right edge, where the frame runs
 
+/// Of its window: what the user has begun waits there while another window is on top.
 bool hasFocusInside(const QWidget *pEditor)
 {
-    const QWidget *const pFocus = QApplication::focusWidget();
+    const QWidget *const pFocus = pEditor->window()->focusWidget();
     return pFocus && (pFocus == pEditor || pEditor->isAncestorOf(pFocus));
 }
 

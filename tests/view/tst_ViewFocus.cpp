@@ -24,6 +24,7 @@ private slots:
     void forcedOffViewIsLeftAtOnce();
     void focusedEditorSurvivesScrolling();
     void focusOfAHiddenRowGoesToTheView();
+    void rowGoesBehindAnotherWindow();
     void typedTextSurvivesARefill();
     void featureFollowsMouseKeyboardAndFocus();
     void givingUpTakesNothingOver();
@@ -136,6 +137,23 @@ void TestViewFocus::focusOfAHiddenRowGoesToTheView()
     fixture().editor("F1")->setFocus();
     fixture().view().collapseAll();
     QCOMPARE(focused(), QString("view"));
+}
+
+/// What was begun in it is given up all the same, and is not there when the row comes back.
+void TestViewFocus::rowGoesBehindAnotherWindow()
+{
+    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F0"));
+    const QString before = pSpin->text();
+    QTest::keyClicks(pSpin, "5");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(pSpin->text() != before);
+    fixture().item("F0")->setVisible(false, ViewFixture::CAMERA, true);
+    fixture().view().doItemsLayout();
+    QCOMPARE(pSpin->text(), before);
+    QCOMPARE(fixture().owner().m_writes, QStringList());
 }
 
 void TestViewFocus::typedTextSurvivesARefill()
