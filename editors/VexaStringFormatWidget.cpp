@@ -3,22 +3,15 @@
 #include "ControlKit/Custom.h"
 #include "ControlKit/CustomLabel.h"
 #include "ControlKit/CustomMenu.h"
-#include "ControlKit/CustomMessageBox.h"
 #include "ControlKit/CustomPushButton.h"
-#include "DeviceTaskModule/CameraInterface.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
-#include "ShellServicesModule/COMMONINTERFACE.h"
-#include "ShellServicesModule/QFunction.h"
 #include "editors/VexaStringFormatRules.h"
 #include "editors/VexaStringFormatTags.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CustomItemValues.h"
 #include "model/VexaPropertyTreeItem.h"
-#include "shell/VexaMainFeatureWidget.h"
-#include "tree/QGetFeaturesThread.h"
-#include "tree/VexaFeatureTree.h"
 
 #include <QAction>
 #include <QBoxLayout>
@@ -37,9 +30,7 @@ namespace {
 
 using namespace VexaStringFormatRules;
 
-constexpr int ACCESS_READ_ONLY = 3;
 constexpr quint32 TRIGGER_FORMAT_BYTES = 1;
-constexpr int HINT_FAILURE = 3;
 constexpr int TEXT_HEIGHT = 94; // pixels
 constexpr int TITLE_HEIGHT = 32;
 constexpr int COUNTER_HEIGHT = 16;
@@ -47,13 +38,6 @@ constexpr QSize EDIT_BUTTON_SIZE(80, 36);
 constexpr QSize MENU_BUTTON_SIZE(36, 36);
 constexpr QSize MENU_ICON_SIZE(24, 24);
 const QString FONT_FAMILY = QStringLiteral("Microsoft yahei");
-
-QCameraTask *taskOf(long lCameraID)
-{
-    QTaskManager *const pManager = QTaskManager::Instance();
-    QCameraBasicTask *const pBasic = pManager ? pManager->GetTaskByID(lCameraID) : nullptr;
-    return pBasic ? pBasic->_CameraTak() : nullptr;
-}
 
 std::unique_ptr<CTreeItemValue> snapshotOf(const VexaPropertyTreeItem *pItem)
 {
@@ -243,6 +227,13 @@ void VexaStringFormatWidget::openTagMenu()
     }
 }
 
+QCameraTask *VexaStringFormatWidget::task() const
+{
+    QTaskManager *const pManager = QTaskManager::Instance();
+    QCameraBasicTask *const pBasic = pManager ? pManager->GetTaskByID(m_lCameraID) : nullptr;
+    return pBasic ? pBasic->_CameraTak() : nullptr;
+}
+
 QString VexaStringFormatWidget::formatNode() const
 {
     const std::unique_ptr<CTreeItemValue> snapshot = snapshotOf(m_pValue->m_pFormatItem);
@@ -347,103 +338,6 @@ void VexaStringFormatWidget::OnTextChanged()
         QStringLiteral("%1/%2").arg(m_pTextEdit->toPlainText().size()).arg(m_nLimit));
 }
 
-void VexaStringFormatWidget::OnTextEditingFinished()
-{
-    const QString strText = m_pTextEdit->toPlainText();
-    const bool bFailedBefore = !m_strFailedText.isEmpty() && strText == m_strFailedText;
-    if (m_bWriting || bFailedBefore || strText == boxForm(m_strText)) {
-        return;
-    }
-    QCameraTask *const pTask = taskOf(m_lCameraID);
-    const QString strNode = formatNode();
-    if (!pTask || strNode.isEmpty()) {
-        return;
-    }
-    if (pTask->GetAccessMode(strNode, nullptr) == ACCESS_READ_ONLY) {
-        showStoredText();
-        return;
-    }
-    if (acceptText(strNode, strText)) {
-        const QPointer<VexaStringFormatWidget> guard(this);
-        m_bWriting = true;
-        writeText(strNode, strText);
-        if (guard) {
-            m_bWriting = false;
-        }
-    }
-}
-
-bool VexaStringFormatWidget::acceptText(const QString &strFormatNode, const QString &strText)
-{
-    const Refusal eRefusal = refusal(strFormatNode, strText);
-    if (eRefusal == REFUSED_NOT) {
-        return true;
-    }
-    const QString strWarning = eRefusal == REFUSED_EMPTY
-        ? tr("The FTP image name cannot be empty. Please reset it!")
-        : tr("Special characters exist in the setting content, please modify and try again!");
-    showStoredText();
-    // Not on the stack of a focus change: while the box is open the row may go, and Qt would go on with it.
-    QMetaObject::invokeMethod(
-        this,
-        [this, strWarning] {
-            CustomMessageBox::warning(this, strWarning, QString(), 1, QString());
-        },
-        Qt::QueuedConnection);
-    return false;
-}
-
-void VexaStringFormatWidget::writeText(const QString &strFormatNode, const QString &strText)
-{
-    const QPointer<VexaStringFormatWidget> guard(this);
-    int nError = 0;
-    const bool bWritten = taskOf(m_lCameraID)->SetStringValue(strFormatNode, strText, &nError);
-    if (bWritten) {
-        m_strFailedText.clear();
-        m_strWorkingText = strText;
-        VexaFeatureTree *const pTree =
-            VexaMainFeatureWidget::instance()->featureTree(m_lCameraID, false);
-        if (!pTree) {
-            return;
-        }
-        pTree->updateFeature(m_pValue->m_pFormatItem, QGetFeaturesThread::UPDATE_REFRESH);
-    } else {
-        m_strFailedText = strText;
-        showFailure(strFormatNode, strText, nError);
-    }
-    QCameraTask *const pTask = guard ? taskOf(m_lCameraID) : nullptr;
-    if (!pTask) {
-        return;
-    }
-    QString strRead;
-    if (pTask->GetStringValue(strFormatNode, &strRead, nullptr, nullptr, true, false)) {
-        m_strText = strRead;
-    }
-    if (m_pTextEdit->toPlainText().isEmpty()) {
-        applyLook(false);
-        showStoredText();
-    } else if (bWritten && m_pTextEdit->toPlainText() != boxForm(m_strText)) {
-        showStoredText(); // the device made something else of it
-    }
-    m_strWorkingText = m_strText;
-    m_pValue->m_strValue = m_strText;
-    COMMONINTERFACE::AddCurrentCamModified(pTask->GetCameraName());
-}
-
-void VexaStringFormatWidget::showFailure(const QString &strFormatNode, const QString &strText,
-                                         int nError)
-{
-    QString strShown = strText;
-    strShown.replace(QLatin1Char('>'), QLatin1String("&gt;"));
-    strShown.replace(QLatin1Char('<'), QLatin1String("&lt;"));
-    // All at once: a value may hold a "%1" itself.
-    const QString strMessage =
-        tr("Node '%1':failed to save value '%2'. %3").arg(strFormatNode, strShown, QString())
-        + QStringLiteral("\r\n") + CameraInterface::GenerateSDKCode(nError, true);
-    QFunction::ShowMessage(parentWidget(), tr("Failed to set the feature value."), strMessage,
-                           QString(), HINT_FAILURE, true);
-}
-
 void VexaStringFormatWidget::itemReadOnlyChanged(long lCameraID, VexaPropertyTreeItem *pItem,
                                                  bool bReadOnly)
 {
@@ -471,7 +365,7 @@ void VexaStringFormatWidget::OnOpenAsciiWidget()
 {
     const auto entry = std::make_unique<_NODE_ENUM_VALUE_>();
     const QString strNode = triggerFormatNode(m_strCustomNode);
-    QCameraTask *const pTask = taskOf(m_lCameraID);
+    QCameraTask *const pTask = task();
     if (pTask && !strNode.isEmpty()
         && pTask->GetEnumerationValue(strNode, entry.get(), nullptr, true, false)) {
         qInfo() << "VexaStringFormatWidget::OnOpenAsciiWidget" << strNode << entry->value;
@@ -505,7 +399,7 @@ bool VexaStringFormatWidget::takesKey(const QKeyEvent *pEvent) const
         || formOf(m_strCustomNode) != FORM_TRIGGER_BYTES || pEvent->text().isEmpty()) {
         return true;
     }
-    QCameraTask *const pTask = taskOf(m_lCameraID);
+    QCameraTask *const pTask = task();
     if (!pTask) {
         return false;
     }

@@ -10,6 +10,7 @@ class CustomLabel;
 class CustomMenu;
 class CustomPushButton;
 class QAction;
+class QCameraTask;
 class QKeyEvent;
 class QTextEdit;
 class VexaPropertyTreeItem;
@@ -68,6 +69,8 @@ private:
     void rebuildTagMenu();
     void openTagMenu();
     void watch(VexaPropertyTreeItem *pFormatItem);
+    /// Null when the camera has gone.
+    QCameraTask *task() const;
     QString formatNode() const;
     /// What the box makes of a text: its line ends, cut to the limit.
     QString boxForm(const QString &strText) const;

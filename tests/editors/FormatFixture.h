@@ -2,6 +2,7 @@
 
 #include "ShellServicesModule/QLocalCfg.h"
 #include "host/shellservices/ShellHost.h"
+#include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeStringItemValue.h"
 #include "tests/model/PageFixture.h"
 #include "tests/view/EditFixture.h"
@@ -74,6 +75,12 @@ public:
     VexaPropertyTreeItem *feature(const QString &strNode)
     {
         return m_camera.tree->propertyItemByName(strNode);
+    }
+    /// The enumeration of this name; null for any other node.
+    CTreeEnumationItemValue *entries(const QString &strNode)
+    {
+        return feature(strNode) ? dynamic_cast<CTreeEnumationItemValue *>(feature(strNode)->value())
+                                : nullptr;
     }
     QString deviceText(const QString &strNode)
     {

@@ -1,8 +1,8 @@
 #include "ControlKit/CustomMessageBox.h"
 #include "editors/VexaStringFormatRules.h"
+#include "editors/VexaStringFormatTags.h"
 #include "editors/VexaStringFormatWidget.h"
 #include "host/translations/Translations.h"
-#include "model/CTreeEnumationItemValue.h"
 #include "model/CustomNodeNames.h"
 #include "tests/editors/FormatFixture.h"
 
@@ -64,6 +64,7 @@ private slots:
     void init();
     void cleanupTestCase() { m_pFixture.reset(); }
     void everyRowHasItsForm();
+    void tablesFitTheDevice();
     void edits_data();
     void edits();
     void refusesCharacters_data();
@@ -142,6 +143,39 @@ void tst_stringformat::everyRowHasItsForm()
     QCOMPARE(nMenus, 3);
     QCOMPARE(fixture().counter(TCP), QString("13/255"));
     QCOMPARE(fixture().counter(BYTES), QString("5/63"));
+}
+
+void tst_stringformat::tablesFitTheDevice()
+{
+    installLanguage(*qApp, QStringLiteral("CH"));
+    const QString xml = QString::fromUtf8(fixture().m_camera.device.control->description());
+    const QRegularExpression text(QStringLiteral("<StringReg Name=\"(\\w+)\""));
+    int nRows = 0;
+    for (auto it = text.globalMatch(xml); it.hasNext();) {
+        const QString node = it.next().captured(1);
+        const QString custom = customNodeOf(node);
+        if (custom.isEmpty()) {
+            continue;
+        }
+        ++nRows;
+        const char *const pTitle = VexaStringFormatRules::titleOf(custom);
+        QVERIFY2(pTitle && VexaStringFormatWidget::tr(pTitle) != pTitle, qPrintable(node));
+        const bool bBytes =
+            VexaStringFormatRules::formOf(custom) == VexaStringFormatRules::FORM_TRIGGER_BYTES;
+        const auto *const pEntries = fixture().entries(
+            bBytes ? VexaStringFormatRules::triggerFormatNode(custom) : sourceDataNodeOf(node));
+        QVERIFY2(pEntries, qPrintable(node));
+        for (const QString &strTag : bBytes ? QStringList() : pEntries->getDisplayList()) {
+            QVERIFY2(VexaStringFormatRules::hasIdeographs(VexaStringFormatTags::translated(strTag))
+                         || strTag == "OK/NG",
+                     qPrintable(strTag));
+        }
+    }
+    QCOMPARE(nRows, 26);
+    QCOMPARE(VexaStringFormatTags::translated(QString::fromUtf8("帧号")),
+             VexaStringFormatTags::translated("Frame No."));
+    QCOMPARE(VexaStringFormatTags::translated("unknown"), QString("unknown"));
+    installLanguage(*qApp, QStringLiteral("ENG"));
 }
 
 void tst_stringformat::edits_data()
@@ -251,9 +285,8 @@ void tst_stringformat::tagsFromTheMenu()
     QTest::mouseClick(fixture().button(node), Qt::LeftButton);
     QMenu *const pMenu = menuOf(fixture().editor(node));
     QTRY_VERIFY(pMenu->isVisible());
-    const auto *const pTags =
-        dynamic_cast<CTreeEnumationItemValue *>(fixture().feature(sourceDataNodeOf(node))->value());
-    QCOMPARE(pMenu->actions().size(), pTags->getDisplayList().size());
+    QCOMPARE(pMenu->actions().size(),
+             fixture().entries(sourceDataNodeOf(node))->getDisplayList().size());
     QTest::keyClick(pMenu, Qt::Key_Down);
     QTest::keyClick(pMenu, Qt::Key_Return);
     QTRY_VERIFY(!pMenu->isVisible());
@@ -486,7 +519,8 @@ void tst_stringformat::switchesLanguage()
 void tst_stringformat::goesAwayInAnEdit_data()
 {
     QTest::addColumn<QString>("what");
-    for (const char *pWhat : {"row", "page", "menu", "warning page", "warning camera"}) {
+    for (const char *pWhat :
+         {"row", "page", "menu", "warning page", "warning camera", "dialog page"}) {
         QTest::newRow(pWhat) << pWhat;
     }
 }
@@ -520,6 +554,17 @@ void tst_stringformat::goesAwayInAnEdit()
         QTest::keyClick(box(PICTURE), Qt::Key_Tab);
         QTRY_VERIFY(!guard);
         QVERIFY(!QApplication::activeModalWidget());
+    } else if (what.startsWith("dialog")) {
+        const QPointer<QWidget> guard(fixture().editor(TCP));
+        connect(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested, this, [&] {
+            QEventLoop loop; // of the host's dialog
+            QTimer::singleShot(0, this, leave);
+            connect(guard, &QObject::destroyed, &loop, &QEventLoop::quit);
+            loop.exec();
+        });
+        act(box(TCP), {});
+        QTest::mouseClick(fixture().button(TCP), Qt::LeftButton);
+        QVERIFY(!guard);
     } else if (what == "menu") {
         QTest::mouseClick(fixture().button(DIRECTORY), Qt::LeftButton);
         const QPointer<QMenu> pMenu = menuOf(fixture().editor(DIRECTORY));
