@@ -7,6 +7,7 @@
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "editors/VexaFeatureDrawWidget.h"
+#include "editors/VexaHorSpinBox.h"
 #include "editors/VexaStringFormatWidget.h"
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeDelegate.h"
@@ -115,6 +116,8 @@ void EditorCommit::rollback(QWidget *pEditor)
         pSpin->rollback();
     } else if (auto *const pFormat = qobject_cast<VexaStringFormatWidget *>(pEditor)) {
         pFormat->rollback();
+    } else if (auto *const pStep = qobject_cast<VexaHorSpinBox *>(pEditor)) {
+        pStep->giveUp();
     }
 }
 

@@ -9,6 +9,9 @@
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "UtilityKit/VexaInterface.h"
 #include "editors/VexaFeatureDrawWidget.h"
+#include "editors/VexaLightingSelectorWidget.h"
+#include "editors/VexaPropFocusStepWidget.h"
+#include "editors/VexaScreenSelectWidget.h"
 #include "editors/VexaStringFormatWidget.h"
 #include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeCustomDrawItemValue.h"
@@ -25,6 +28,7 @@
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeDelegate.h"
 
+#include <QDebug>
 #include <QHash>
 #include <QTextCodec>
 
@@ -371,6 +375,53 @@ Result fillFormatText(const Request &request)
     return RESULT_FILLED;
 }
 
+Result fillLighting(const Request &request)
+{
+    auto *const pLighting = qobject_cast<VexaLightingSelectorWidget *>(request.pEditor);
+    if (!pLighting) {
+        return RESULT_LEFT;
+    }
+    pLighting->setEnabled(!request.bReadOnly);
+    pLighting->refill();
+    return RESULT_FILLED;
+}
+
+Result fillFocusStep(const Request &request)
+{
+    auto *const pStep = qobject_cast<VexaPropFocusStepWidget *>(request.pEditor);
+    if (!pStep) {
+        return RESULT_LEFT;
+    }
+    if (request.bReadOnly) {
+        EditorCommit::rollback(pStep); // it loses the focus
+    }
+    pStep->setEnabled(!request.bReadOnly);
+    pStep->refill();
+    return RESULT_FILLED;
+}
+
+Result fillScreen(const Request &request)
+{
+    auto *const pScreen = qobject_cast<VexaScreenSelectWidget *>(request.pEditor);
+    if (!pScreen) {
+        return RESULT_LEFT;
+    }
+    int nPage = 0;
+    {
+        const ItemLocker lock(request.pItem);
+        const auto *const pValue =
+            dynamic_cast<const CTreeScreenSelectItemValue *>(request.pItem->value());
+        if (!pValue) {
+            return RESULT_LEFT;
+        }
+        nPage = pValue->m_nValue;
+    }
+    qInfo() << request.strNodeName;
+    pScreen->setPage(nPage);
+    pScreen->setEnabled(!request.bReadOnly);
+    return RESULT_FILLED;
+}
+
 /// A node that is written and never read: its editor takes a value and shows none. Only a switch keeps what was written
 /// last, or it could not be turned the other way.
 Result fillWriteOnly(const Request &request)
@@ -415,6 +466,9 @@ const TagRule *findRule(const QString &strTag)
         {QStringLiteral("Command"), {fillCommand, false}},
         {QStringLiteral("CustomDrawFeatureTag"), {fillDraw, false}},
         {QStringLiteral("CustomFormatTextEdit"), {fillFormatText, false}},
+        {QStringLiteral("CustomLightingSelector"), {fillLighting, false}},
+        {QStringLiteral("CustomScreen"), {fillScreen, false}},
+        {QStringLiteral("CustomSpinBox"), {fillFocusStep, false}},
         {QStringLiteral("CustomTime"), {fillCalendar, false}},
         {QStringLiteral("CustomWatermarkFeatureTag"), {fillWatermark, false}},
         {QStringLiteral("Enumeration"), {fillEnumeration, true}},

@@ -7,6 +7,9 @@
 #include "ShellServicesModule/QPropertyLineEdit.h"
 #include "editors/QCustomReverseHintWidget.h"
 #include "editors/VexaFeatureDrawWidget.h"
+#include "editors/VexaLightingSelectorWidget.h"
+#include "editors/VexaPropFocusStepWidget.h"
+#include "editors/VexaScreenSelectWidget.h"
 #include "editors/VexaStringFormatWidget.h"
 #include "model/CTreeCustomDrawItemValue.h"
 #include "model/CTreeCustomWaterMarkItemValue.h"
@@ -154,6 +157,19 @@ QWidget *makeFormatText(const Request &request)
     return pEditor;
 }
 
+QWidget *makeLighting(const Request &request)
+{
+    return new VexaLightingSelectorWidget(request.pItem, request.pParent);
+}
+
+/// An editor that works on the value of its row itself.
+template<typename Value, typename Editor>
+QWidget *makeOnValue(const Request &request)
+{
+    auto *const pValue = dynamic_cast<Value *>(request.pItem->value());
+    return pValue ? new Editor(pValue, request.pParent) : nullptr;
+}
+
 QWidget *makeString(const Request &request)
 {
     if (request.strNodeName == QLatin1String("ManualSetTime")) {
@@ -174,6 +190,11 @@ QWidget *EditorMaker::make(const Request &request)
         {QStringLiteral("Command"), makeCommand},
         {QStringLiteral("CustomDrawFeatureTag"), makeDraw},
         {QStringLiteral("CustomFormatTextEdit"), makeFormatText},
+        {QStringLiteral("CustomLightingSelector"), makeLighting},
+        {QStringLiteral("CustomScreen"),
+         makeOnValue<CTreeScreenSelectItemValue, VexaScreenSelectWidget>},
+        {QStringLiteral("CustomSpinBox"),
+         makeOnValue<CTreeHorSpinBoxItemValue, VexaPropFocusStepWidget>},
         {QStringLiteral("CustomTime"), makeCalendar},
         {QStringLiteral("CustomWatermarkFeatureTag"), makeWatermark},
         {QStringLiteral("Enumeration"), makeEnumeration},

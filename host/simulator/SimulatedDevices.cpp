@@ -11,6 +11,8 @@
 
 #include <QXmlStreamReader>
 
+#include <optional>
+
 namespace {
 
 constexpr quint32 kFirstAddress = 0xC0A80A65; // 192.168.10.101
@@ -41,6 +43,19 @@ std::shared_ptr<DeviceSource> sourceOf(const std::shared_ptr<DeviceCore> &core)
     return source;
 }
 
+std::optional<BuiltInDevice> madeDevice(const QString &id, int instance)
+{
+    for (const BuiltInRow &row : kBuiltIn) {
+        if (id == QLatin1String(row.id)) {
+            return row.make(instance);
+        }
+    }
+    if (const std::optional<ReaderLight> light = readerLightOf(id)) {
+        return makeCodeReaderWithLight(*light, instance);
+    }
+    return std::nullopt;
+}
+
 QString modelOf(const QByteArray &xml)
 {
     QXmlStreamReader reader(xml);
@@ -67,25 +82,23 @@ QStringList SimulatedDevices::builtInIds()
 
 SimulatedDevices::Simulated SimulatedDevices::builtIn(const QString &id, int instance)
 {
-    for (const BuiltInRow &row : kBuiltIn) {
-        if (id != QLatin1String(row.id)) {
-            continue;
-        }
-        BuiltInDevice device = row.make(instance);
-        const auto core = std::make_shared<DeviceCore>(
-            device.m_description, std::move(device.m_pMemory), std::move(device.m_pBehaviour));
-        const auto source = sourceOf(core);
-        source->id = id;
-        source->name = QStringLiteral("%1 (%2)").arg(device.m_strModel, device.m_strSerial);
-        source->model = device.m_strModel;
-        source->serial = device.m_strSerial;
-        source->ipv4 = device.m_nIpv4;
-        source->deviceType = device.m_nDeviceType;
-        source->scanType = device.m_nScanType;
-        source->translations = device.m_translations;
-        return {core, source};
+    std::optional<BuiltInDevice> made = madeDevice(id, instance);
+    if (!made) {
+        return {};
     }
-    return {};
+    BuiltInDevice &device = *made;
+    const auto core = std::make_shared<DeviceCore>(
+        device.m_description, std::move(device.m_pMemory), std::move(device.m_pBehaviour));
+    const auto source = sourceOf(core);
+    source->id = id;
+    source->name = QStringLiteral("%1 (%2)").arg(device.m_strModel, device.m_strSerial);
+    source->model = device.m_strModel;
+    source->serial = device.m_strSerial;
+    source->ipv4 = device.m_nIpv4;
+    source->deviceType = device.m_nDeviceType;
+    source->scanType = device.m_nScanType;
+    source->translations = device.m_translations;
+    return {core, source};
 }
 
 SimulatedDevices::Simulated SimulatedDevices::fromDescription(

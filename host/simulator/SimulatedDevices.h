@@ -107,7 +107,9 @@ struct Simulated
 };
 
 /// Ids of the built-in devices, without the variants: "code-reader-older" has the node names of the generation before,
-/// "code-reader-16" and "code-reader-17" are of other product families, "code-reader-without-tuning" lacks SmartTune.
+/// "code-reader-16" and "code-reader-17" are of other product families, "code-reader-without-tuning" lacks SmartTune,
+/// "code-reader-light6-all-bitmap" has another light: 3, 4 or 6 segments and any of "-all", "-bitmap", "-commands" and
+/// "-stray", an entry that is no segment.
 SIMULATOR_API QStringList builtInIds();
 /// One built-in device with memory of its own; null members for an unknown id. `instance` tells several devices
 /// of one id apart by serial number and name (0 is the first).

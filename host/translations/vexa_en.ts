@@ -552,6 +552,14 @@
         <source>lang_qlightingselectorwidget_allturnon</source>
         <translation>All on</translation>
     </message>
+    <message>
+        <source>lang_qlightingselectorwidget_segmentoff</source>
+        <translation>%1: off</translation>
+    </message>
+    <message>
+        <source>lang_qlightingselectorwidget_segmenton</source>
+        <translation>%1: on</translation>
+    </message>
 </context>
 <context>
     <name>QPropertyLineEdit</name>
@@ -929,6 +937,21 @@
     <message>
         <source>read bar result</source>
         <translation>read bar result</translation>
+    </message>
+</context>
+<context>
+    <name>VexaScreenSelectWidget</name>
+    <message>
+        <source>lang_vexascreenselectwidget_codenumber</source>
+        <translation>Number of codes</translation>
+    </message>
+    <message>
+        <source>lang_vexascreenselectwidget_codescore</source>
+        <translation>Code score</translation>
+    </message>
+    <message>
+        <source>lang_vexascreenselectwidget_decodetime</source>
+        <translation>Decoding time</translation>
     </message>
 </context>
 </TS>

@@ -552,6 +552,14 @@
         <source>lang_qlightingselectorwidget_allturnon</source>
         <translation>全部点亮</translation>
     </message>
+    <message>
+        <source>lang_qlightingselectorwidget_segmentoff</source>
+        <translation>%1：灭</translation>
+    </message>
+    <message>
+        <source>lang_qlightingselectorwidget_segmenton</source>
+        <translation>%1：亮</translation>
+    </message>
 </context>
 <context>
     <name>QPropertyLineEdit</name>
@@ -929,6 +937,21 @@
     <message>
         <source>read bar result</source>
         <translation>读码结果</translation>
+    </message>
+</context>
+<context>
+    <name>VexaScreenSelectWidget</name>
+    <message>
+        <source>lang_vexascreenselectwidget_codenumber</source>
+        <translation>条码数量</translation>
+    </message>
+    <message>
+        <source>lang_vexascreenselectwidget_codescore</source>
+        <translation>读码评分</translation>
+    </message>
+    <message>
+        <source>lang_vexascreenselectwidget_decodetime</source>
+        <translation>解码耗时</translation>
     </message>
 </context>
 </TS>

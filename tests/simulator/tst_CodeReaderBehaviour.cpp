@@ -212,7 +212,7 @@ void tst_CodeReaderBehaviour::segmentsStayInStep()
 {
     OpenedDevice &d = *m_pDevice;
     apply(d, {{"LightingSelector", 2}, {"LightingEnable", 1}});
-    QCOMPARE(d.integer("LightingBitmap"), qint64(0x0F));
+    QCOMPARE(d.integer("LightingBitmap"), qint64(0x1F)); // with that of "All"
     apply(d, {{"LightingSelector", 4}});
     QVERIFY(d.boolean("LightingEnable"));
     apply(d, {{"LightingEnable", 0}});

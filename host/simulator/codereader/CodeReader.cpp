@@ -4,6 +4,8 @@
 #include "host/simulator/description/DescriptionWriter.h"
 #include "host/simulator/sfnc/DeviceFiles.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 constexpr quint32 kFirstIpv4 = 0xC0A80A78; // 192.168.10.120
@@ -27,12 +29,12 @@ CodeReaderIdentity identityOf(int instance, const char *model)
 
 BuiltInDevice built(const FeatureTable &table, const CodeReaderIdentity &identity)
 {
-    BuiltInDevice device = builtDevice(table,
-                                       {identity.m_network.m_strModel, "Simulated Imaging",
-                                        "Simulated code reader with a light of four segments",
-                                        "0E6B4C1F-52A7-4F0C-8B39-6D1E7A94C2B5",
-                                        "D27F9A83-1C4E-4B60-9E75-3A8C0F6B15D4"},
-                                       std::make_unique<CodeReaderBehaviour>(table));
+    BuiltInDevice device = builtDevice(
+        table,
+        {identity.m_network.m_strModel, "Simulated Imaging",
+         "Simulated code reader with a light of several segments",
+         "0E6B4C1F-52A7-4F0C-8B39-6D1E7A94C2B5", "D27F9A83-1C4E-4B60-9E75-3A8C0F6B15D4"},
+        std::make_unique<CodeReaderBehaviour>(table, identity.m_light));
     device.m_strSerial = QString::fromLatin1(identity.m_strSerial);
     device.m_nIpv4 = identity.m_network.m_nIpv4;
     return device;
@@ -51,7 +53,7 @@ FeatureTable codeReaderTable(const CodeReaderIdentity &identity)
     addReaderCodeRows(table);
     addReaderAlgorithmRows(table);
     addReaderQualityRows(table);
-    addReaderLightingRows(table);
+    addReaderLightingRows(table, identity.m_light);
     addReaderFocusRows(table);
     addReaderPollingRows(table);
     addReaderCommunicationRows(table);
@@ -102,6 +104,25 @@ BuiltInDevice makeCodeReaderWithoutTuning(int instance)
         table.remove(name);
     }
     return built(table, identity);
+}
+
+std::optional<ReaderLight> readerLightOf(const QString &id)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^code-reader-light([346])(-all)?(-bitmap)?(-commands)?(-stray)?$"));
+    const QRegularExpressionMatch match = pattern.match(id);
+    if (!match.hasMatch()) {
+        return std::nullopt;
+    }
+    const auto has = [&match](int part) { return !match.captured(part).isEmpty(); };
+    return ReaderLight{match.captured(1).toInt(), has(2), has(3), has(4), has(5)};
+}
+
+BuiltInDevice makeCodeReaderWithLight(const ReaderLight &light, int instance)
+{
+    CodeReaderIdentity identity = identityOf(instance, kModel);
+    identity.m_light = light;
+    return built(codeReaderTable(identity), identity);
 }
 
 BuiltInDevice makeOlderCodeReader(int instance)

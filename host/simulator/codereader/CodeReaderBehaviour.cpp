@@ -35,8 +35,9 @@ const char *const kPharmacodes[] = {"PHARMACODEReg", "PHARMACODE2dReg"};
 
 } // namespace
 
-CodeReaderBehaviour::CodeReaderBehaviour(const FeatureTable &table)
+CodeReaderBehaviour::CodeReaderBehaviour(const FeatureTable &table, const ReaderLight &light)
     : StandardBehaviour(table, kReaderUserSets, codeReaderFiles())
+    , m_light(light)
     , m_qualityRegisters(readerQualityRegisters())
 {
     addRefusals();
@@ -159,8 +160,8 @@ void CodeReaderBehaviour::addSettings()
         onSetting(code, [this, code](RegisterMemory &memory) { dropPharmacode(memory, code); });
     }
     onSetting("LightingEnableReg", [this](RegisterMemory &memory) {
-        if (value(memory, "LightingSelectorReg") == kLightSegments) {
-            lightAll(memory, value(memory, "LightingEnableReg", kLightSegments) != 0);
+        if (value(memory, "LightingSelectorReg") == m_light.m_nSegments) {
+            lightAll(memory, value(memory, "LightingEnableReg", m_light.m_nSegments) != 0);
         }
         followLighting(memory);
     });
@@ -208,8 +209,10 @@ void CodeReaderBehaviour::addCommands()
         setValue(memory, "FrameCountReg", 0);
         countImages(memory, 0);
     });
-    onCommand("LightingAllOnReg", [this](RegisterMemory &memory) { lightAll(memory, true); });
-    onCommand("LightingAllOffReg", [this](RegisterMemory &memory) { lightAll(memory, false); });
+    if (m_light.m_bCommands) {
+        onCommand("LightingAllOnReg", [this](RegisterMemory &memory) { lightAll(memory, true); });
+        onCommand("LightingAllOffReg", [this](RegisterMemory &memory) { lightAll(memory, false); });
+    }
     onCommand("FocusModeReg", [this](RegisterMemory &memory) { startFocus(memory); });
     onCommand("FocusStepPlusReg", [this](RegisterMemory &memory) { stepFocus(memory, 1); });
     onCommand("FocusStepMinusReg", [this](RegisterMemory &memory) { stepFocus(memory, -1); });
@@ -362,16 +365,20 @@ void CodeReaderBehaviour::followTuning(RegisterMemory &memory)
 void CodeReaderBehaviour::followLighting(RegisterMemory &memory) const
 {
     qint64 bitmap = 0;
-    for (int segment = 0; segment < kLightSegments; ++segment) {
+    for (int segment = 0; segment < m_light.m_nSegments; ++segment) {
         bitmap |= qint64(value(memory, "LightingEnableReg", segment) != 0) << segment;
     }
-    setValue(memory, "LightingBitmapReg", bitmap);
-    setValue(memory, "LightingEnableReg", bitmap == (1 << kLightSegments) - 1, kLightSegments);
+    const bool all = bitmap == (1 << m_light.m_nSegments) - 1;
+    setValue(memory, "LightingEnableReg", all, m_light.m_nSegments);
+    if (m_light.m_bBitmap) {
+        setValue(memory, "LightingBitmapReg",
+                 bitmap | qint64(all && m_light.m_bAll) << m_light.m_nSegments);
+    }
 }
 
 void CodeReaderBehaviour::lightAll(RegisterMemory &memory, bool on) const
 {
-    for (int segment = 0; segment < kLightSegments; ++segment) {
+    for (int segment = 0; segment < m_light.m_nSegments; ++segment) {
         setValue(memory, "LightingEnableReg", on, segment);
     }
     followLighting(memory);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/simulator/codereader/CodeReader.h"
 #include "host/simulator/sfnc/StandardBehaviour.h"
 
 #include <optional>
@@ -9,7 +10,7 @@
 class CodeReaderBehaviour : public StandardBehaviour
 {
 public:
-    explicit CodeReaderBehaviour(const FeatureTable &table);
+    explicit CodeReaderBehaviour(const FeatureTable &table, const ReaderLight &light = {});
 
     void restart(RegisterMemory &memory) override;
 
@@ -46,6 +47,7 @@ private:
     int freeUserSet(const RegisterMemory &memory) const;
     void recoverPartly(RegisterMemory &memory);
 
+    const ReaderLight m_light;
     const QVector<QByteArray> m_qualityRegisters;
     std::optional<double> m_focusEnd; ///< seconds of the clock, empty while the focus rests
     std::optional<double> m_tuneStart; ///< likewise

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr int kPollingSelections = kPollingParams * kLightSegments;
+constexpr int kPollingSelections = kPollingParams * kPollingLights;
 
 /// A value of its own in each set of parameters.
 RowOptions ofSet()
