@@ -66,8 +66,10 @@ void CLightingSelectorInterWidget::refill()
         m_nKeyBit = LightingLayout::of(light.type()).firstBit();
         setFixedSize(LightingLayout::of(light.type()).size());
     }
+    if (light.selectorItem() != m_light.selectorItem() || light.entries() != m_light.entries()) {
+        m_walked[0] = m_walked[1] = false;
+    }
     m_light = light;
-    m_walked[0] = m_walked[1] = false;
     watchItems();
     updateAllSelected();
     readState(false);

@@ -37,8 +37,6 @@ view/*.cpp|shell/VexaMainFeatureWidget.h
 editors/*.cpp|shell/VexaMainFeatureWidget.h
 editors/*.cpp|tree/*.h
 view/*.cpp|editors/*.h
-editors/*.cpp|tree/*.h
-editors/*.cpp|shell/VexaMainFeatureWidget.h
 '
 
 # Headers of the client libraries that a folder must not touch although platform/ is open to it: folder | header prefix
