@@ -5,9 +5,16 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QMap>
 #include <QPointer>
 
 namespace {
+
+QMap<QString, std::function<QString(const QString &)>> &saveNameHooks()
+{
+    static QMap<QString, std::function<QString(const QString &)>> hooks;
+    return hooks;
+}
 
 /// A relative name alone is put into the last folder.
 QFileInfo startingPlace(const QString &path)
@@ -69,7 +76,15 @@ QString FileDialogs::saveFile(QWidget *parent, const QString &title, const QStri
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setDefaultSuffix(defaultSuffix);
-    return run(dialog, title, path);
+    const QString chosen = run(dialog, title, path);
+    const auto hook = saveNameHooks().value(defaultSuffix);
+    return hook && !chosen.isEmpty() ? hook(chosen) : chosen;
+}
+
+void FileDialogs::setSaveNameHook(const QString &defaultSuffix,
+                                  std::function<QString(const QString &)> hook)
+{
+    saveNameHooks().insert(defaultSuffix, std::move(hook));
 }
 
 QString VexaInterface::getOpenFileName(QWidget *parent, const QString &title,

@@ -40,8 +40,14 @@ void CameraPage::show(long int cameraId)
 
 void CameraPage::setToolBar(long int cameraId, bool on)
 {
-    VexaMainFeatureWidget::instance()->UpdateToolBarBtn(on ? TOOL_BAR_LIVE : TOOL_BAR_DEAD,
-                                                        static_cast<int>(cameraId), false);
+    VexaMainFeatureWidget::instance()->UpdateToolBarBtn(
+        on ? TOOL_BAR_LIVE : TOOL_BAR_DEAD, static_cast<int>(cameraId), hasFileJob(cameraId));
+}
+
+bool CameraPage::hasFileJob(long int cameraId)
+{
+    const VexaFeatureTree *shown = tree(cameraId);
+    return shown && shown->isFeatureFileBusy();
 }
 
 void CameraPage::remove(long int cameraId, bool lost)

@@ -13,8 +13,10 @@ VexaFeatureTree *tree(long int cameraId);
 VexaFeatureTree *make(long int cameraId);
 /// Puts the page of this camera on show; -1 is the empty page.
 void show(long int cameraId);
-/// The buttons over the tree: on as the camera's task state allows, or all off.
+/// The buttons over the tree: on as the camera's task state and a job with a feature file allow, or all off.
 void setToolBar(long int cameraId, bool on);
+/// Whether a feature file is written, checked or applied.
+bool hasFileJob(long int cameraId);
 /// Takes the page down. Stopping the tree's workers runs events.
 void remove(long int cameraId, bool lost);
 

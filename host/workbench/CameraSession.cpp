@@ -26,6 +26,8 @@ constexpr int READ_EVERYTHING = 13;
 /// A pass that was under way when the device came back may have left out what failed before: one more is needed.
 constexpr int PASSES_AFTER_RETURN = 2;
 constexpr std::chrono::seconds PAUSE_BEFORE_NEXT_PASS{1};
+/// A tree switches its buttons on at the end of a job, also when the device was lost meanwhile.
+constexpr std::chrono::milliseconds TOOL_BAR_LOOK{200};
 
 QCameraBasicTask *taskOf(long int cameraId)
 {
@@ -53,6 +55,9 @@ CameraSession::CameraSession(CameraHost &host, std::shared_ptr<DeviceSource> sou
     , m_pSource(std::move(source))
     , m_return(host)
 {
+    m_toolBarTimer.setSingleShot(true);
+    m_toolBarTimer.setInterval(TOOL_BAR_LOOK);
+    connect(&m_toolBarTimer, &QTimer::timeout, this, &CameraSession::updateToolBar);
     connect(&m_opening, &QFutureWatcherBase::finished, this, &CameraSession::takeOpenResult);
     connect(&m_grabbing, &QFutureWatcherBase::finished, this, &CameraSession::takeGrabResult);
     connect(&m_return, &DeviceReturn::returned, this, &CameraSession::onReturned);
@@ -277,6 +282,9 @@ void CameraSession::updateToolBar()
 {
     if (m_lCameraID != NO_CAMERA_ID) {
         CameraPage::setToolBar(m_lCameraID, isLive());
+        if (CameraPage::hasFileJob(m_lCameraID)) {
+            m_toolBarTimer.start();
+        }
     }
 }
 

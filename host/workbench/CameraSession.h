@@ -10,6 +10,7 @@
 #include <QFutureWatcher>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QVector>
 
 #include <chrono>
@@ -123,6 +124,7 @@ private:
     std::unique_ptr<ReaderTables> m_pTables;
     QVector<QFuture<PollingReading>> m_readings; ///< that may outlive their tables
     std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
+    QTimer m_toolBarTimer;
     QDeadlineTimer m_returnDeadline; ///< of the present loss
     State m_phase = State::Idle; ///< what this host does with the camera, whatever its condition
     DeviceCondition m_condition = DeviceCondition::Live;

@@ -1,5 +1,8 @@
 #include "host/workbench/CommandLine.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 struct Option
@@ -46,15 +49,29 @@ const Option GET_FILE{"get-file", "NAME FILE",
 const Option PUT_FILE{"put-file", "NAME FILE",
                       "Copy the file to this file of the device; may be given several times.",
                       true};
-const Option YES{"yes", nullptr, "Answer the questions of writes and commands with yes.", false};
+const Option IMPORT{"import", "FILE",
+                    "Print what differs from this feature file, and with --yes write the file into "
+                    "the device.",
+                    false};
+const Option EXPORT{"export", "FILE", "Save the features of the device to a feature file.", false};
+const Option EXPORT_BAG{"export-bag", "FILE",
+                        "Save the features of all devices named to one file, a bag.", false};
+const Option COMPARE{"compare", "FILE [FILE2]",
+                     "Print what differs between device and feature file, or between two files.",
+                     false};
+const Option SPLIT_BAG{"split-bag", "FILE DIR", "Put the feature files of a bag in this folder.",
+                       false};
+const Option YES{"yes", nullptr, "Answer the questions of writes, commands and imports with yes.",
+                 false};
 const Option SCREENSHOT{"screenshot", "FILE.png", "Save a picture of the window.", false};
 const Option HELP{"help", nullptr, "Print this help.", false};
 const Option VERSION{"version", nullptr, "Print the version.", false};
 
 const Option *const ALL_OPTIONS[] = {
-    &DEVICE,     &DESCRIPTION, &MEMORY_PATTERN, &GIGE,   &USB, &LIST,  &LINT,     &LANGUAGE,
-    &USER_LEVEL, &DUMP,        &READ,           &WRITE,  &RUN, &FILES, &GET_FILE, &PUT_FILE,
-    &YES,        &SCREENSHOT,  &HELP,           &VERSION};
+    &DEVICE,   &DESCRIPTION, &MEMORY_PATTERN, &GIGE,   &USB,        &LIST,    &LINT,
+    &LANGUAGE, &USER_LEVEL,  &DUMP,           &READ,   &WRITE,      &RUN,     &FILES,
+    &GET_FILE, &PUT_FILE,    &IMPORT,         &EXPORT, &EXPORT_BAG, &COMPARE, &SPLIT_BAG,
+    &YES,      &SCREENSHOT,  &HELP,           &VERSION};
 
 QString nameOf(const Option &option)
 {
@@ -64,14 +81,19 @@ QString nameOf(const Option &option)
 /// Stands between the two values of one option, which the parser takes for one; no argument can hold it.
 const QChar VALUE_SEPARATOR(0);
 
+const Option *const OPTIONS_OF_TWO[] = {&GET_FILE, &PUT_FILE, &SPLIT_BAG};
+
 /// "--get-file NAME FILE" as one argument.
 QStringList withJoinedValues(const QStringList &arguments)
 {
     QStringList joined;
     for (int i = 0; i < arguments.size(); ++i) {
         const QString &argument = arguments.at(i);
-        const bool takesTwo = argument == QLatin1String("--") + nameOf(GET_FILE)
-            || argument == QLatin1String("--") + nameOf(PUT_FILE);
+        const bool takesTwo =
+            std::any_of(std::begin(OPTIONS_OF_TWO), std::end(OPTIONS_OF_TWO),
+                        [&argument](const Option *option) {
+                            return argument == QLatin1String("--") + nameOf(*option);
+                        });
         if (takesTwo && i + 2 < arguments.size()) {
             joined.append(argument + QLatin1Char('=') + arguments.at(i + 1) + VALUE_SEPARATOR
                           + arguments.at(i + 2));
@@ -89,10 +111,14 @@ CommandLine::CommandLine()
 {
     m_parser.setApplicationDescription(QStringLiteral(
         "Shows the feature trees of GenICam devices.\n"
-        "--write, --run, --get-file, --put-file, --files, --read, --dump and --screenshot need no "
-        "display: they wait\nfor the first full update, act in this order, writes and commands "
-        "among themselves\nand files among themselves in the order given, and exit\n"
-        "(0 done, 1 refused or failed, 2 wrong usage)."));
+        "--write, --run, --get-file, --put-file, --import, --export, --export-bag, --files, "
+        "--read, "
+        "--dump and\n--screenshot need no display: they wait for the first full update, act in "
+        "this "
+        "order, writes and commands\namong themselves and files among themselves in the order "
+        "given, and exit\n(0 done, 1 refused or failed, 2 wrong usage). --compare exits with 0 "
+        "when "
+        "nothing differs,\n1 when something does, 2 when it cannot tell."));
     for (const Option *option : ALL_OPTIONS) {
         m_parser.addOption(QCommandLineOption(nameOf(*option),
                                               QString::fromLatin1(option->description),
@@ -113,9 +139,10 @@ bool CommandLine::parse(const QStringList &arguments)
     if (!m_parser.parse(withJoinedValues(arguments))) {
         return fail(m_parser.errorText());
     }
-    if (!m_parser.positionalArguments().isEmpty()) {
-        return fail(QStringLiteral("Unexpected argument '%1'.")
-                        .arg(m_parser.positionalArguments().constFirst()));
+    const QStringList further = m_parser.positionalArguments();
+    const int taken = m_parser.isSet(nameOf(COMPARE)) ? 1 : 0;
+    if (further.size() > taken) {
+        return fail(QStringLiteral("Unexpected argument '%1'.").arg(further.at(taken)));
     }
     for (const Option *option : ALL_OPTIONS) {
         const QStringList values =
@@ -141,7 +168,8 @@ bool CommandLine::parse(const QStringList &arguments)
     m_options.screenshotFile = m_parser.value(nameOf(SCREENSHOT));
     m_options.yes = m_parser.isSet(nameOf(YES));
     m_options.files = m_parser.isSet(nameOf(FILES));
-    return takeChoices() && takeFeatureJobs() && takeFileJobs() && checkCombination();
+    return takeChoices() && takeFeatureJobs() && takeFileJobs() && takeFeatureFileJobs()
+        && checkCombination() && checkFeatureFileJobs();
 }
 
 bool CommandLine::takeChoices()
@@ -177,7 +205,7 @@ bool CommandLine::takeFeatureJobs()
     QStringList runs = m_parser.values(nameOf(RUN));
     for (const QString &option : m_parser.optionNames()) {
         if (option == nameOf(RUN)) {
-            m_options.featureJobs.append({FeatureJob::Kind::Run, runs.takeFirst(), QString()});
+            m_options.featureJobs.append({EditJob::Kind::Run, runs.takeFirst(), QString()});
         } else if (option == nameOf(WRITE)) {
             const QString job = writes.takeFirst();
             const int equals = job.indexOf(QLatin1Char('='));
@@ -186,7 +214,7 @@ bool CommandLine::takeFeatureJobs()
                     QStringLiteral("Option '--write' takes NAME=VALUE, not '%1'.").arg(job));
             }
             m_options.featureJobs.append(
-                {FeatureJob::Kind::Write, job.left(equals), job.mid(equals + 1)});
+                {EditJob::Kind::Write, job.left(equals), job.mid(equals + 1)});
         }
     }
     return true;
@@ -211,19 +239,75 @@ bool CommandLine::takeFileJobs()
     return true;
 }
 
+bool CommandLine::takeFeatureFileJobs()
+{
+    static const struct
+    {
+        const Option *option;
+        FeatureFileJob::Kind kind;
+    } TABLE[] = {{&IMPORT, FeatureFileJob::Kind::Import},
+                 {&EXPORT, FeatureFileJob::Kind::Export},
+                 {&EXPORT_BAG, FeatureFileJob::Kind::ExportBag},
+                 {&COMPARE, FeatureFileJob::Kind::Compare}};
+    for (const auto &row : TABLE) {
+        if (m_parser.isSet(nameOf(*row.option))) {
+            m_options.featureFileJobs.append({row.kind, m_parser.value(nameOf(*row.option))});
+        }
+    }
+    m_options.secondFile = m_parser.positionalArguments().value(0);
+    if (m_parser.isSet(nameOf(SPLIT_BAG))) {
+        const QStringList values = m_parser.value(nameOf(SPLIT_BAG)).split(VALUE_SEPARATOR);
+        if (values.size() != 2 || values.contains(QString())) {
+            return fail(QStringLiteral("Option '--split-bag' takes FILE DIR."));
+        }
+        m_options.bagFile = values.at(0);
+        m_options.bagFolder = values.at(1);
+    }
+    return true;
+}
+
+bool CommandLine::checkFeatureFileJobs()
+{
+    const bool withoutDevice = !m_options.bagFile.isEmpty() || !m_options.secondFile.isEmpty();
+    if (withoutDevice && m_options.namedDevices() > 0) {
+        return fail(
+            QStringLiteral("'--split-bag FILE DIR' and '--compare FILE FILE2' need no device."));
+    }
+    const int jobs = m_options.featureFileJobs.size() + (m_options.bagFile.isEmpty() ? 0 : 1);
+    const bool isAlone = jobs == 1 && m_options.featureJobs.isEmpty()
+        && m_options.fileJobs.isEmpty() && !m_options.files && m_options.readName.isEmpty()
+        && m_options.dumpFile.isEmpty() && m_options.screenshotFile.isEmpty();
+    if ((m_options.isComparison() || !m_options.bagFile.isEmpty()) && !isAlone) {
+        return fail(QStringLiteral("Options '--compare' and '--split-bag' work alone."));
+    }
+    if (m_parser.isSet(nameOf(IMPORT))
+        && (!m_options.readName.isEmpty() || m_options.files
+            || m_options.dumpFile == QLatin1String("-"))) {
+        return fail(QStringLiteral("Option '--import' and one of '--read', '--files', '--dump -' "
+                                   "both need the standard output."));
+    }
+    return true;
+}
+
 bool CommandLine::checkCombination()
 {
     if (m_parser.isSet(nameOf(MEMORY_PATTERN)) && m_options.descriptions.isEmpty()) {
         return fail(QStringLiteral("Option '--memory-pattern' needs '--description'."));
     }
     const bool ofOneDevice = !m_options.dumpFile.isEmpty() || !m_options.readName.isEmpty()
-        || !m_options.featureJobs.isEmpty() || !m_options.fileJobs.isEmpty() || m_options.files;
+        || !m_options.featureJobs.isEmpty() || !m_options.fileJobs.isEmpty() || m_options.files
+        || std::any_of(
+            m_options.featureFileJobs.cbegin(), m_options.featureFileJobs.cend(),
+            [](const FeatureFileJob &job) { return job.kind != FeatureFileJob::Kind::ExportBag; });
     if (ofOneDevice && m_options.namedDevices() > 1) {
         return fail(QStringLiteral("Options '--write', '--run', '--read', '--dump' and those of "
-                                   "files work on one device."));
+                                   "files but '--export-bag' work on one device."));
     }
-    if (m_options.yes && m_options.featureJobs.isEmpty()) {
-        return fail(QStringLiteral("Option '--yes' needs '--write' or '--run'."));
+    const bool asks = !m_options.featureJobs.isEmpty() || m_parser.isSet(nameOf(IMPORT))
+        || (m_options.isComparison() && m_options.secondFile.isEmpty());
+    if (m_options.yes && !asks) {
+        return fail(QStringLiteral(
+            "Option '--yes' needs '--write', '--run', '--import' or '--compare' with a device."));
     }
     if (m_options.dumpFile == QLatin1String("-")
         && (!m_options.readName.isEmpty() || m_options.files)) {

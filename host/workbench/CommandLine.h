@@ -22,6 +22,8 @@ private:
     bool takeChoices();
     bool takeFeatureJobs();
     bool takeFileJobs();
+    bool takeFeatureFileJobs();
+    bool checkFeatureFileJobs();
     bool checkCombination();
 
     QCommandLineParser m_parser;

@@ -52,10 +52,10 @@ bool refuse(QString *reason, const char *key, const QString &name)
 
 } // namespace
 
-bool FeatureEdit::perform(VexaFeatureTree &tree, const FeatureJob &job, QString *reason)
+bool FeatureEdit::perform(VexaFeatureTree &tree, const EditJob &job, QString *reason)
 {
     const QPointer<VexaFeatureTree> guard = &tree;
-    const bool isRun = job.kind == FeatureJob::Kind::Run;
+    const bool isRun = job.kind == EditJob::Kind::Run;
     VexaPropertyTreeItem *item = tree.propertyItemByName(job.name);
     if (!item || !item->value()) {
         return refuse(reason, "lang_workbench_unknownfeature", job.name);
@@ -97,7 +97,7 @@ QString FeatureEdit::shownValue(const VexaFeatureTree &tree, const QString &name
     return item && item->value() ? item->valueSnapshot()->displayValue() : QString();
 }
 
-bool FeatureEdit::holds(const VexaFeatureTree &tree, const FeatureJob &job)
+bool FeatureEdit::holds(const VexaFeatureTree &tree, const EditJob &job)
 {
     const VexaPropertyTreeItem *item = tree.propertyItemByName(job.name);
     if (!item || !item->value()) {
@@ -110,10 +110,10 @@ bool FeatureEdit::holds(const VexaFeatureTree &tree, const FeatureJob &job)
                                                      : wanted == held->value();
 }
 
-bool FeatureEdit::restartsDevice(const FeatureJob &job)
+bool FeatureEdit::restartsDevice(const EditJob &job)
 {
     static const QLatin1String COMMANDS[] = {QLatin1String("DeviceReset"),
                                              QLatin1String("RecoverFactory")};
-    return job.kind == FeatureJob::Kind::Run
+    return job.kind == EditJob::Kind::Run
         && std::find(std::begin(COMMANDS), std::end(COMMANDS), job.name) != std::end(COMMANDS);
 }

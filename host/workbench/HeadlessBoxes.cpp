@@ -13,6 +13,9 @@
 
 namespace {
 
+/// Of the module, which does not export it.
+const char *const DIFFERENCE_DIALOG = "VexaFeatureDiff";
+
 bool isQuestion(const CustomMessageBox &box)
 {
     const QString no = QCoreApplication::translate("ControlKit", "lang_controlkit_no");
@@ -35,20 +38,36 @@ bool HeadlessBoxes::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::Show) {
         if (auto *box = qobject_cast<CustomMessageBox *>(watched)) {
             take(*box);
+        } else if (watched->inherits(DIFFERENCE_DIALOG)) {
+            takeDifferences(*static_cast<QWidget *>(watched));
         }
     }
     return QObject::eventFilter(watched, event);
 }
 
-void HeadlessBoxes::take(CustomMessageBox &box)
+void HeadlessBoxes::answer(QWidget &dialog, bool yes)
 {
     ++m_nCount;
+    QMetaObject::invokeMethod(&dialog, yes ? "accept" : "reject", Qt::QueuedConnection);
+}
+
+void HeadlessBoxes::takeDifferences(QWidget &dialog)
+{
+    answer(dialog, saysYes());
+    if (!m_bYes) {
+        QFunction::Instance()->InsertMessageLog(
+            MESSAGE_LOG_WARNING, QString(),
+            workbenchText("lang_workbench_declined").arg(dialog.windowTitle()));
+    }
+}
+
+void HeadlessBoxes::take(CustomMessageBox &box)
+{
     const bool question = isQuestion(box);
-    const char *answer = !question || m_bYes ? "accept" : "reject";
-    // Once the box is up: one that blocks is about to start its event loop.
-    QMetaObject::invokeMethod(&box, answer, Qt::QueuedConnection);
+    answer(box, !question || saysYes());
     // The window's own boxes show prompts, which stand in the log already.
-    if (!question && qobject_cast<const QMainWindow *>(box.parent())) {
+    if (question ? m_bDeclinesSilently
+                 : qobject_cast<const QMainWindow *>(box.parent()) != nullptr) {
         return;
     }
     const QString text = messageLine(box.cTextTitle(), box.cContent(), true);

@@ -4,7 +4,9 @@
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/DumpWriter.h"
 #include "host/workbench/FeatureEdit.h"
+#include "host/workbench/FeatureFileTools.h"
 #include "host/workbench/OfferedEntries.h"
+#include "host/workbench/StandardOutput.h"
 #include "host/workbench/WorkbenchTexts.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "model/CTreeEnumationItemValue.h"
@@ -15,7 +17,6 @@
 #include <QSaveFile>
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <utility>
 
@@ -25,13 +26,6 @@ namespace {
 constexpr std::chrono::milliseconds REFRESH_DELAY{250};
 /// Editors beyond the first rows are opened in slices after the update: the picture waits for them.
 constexpr std::chrono::milliseconds PICTURE_SETTLE_TIME{300};
-
-bool writeStandardOutput(const QByteArray &bytes)
-{
-    return std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout)
-        == static_cast<std::size_t>(bytes.size())
-        && std::fflush(stdout) == 0;
-}
 
 QVector<OfferedEntry> fileEntries(const VexaFeatureTree &tree)
 {
@@ -53,16 +47,19 @@ HeadlessRunner::HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &
     , m_waitingFor(deviceIds)
     , m_limit(limit)
     , m_boxes(options.yes)
+    , m_featureFiles(m_boxes, options.yes, limit)
 {
     m_limitTimer.setSingleShot(true);
     connect(&m_limitTimer, &QTimer::timeout, this, &HeadlessRunner::onTimeOut);
     // The reason stands in the message log already.
-    connect(&m_window, &WorkbenchWindow::deviceOpenFailed, this, [this] { finish(1); });
+    connect(&m_window, &WorkbenchWindow::deviceOpenFailed, this, [this] { fail(); });
     connect(&m_window, &WorkbenchWindow::deviceLost, this, [this] {
         if (!m_bRestarting) {
-            finish(1);
+            fail();
         }
     });
+    connect(&m_featureFiles, &FeatureFileRunner::finished, this,
+            &HeadlessRunner::takeFeatureFileJob);
     connect(QFunction::Instance(), &QFunction::messageLogged, this, [this] { ++m_nMessages; });
     connect(&m_fileCopy, &FileCopy::finished, this, [this](const QString &reason) {
         if (m_bFinished) {
@@ -111,16 +108,17 @@ void HeadlessRunner::onTimeOut()
     }
 }
 
-VexaFeatureTree *HeadlessRunner::tree() const
+VexaFeatureTree *HeadlessRunner::tree(const QString &deviceId) const
 {
-    const CameraSession *session = m_window.session(m_deviceIds.value(0));
+    const CameraSession *session = m_window.session(deviceId);
     return session ? session->tree() : nullptr;
 }
 
 bool HeadlessRunner::hasFurtherJobs() const
 {
     return m_nJob < m_options.featureJobs.size() || m_nFileJob < m_options.fileJobs.size()
-        || m_options.files || !m_options.readName.isEmpty() || !m_options.dumpFile.isEmpty()
+        || m_nFeatureFileJob < m_options.featureFileJobs.size() || m_options.files
+        || !m_options.readName.isEmpty() || !m_options.dumpFile.isEmpty()
         || !m_options.screenshotFile.isEmpty();
 }
 
@@ -139,6 +137,8 @@ void HeadlessRunner::nextJob()
         perform(*featureTree);
     } else if (m_nFileJob < m_options.fileJobs.size()) {
         startFileJob(*featureTree);
+    } else if (m_nFeatureFileJob < m_options.featureFileJobs.size()) {
+        startFeatureFileJob();
     } else {
         runFinalJobs(*featureTree);
     }
@@ -146,7 +146,7 @@ void HeadlessRunner::nextJob()
 
 void HeadlessRunner::perform(VexaFeatureTree &tree)
 {
-    const FeatureJob job = m_options.featureJobs.at(m_nJob++);
+    const EditJob job = m_options.featureJobs.at(m_nJob++);
     m_strFormerValue = FeatureEdit::shownValue(tree, job.name);
     const int messages = m_nMessages;
     m_bRestarting = FeatureEdit::restartsDevice(job);
@@ -180,12 +180,12 @@ void HeadlessRunner::waitForUpdate()
 
 bool HeadlessRunner::checkOutcome(const VexaFeatureTree &tree)
 {
-    if (m_nJob == 0 || m_options.featureJobs.at(m_nJob - 1).kind != FeatureJob::Kind::Write) {
+    if (m_nJob == 0 || m_options.featureJobs.at(m_nJob - 1).kind != EditJob::Kind::Write) {
         return true;
     }
     // A device may answer a write with another value, also with the former one ("Once"). Only with a word from the
     // tree is it a write that was kept from the device.
-    const FeatureJob &job = m_options.featureJobs.at(m_nJob - 1);
+    const EditJob &job = m_options.featureJobs.at(m_nJob - 1);
     return !std::exchange(m_bWasTold, false)
         || FeatureEdit::shownValue(tree, job.name) != m_strFormerValue
         || FeatureEdit::holds(tree, job);
@@ -216,6 +216,34 @@ void HeadlessRunner::startFileJob(const VexaFeatureTree &tree)
     m_fileCopy.start(tree.GetCurCameraID(), job);
 }
 
+void HeadlessRunner::startFeatureFileJob()
+{
+    const FeatureFileJob &job = m_options.featureFileJobs.at(m_nFeatureFileJob++);
+    QVector<VexaFeatureTree *> trees;
+    for (const QString &id : qAsConst(m_deviceIds)) {
+        if (VexaFeatureTree *featureTree = tree(id)) {
+            trees += featureTree;
+        }
+    }
+    if (trees.size() == m_deviceIds.size()) {
+        m_featureFiles.start(job, trees);
+    } else {
+        fail(workbenchText("lang_workbench_lost"));
+    }
+}
+
+void HeadlessRunner::takeFeatureFileJob(int exitCode)
+{
+    if (exitCode != 0 || !hasFurtherJobs()) {
+        finish(exitCode);
+    } else if (m_options.featureFileJobs.at(m_nFeatureFileJob - 1).kind
+               == FeatureFileJob::Kind::Import) {
+        waitForUpdate();
+    } else {
+        nextJob();
+    }
+}
+
 bool HeadlessRunner::listFiles(const VexaFeatureTree &tree)
 {
     const QVector<OfferedEntry> entries = fileEntries(tree);
@@ -227,7 +255,7 @@ bool HeadlessRunner::listFiles(const VexaFeatureTree &tree)
     for (const OfferedEntry &entry : entries) {
         lines += entry.name.toUtf8() + '\t' + entry.displayName.toUtf8() + '\n';
     }
-    const bool written = writeStandardOutput(lines);
+    const bool written = StandardOutput::write(lines);
     if (!written) {
         fail(workbenchText("lang_workbench_writefailed").arg(QStringLiteral("-")));
     }
@@ -245,7 +273,7 @@ bool HeadlessRunner::read(const VexaFeatureTree &tree)
         fail(workbenchText("lang_workbench_notread").arg(m_options.readName));
         return false;
     }
-    if (!writeStandardOutput(item->valueSnapshot()->displayValue().toUtf8() + '\n')) {
+    if (!StandardOutput::write(item->valueSnapshot()->displayValue().toUtf8() + '\n')) {
         fail(workbenchText("lang_workbench_writefailed").arg(QStringLiteral("-")));
         return false;
     }
@@ -257,7 +285,7 @@ bool HeadlessRunner::dump(const VexaFeatureTree &tree)
     const QByteArray json = DumpWriter(tree).toJson();
     bool written = false;
     if (m_options.dumpFile == QLatin1String("-")) {
-        written = writeStandardOutput(json);
+        written = StandardOutput::write(json);
     } else {
         // A file that cannot be written whole is left as it was.
         QSaveFile file(m_options.dumpFile);
@@ -283,7 +311,12 @@ bool HeadlessRunner::takePicture()
 void HeadlessRunner::fail(const QString &reason)
 {
     QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_ERROR, QString(), reason);
-    finish(1);
+    fail();
+}
+
+void HeadlessRunner::fail()
+{
+    finish(m_options.isComparison() ? FeatureFileTools::COMPARE_TROUBLE : 1);
 }
 
 void HeadlessRunner::finish(int exitCode)

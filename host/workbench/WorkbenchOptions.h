@@ -7,7 +7,7 @@
 #include <QVector>
 
 /// A write or a command of the command line.
-struct FeatureJob
+struct EditJob
 {
     enum class Kind { Write, Run };
     Kind kind = Kind::Write;
@@ -24,6 +24,14 @@ struct FileJob
     QString path; ///< of the host
 };
 
+/// A job with a feature file of the command line.
+struct FeatureFileJob
+{
+    enum class Kind { Import, Export, ExportBag, Compare };
+    Kind kind = Kind::Import;
+    QString file;
+};
+
 /// What the command line asks for. Empty texts and -1 mean "not given".
 struct WorkbenchOptions
 {
@@ -38,9 +46,13 @@ struct WorkbenchOptions
     QString lintFile; ///< a description to check; nothing is opened
     QString language; ///< "ENG" or "CH"
     int userLevel = -1; ///< 0 guru, 1 expert, 2 beginner
-    QVector<FeatureJob> featureJobs; ///< in the order given
+    QVector<EditJob> featureJobs; ///< in the order given
     QVector<FileJob> fileJobs; ///< in the order given
     bool files = false; ///< print what files there are
+    QVector<FeatureFileJob> featureFileJobs; ///< in the order of their kinds
+    QString secondFile; ///< the first one's partner in a comparison of two files; nothing is opened
+    QString bagFile; ///< a bag to split; nothing is opened
+    QString bagFolder;
     bool yes = false; ///< the answer to every question
     QString dumpFile; ///< "-" is the standard output
     QString readName;
@@ -51,10 +63,16 @@ struct WorkbenchOptions
     {
         return devices.size() + descriptions.size() + gigeAddresses.size() + usbIds.size();
     }
+    /// Whether a device is compared with a file, which has exit codes of its own.
+    bool isComparison() const
+    {
+        return !featureFileJobs.isEmpty()
+            && featureFileJobs.last().kind == FeatureFileJob::Kind::Compare;
+    }
     /// A job that needs no display and ends by itself.
     bool isHeadless() const
     {
-        return !featureJobs.isEmpty() || !fileJobs.isEmpty() || files || !dumpFile.isEmpty()
-            || !readName.isEmpty() || !screenshotFile.isEmpty();
+        return !featureJobs.isEmpty() || !featureFileJobs.isEmpty() || !fileJobs.isEmpty() || files
+            || !dumpFile.isEmpty() || !readName.isEmpty() || !screenshotFile.isEmpty();
     }
 };

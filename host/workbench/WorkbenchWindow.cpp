@@ -17,6 +17,7 @@
 #include "host/workbench/DeviceCatalog.h"
 #include "host/workbench/DeviceListPanel.h"
 #include "host/workbench/DeviceStateBanner.h"
+#include "host/workbench/ExportStaging.h"
 #include "host/workbench/HostEvents.h"
 #include "host/workbench/LowerPanes.h"
 #include "host/workbench/MessageLogPanel.h"
@@ -97,6 +98,7 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidg
     connectLog();
     connectEvents();
     connectPanel();
+    new ExportStaging(this);
     setSearch(&RealDevices::discover);
     fillDeviceList();
     m_pDevices->setLanguage(VexaInterface::language(false));

@@ -9,6 +9,7 @@
 #include "host/workbench/CommandLine.h"
 #include "host/workbench/DescriptionLint.h"
 #include "host/workbench/DeviceCatalog.h"
+#include "host/workbench/FeatureFileTools.h"
 #include "host/workbench/HeadlessRunner.h"
 #include "host/workbench/MessageHandler.h"
 #include "host/workbench/TerminationSignals.h"
@@ -166,11 +167,13 @@ int run(const WorkbenchOptions &options)
 
     DeviceCatalog catalog;
     QString error;
+    const int failed =
+        options.isComparison() ? int(FeatureFileTools::COMPARE_TROUBLE) : EXIT_FAILED;
     const QStringList ids = fillCatalog(
         catalog, options, headless ? defaultDevices().mid(0, 1) : defaultDevices(), &error);
     if (ids.isEmpty()) {
         complain(error);
-        return EXIT_FAILED;
+        return failed;
     }
     if (!headless) {
         addFurtherDevices(catalog);
@@ -182,7 +185,7 @@ int run(const WorkbenchOptions &options)
                                                   : options.language);
     const TerminationSignals signalled;
     QObject::connect(&signalled, &TerminationSignals::requested, qApp,
-                     [headless] { QCoreApplication::exit(headless ? EXIT_FAILED : EXIT_DONE); });
+                     [headless, failed] { QCoreApplication::exit(headless ? failed : EXIT_DONE); });
     const int exitCode = headless
         ? runHeadless(window, options, ids)
         : runWindow(window, ids, ids.size() - options.descriptions.size());
@@ -223,6 +226,13 @@ int main(int argc, char *argv[])
     }
     if (!options.lintFile.isEmpty()) {
         return lintDescription(options.lintFile);
+    }
+    if (!options.secondFile.isEmpty()) {
+        return FeatureFileTools::compareFiles(options.featureFileJobs.first().file,
+                                              options.secondFile);
+    }
+    if (!options.bagFile.isEmpty()) {
+        return FeatureFileTools::splitBag(options.bagFile, options.bagFolder);
     }
 
     choosePlatform(options.isHeadless());

@@ -439,5 +439,41 @@
         <source>lang_workbench_cancel</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>lang_workbench_filetrouble</source>
+        <translation>'%1': %2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_otherversion</source>
+        <translation>'%1' was written by version %2 of the software. Take it all the same?</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notapplied</source>
+        <translation>The differences were not applied, since --yes was not given.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nottaken</source>
+        <translation>'%1' was not taken: the file says %2, the device %3.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_exportfailed</source>
+        <translation>The export failed. %1</translation>
+    </message>
+    <message>
+        <source>lang_workbench_importfailed</source>
+        <translation>The import failed. %1</translation>
+    </message>
+    <message>
+        <source>lang_workbench_comparefailed</source>
+        <translation>The comparison failed. %1</translation>
+    </message>
+    <message>
+        <source>lang_workbench_filejobstuck</source>
+        <translation>There was no progress for %1 s; the job was given up.</translation>
+    </message>
+    <message>
+        <source>lang_workbench_filejobunsaid</source>
+        <translation>The feature tree ended the job without an answer.</translation>
+    </message>
 </context>
 </TS>

@@ -439,5 +439,41 @@
         <source>lang_workbench_cancel</source>
         <translation>取消</translation>
     </message>
+    <message>
+        <source>lang_workbench_filetrouble</source>
+        <translation>“%1”：%2</translation>
+    </message>
+    <message>
+        <source>lang_workbench_otherversion</source>
+        <translation>“%1”由软件版本 %2 写入。是否仍要使用？</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notapplied</source>
+        <translation>未指定 --yes，差异未写入设备。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_nottaken</source>
+        <translation>“%1”未被设备接受：文件中为 %2，设备中为 %3。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_exportfailed</source>
+        <translation>导出失败。%1</translation>
+    </message>
+    <message>
+        <source>lang_workbench_importfailed</source>
+        <translation>导入失败。%1</translation>
+    </message>
+    <message>
+        <source>lang_workbench_comparefailed</source>
+        <translation>比较失败。%1</translation>
+    </message>
+    <message>
+        <source>lang_workbench_filejobstuck</source>
+        <translation>%1 秒内没有进展，已放弃该任务。</translation>
+    </message>
+    <message>
+        <source>lang_workbench_filejobunsaid</source>
+        <translation>属性树未作答复即结束了任务。</translation>
+    </message>
 </context>
 </TS>

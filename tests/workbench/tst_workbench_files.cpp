@@ -1,0 +1,406 @@
+#include "ControlKit/CustomSaveDoneHintDlg.h"
+#include "WindowFixture.h"
+#include "host/workbench/CameraSession.h"
+#include "host/workbench/FeatureFileRunner.h"
+#include "host/workbench/HeadlessBoxes.h"
+#include "tests/workbench/WorkbenchProcess.h"
+#include "tree/VexaFeatureTree.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+/// Feature files by the real program and in the window: what is compared, taken, refused, split, and never touched.
+class WorkbenchFilesTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void jobs_data();
+    void jobs();
+    void bagsAreSplit_data();
+    void bagsAreSplit();
+    void exportsComeBack();
+    void failedExportKeepsTheFile();
+    void checksDoNotWrite_data();
+    void checksDoNotWrite();
+    void toolBarReplacesWhenDone_data();
+    void toolBarReplacesWhenDone();
+    void buttonsFollowTheJob();
+
+private:
+    QString file(const QString &name) const { return m_workbench.path(name); }
+    static QByteArray bytes(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    WorkbenchProcess m_workbench;
+    QByteArray m_base; ///< of a line camera, without what moves
+};
+
+namespace {
+
+const char *const LINE = "line-camera";
+const QByteArray SERIAL_MARKER("\r\n7d93cf56-39fb-424b-94d0-1d10f6057f2f\r\n");
+const QByteArray FILE_MARKER("\r\n34be7aa9-f6a1-4a50-9edf-8205286ad0c9\r\n");
+
+QByteArray feature(const QByteArray &name, const QByteArray &value)
+{
+    return "<Feature><Name>" + name + "</Name><Type>Integer</Type><Value>" + value
+        + "</Value></Feature>";
+}
+
+QByteArray smallFile(const QByteArray &features)
+{
+    return "<FeaturesFile version=\"1\"><DeviceModelName>M</DeviceModelName><Features>" + features
+        + "</Features></FeaturesFile>";
+}
+
+/// The file without what moves by itself.
+QByteArray still(const QByteArray &file)
+{
+    const int name = file.indexOf("<Name>DeviceTemperature</Name>");
+    const int start = file.lastIndexOf("<Feature>", name);
+    const int end = file.indexOf("<Feature>", name);
+    return name < 0 ? file : file.left(start) + file.mid(end);
+}
+
+/// What the folder holds, hidden files too.
+QStringList entries(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+} // namespace
+
+void WorkbenchFilesTest::initTestCase()
+{
+    const auto result =
+        m_workbench.run({"--device", LINE, "--export", file(QStringLiteral("base.vxf"))});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    m_base = still(bytes(file(QStringLiteral("base.vxf"))));
+    QVERIFY(m_base.endsWith("</FeaturesFile>") && m_base.contains("<Name>Width</Name>"));
+}
+
+void WorkbenchFilesTest::jobs_data()
+{
+    QTest::addColumn<QByteArray>(
+        "from"); // in the line camera's file, replaced by `to`; all when empty
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<QStringList>("arguments"); // "@" is the file
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
+    const auto row = [](const char *name, const QByteArray &from, const QByteArray &to,
+                        const QString &arguments, int exitCode, const char *out, const char *err) {
+        QTest::newRow(name) << from << to << arguments.split(' ') << exitCode << QByteArray(out)
+                            << QByteArray(err);
+    };
+    const QByteArray version = "<FeaturesFile version=\"";
+    const int width = m_base.indexOf("<Value>", m_base.indexOf("<Name>Width</Name>")) + 7;
+    const QByteArray device = m_base.mid(width, m_base.indexOf('<', width) - width);
+    const int start = m_base.lastIndexOf("<Feature>", width);
+    const QByteArray group = m_base.mid(start, width - start);
+    const QByteArray differs = "ImageFormatControl\tWidth\t640\t" + device + "\n";
+    const QString compare = "--device line-camera --compare @";
+    const QString import = "--device line-camera --import @";
+
+    row("difference where none is", "<", "<", compare, 0, "", "");
+    row("difference untold", group + device, group + "640", compare, 1, differs, "");
+    row("version looked for in a comment", version,
+        "<!-- <FeaturesFile version=\"9\"> --><FeaturesFile a='>' version = \"", compare, 0, "",
+        "");
+    row("other version compared without a word", version, version + "0.", compare, 2, "", "--yes");
+    row("other version refused for ever", version, version + "0.", compare + " --yes", 0, "", "");
+    row("no version taken for any", version, "<FeaturesFile v=\"", compare, 2, "",
+        "comparison failed");
+    row("other model", "<DeviceModelName>", "<DeviceModelName>X", compare, 2, "", "another model");
+    row("no document", "</Features>", "", compare, 2, "", "line ");
+    row("document type", "<FeaturesFile", "<!DOCTYPE a><FeaturesFile", compare, 2, "",
+        "document type");
+    row("empty file", "", "", compare, 2, "", "line 1");
+    row("no file", "<", "<", "--device line-camera --compare /nonexistent/a.vxf", 2, "",
+        "/nonexistent/a.vxf");
+    row("unknown device", "<", "<", "--device none --compare @", 2, "", "none");
+    row("import that asks nobody", group + device, group + "640", import, 1, differs, "--yes");
+    row("import of nothing refused", "<", "<", import, 0, "", "");
+    row("import of another model", "<DeviceModelName>", "<DeviceModelName>X", import + " --yes", 1,
+        "", "another model");
+    row("import not done", group + device, group + "640", import + " --yes", 0, differs, "");
+    row("value not taken passed over", group + device, group + "640001", import + " --yes", 1,
+        "Width\t640001", "'Width' was not taken: the file says 640001, the device " + device);
+    row("earlier of two values called refused", group + device,
+        group + "640</Value></Feature>" + group + device, import + " --yes", 0, differs, "Width");
+    row("measured value counted as refused",
+        "<Name>SensorWidth</Name>\r\n<Type>Integer</Type>\r\n<Value>",
+        "<Name>SensorWidth</Name>\r\n<Type>Integer</Type>\r\n<Value>1", import + " --yes", 0,
+        "\tSensorWidth\t1", "SensorWidth");
+    row("import that loses the change before it", "<", "<",
+        "--device line-camera --write Width=640 --import @ --yes --export @2", 0,
+        ("\tWidth\t" + device + "\t640").constData(), "");
+    row("same two files differ", "<", "<", "--compare @ @", 0, "", "");
+    row("bag of nowhere", "<", "<", "--device line-camera --export /nonexistent/a.vxf", 1, "",
+        "/nonexistent/a.vxf");
+    row("two files and a device", "<", "<", "--device line-camera --compare @ @", 2, "",
+        "no device");
+    row("comparison among other jobs", "<", "<", "--compare @ --read Width", 2, "", "alone");
+    row("table mixed with a value", "<", "<", "--import @ --read Width", 2, "", "standard output");
+    row("yes without a question", "<", "<", "--export @ --yes", 2, "", "'--yes' needs");
+    row("export of two devices to one file", "<", "<",
+        "--device line-camera --device area-camera --export @", 2, "", "one device");
+    row("third file passed over", "<", "<", "--compare @ @ @", 2, "", "Unexpected");
+    row("bag without a folder", "<", "<", "--split-bag @", 2, "", "takes FILE DIR");
+}
+
+void WorkbenchFilesTest::jobs()
+{
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, out);
+    QFETCH(QByteArray, err);
+    QVERIFY(m_base.contains(from));
+    const QByteArray text = from.isEmpty() ? QByteArray() : QByteArray(m_base).replace(from, to);
+    const QString path = m_workbench.write(QStringLiteral("job.vxf"), text);
+    const QString again = file(QStringLiteral("again.vxf"));
+    arguments.replaceInStrings(QRegularExpression(QStringLiteral("^@2$")), again);
+    arguments.replaceInStrings(QRegularExpression(QStringLiteral("^@$")), path);
+    const auto result = m_workbench.run(arguments);
+    QVERIFY(result.ended);
+    QVERIFY2(result.exitCode == exitCode, result.err.constData());
+    QVERIFY2(out.isEmpty() ? result.out.isEmpty() : result.out.contains(out),
+             result.out.constData());
+    QVERIFY2(result.err.contains(err), result.err.constData());
+    if (arguments.contains(again)) {
+        QCOMPARE(still(bytes(again)), m_base);
+    }
+}
+
+void WorkbenchFilesTest::bagsAreSplit_data()
+{
+    QTest::addColumn<QByteArray>("bag");
+    QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
+    const QByteArray a = smallFile(feature("A", "1"));
+    const auto record = [](const QByteArray &serial, const QByteArray &text) {
+        return SERIAL_MARKER + serial + FILE_MARKER + text;
+    };
+    QTest::newRow("serial number taken for a path")
+        << record("../../evil", a) + record("/etc/x", a) + record("", a)
+        << QByteArray("1_______evil.vxf\t../../evil\tM\n2__etc_x.vxf\t/etc/x\tM\n3_.vxf\t\tM\n")
+        << QByteArray();
+    QTest::newRow("same serial number twice")
+        << record("S1", a) + record("S1", a) << QByteArray("1_S1.vxf\tS1\tM\n2_S1.vxf\tS1\tM\n")
+        << QByteArray();
+    QTest::newRow("line in a serial number")
+        << record("a\nb", a) << QByteArray("1_a_b.vxf\ta\\nb\tM\n") << QByteArray();
+    QTest::newRow("half a bag written") << record("S1", a) + record("S2", a.left(40))
+                                        << QByteArray() << QByteArray("record 2: line");
+    QTest::newRow("record cut off") << record("S1", a) + SERIAL_MARKER + "S2" << QByteArray()
+                                    << QByteArray("record 2 is cut off");
+    QTest::newRow("feature file taken for a bag") << a << QByteArray() << QByteArray("no bag");
+    QTest::newRow("empty bag") << QByteArray() << QByteArray() << QByteArray("no bag");
+}
+
+void WorkbenchFilesTest::bagsAreSplit()
+{
+    QFETCH(QByteArray, bag);
+    QFETCH(QByteArray, out);
+    QFETCH(QByteArray, err);
+    QTemporaryDir folder;
+    const QString target = folder.filePath(QStringLiteral("deep/er"));
+    const QString path = m_workbench.write(QStringLiteral("split.bag"), bag);
+    const auto result = m_workbench.run({"--split-bag", path, target});
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, out.isEmpty() ? 1 : 0);
+    QCOMPARE(result.out, out);
+    QVERIFY2(result.err.contains(err), result.err.constData());
+    QStringList names;
+    for (const QByteArray &line : out.split('\n')) {
+        if (!line.isEmpty()) {
+            names += QString::fromUtf8(line.left(line.indexOf('\t')));
+            QCOMPARE(bytes(target + '/' + names.last()), smallFile(feature("A", "1")));
+        }
+    }
+    QCOMPARE(entries(target), names);
+    QCOMPARE(entries(folder.path()), QStringList());
+}
+
+void WorkbenchFilesTest::exportsComeBack()
+{
+    const QString bag = m_workbench.write(QStringLiteral("both.bag"), "an older one");
+    auto result =
+        m_workbench.run({"--device", LINE, "--device", "grabber-camera", "--export-bag", bag});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    const QString folder = file(QStringLiteral("both"));
+    result = m_workbench.run({"--split-bag", bag, folder});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    const QStringList names = entries(folder);
+    QCOMPARE(names.size(), 2);
+    QVERIFY(still(bytes(folder + '/' + names.first())) == m_base
+            || still(bytes(folder + '/' + names.last())) == m_base);
+    // Values that stand more than once, in one file only, and in another order.
+    const QString first = m_workbench.write(
+        "1.vxf", smallFile(feature("A", "1") + feature("B", "1") + feature("B", "2")));
+    const QString second = m_workbench.write(
+        "2.vxf", smallFile(feature("B", "1") + feature("A", "1") + feature("C", "3")));
+    result = m_workbench.run({"--compare", first, second});
+    QCOMPARE(result.exitCode, 1);
+    QCOMPARE(result.out, QByteArray("\tB\t2\t/\n\tC\t/\t3\n"));
+}
+
+void WorkbenchFilesTest::failedExportKeepsTheFile()
+{
+    QTemporaryDir folder;
+    const QString target = folder.filePath(QStringLiteral("kept.vxf"));
+    QFile(target).open(QIODevice::WriteOnly);
+    // Without a node for the firmware there is no feature file.
+    const QString description = m_workbench.write(
+        "plain.xml",
+        workbenchDescription({"Level"}, "<Integer Name=\"Level\"><Value>1</Value></Integer>\n"));
+    const auto result = m_workbench.run({"--description", description, "--export", target});
+    QVERIFY(result.ended);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.err.contains("The export failed."), result.err.constData());
+    QCOMPARE(entries(folder.path()), QStringList{"kept.vxf"});
+}
+
+void WorkbenchFilesTest::checksDoNotWrite_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<int>("exitCode");
+    const int compare = int(FeatureFileJob::Kind::Compare);
+    QTest::newRow("comparison of equals goes on to write") << compare << QByteArray() << 0;
+    QTest::newRow("comparison applies") << compare << QByteArray("640") << 1;
+    QTest::newRow("import without yes applies")
+        << int(FeatureFileJob::Kind::Import) << QByteArray("640") << 1;
+}
+
+void WorkbenchFilesTest::checksDoNotWrite()
+{
+    QFETCH(int, kind);
+    QFETCH(QByteArray, value);
+    QFETCH(int, exitCode);
+    const QString id = QString::fromLatin1(LINE);
+    WindowFixture fixture({id});
+    fixture.openAndWait(id);
+    QByteArray text = m_base;
+    if (!value.isEmpty()) {
+        const int width = text.indexOf("<Value>", text.indexOf("<Name>Width</Name>")) + 7;
+        text.replace(width, text.indexOf('<', width) - width, value);
+    }
+    const QString path = m_workbench.write(QStringLiteral("check.vxf"), text);
+    fixture.control(id).clearAccessLog();
+    fixture.control(id).setLogging(true);
+    HeadlessBoxes boxes(false);
+    FeatureFileRunner runner(boxes, false, std::chrono::seconds(30));
+    QSignalSpy finished(&runner, &FeatureFileRunner::finished);
+    runner.start({FeatureFileJob::Kind(kind), path}, {fixture.session(id)->tree()});
+    QVERIFY(finished.wait(WindowFixture::LONG_WAIT));
+    QCOMPARE(finished.first().first().toInt(), exitCode);
+    QVERIFY(!fixture.session(id)->tree()->isFeatureFileBusy());
+    const auto log = fixture.control(id).accessLog();
+    QVERIFY(!log.isEmpty());
+    QVERIFY(std::none_of(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
+        return access.kind == SimulatorAccess::Write;
+    }));
+}
+
+void WorkbenchFilesTest::toolBarReplacesWhenDone_data()
+{
+    QTest::addColumn<bool>("fails");
+    QTest::newRow("file not replaced") << false;
+    QTest::newRow("file gone with a failed export") << true;
+}
+
+void WorkbenchFilesTest::toolBarReplacesWhenDone()
+{
+    QFETCH(bool, fails);
+    const QString id = QString::fromLatin1(LINE);
+    WindowFixture fixture({id});
+    fixture.openAndWait(id);
+    QTemporaryDir folder;
+    const QString target = folder.filePath(QStringLiteral("a.vxf"));
+    const QString link = folder.filePath(QStringLiteral("link.vxf"));
+    {
+        QFile former(target);
+        QVERIFY(former.open(QIODevice::WriteOnly) && former.write("former") == 6);
+        QVERIFY(QFile::link(target, link));
+    }
+    QString told;
+    bool box = false;
+    // The dialogs run their own event loops.
+    QTimer user;
+    connect(&user, &QTimer::timeout, &user, [&] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
+            dialog->setOption(QFileDialog::DontConfirmOverwrite);
+            dialog->selectFile(link);
+            if (fails) {
+                fixture.control(id).vanish();
+            }
+            QMetaObject::invokeMethod(dialog, "accept");
+        } else if (auto *hint = qobject_cast<CustomSaveDoneHintDlg *>(modal)) {
+            told = hint->toolTip();
+            hint->accept();
+        } else if (auto *message = qobject_cast<QDialog *>(modal)) {
+            box = true;
+            message->accept();
+        }
+    });
+    user.start(20);
+    fixture.session(id)->tree()->SaveCamFeatures(false, QString());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        !fixture.session(id)->tree()->isFeatureFileBusy()
+            && (fails ? box || fixture.messages().contains("xport") : !told.isEmpty()),
+        WindowFixture::LONG_WAIT);
+    QCOMPARE(told, fails ? QString() : QDir::toNativeSeparators(link));
+    QCOMPARE(still(bytes(target)), fails ? QByteArray("former") : m_base);
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(entries(folder.path()), (QStringList{"a.vxf", "link.vxf"}));
+}
+
+void WorkbenchFilesTest::buttonsFollowTheJob()
+{
+    const QString first = WindowFixture::FIRST;
+    const QString second = WindowFixture::SECOND;
+    WindowFixture fixture;
+    fixture.openAndWait(second);
+    fixture.openAndWait(first);
+    VexaFeatureTree *tree = fixture.session(first)->tree();
+    const auto buttons = [tree] {
+        QString states;
+        for (const auto *button : tree->findChildren<QPushButton *>()) {
+            if (button->text() == "Import" || button->text() == "Export") {
+                states += button->isEnabled() ? '1' : '0';
+            }
+        }
+        return states;
+    };
+    QTRY_COMPARE(buttons(), QString("11"));
+    QTemporaryDir folder;
+    fixture.control(first).setLatency(2000);
+    tree->SaveCamFeatures(true, folder.filePath("bag"));
+    QCOMPARE(buttons(), QString("00"));
+    fixture.select(second);
+    fixture.select(first); // shows the page anew
+    QVERIFY(tree->isFeatureFileBusy());
+    QCOMPARE(buttons(), QString("00"));
+    fixture.unplug(first);
+    QTRY_VERIFY_WITH_TIMEOUT(!tree->isFeatureFileBusy(), WindowFixture::LONG_WAIT);
+    // The tree switches them on at the end of its job; the device is lost all the same.
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.session(first)->state() == CameraSession::State::Lost,
+                             WindowFixture::LONG_WAIT);
+    QTRY_COMPARE_WITH_TIMEOUT(buttons(), QString("00"), WindowFixture::LONG_WAIT);
+}
+
+QTEST_MAIN(WorkbenchFilesTest)
+#include "tst_workbench_files.moc"
