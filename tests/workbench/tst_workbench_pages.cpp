@@ -70,6 +70,13 @@ public:
         const QModelIndex index = row(strNode);
         return qobject_cast<Editor *>(view().indexWidget(index.sibling(index.row(), 1)));
     }
+    /// The button of a format row, which opens a dialog of the workbench.
+    void clickEdit(const QString &strNode)
+    {
+        pages().setExpandAll(true);
+        view().scrollTo(row(strNode));
+        QTest::mouseClick(editor<QWidget>(strNode)->findChild<QPushButton *>(), Qt::LeftButton);
+    }
     VexaPropertyTreeItem *feature(const QString &strName)
     {
         return session(READER)->tree()->propertyItemByName(strName);
@@ -190,8 +197,7 @@ void WorkbenchPagesTest::formatDialog()
                 use(*pDialog);
             }
         });
-        emit f.pages().SigFormatEditRequested(f.feature("TcpFormatString"),
-                                              f.feature("TcpFormatSourceData"));
+        f.clickEdit("Custom_TcpFormatString");
     };
     const auto put = [](QAbstractItemView &list, const QString &strText) {
         const QModelIndexList found =
@@ -250,7 +256,7 @@ void WorkbenchPagesTest::triggerBytes()
         QTest::keyClick(pTable, Qt::Key_Return);
         pDialog->accept();
     });
-    emit f.pages().SigFormatEditRequested(f.feature("TcpStartTriggerHex"), nullptr);
+    f.clickEdit("Custom_TcpStartTriggerHex");
     QTRY_COMPARE(f.shown(READER, "TcpStartTriggerHex"), QString("02 53 03 0D"));
 }
 
