@@ -74,6 +74,11 @@ VexaScreenSelectWidget::VexaScreenSelectWidget(CTreeScreenSelectItemValue *value
     nameForReaders();
 }
 
+QSize VexaScreenSelectWidget::sizeHint() const
+{
+    return {EDITOR_WIDTH, PICTURE_LIMIT.height()};
+}
+
 void VexaScreenSelectWidget::setPage(int page)
 {
     m_nPage = page;

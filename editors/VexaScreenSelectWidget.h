@@ -16,6 +16,8 @@ public:
     /// 1 to 3. Shows it; writes nothing.
     void setPage(int page);
     int page() const { return m_nPage; }
+    /// As high as a picture: what asks for nothing gets the height of one line.
+    QSize sizeHint() const override;
 
 public Q_SLOTS:
     /// Does nothing: the arrows are drawn and answer to the mouse events of the editor.
