@@ -27,6 +27,7 @@ class PagesFixture : public WindowFixture
 public:
     explicit PagesFixture(const QString &strDevice)
         : WindowFixture({strDevice})
+        , m_strDevice(strDevice)
     {
         window().show();
         openAndWait(strDevice);
@@ -70,17 +71,37 @@ public:
         const QModelIndex index = row(strNode);
         return qobject_cast<Editor *>(view().indexWidget(index.sibling(index.row(), 1)));
     }
-    /// The button of a format row, which opens a dialog of the workbench.
-    void clickEdit(const QString &strNode)
+    /// A button of a row, or the one that its editor is; in sight and enabled.
+    QPushButton *button(const QString &strNode, const QString &strText)
     {
+        QPushButton *pFound = nullptr;
+        const auto isReady = [&] {
+            auto *pEditor = editor<QWidget>(strNode);
+            QList<QPushButton *> buttons = pEditor->findChildren<QPushButton *>();
+            buttons << qobject_cast<QPushButton *>(pEditor);
+            for (QPushButton *pButton : buttons) {
+                if (pButton && pButton->text() == strText) {
+                    pFound = pButton;
+                }
+            }
+            return pFound && pFound->isVisible() && pFound->isEnabled();
+        };
         pages().setExpandAll(true);
         view().scrollTo(row(strNode));
-        QTest::mouseClick(editor<QWidget>(strNode)->findChild<QPushButton *>(), Qt::LeftButton);
+        if (!QTest::qWaitFor(isReady)) {
+            qFatal("%s has no button %s", qPrintable(strNode), qPrintable(strText));
+        }
+        return pFound;
     }
     VexaPropertyTreeItem *feature(const QString &strName)
     {
-        return session(READER)->tree()->propertyItemByName(strName);
+        return session(m_strDevice)->tree()->propertyItemByName(strName);
     }
+    /// What the tree shows of this feature.
+    QString shownOf(const QString &strName) const { return shown(m_strDevice, strName); }
+
+private:
+    QString m_strDevice;
 };
 
 } // namespace
@@ -94,8 +115,10 @@ private slots:
     void deviceWithoutPages();
     void ownTrigger();
     void focusWithoutTuning();
+    void rowsOfTheirOwn();
     void formatDialog();
     void triggerBytes();
+    void filterRules();
     void followsTheCamera();
 };
 
@@ -184,11 +207,46 @@ void WorkbenchPagesTest::focusWithoutTuning()
     QVERIFY(pRow->visible() && !pRow->readOnly());
 }
 
+void WorkbenchPagesTest::rowsOfTheirOwn()
+{
+    PagesFixture f(QStringLiteral("code-reader-without-tuning"));
+    // The same features in the tree follow what is done on the page.
+    QTest::mouseClick(f.button("Custom_LightingSelector", "All On"), Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("LightingBitmap"), QString("0x1F"));
+    QTest::mouseClick(f.button("Custom_LightingSelector", "All Off"), Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("LightingBitmap"), QString("0x0"));
+    QVERIFY(f.session("code-reader-without-tuning")
+                ->tree()
+                ->setFeatureValue("Integer", "FocusStep", 25));
+    QTest::mouseClick(f.button("Custom_FocusSetting", "+"), Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("FocusPosition"), QString("445"));
+    auto *pScreen = f.editor<QWidget>("Custom_ScreenHomepage");
+    f.view().scrollTo(f.row("Custom_ScreenHomepage"));
+    QVERIFY(pScreen->height() >= 100);
+    QTest::mouseClick(pScreen, Qt::LeftButton, Qt::NoModifier, QPoint(10, pScreen->height() / 2));
+    QTRY_COMPARE(f.shownOf("ScreenHomepage"), QString("Decode Time"));
+}
+
+void WorkbenchPagesTest::filterRules()
+{
+    PagesFixture f(READER);
+    QPushButton *pSet = f.button("Custom_RegularExpressionFilterRules", "Set");
+    QTimer::singleShot(0, &f.window(), [&f] {
+        auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+        QVERIFY(pDialog);
+        pDialog->findChild<QPlainTextEdit *>("FormatText")->setPlainText("^A.*$");
+        pDialog->accept();
+    });
+    QTest::mouseClick(pSet, Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("RegularExpressionRules"), QString("^A.*$"));
+}
+
 void WorkbenchPagesTest::formatDialog()
 {
     PagesFixture f(READER);
     bool bSeen = false;
     const auto inDialog = [&](const std::function<void(QDialog &)> &use) {
+        QPushButton *pEdit = f.button("Custom_TcpFormatString", "Edit");
         bSeen = false;
         QTimer::singleShot(0, &f.window(), [&bSeen, &f, use] {
             auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
@@ -197,7 +255,7 @@ void WorkbenchPagesTest::formatDialog()
                 use(*pDialog);
             }
         });
-        f.clickEdit("Custom_TcpFormatString");
+        QTest::mouseClick(pEdit, Qt::LeftButton);
     };
     const auto put = [](QAbstractItemView &list, const QString &strText) {
         const QModelIndexList found =
@@ -247,8 +305,10 @@ void WorkbenchPagesTest::triggerBytes()
     QVERIFY(f.session(READER)->tree()->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
     QTRY_VERIFY(f.feature("TcpStartTriggerHex")->visible()
                 && !f.feature("TcpStartTriggerHex")->readOnly());
+    QPushButton *pEdit = f.button("Custom_TcpStartTriggerHex", "Edit");
     QTimer::singleShot(0, &f.window(), [&f] {
         auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+        QVERIFY(pDialog);
         auto *pTable = pDialog->findChild<QTableWidget *>("AsciiTable");
         QCOMPARE(pTable->rowCount(), 128);
         QVERIFY(!pDialog->findChild<QListWidget *>("FormatTags")->isVisible());
@@ -256,7 +316,7 @@ void WorkbenchPagesTest::triggerBytes()
         QTest::keyClick(pTable, Qt::Key_Return);
         pDialog->accept();
     });
-    f.clickEdit("Custom_TcpStartTriggerHex");
+    QTest::mouseClick(pEdit, Qt::LeftButton);
     QTRY_COMPARE(f.shown(READER, "TcpStartTriggerHex"), QString("02 53 03 0D"));
 }
 
