@@ -41,7 +41,11 @@ QString folderOf(QString argument)
 {
     const QLatin1String select("/select,");
     if (argument.startsWith(select)) {
+        // Spelled for another system's file manager, unless there is such a file here.
         argument = argument.mid(select.size());
+        if (!QFileInfo::exists(argument)) {
+            argument.replace(QLatin1Char('\\'), QLatin1Char('/'));
+        }
     }
     const QFileInfo place(QDir::fromNativeSeparators(argument.trimmed()));
     return place.isDir() ? place.absoluteFilePath() : place.absolutePath();

@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QMap>
 #include <QPointer>
+#include <QRegularExpression>
 
 namespace {
 
@@ -26,6 +27,13 @@ QFileInfo startingPlace(const QString &path)
     }
     const QFileInfo given(path);
     return given.isAbsolute() ? given : QFileInfo(folder, path);
+}
+
+/// Of a filter for one kind of file ("Text Files(*.txt)"); empty for any other.
+QString suffixOf(const QString &filter)
+{
+    static const QRegularExpression oneKind(QStringLiteral("^[^()]*\\(\\*\\.(\\w+)\\)$"));
+    return oneKind.match(filter).captured(1);
 }
 
 QString run(QFileDialog *newDialog, const QString &title, const QString &path)
@@ -96,5 +104,5 @@ QString VexaInterface::getOpenFileName(QWidget *parent, const QString &title,
 QString VexaInterface::getSaveFileName(QWidget *parent, const QString &title,
                                        const QString &directory, const QString &filter)
 {
-    return FileDialogs::saveFile(parent, title, directory, filter);
+    return FileDialogs::saveFile(parent, title, directory, filter, suffixOf(filter));
 }

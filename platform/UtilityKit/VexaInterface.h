@@ -44,7 +44,8 @@ UTILITYKIT_API bool isNeutralVision();
 /// disk could be asked; when it could not the answer is false.
 UTILITYKIT_API bool IsDiskFull(const QString &path, qint64 bytesNeeded, bool *ok);
 
-/// File dialogs of the client; modal, GUI thread. The empty string when the user gave up.
+/// File dialogs of the client; modal, GUI thread. The empty string when the user gave up. A name to save under that
+/// has no suffix gets that of a filter for one kind of file.
 UTILITYKIT_API QString getOpenFileName(QWidget *parent, const QString &title,
                                        const QString &directory, const QString &filter);
 UTILITYKIT_API QString getSaveFileName(QWidget *parent, const QString &title,

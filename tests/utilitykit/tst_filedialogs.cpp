@@ -91,6 +91,15 @@ void tst_FileDialogs::openIsRemembered()
     });
     QCOMPARE(VexaInterface::getSaveFileName(nullptr, QString(), QString(), QString()), QString());
     QCOMPARE(folder, m_folder.path());
+
+    for (const char *filter : {"Text Files(*.txt)", "All(*.*)", "Pictures (*.png *.jpg)"}) {
+        whenOpen([](QFileDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+        const bool isOneKind = QLatin1String(filter).startsWith(QLatin1String("Text"));
+        QCOMPARE(
+            VexaInterface::getSaveFileName(nullptr, QString(), QStringLiteral("note"),
+                                           QLatin1String(filter)),
+            m_folder.filePath(isOneKind ? QStringLiteral("note.txt") : QStringLiteral("note")));
+    }
 }
 
 void tst_FileDialogs::parentDestroyedMeanwhile()
