@@ -1,22 +1,23 @@
 // What the host's buttons, tables and bus signals ask of the current tree.
 
 #include "ControlKit/Custom.h"
+#include "ControlKit/CustomMessageBox.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
 #include "DeviceTaskModule/VexaOperateCameraThread.h"
 #include "ShellServicesModule/COMMONINTERFACE.h"
-#include "ShellServicesModule/QFunction.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "UtilityKit/VexaInterface.h"
+#include "fileaccess/QVexaFileAccessDialog.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "shell/VexaMainFeatureWidget.h"
-#include "tree/VexaFeatureTree.h"
+#include "tree/TreeCallScope.h"
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QFont>
 #include <QFontMetrics>
+#include <QPointer>
 
 namespace {
 
@@ -84,10 +85,21 @@ void VexaMainFeatureWidget::OnActionFeaturesRefresh()
 
 void VexaMainFeatureWidget::onFileAccess()
 {
-    if (VexaFeatureTree *tree = currentTree()) {
-        QFunction::Instance()->InsertMessageLog(
-            MESSAGE_LOG_INFO, tree->GetCurCameraName(),
-            QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_fileaccessunavailable"));
+    VexaFeatureTree *tree = currentTree();
+    if (!tree || m_lCurrentCameraID == -1) {
+        return;
+    }
+    // The tree's own tool bar may stand below this on the stack.
+    const TreeCallScope scope(tree);
+    QWidget *mainWindow = COMMONINTERFACE::mainWindow();
+    const QPointer<QWidget> parent(mainWindow ? mainWindow : window());
+    const QPointer<QVexaFileAccessDialog> dialog =
+        new QVexaFileAccessDialog(m_lCurrentCameraID, parent);
+    dialog->exec();
+    const QString lastWords = dialog ? dialog->lastWords() : QString();
+    delete dialog;
+    if (!lastWords.isEmpty()) {
+        CustomMessageBox::information(parent, lastWords, QVexaFileAccessDialog::promptTitle());
     }
 }
 

@@ -36,6 +36,8 @@ tree/*.cpp|shell/VexaMainFeatureWidget.h
 view/*.cpp|shell/VexaMainFeatureWidget.h
 editors/*.cpp|shell/VexaMainFeatureWidget.h
 editors/*.cpp|tree/*.h
+fileaccess/*.cpp|shell/VexaMainFeatureWidget.h
+fileaccess/*.cpp|tree/VexaFeatureTree.h
 view/*.cpp|editors/*.h
 '
 

@@ -331,10 +331,6 @@
         <translation>Feature files</translation>
     </message>
     <message>
-        <source>lang_qfeaturetree_fileaccessunavailable</source>
-        <translation>File access is not part of this version yet.</translation>
-    </message>
-    <message>
         <source>lang_qfeaturetree_fileerror</source>
         <translation>The file cannot be read or is not a feature file.</translation>
     </message>

@@ -331,10 +331,6 @@
         <translation>属性文件</translation>
     </message>
     <message>
-        <source>lang_qfeaturetree_fileaccessunavailable</source>
-        <translation>此版本尚不支持文件访问。</translation>
-    </message>
-    <message>
         <source>lang_qfeaturetree_fileerror</source>
         <translation>文件无法读取或不是属性文件。</translation>
     </message>
