@@ -76,6 +76,7 @@ public:
     {
         QPushButton *pFound = nullptr;
         const auto isReady = [&] {
+            view().scrollTo(row(strNode)); // the row may just have come
             auto *pEditor = editor<QWidget>(strNode);
             QList<QPushButton *> buttons = pEditor->findChildren<QPushButton *>();
             buttons << qobject_cast<QPushButton *>(pEditor);
@@ -87,7 +88,6 @@ public:
             return pFound && pFound->isVisible() && pFound->isEnabled();
         };
         pages().setExpandAll(true);
-        view().scrollTo(row(strNode));
         if (!QTest::qWaitFor(isReady)) {
             qFatal("%s has no button %s", qPrintable(strNode), qPrintable(strText));
         }
