@@ -45,6 +45,7 @@ CLightingSelectorInterWidget::CLightingSelectorInterWidget(VexaPropertyTreeItem 
     watchItems();
     updateAllSelected();
     readState(false);
+    takeRowName();
     nameForReaders();
 }
 
@@ -56,6 +57,7 @@ CLightingSelectorInterWidget::~CLightingSelectorInterWidget()
 void CLightingSelectorInterWidget::refill()
 {
     const LightingAccess light(m_pItem);
+    takeRowName();
     if (m_bBusy || light == m_light) {
         nameForReaders();
         update();
@@ -257,7 +259,7 @@ void CLightingSelectorInterWidget::toggle(quint32 nBit)
 void CLightingSelectorInterWidget::toggleOne(quint32 nBit)
 {
     const bool bOn = !(m_nMask & nBit);
-    qInfo() << "CurrentValue " << m_light.entryName(nBit) << bOn << nBit;
+    qInfo() << "CurrentValue " << m_light.selectorName() << bOn << nBit;
     const auto it = m_light.entries().constFind(nBit);
     if (it == m_light.entries().constEnd()) {
         return;
@@ -508,6 +510,8 @@ void CLightingSelectorInterWidget::keyPressEvent(QKeyEvent *event)
     for (const auto &arrow : arrows) {
         if (event->key() == arrow.nKey) {
             m_nKeyBit = LightingLayout::of(m_light.type()).neighbour(m_nKeyBit, arrow.direction);
+            window()->setAttribute(
+                Qt::WA_KeyboardFocusChange); // the frame shows also after a click
             nameForReaders();
             update();
             return;
@@ -557,14 +561,16 @@ void CLightingSelectorInterWidget::paintEvent(QPaintEvent *event)
     }
 }
 
+void CLightingSelectorInterWidget::takeRowName()
+{
+    const ItemLock lock(m_pItem);
+    if (m_pItem->value()) {
+        setAccessibleName(m_pItem->value()->displayName());
+    }
+}
+
 void CLightingSelectorInterWidget::nameForReaders()
 {
-    {
-        const ItemLock lock(m_pItem);
-        if (m_pItem->value()) {
-            setAccessibleName(m_pItem->value()->displayName());
-        }
-    }
     const char *const pKey = m_nMask & m_nKeyBit
         ? QT_TRANSLATE_NOOP("QLightingSelectorWidget", "lang_qlightingselectorwidget_segmenton")
         : QT_TRANSLATE_NOOP("QLightingSelectorWidget", "lang_qlightingselectorwidget_segmentoff");

@@ -84,9 +84,11 @@ private:
     void takeKnownEnable();
     void leaveDarkSegment();
     void setMask(quint32 nMask);
+    void takeRowName();
     void nameForReaders();
 
-    VexaPropertyTreeItem *m_pItem;
+    VexaPropertyTreeItem
+        *m_pItem; ///< the row; for refills only, as the editor may outlive it for a while
     LightingAccess m_light;
     bool m_bAllSelected =
         false; ///< the selector stands on "all", and there are no commands for all segments

@@ -27,6 +27,7 @@ public:
     long int cameraID() const { return m_lCameraID; }
     /// Numbers of the entries by bit, LIGHT_ALL included.
     const QMap<quint32, qint64> &entries() const { return m_entries; }
+    QString selectorName() const { return m_strSelector; }
     /// Name of the entry of a bit, for people.
     QString entryName(quint32 nBit) const { return m_names.value(nBit); }
     /// Bit of an entry, 0 for one that names no segment.

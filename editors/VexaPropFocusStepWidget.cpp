@@ -78,7 +78,8 @@ void VexaPropFocusStepWidget::write(VexaPropertyTreeItem *item, const QVariant &
     EditorHost::markCameraModified();
     VexaFeatureTree *const pTree = EditorHost::featureTree(m_pValue->m_nCameraID);
     const bool bWritten = pTree && pTree->setFeatureValue(item, value, true, false);
-    if (guard && !bWritten) {
+    // The row may have gone meanwhile; its editor is hidden then, and deleted later.
+    if (guard && !isHidden() && !bWritten) {
         refill();
     }
 }

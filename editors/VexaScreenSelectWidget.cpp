@@ -74,11 +74,6 @@ VexaScreenSelectWidget::VexaScreenSelectWidget(CTreeScreenSelectItemValue *value
     nameForReaders();
 }
 
-QSize VexaScreenSelectWidget::sizeHint() const
-{
-    return {EDITOR_WIDTH, PICTURE_LIMIT.height()};
-}
-
 void VexaScreenSelectWidget::setPage(int page)
 {
     m_nPage = page;
@@ -100,7 +95,8 @@ void VexaScreenSelectWidget::step(int direction)
     const bool bWritten = pTree
         && pTree->setFeatureValue(QStringLiteral("Enumeration"), QStringLiteral("ScreenHomepage"),
                                   nPage);
-    if (guard) {
+    // The row may have gone meanwhile; its editor is hidden then, and deleted later.
+    if (guard && !isHidden()) {
         if (bWritten) {
             m_pValue->m_nValue = nPage; // a refill ahead of the refresh must not turn back
         } else {
@@ -167,6 +163,11 @@ void VexaScreenSelectWidget::changeEvent(QEvent *event)
         m_bOverBack = m_bOverForward = false;
         update();
     }
+}
+
+QSize VexaScreenSelectWidget::sizeHint() const
+{
+    return {EDITOR_WIDTH, PICTURE_LIMIT.height()};
 }
 
 QString VexaScreenSelectWidget::picturePath() const

@@ -174,10 +174,12 @@ void tst_LightingSelector::segmentsAreSwitched()
             }
         }
         QCOMPARE(f.selected(), nStands);
-        f.forget();
-        QVERIFY(f.settle());
-        QCOMPARE(f.lightWrites(), QString()); // what follows is read only
-        QCOMPARE(f.shown(), strAfter);
+        if (nEntry == f.nSegments - 1) {
+            f.forget();
+            QVERIFY(f.settle());
+            QCOMPARE(f.lightWrites(), QString()); // what follows is read only
+            QCOMPARE(f.shown(), strAfter);
+        }
     }
 
     // Neither beside the segments nor with another button.
@@ -281,6 +283,17 @@ void tst_LightingSelector::walkLeavesTheSelectorWhereItStood()
     QVERIFY(f.settle());
     QCOMPARE(f.lightWrites(), QString("S S S S S S"));
     QCOMPARE(f.selected(), 4);
+    // One that is refused half-way goes back too, keeps what was known, and is made up for later.
+    f.pages.removeCameraID(f.camera.id);
+    QVERIFY(f.select(1));
+    f.control().setFailing(f.address("LightingEnable") + 8, 7);
+    f.show();
+    QCOMPARE(f.shown(), QString("0000"));
+    QCOMPARE(f.selected(), 1);
+    f.control().setFailing(f.address("LightingEnable") + 8, 0);
+    QVERIFY(f.select(3));
+    QTRY_COMPARE(f.shown(), f.inDevice());
+    QCOMPARE(f.selected(), 3);
 }
 
 void tst_LightingSelector::sharedSettings()

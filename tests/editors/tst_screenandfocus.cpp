@@ -157,6 +157,7 @@ void tst_ScreenAndFocus::screenPages()
     QVERIFY(f.settle());
     QTRY_COMPARE(f.screen()->page(), page);
     f.forget();
+    QVERIFY(f.screen()->height() >= 100 && f.screen()->width() >= 268); // the whole picture
     const QPoint place(x, f.screen()->height() / 2);
     QTest::mouseClick(f.screen(), Qt::RightButton, Qt::NoModifier, place);
     QCOMPARE(f.writeCount(), 0);
