@@ -13,7 +13,9 @@
 #include "tree/VexaFeatureTree.h"
 
 #include <QDebug>
-#include <QPointer>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 

@@ -24,7 +24,6 @@ public:
     bool operator==(const LightingAccess &other) const;
 
     int type() const { return m_nType; }
-    long int cameraID() const { return m_lCameraID; }
     /// Numbers of the entries by bit, LIGHT_ALL included.
     const QMap<quint32, qint64> &entries() const { return m_entries; }
     QString selectorName() const { return m_strSelector; }
