@@ -10,6 +10,9 @@
 
 namespace {
 
+/// From here on the bright text of the dark look is lost on a background.
+constexpr int LIGHT_GRAY = 170;
+
 constexpr qreal DISABLED_OPACITY = 0.5;
 
 } // namespace
@@ -73,7 +76,14 @@ QColor BoxPainter::textColour(const CustomObject::Attributes *attributes, Custom
                               const QColor &otherwise)
 {
     const QColor own = attributes ? attributes->fontColour(status) : QColor();
-    return own.isValid() ? own : otherwise;
+    if (own.isValid() || !attributes) {
+        return own.isValid() ? own : otherwise;
+    }
+    // Who sets a light background and nothing else could not be read.
+    const QBrush background = attributes->background(status);
+    const bool isLight = background.style() == Qt::SolidPattern && background.color().alpha() == 255
+        && qGray(background.color().rgb()) > LIGHT_GRAY;
+    return isLight ? KitColour::of(KitColour::LINE) : otherwise;
 }
 
 QFont BoxPainter::font(const QFont &font, const CustomObject::Attributes *attributes,

@@ -31,7 +31,7 @@ Custom::ItemStatus statusOf(const QStyleOption *option);
 Custom::ItemStatus statusOf(const QWidget *widget);
 /// Puts what the attributes set over the look.
 void apply(BoxLook &look, const CustomObject::Attributes *attributes, Custom::ItemStatus status);
-/// The text colour that the attributes give, else `otherwise`.
+/// The text colour that the attributes give, else `otherwise`; a dark one on a light background of theirs.
 QColor textColour(const CustomObject::Attributes *attributes, Custom::ItemStatus status,
                   const QColor &otherwise);
 /// `font` with the size and family that a state other than the normal one was given.

@@ -210,9 +210,24 @@ bool FeatureFileRunner::print(const FeatureDifferences &differences)
     return true;
 }
 
+FeatureDifferences FeatureFileRunner::lastingDifferences() const
+{
+    const QHash<QString, QString> last = FeatureFileText::lastValues(m_content);
+    FeatureDifferences lasting;
+    const FeatureDifferences all = m_pTree->featureDifferences();
+    for (auto category = all.cbegin(); category != all.cend(); ++category) {
+        for (const FeatureDifference &difference : *category) {
+            if (isLast(difference, last)) {
+                lasting[category.key()].append(difference);
+            }
+        }
+    }
+    return lasting;
+}
+
 void FeatureFileRunner::takeComparison()
 {
-    const FeatureDifferences differences = m_pTree->featureDifferences();
+    const FeatureDifferences differences = lastingDifferences();
     if (!print(differences)) {
         return;
     }
@@ -248,7 +263,6 @@ void FeatureFileRunner::takeApplied(End end)
 void FeatureFileRunner::takeSecondCheck()
 {
     const VexaFeatureTree &tree = *m_pTree;
-    const QHash<QString, QString> last = FeatureFileText::lastValues(m_content);
     const auto counts = [&tree](const QString &name) {
         return !NodeWritability::isNeverWritable(tree, name.section(QLatin1Char('['), 0, 0));
     };
@@ -256,10 +270,10 @@ void FeatureFileRunner::takeSecondCheck()
     const auto &notes = m_applied.notImported;
     bool whole = std::none_of(notes.cbegin(), notes.cend(),
                               [&counts](const FeatureFileNote &note) { return counts(note.name); });
-    const FeatureDifferences differences = tree.featureDifferences();
+    const FeatureDifferences differences = lastingDifferences();
     for (const QList<FeatureDifference> &category : differences) {
         for (const FeatureDifference &difference : category) {
-            if (isLast(difference, last) && counts(difference.name)) {
+            if (counts(difference.name)) {
                 whole = false;
                 QFunction::Instance()->InsertMessageLog(
                     MESSAGE_LOG_ERROR, tree.GetCurCameraName(),

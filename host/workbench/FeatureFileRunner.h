@@ -44,6 +44,8 @@ private:
     void takeApplied(FeatureFileCall::End end);
     /// Values of features that nothing can write do not count: a file holds what the device measures too.
     void takeSecondCheck();
+    /// Of the last check, without the values that a later one of the same name in the file replaces.
+    FeatureDifferences lastingDifferences() const;
     bool print(const FeatureDifferences &differences);
     FeatureFileCall *makeCall(VexaFeatureTree &tree);
     void fail(FeatureFileCall::End end);

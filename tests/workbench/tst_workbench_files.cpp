@@ -3,12 +3,14 @@
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/FeatureFileRunner.h"
 #include "host/workbench/HeadlessBoxes.h"
+#include "host/workbench/WorkbenchWindow.h"
 #include "tests/workbench/WorkbenchProcess.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -28,6 +30,8 @@ private slots:
     void failedExportKeepsTheFile();
     void checksDoNotWrite_data();
     void checksDoNotWrite();
+    void jobsEndOnSilentRoads_data();
+    void jobsEndOnSilentRoads();
     void toolBarReplacesWhenDone_data();
     void toolBarReplacesWhenDone();
     void buttonsFollowTheJob();
@@ -136,7 +140,7 @@ void WorkbenchFilesTest::jobs_data()
     row("value not taken passed over", group + device, group + "640001", import + " --yes", 1,
         "Width\t640001", "'Width' was not taken: the file says 640001, the device " + device);
     row("earlier of two values called refused", group + device,
-        group + "640</Value></Feature>" + group + device, import + " --yes", 0, differs, "Width");
+        group + "640</Value></Feature>" + group + device, import + " --yes", 0, "", "");
     row("measured value counted as refused",
         "<Name>SensorWidth</Name>\r\n<Type>Integer</Type>\r\n<Value>",
         "<Name>SensorWidth</Name>\r\n<Type>Integer</Type>\r\n<Value>1", import + " --yes", 0,
@@ -314,6 +318,47 @@ void WorkbenchFilesTest::checksDoNotWrite()
     }));
 }
 
+void WorkbenchFilesTest::jobsEndOnSilentRoads_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<bool>("close");
+    QTest::addColumn<int>("exitCode");
+    const int compare = int(FeatureFileJob::Kind::Compare);
+    const int exports = int(FeatureFileJob::Kind::Export);
+    QTest::newRow("export of a device that hangs") << exports << false << 1;
+    QTest::newRow("export of a device that is closed") << exports << true << 1;
+    QTest::newRow("comparison with a device that hangs") << compare << false << 2;
+    QTest::newRow("comparison with a device that is closed") << compare << true << 2;
+}
+
+void WorkbenchFilesTest::jobsEndOnSilentRoads()
+{
+    QFETCH(int, kind);
+    QFETCH(bool, close);
+    QFETCH(int, exitCode);
+    const QString id = QString::fromLatin1(LINE);
+    WindowFixture fixture({id});
+    fixture.openAndWait(id);
+    const bool isExport = FeatureFileJob::Kind(kind) == FeatureFileJob::Kind::Export;
+    QTemporaryDir folder;
+    const QString path = isExport ? folder.filePath(QStringLiteral("a.vxf"))
+                                  : m_workbench.write(QStringLiteral("check.vxf"), m_base);
+    HeadlessBoxes boxes(false);
+    FeatureFileRunner runner(boxes, false, std::chrono::milliseconds(400));
+    QSignalSpy finished(&runner, &FeatureFileRunner::finished);
+    fixture.control(id).blockNextAccess();
+    runner.start({FeatureFileJob::Kind(kind), path}, {fixture.session(id)->tree()});
+    if (close) {
+        fixture.window().closeDevice(id);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(finished.count() == 1, WindowFixture::LONG_WAIT);
+    QCOMPARE(finished.first().first().toInt(), exitCode);
+    QVERIFY2(
+        fixture.messages().contains(isExport ? "The export failed." : "The comparison failed."),
+        qPrintable(fixture.messages()));
+    QCOMPARE(entries(folder.path()), QStringList());
+}
+
 void WorkbenchFilesTest::toolBarReplacesWhenDone_data()
 {
     QTest::addColumn<bool>("fails");
@@ -343,7 +388,7 @@ void WorkbenchFilesTest::toolBarReplacesWhenDone()
         QWidget *modal = QApplication::activeModalWidget();
         if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
             dialog->setOption(QFileDialog::DontConfirmOverwrite);
-            dialog->selectFile(link);
+            dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(link);
             if (fails) {
                 fixture.control(id).vanish();
             }
