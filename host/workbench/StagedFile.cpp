@@ -19,6 +19,21 @@ QString realTarget(const QString &target)
     return canonical.isEmpty() ? QFileInfo(target).absoluteFilePath() : canonical;
 }
 
+/// A folder, a device or a pipe must not give way to a file, nor one that the user has protected.
+bool isReplaceable(const QString &target, QString *reason)
+{
+    const QFileInfo info(target);
+    if (!info.exists()) {
+        return true;
+    }
+    if (!info.isFile()) {
+        *reason = QStringLiteral("it is no file");
+    } else if (!info.isWritable()) {
+        *reason = QString::fromLocal8Bit(std::strerror(EACCES));
+    }
+    return info.isFile() && info.isWritable();
+}
+
 } // namespace
 
 StagedFile::StagedFile(const QString &target)
@@ -40,6 +55,9 @@ StagedFile::~StagedFile()
 
 bool StagedFile::write(const QByteArray &bytes, QString *reason)
 {
+    if (!isReplaceable(m_strTarget, reason)) {
+        return false;
+    }
     QFile file(m_strPath);
     const bool written =
         file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
@@ -52,10 +70,12 @@ bool StagedFile::write(const QByteArray &bytes, QString *reason)
 bool StagedFile::commit(QString *reason)
 {
     const QString target = realTarget(m_strTarget);
+    if (!isReplaceable(target, reason)) {
+        return false;
+    }
     QFile file(m_strPath);
     // On the disk before it has the name that is relied on.
-    if (!QFileInfo(target).isDir() && file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)
-        && ::fsync(file.handle()) == 0) {
+    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && ::fsync(file.handle()) == 0) {
         if (QFileInfo::exists(target)) {
             file.setPermissions(QFile::permissions(target));
         }

@@ -27,6 +27,8 @@ private slots:
     void bagsAreSplit_data();
     void bagsAreSplit();
     void exportsComeBack();
+    void localesWriteTheSame_data();
+    void localesWriteTheSame();
     void failedExportKeepsTheFile();
     void checksDoNotWrite_data();
     void checksDoNotWrite();
@@ -151,6 +153,8 @@ void WorkbenchFilesTest::jobs_data()
     row("same two files differ", "<", "<", "--compare @ @", 0, "", "");
     row("bag of nowhere", "<", "<", "--device line-camera --export /nonexistent/a.vxf", 1, "",
         "/nonexistent/a.vxf");
+    row("folder given way to a file", "<", "<", "--device line-camera --export /tmp", 1, "",
+        "'/tmp': it is no file");
     row("two files and a device", "<", "<", "--device line-camera --compare @ @", 2, "",
         "no device");
     row("comparison among other jobs", "<", "<", "--compare @ --read Width", 2, "", "alone");
@@ -258,6 +262,32 @@ void WorkbenchFilesTest::exportsComeBack()
     result = m_workbench.run({"--compare", first, second});
     QCOMPARE(result.exitCode, 1);
     QCOMPARE(result.out, QByteArray("\tB\t2\t/\n\tC\t/\t3\n"));
+}
+
+void WorkbenchFilesTest::localesWriteTheSame_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    for (const char *locale : {"C", "de_DE.UTF-8", "zh_CN.GBK"}) {
+        QTest::newRow(locale) << QByteArray(locale);
+    }
+}
+
+void WorkbenchFilesTest::localesWriteTheSame()
+{
+    QFETCH(QByteArray, locale);
+    const QByteArray former = qgetenv("LC_ALL");
+    qputenv("LC_ALL", locale);
+    const QString path = file(QStringLiteral("locale.vxf"));
+    auto result = m_workbench.run({"--device", "code-reader", "--write",
+                                   QString::fromUtf8("FtpUserName=读码<\"1\">"), "--export", path});
+    QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
+    const QByteArray text = bytes(path);
+    QVERIFY(text.contains("\r\n<Value>读码&lt;\"1\"&gt;</Value>"));
+    QVERIFY(text.contains("<Value>25.000000</Value>") && !text.contains(",000000</Value>"));
+    result = m_workbench.run({"--device", "code-reader", "--compare", path});
+    qputenv("LC_ALL", former);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.out.contains("\tFtpUserName\t读码<\"1\">\treader\n"), result.out.constData());
 }
 
 void WorkbenchFilesTest::failedExportKeepsTheFile()
