@@ -20,6 +20,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPointer>
+#include <QTextDocument>
 #include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -314,6 +315,9 @@ void QVexaFileAccessDialog::tellFailure(const char *key, const QString &error)
     const QString remark = m_pWorker->remark();
     m_strUnread =
         translated(key) + error + (remark.isEmpty() ? QString() : QStringLiteral("\r\n") + remark);
+    if (Qt::mightBeRichText(m_strUnread)) {
+        m_strUnread = m_strUnread.toHtmlEscaped(); // a path with brackets
+    }
     const QPointer<QVexaFileAccessDialog> self(this);
     CustomMessageBox::information(this, m_strUnread, promptTitle());
     if (self && m_pWorker) {

@@ -116,7 +116,8 @@ public:
     }
     void readBox(QString *content)
     {
-        with<CustomMessageBox>([content](CustomMessageBox *box) { *content = box->cContent(); });
+        with<CustomMessageBox>(
+            [content](CustomMessageBox *box) { *content = box->accessibleDescription(); });
         press<CustomMessageBox>(Qt::Key_Return);
     }
     void leave()
@@ -397,14 +398,14 @@ void tst_FileAccessDialog::tellsFailures_data()
     QTest::addColumn<int>("fault");
     QTest::addColumn<QString>("says");
     QTest::addColumn<QString>("why");
-    const char *imported = "could not be imported.\r\nError: 0x";
-    const char *exported = "could not be exported.\r\nError: 0x";
+    const char *imported = "could not be imported.\nError: 0x";
+    const char *exported = "could not be exported.\nError: 0x";
     QTest::newRow("wrong ending") << 0 << "x.bin" << int(Fault::None) << "does not fit"
                                   << "";
     QTest::newRow("ending in capitals") << 0 << "x.VXA" << int(Fault::None) << "does not fit"
                                         << "";
-    QTest::newRow("empty file") << 0 << "empty.vxa" << int(Fault::None) << imported
-                                << "the file is empty";
+    QTest::newRow("empty file") << 0 << "<b>empty.vxa" << int(Fault::None) << imported
+                                << "<b>empty.vxa: the file is empty";
     QTest::newRow("block refused, import")
         << 0 << "x.vxa" << int(Fault::RefusedBlock) << imported << "status";
     QTest::newRow("block refused, export")
@@ -425,7 +426,7 @@ void tst_FileAccessDialog::tellsFailures()
     for (const char *name : {"x.vxa", "x.bin", "x.VXA"}) {
         QVERIFY(desk.keep(name, OLD));
     }
-    QVERIFY(desk.keep("empty.vxa", ""));
+    QVERIFY(desk.keep("<b>empty.vxa", ""));
     Fault planted;
     planted.kind = Fault::Kind(fault);
     desk.control().setFileFault(planted);
@@ -548,7 +549,7 @@ void tst_FileAccessDialog::theCameraGoes()
     }
     QVERIFY(desk.user.visit(desk.camera));
     QVERIFY(!shown<CustomMessageBox>());
-    QVERIFY(boxes == 0 || told.first().contains("could not be exported.\r\nError: 0x"));
+    QVERIFY(boxes == 0 || told.first().contains("could not be exported.\nError: 0x"));
     QVERIFY2(waited >= 0 && waited < 5000, qPrintable(QString::number(waited)));
     desk.control().unblock();
     desk.fixture.host().closeCamera(desk.camera.id);
