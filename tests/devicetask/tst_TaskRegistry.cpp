@@ -142,7 +142,7 @@ void TaskRegistryTest::operationsThatAreNotOffered()
     QCOMPARE(task.GetFileAccessProgress(&total, &done), 0);
     QVERIFY(total == -1 && done == -1);
     QVERIFY(task.ReadDeviceFile("/tmp/x", "UserSet1") != 0);
-    QVERIFY(task.GetLastErrorRemark().contains("file"));
+    QVERIFY(task.GetLastErrorRemark().contains("FileSelector"));
     QVERIFY(task.WriteDeviceFile("/tmp/x", "UserSet1") != 0);
     QVERIFY(task.LoadFeatures("/tmp/x") != 0);
     QVERIFY(task.SaveFeatures("/tmp/x") != 0);

@@ -1,5 +1,4 @@
 #include "DeviceTaskModule/QTaskManager.h"
-#include "ShellServicesModule/QFunction.h"
 #include "ShellServicesModule/QVexaEventBus.h"
 #include "ShellServicesModule/VexaListenTools.h"
 #include "model/VexaPropertyTreeItem.h"
@@ -7,6 +6,7 @@
 #include "tests/support/ModuleFixture.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTreeView>
@@ -157,11 +157,10 @@ void tst_mainfeaturewidget::expandStates()
 void tst_mainfeaturewidget::toolBarOnTheEmptyPage()
 {
     ModuleFixture fixture;
-    QSignalSpy log(QFunction::Instance(), &QFunction::messageLogged);
     for (const int index : {0, 1, 2, 3, 4, 17}) {
-        fixture.mainWidget().OnToolBarBtnClicked(index);
+        fixture.mainWidget().OnToolBarBtnClicked(index); // a dialog would not return
+        QVERIFY2(!QApplication::activeModalWidget(), qPrintable(QString::number(index)));
     }
-    QCOMPARE(log.count(), 3); // import, export and file access say what they cannot do yet
 }
 
 void tst_mainfeaturewidget::codeTypeTables()
