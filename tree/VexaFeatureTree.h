@@ -360,7 +360,7 @@ private:
     QAction *m_pActionFavoriteRemoveAll = nullptr;
     VexaPropertyTreeItem *m_pContextItem = nullptr;
     VexaFeatureImExThread *m_pImExThread = nullptr;
-    std::shared_ptr<FeatureFileSession> m_pFeatureFileSession; ///< dialogs of a call may outlive the tree
+    std::shared_ptr<FeatureFileSession> m_pFeatureFileSession; ///< its dialogs may outlive the tree
     QPointer<VexaFeatureDiff> m_pFeatureDiff;
     QTimer *m_pInvalidateTimer = nullptr;
     QTimer *m_pRefreshTimer = nullptr;
