@@ -21,7 +21,7 @@ using ParentType = int;
 constexpr ParentType PARENT_FEATURE_TREE = 0;
 
 /// Kinds of rows.
-enum ITEM_TYEP {
+enum ITEM_TYEP : int {
     ITEM_FAVORITE = 0, ///< a copy under the favourites category
     ITEM_FAVORITES_CATEGORY = 1,
     ITEM_FEATURE = 2,
