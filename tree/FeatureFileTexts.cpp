@@ -1,15 +1,12 @@
 #include "tree/FeatureFileTexts.h"
 
-#include <QCoreApplication>
+#include "tree/WriteMessages.h"
 
 #include <algorithm>
 
 namespace {
 
-QString translated(const char *key)
-{
-    return QCoreApplication::translate("QFeatureTree", key);
-}
+using WriteMessages::translated;
 
 struct ResultRow
 {

@@ -16,24 +16,19 @@
 #include "tree/FeatureFileTexts.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
+#include "tree/WriteMessages.h"
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 
 namespace {
 
 using Job = VexaFeatureImExThread;
+using WriteMessages::translated;
 
-constexpr int HINT_FAILURE = 3;
 constexpr int HINT_SUCCESS = 5;
 constexpr int SAVE_HINT_MS = 2000;
 constexpr int TOOL_BAR_OPEN = 1;
-
-QString translated(const char *key)
-{
-    return QCoreApplication::translate("QFeatureTree", key);
-}
 
 QString fileFilter()
 {
