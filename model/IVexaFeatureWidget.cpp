@@ -161,6 +161,7 @@ void IVexaFeatureWidget::detachFeatureItems(VexaPropertyTreeItem *pItem)
         if (pChild->isFeatureTreeItem()) {
             // The feature tree owns it and goes on showing it.
             pChild->setParent(nullptr, m_nPageIndex);
+            pChild->removeView(m_pTreeView);
         } else {
             detachFeatureItems(pChild);
         }

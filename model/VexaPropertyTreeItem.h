@@ -105,6 +105,8 @@ public:
     void removeView(IVexaFeatureNotify *pView);
     /// Ends this registration when there is one; the item may have gone. For views that can outlive items.
     static void removeViewFrom(VexaPropertyTreeItem *pItem, IVexaFeatureNotify *pView);
+    /// Ends all registrations of a view, which is about to go. No item is telling it anything when this returns.
+    static void removeViewFromAll(IVexaFeatureNotify *pView);
     /// `nType` -1 means all columns.
     void notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor, bool bFromUiJson);
     void notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID);

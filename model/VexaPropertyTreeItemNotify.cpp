@@ -108,6 +108,15 @@ void VexaPropertyTreeItem::removeViewFrom(VexaPropertyTreeItem *pItem, IVexaFeat
     }
 }
 
+void VexaPropertyTreeItem::removeViewFromAll(IVexaFeatureNotify *pView)
+{
+    const QMutexLocker locker(&ItemLocks::views());
+    const QSet<VexaPropertyTreeItem *> items = registrations().take(pView);
+    for (VexaPropertyTreeItem *pItem : items) {
+        pItem->m_views.remove(pView);
+    }
+}
+
 void VexaPropertyTreeItem::forgetRegistrations()
 {
     for (IVexaFeatureNotify *pView : qAsConst(m_views)) {

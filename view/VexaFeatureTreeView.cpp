@@ -95,6 +95,8 @@ VexaFeatureTreeView::VexaFeatureTreeView(int nPageIndex, IVexaFeatureWidget *pOw
 
 VexaFeatureTreeView::~VexaFeatureTreeView()
 {
+    // Pages of a host register the view themselves as well, on features that outlive it.
+    VexaPropertyTreeItem::removeViewFromAll(this);
     m_pDelegate->setCommitBlocked(true);
 }
 
