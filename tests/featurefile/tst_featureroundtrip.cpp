@@ -37,8 +37,9 @@ QString otherValue(QCameraTask *task, const FeatureFileLines::Value &line)
         _NODE_INT_VALUE_ v = {};
         task->GetIntegerValue(line.name, &v, nullptr, false, false);
         const qint64 step = qMax<qint64>(1, v.inc);
-        return v.value - v.min >= step ? QString::number(v.value - step)
-            : v.max - v.value >= step  ? QString::number(v.value + step)
+        // Compared on the side of the value where nothing overflows: a range may be all 64 bits.
+        return v.value >= v.min + step ? QString::number(v.value - step)
+            : v.value <= v.max - step  ? QString::number(v.value + step)
                                        : QString();
     }
     if (line.type == "Float") {

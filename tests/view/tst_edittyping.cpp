@@ -42,15 +42,13 @@ void tst_EditTyping::typedTextOutlivesARefresh_data()
     QTest::addColumn<int>("writes"); // the change counts as one
     const auto rows = [](const char *pKind, const char *pDevice, const char *pName,
                          const char *pTyped, const QVariant &changed, const char *pNewest) {
-        const auto name = [pKind](const char *pAct) {
-            return qPrintable(QString("%1, %2").arg(pKind, pAct));
+        const auto row = [pKind](const char *pAct) -> QTestData & {
+            return QTest::newRow(qPrintable(QString("%1, %2").arg(pKind, pAct)));
         };
-        QTest::newRow(name("Escape"))
-            << pDevice << pName << pTyped << changed << int(Qt::Key_Escape) << pNewest << 1;
-        QTest::newRow(name("Enter"))
-            << pDevice << pName << pTyped << changed << int(Qt::Key_Return) << pTyped << 2;
-        QTest::newRow(name("Tab"))
-            << pDevice << pName << pTyped << changed << int(Qt::Key_Tab) << pTyped << 2;
+        row("Escape") << pDevice << pName << pTyped << changed << int(Qt::Key_Escape) << pNewest
+                      << 1;
+        row("Enter") << pDevice << pName << pTyped << changed << int(Qt::Key_Return) << pTyped << 2;
+        row("Tab") << pDevice << pName << pTyped << changed << int(Qt::Key_Tab) << pTyped << 2;
     };
     rows("hex", "", "BigHex", "0xA5", 0x5A, "0x5A");
     rows("rounded by the device", "", "Coarse", "32", 64, "64");
