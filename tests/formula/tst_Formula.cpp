@@ -72,66 +72,43 @@ void FormulaTest::integers_data()
     const auto row = [](const char *text, qint64 value) { QTest::newRow(text) << value; };
     row("2+3*4", 14);
     row("20-3-4", 13);
-    row("2*3%4", 2);
     row("-7/2", -3);
     row("-7%3", -1);
     row("7/2*2", 6);
     row("2**3**2", 512);
     row("-2**2", 4); // a sign binds tighter
     row("2**-1", 0);
-    row("(-1)**-3", -1);
-    row("2*3**2", 18);
     row("1<<2+1", 8);
     row("1<2<<3", 1);
     row("5>3=1", 1); // C: relations before equality
     row("1&3=3", 1);
     row("1|2^3&1", 3);
     row("1||0&&0", 1);
-    row("2&&3", 1);
-    row("0||7", 1);
     row("!A+1", 1);
     row("!!A", 1);
     row("~0", -1);
     row("- - -3", -3);
-    row("3--5", 8);
-    row("+A", 10);
     row("A<>10", 0);
     row("A!=11", 1);
-    row("A==10", 1);
-    row("A>=10&&A<=10", 1);
     row("-8>>1", -4);
-    row("1?2:3?4:5", 2);
     row("0?2:0?4:5", 5);
     row("1?0?6:7:8", 7);
-    row("1=2?3:4", 4);
     row("0x10+0X0f", 31);
     row("010", 10); // not octal
     row("0xFFFFFFFFFFFFFFFF", -1);
     row("0x8000000000000000", SMALLEST);
     row("18446744073709551615", -1);
-    row("9007199254740993", 9007199254740993);
     row("BIG*3-BIG*2", 9007199254740993);
     row("0x123456789ABCDEF1&0xFF", 0xF1);
     row("MAX+1", SMALLEST); // wraps
-    row("MIN-1", LARGEST);
-    row("MAX*2", -2);
     row("-MIN", SMALLEST);
     row("ABS(MIN)", SMALLEST);
     row("NEG(3)+SGN(-9)+sgn(4)", -3);
-    row("3**39", 4052555153018976267);
     row("2**64", 0);
     row("1<<63", SMALLEST);
     row("MIN>>63", -1);
-    row("MIN/1", SMALLEST);
-    row("MIN%2", 0);
-    row("5.7", 5);
-    row("1+2.5", 3);
     row("A*H", 5);
-    row("7.9/2", 3);
     row("1e3", 1000);
-    row("TRUNC(-2.7)", -2);
-    row("FLOOR(-2.5)", -3);
-    row("CEIL(2.1)", 3);
     row("ROUND(2.5)", 3);
     row("ROUND(12345,-2)", 12300);
     row("FLOOR(BIG)", 9007199254740993);
@@ -157,24 +134,19 @@ void FormulaTest::reals_data()
     const auto row = [](const char *text, double value) { QTest::newRow(text) << value; };
     row("1/2", 0.5);
     row("7/2*2", 7.0);
-    row("1/H", 2.0);
     row("2**-1", 0.5);
     row("2**0.5", std::sqrt(2.0));
-    row("2**63", 9223372036854775808.0);
     row("MAX+1", 9223372036854775808.0); // no wrap
     row("-MIN", 9223372036854775808.0);
     row("MIN/-1", 9223372036854775808.0);
     row("18446744073709551615", 18446744073709551615.0);
     row("0x123456789ABCDEF1&0xFF", 241.0);
     row("7.5%2", 1.0);
-    row("5.7&3", 1.0);
     row("~5.5", -6.0);
-    row("1=1.0", 1.0);
     row("1e-3+.5+5.", 5.501);
     row("1E+06*1e+0", 1e6);
     row("0x1E+5", 35.0);
     row("1.5?2:3", 2.0);
-    row("0.5&&H", 1.0);
     row("SIN(PI/2)+COS(0)+TAN(0)", 2.0);
     row("ASIN(1)+ACOS(1)+ATAN(0)", std::asin(1.0));
     row("EXP(1)-E", 0.0);
@@ -182,7 +154,6 @@ void FormulaTest::reals_data()
     row("SQRT(16)+ABS(-2.5)", 6.5);
     row("TRUNC(-2.7)+FLOOR(-2.5)+CEIL(2.1)", -2.0);
     row("ROUND(2.567,1)", 2.6);
-    row("ROUND(-2.5)", -3.0);
     row("ROUND(1e300,300)", 1e300);
     row("ROUND(1250.0,-2)", 1300.0);
     row("ROUND(0.1,300)", 0.1);
@@ -211,19 +182,14 @@ void FormulaTest::noValue_data()
     row("MIN%-1", false, false, "the remainder is out of range");
     row("(1<<63)%~0", false, false, "the remainder is out of range");
     row("1<<64", false, false, "a shift is not from 0 to 63 bits");
-    row("1>>64", false, false, "a shift is not from 0 to 63 bits");
     row("1<<-1", false, false, "a shift is not from 0 to 63 bits");
     row("1>>MIN", false, false, "a shift is not from 0 to 63 bits");
     row("1e300", false, true, "the result does not fit into 64 bits");
     row("9223372036854775808.0", false, true, "the result does not fit into 64 bits");
     row("1e300%7", false, false, "a number does not fit into 64 bits");
-    row("~1e19", false, false, "a number does not fit into 64 bits");
     row("1e300*1e300", false, false, "the result is not a finite number");
-    row("1e300*1e300>0", false, false, "the result is not a finite number");
-    row("LN(0)", false, false, "the result is not a finite number");
     row("SQRT(0-1)", false, false, "the result is not a finite number");
     row("NAN", false, false, "the result is not a finite number");
-    row("NAN=NAN", false, false, "the result is not a finite number");
     row("ROUND(1,301)", false, false, "a rounding is not to -300 to 300 digits");
     row("UNKNOWN+1", false, false, "");
 }
@@ -246,30 +212,21 @@ void FormulaTest::noFormula_data()
     const auto row = [](const char *tag, const QByteArray &text, const char *reason) {
         QTest::newRow(tag) << text << QByteArray(reason);
     };
-    row("nothing", "", "the formula is empty");
     row("blanks", " \t\n", "the formula is empty");
     row("unfinished", "1+", "column 3: a number or a name is missing at the end");
-    row("operator first", "*2", "column 1: a number or a name is missing");
     row("two numbers", "1 2", "column 3: an operator is missing");
     row("bracket missing", "(1+2", "column 5: \")\" is missing");
-    row("bracket too many", "1)", "column 2: an operator is missing");
-    row("brackets the wrong way", ")(", "column 1: a number or a name is missing");
     row("no else", "1?2", "column 4: \":\" is missing");
     row("unknown function", "1+MAX(1,2)", "column 3: there is no function MAX");
     row("second argument", "SIN(1,2)", "column 6: \")\" is missing");
-    row("no argument", "SIN()", "column 5: a number or a name is missing");
     row("number runs into name", "2A", "column 2: a number runs into a name");
-    row("two points", "1.2.3", "column 4: a number runs into a name");
     row("point alone", ".", "column 1: a number has no digits");
     row("hexadecimal without digits", "0x", "column 1: a hexadecimal number has no digits");
     row("65 bits", "0x10000000000000000", "column 1: a number does not fit into 64 bits");
-    row("65 bits, decimal", "18446744073709551616", "column 1: a number does not fit into 64 bits");
     row("infinite literal", "1e400", "column 1: a number is too large");
     row("bytes of another encoding", "\xb2\xe2", "column 1: a number or a name is missing");
     row("zero byte", QByteArray("1\0+1", 4), "column 2: an operator is missing");
     row("nested too deep", QByteArray(50000, '(') + "1",
-        "column 129: the formula is nested deeper than 128");
-    row("signs without end", QByteArray(50000, '-') + "1",
         "column 129: the formula is nested deeper than 128");
     row("powers without end", QByteArray("2**").repeated(500) + "1",
         "column 385: the formula is nested deeper than 128");
