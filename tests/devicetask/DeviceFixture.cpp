@@ -37,15 +37,15 @@ DeviceSource sourceOf(const std::shared_ptr<MemoryDeviceState> &state, const QSt
     return source;
 }
 
+QCameraTask &taskOf(long int cameraId)
+{
+    return *QTaskManager::Instance()->GetTaskByIDEx(cameraId)->_CameraTak();
+}
+
 DeviceFixture::DeviceFixture(const QByteArray &nodes)
     : m_pState(std::make_shared<MemoryDeviceState>(describe(nodes)))
 {
     const CameraHost::OpenResult result = m_host.openCamera(sourceOf(m_pState));
     m_nId = result.cameraId;
     m_strError = result.error;
-}
-
-QCameraTask &DeviceFixture::task() const
-{
-    return *QTaskManager::Instance()->GetTaskByIDEx(m_nId)->_CameraTak();
 }

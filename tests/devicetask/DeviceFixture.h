@@ -16,13 +16,16 @@ QByteArray intReg(const QByteArray &name, int address, const QByteArray &mode = 
 DeviceSource sourceOf(const std::shared_ptr<MemoryDeviceState> &state,
                       const QString &serial = QStringLiteral("S1"));
 
+/// The task of an open camera.
+QCameraTask &taskOf(long int cameraId);
+
 /// One opened memory device.
 class DeviceFixture
 {
 public:
     explicit DeviceFixture(const QByteArray &nodes);
 
-    QCameraTask &task() const;
+    QCameraTask &task() const { return taskOf(m_nId); }
 
     std::shared_ptr<MemoryDeviceState> m_pState;
     CameraHost m_host;

@@ -1,4 +1,5 @@
 #include "DeviceFixture.h"
+#include "host/devicetask/nodes/AccessMode.h"
 
 #include <QtTest>
 
@@ -78,69 +79,34 @@ void AccessModeTest::initTestCase()
 
 void AccessModeTest::mode_data()
 {
-    QTest::addColumn<QString>("node");
     QTest::addColumn<int>("mode");
-    struct Row
+    const struct
     {
-        const char *node;
         int mode;
-    };
-    static const Row ROWS[] = {{"Shown", 3},
-                               {"Gone", 1},
-                               {"None", 0},
-                               {"LockedCategory", 3},
-                               {"OverRW", 4},
-                               {"OverRO", 3},
-                               {"WO", 2},
-                               {"Locked", 3},
-                               {"LockedByBoolean", 3},
-                               {"LockedByFloat", 3},
-                               {"Unlocked", 4},
-                               {"LockedWO", 1},
-                               {"OverLocked", 3},
-                               {"Away", 1},
-                               {"OverAway", 1},
-                               {"Missing", 0},
-                               {"OverMissing", 0},
-                               {"ImposedRO", 3},
-                               {"ImposedWO", 2},
-                               {"ImposedAgainst", 1},
-                               {"Run", 2},
-                               {"RunRW", 4},
-                               {"RunLocked", 3},
-                               {"Knife", 3},
-                               {"KnifeOfAway", 1},
-                               {"KnifeOfWO", 1},
-                               {"Converted", 3},
-                               {"AwayEntry", 1},
-                               {"LockedEntry", 3},
-                               {"ConstantLock", 3},
-                               {"LockedByDivision", 4},
-                               {"AwayByDivision", 1},
-                               {"OneOfTwoLocks", 3},
-                               {"OneOfTwoAway", 1},
-                               {"Broken", 0},
-                               {"OverBroken", 0},
-                               {"NoAccessMode", 3},
-                               {"Chunk", 1},
-                               {"OverChunk", 1},
-                               {"Constant", 4},
-                               {"NoSuchNode", 0},
-                               {"", 0}};
-    for (const Row &row : ROWS) {
-        QTest::newRow(*row.node ? row.node : "emptyName")
-            << QString::fromLatin1(row.node) << row.mode;
+        const char *nodes;
+    } rows[] = {{NODE_NI, "None Missing OverMissing Broken OverBroken NoSuchNode"},
+                {NODE_NA,
+                 "Gone LockedWO Away OverAway ImposedAgainst KnifeOfAway KnifeOfWO AwayEntry "
+                 "AwayByDivision OneOfTwoAway Chunk OverChunk"},
+                {NODE_WO, "WO ImposedWO Run"},
+                {NODE_RO,
+                 "Shown LockedCategory OverRO Locked LockedByBoolean LockedByFloat OverLocked "
+                 "ImposedRO RunLocked Knife Converted LockedEntry ConstantLock OneOfTwoLocks "
+                 "NoAccessMode"},
+                {NODE_RW, "OverRW Unlocked RunRW LockedByDivision Constant"}};
+    for (const auto &row : rows) {
+        for (const QByteArray &node : QByteArray(row.nodes).split(' ')) {
+            QTest::newRow(node.constData()) << row.mode;
+        }
     }
 }
 
 void AccessModeTest::mode()
 {
-    QFETCH(QString, node);
     DeviceFixture device(nodes());
     int error = 77;
-    QTEST(device.task().GetAccessMode(node, &error), "mode");
+    QTEST(device.task().GetAccessMode(QTest::currentDataTag(), &error), "mode");
     QCOMPARE(error, 0);
-    QTEST(device.task().GetAccessMode(node, nullptr), "mode");
 }
 
 void AccessModeTest::keepsLastModeWhileDeviceIsSilent()

@@ -5,9 +5,27 @@
 #include "DeviceTaskModule/VexaCameraTranslator.h"
 #include "DeviceTaskModule/VexaOperateCameraThread.h"
 
+#include <QDomDocument>
 #include <QtTest>
 
 #include <thread>
+
+namespace {
+
+QByteArray text(const QByteArray &name, const QByteArray &value)
+{
+    return "<String Name='" + name + "'><Value>" + value + "</Value></String>";
+}
+
+/// A DeviceScanType of 1 with these entries for 0 and 1.
+QByteArray scanType(const QByteArray &zero, const QByteArray &one)
+{
+    return "<Enumeration Name='DeviceScanType'><EnumEntry Name='" + zero
+        + "'><Value>0</Value></EnumEntry><EnumEntry Name='" + one
+        + "'><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>";
+}
+
+} // namespace
 
 class TaskRegistryTest : public QObject
 {
@@ -16,12 +34,15 @@ private Q_SLOTS:
     void noRegistryWithoutHost();
     void lookUps();
     void factsOfATask();
+    void factsComeFromWhoIsAsked_data();
+    void factsComeFromWhoIsAsked();
     void refusedSourceTellsWhy();
+    void zerosBehindADescription();
+    void leftOutNodes_data();
+    void leftOutNodes();
+    void documentBelongsToTheCaller();
     void remarksAreKeptPerThreadAndTask();
-    void operationsThatAreNotOffered();
     void translations();
-    void brokenTranslations_data();
-    void brokenTranslations();
 };
 
 void TaskRegistryTest::noRegistryWithoutHost()
@@ -66,33 +87,131 @@ void TaskRegistryTest::factsOfATask()
 {
     CameraHost host;
     DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe({})));
-    source.ipv4 = 0xC0A80001;
-    source.deviceType = DEVICE_TYPE_U3V;
-    source.scanType = 4;
     source.foreign = true;
     const long int id = host.openCamera(source).cameraId;
     QCameraBasicTask &basic = *QTaskManager::Instance()->GetTaskByID(id);
     QCameraTask &task = *basic._CameraTak();
-    QCOMPARE(basic._GetIP(), 0xC0A80001U);
-    QCOMPARE(basic._GetDevType(), 4U);
-    QCOMPARE(task.deviceType(), 4U);
-    QCOMPARE(basic._GetCamSacnType(), 4U);
     QVERIFY(task.IsOtherCamera());
-    QCOMPARE(task.GetTaskCameraID(), int(id));
     task.SetCameraName("renamed");
     QCOMPARE(basic._GetCameraName(), QString("renamed"));
     QVERIFY(!task.IsPromptSuppressed());
     host.setPromptSuppressed(id, true);
     QVERIFY(task.IsPromptSuppressed());
-    unsigned int channel = 0;
-    QCOMPARE(task.channelCount(), 1U);
-    task.getChannelTaskById(channel)->SetContainDMCode(true);
-    QVERIFY(task.getChannelTaskById(channel)->ContainsDMCode());
-    channel = 1;
+    unsigned int channel = 1;
     QVERIFY(!task.getChannelTaskById(channel));
-    QCOMPARE(task.ClearGenIcamBuffers(), 0);
     QVERIFY(task.InvalidateNode("One"));
     QVERIFY(!task.InvalidateNode("NoSuchNode"));
+}
+
+void TaskRegistryTest::factsComeFromWhoIsAsked_data()
+{
+    QTest::addColumn<QByteArray>("nodes");
+    QTest::addColumn<bool>("asksDevice");
+    QTest::addColumn<QStringList>("facts"); // name, model, serial number
+    QTest::addColumn<uint>("scanType");
+    const auto row = [](const char *tag, const QByteArray &nodes, const QStringList &facts,
+                        uint scanType = 1, bool asksDevice = true) {
+        QTest::newRow(tag) << nodes << asksDevice << facts << scanType;
+    };
+    const QByteArray identity = text("DeviceModelName", "X-1") + text("DeviceSerialNumber", "0815");
+    const QStringList named{"X-1 0815", "X-1", "0815"};
+    row("source's facts overwritten without being asked to",
+        identity + scanType("Areascan", "Linescan"), {"Memory camera", "M", "S1"}, 1, false);
+    row("user's name not preferred", identity + text("DeviceUserID", " Left door "),
+        {"Left door", "X-1", "0815"});
+    row("empty user's name shown", identity + text("DeviceUserID", ""), named);
+    row("serial number of older devices missed",
+        text("DeviceModelName", "X-1") + text("DeviceID", "4711"), {"X-1 4711", "X-1", "4711"});
+    row("device without any answer loses the source's facts", {}, {"M S1", "M", "S1"});
+    row("node that cannot be read taken for empty",
+        "<String Name='DeviceModelName'><pValue>Gone</pValue></String>"
+            + text("DeviceSerialNumber", "0815"),
+        {"M 0815", "M", "0815"});
+    row("line scan camera taken for area scan", identity + scanType("Areascan", "Linescan"), named,
+        4);
+    row("entry's number trusted against its name", identity + scanType("Linescan", "Areascan"),
+        named);
+}
+
+void TaskRegistryTest::factsComeFromWhoIsAsked()
+{
+    QFETCH(QByteArray, nodes);
+    QFETCH(bool, asksDevice);
+    DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe(nodes)));
+    source.asksDevice = asksDevice;
+    CameraHost host;
+    const CameraHost::OpenResult opened = host.openCamera(source);
+    QVERIFY2(opened.cameraId >= 0, qPrintable(opened.error));
+    QCameraBasicTask &task = *QTaskManager::Instance()->GetTaskByIDEx(opened.cameraId);
+    QTEST((QStringList{task._GetCameraName(), task._GetCameraModelName(),
+                       task._GetCameraSerialNum()}),
+          "facts");
+    QTEST(task._GetCamSacnType(), "scanType");
+}
+
+void TaskRegistryTest::zerosBehindADescription()
+{
+    CameraHost host;
+    const QByteArray zeros(100, '\0');
+    const auto empty = std::make_shared<MemoryDeviceState>(zeros);
+    QVERIFY(host.openCamera(sourceOf(empty)).error.contains("empty"));
+    QCOMPARE(empty->m_nLiving.load(), 0);
+    QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
+    const auto padded = std::make_shared<MemoryDeviceState>(describe({}) + zeros);
+    QCOMPARE(host.openCamera(sourceOf(padded)).error, QString());
+}
+
+void TaskRegistryTest::leftOutNodes_data()
+{
+    QTest::addColumn<QByteArray>("node");
+    QTest::newRow("value") << QByteArray("<Integer Name='N'><pValue>Nowhere</pValue></Integer>");
+    QTest::newRow("bound") << QByteArray(
+        "<Integer Name='N'><pMax>Nowhere</pMax><Value>1</Value></Integer>");
+    QTest::newRow("entry") << QByteArray(
+        "<Enumeration Name='N'><EnumEntry Name='E'><pIsAvailable>N</pIsAvailable><Value>1</Value>"
+        "</EnumEntry><Value>1</Value></Enumeration>");
+    QTest::newRow("length") << QByteArray(
+        "<StringReg Name='N'><Address>0</Address><Length>-1</Length><pPort>Device</pPort>"
+        "</StringReg>");
+    QTest::newRow("command") << QByteArray(
+        "<Command Name='N'><pValue>Nowhere</pValue><CommandValue>1</CommandValue></Command>");
+}
+
+void TaskRegistryTest::leftOutNodes()
+{
+    QFETCH(QByteArray, node);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Node N is left out: .+"));
+    DeviceFixture device(node + intReg("Good", 16));
+    QCameraTask &task = device.task();
+    _NODE_INT_VALUE_ integer{1, 2, 3, 4};
+    _NODE_FLOAT_VALUE_ real{};
+    bool flag = false;
+    int error = 0;
+    QCOMPARE(task.GetAccessMode("N", &error), 0);
+    QVERIFY(!task.GetIntegerValue("N", &integer, &error, true, false));
+    QVERIFY(error != 0);
+    QVERIFY(!task.GetFloatValue("N", &real, nullptr, true, false));
+    QVERIFY(!task.GetBooleanValue("N", &flag, nullptr, true, false));
+    QVERIFY(!task.GetStringValue("N", nullptr, nullptr, nullptr, true, false));
+    QVERIFY(!task.SetIntegerValue("N", 0, nullptr));
+    QVERIFY(!task.ExecuteCommand("N", nullptr));
+    QCOMPARE(device.m_pState->m_nAccesses.load(), 0);
+    QCOMPARE(task.GetAccessMode("Good", nullptr), 4);
+}
+
+void TaskRegistryTest::documentBelongsToTheCaller()
+{
+    DeviceFixture device({});
+    QCameraTask &task = device.task();
+    QDomDocument first;
+    QDomDocument second;
+    task.GetXMLDomDocument(first);
+    task.GetXMLDomDocument(second);
+    first.documentElement().setAttribute("ModelName", "changed");
+    QCOMPARE(second.documentElement().attribute("ModelName"), QString("M"));
+    device.m_host.closeCamera(device.m_nId);
+    task.GetXMLDomDocument(second);
+    QVERIFY(second.isNull());
 }
 
 void TaskRegistryTest::refusedSourceTellsWhy()
@@ -113,11 +232,8 @@ void TaskRegistryTest::remarksAreKeptPerThreadAndTask()
 {
     CameraHost host;
     const auto state = std::make_shared<MemoryDeviceState>(describe({}));
-    QTaskManager &manager = *QTaskManager::Instance();
-    QCameraTask &one =
-        *manager.GetTaskByID(host.openCamera(sourceOf(state)).cameraId)->_CameraTak();
-    QCameraTask &two =
-        *manager.GetTaskByID(host.openCamera(sourceOf(state)).cameraId)->_CameraTak();
+    QCameraTask &one = taskOf(host.openCamera(sourceOf(state)).cameraId);
+    QCameraTask &two = taskOf(host.openCamera(sourceOf(state)).cameraId);
     QVERIFY(!one.SetIntegerValue("Here", 1, nullptr));
     QVERIFY(!two.SetIntegerValue("There", 1, nullptr));
     QString before;
@@ -131,22 +247,6 @@ void TaskRegistryTest::remarksAreKeptPerThreadAndTask()
     QVERIFY(after.contains("Elsewhere"));
     QVERIFY(one.GetLastErrorRemark().contains("Here"));
     QVERIFY(two.GetLastErrorRemark().contains("There"));
-}
-
-void TaskRegistryTest::operationsThatAreNotOffered()
-{
-    DeviceFixture device({});
-    QCameraTask &task = device.task();
-    qint64 total = -1;
-    qint64 done = -1;
-    QCOMPARE(task.GetFileAccessProgress(&total, &done), 0);
-    QVERIFY(total == -1 && done == -1);
-    QVERIFY(task.ReadDeviceFile("/tmp/x", "UserSet1") != 0);
-    QVERIFY(task.GetLastErrorRemark().contains("FileSelector"));
-    QVERIFY(task.WriteDeviceFile("/tmp/x", "UserSet1") != 0);
-    QVERIFY(task.LoadFeatures("/tmp/x") != 0);
-    QVERIFY(task.SaveFeatures("/tmp/x") != 0);
-    QVERIFY(task.GetLastErrorRemark().contains("features"));
 }
 
 void TaskRegistryTest::translations()
@@ -166,31 +266,15 @@ void TaskRegistryTest::translations()
     QCOMPARE(texts.getPropEnumerationTrans("GainAuto", "Off"), QString::fromUtf8(u8"关"));
     QVERIFY(texts.getPropEnumerationTrans("GainAuto", "On").isEmpty());
     QVERIFY(texts.getPropDisplayNameTrans("GainAuto").isEmpty());
-    QVERIFY(texts.getPropDisplayNameTrans("NoSuchNode").isEmpty());
     host.closeCamera(id);
     QVERIFY(!manager.getCameraTranslator(id));
+    // Who still holds it may still read it.
     QCOMPARE(texts.getPropDisplayNameTrans("Gain"), QString::fromUtf8(u8"增益"));
-}
 
-void TaskRegistryTest::brokenTranslations_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::newRow("cutOff") << QByteArray("{\"Gain\": {");
-    QTest::newRow("list") << QByteArray("[1, 2]");
-    QTest::newRow("text") << QByteArray("Gain = gain");
-}
-
-void TaskRegistryTest::brokenTranslations()
-{
-    QFETCH(QByteArray, json);
-    CameraHost host;
-    DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe({})));
-    source.translations = json;
     QTest::ignoreMessage(QtWarningMsg,
                          QRegularExpression("node texts of Memory camera are not used"));
-    const CameraHost::OpenResult result = host.openCamera(source);
-    QVERIFY(result.cameraId != NO_CAMERA_ID);
-    QVERIFY(!VexaCameraTranslatorManager::getInstance()->getCameraTranslator(int(result.cameraId)));
+    source.translations = "{\"Gain\": {";
+    QVERIFY(!manager.getCameraTranslator(int(host.openCamera(source).cameraId)));
 }
 
 QTEST_GUILESS_MAIN(TaskRegistryTest)
