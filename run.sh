@@ -16,7 +16,8 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 for argument in "$@"; do
     case $argument in
-        --screenshot* | --dump* | --read* | --list | --help | --version) exec "$workbench" "$@" ;;
+        --device* | --description* | --memory-pattern* | --gige* | --usb* | --language* | --user-level*) ;;
+        --*) exec "$workbench" "$@" ;; # prints, or writes a file: needs no window
     esac
 done
 # As the window would start: both devices.
