@@ -164,14 +164,16 @@ void VexaFeatureTree::SaveCamFeatures(bool silent, const QString &path)
 bool VexaFeatureTree::mayImport(bool silent)
 {
     const char *reason = nullptr;
+    QCameraTask *task = cameraTask();
     if (!m_bCanEdit) {
         reason = "lang_qfeaturetree_importreadonly";
-    } else if (cameraTask()->GetCameraState() == TASK_CAMERA_GRABBING) {
+    } else if (task && task->GetCameraState() == TASK_CAMERA_GRABBING) {
         reason = "lang_qfeaturetree_importgrabbing";
     }
     if (!reason) {
         return true;
     }
+    m_pFeatureFileSession->isImporting = false;
     logFeatureFile(MESSAGE_LOG_ERROR, {translated(reason)});
     if (silent) {
         emit SigEndImportFeature(false);
@@ -184,7 +186,9 @@ bool VexaFeatureTree::mayImport(bool silent)
 void VexaFeatureTree::LoadCamFeatures(bool silent, const QString &source)
 {
     TreeCallScope scope(this);
-    if (!m_pImExThread || !cameraTask()) {
+    QTaskManager *manager = QTaskManager::Instance();
+    // A device that is closed is the job's to tell of.
+    if (!m_pImExThread || !manager || !manager->GetTaskByIDEx(m_lCameraID)) {
         return;
     }
     FeatureFileSession &session = *m_pFeatureFileSession;
@@ -211,7 +215,7 @@ void VexaFeatureTree::LoadCamFeatures(bool silent, const QString &source)
         if (!self || scope.treeIsGoing() || m_pFeatureFileSession->number != number) {
             return;
         }
-        if (chosen.isEmpty() || !cameraTask() || !waitForFeatureFileJob(false)) {
+        if (chosen.isEmpty() || !waitForFeatureFileJob(false)) {
             session.isImporting = false;
             return;
         }
@@ -229,25 +233,30 @@ void VexaFeatureTree::stopFeatureFileJob()
         return;
     }
     FeatureFileSession &session = *m_pFeatureFileSession;
+    const bool wasRunning = m_pImExThread->isRunning();
+    const unsigned int operation = m_pImExThread->operation();
+    const bool isSaidByJob = wasRunning
+        && (operation == Job::OPERATION_CHECK_TEXT || operation == Job::OPERATION_APPLY_TEXT);
+    const bool isImportUnsaid = session.isImporting && session.isSilent && !isSaidByJob;
     // Whatever dialog is open: the call that opened it finds that its import is over.
-    const bool isAsking = session.isImporting && !m_pImExThread->isRunning();
-    const bool isSilent = session.isSilent;
     ++session.number;
     session.isImporting = false;
     if (m_pFeatureDiff && m_pFeatureDiff->isVisible()) {
         m_pFeatureDiff->reject();
     }
-    const bool wasRunning = m_pImExThread->isRunning();
     session.isStopping = true;
     m_pImExThread->stopJob();
     if (wasRunning) {
-        OnEndFeatureImExThread(static_cast<int>(m_pImExThread->operation()), false);
-    } else if (isAsking && isSilent) {
-        emit SigEndImportFeature(false);
+        OnEndFeatureImExThread(static_cast<int>(operation), false);
     } else if (session.isExportHeard) {
         session.isExportHeard = false;
         emit SigEndExportFeature(false);
     }
+    if (isImportUnsaid) {
+        emit SigEndImportFeature(false);
+    }
+    // Also that of a job whose end was still on its way.
+    hideLoading();
     m_pImExThread->setNodes({});
     session.isStopping = false;
 }
@@ -404,11 +413,12 @@ void VexaFeatureTree::goOnWithImport(int operation)
     const std::shared_ptr<FeatureFileSession> session = m_pFeatureFileSession;
     const QPointer<VexaFeatureTree> self(this);
     const quint64 number = session->number;
-    const auto isOver = [&] {
-        return !self || scope.treeIsGoing() || session->number != number || !cameraTask();
-    };
+    const auto isOver = [&] { return !self || scope.treeIsGoing() || session->number != number; };
     const bool silent = operation == Job::OPERATION_CHECK_TEXT;
+    // Below the boxes a silent export may put its own report there.
     const quint32 code = m_pImExThread->resultCode();
+    const QStringList again = m_pImExThread->report().severalTimes;
+    const FeatureDifferences differences = m_pImExThread->diffMap();
     if (code != FEATURE_FILE_OK) {
         const bool goesOn = confirmed(BOX_QUESTION, FeatureFileTexts::resultText(code));
         if (isOver()) {
@@ -419,17 +429,16 @@ void VexaFeatureTree::goOnWithImport(int operation)
             return;
         }
     }
-    const QStringList again = m_pImExThread->report().severalTimes;
     if (!again.isEmpty()) {
         logFeatureFile(
             MESSAGE_LOG_WARNING,
             {translated("lang_qfeaturetree_severaltimes").arg(again.join(QLatin1String(", ")))});
     }
-    if (!m_pImExThread->diffMap().isEmpty()) {
+    if (!differences.isEmpty()) {
         if (!m_pFeatureDiff) {
             m_pFeatureDiff = new VexaFeatureDiff(this);
         }
-        m_pFeatureDiff->setDiffs(m_pImExThread->diffMap());
+        m_pFeatureDiff->setDiffs(differences);
         const int answer = m_pFeatureDiff->exec();
         if (isOver()) {
             return;
@@ -442,6 +451,10 @@ void VexaFeatureTree::goOnWithImport(int operation)
             }
             return;
         }
+    }
+    // Meanwhile the host may have started the device.
+    if (!mayImport(silent)) {
+        return;
     }
     waitForFeatureFileJob(true);
     startFeatureFileJob(silent ? Job::OPERATION_APPLY_TEXT : Job::OPERATION_APPLY_FILE,

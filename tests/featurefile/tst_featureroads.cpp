@@ -261,7 +261,9 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle_data()
 {
     QTest::addColumn<QString>("job");
     QTest::addColumn<QString>("event");
-    for (const char *job : {"export", "check", "dialog"}) {
+    QTest::newRow("dialog, grabbing since") << "dialog"
+                                            << "grab";
+    for (const char *job : {"export", "check", "dialog", "dialog over an export"}) {
         for (const char *event : {"close", "restart", "delete"}) {
             QTest::addRow("%s, %s", job, event) << QString(job) << QString(event);
         }
@@ -286,13 +288,24 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
             tree->OnCameraClose();
         } else if (event == "restart") {
             tree->OnResartCameraOpen(DEVICE_ACCESS_CONTROL);
+        } else if (event == "grab") {
+            road.fixture.host().startGrabbing(road.camera.id);
         } else {
             road.fixture.close(road.camera);
         }
         happened = true;
     };
-    if (job == "dialog") {
-        whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *) { happen(); });
+    if (job.startsWith("dialog")) {
+        whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
+            if (job != "dialog") {
+                road.camera.device.control->setLatency(2000);
+                tree->SaveCamFeatures(true, road.folder.filePath("middle"));
+            }
+            happen();
+            if (event == "grab") {
+                dialog->accept();
+            }
+        });
     } else {
         road.camera.device.control->setLatency(2000);
         QTimer::singleShot(100, &context, happen);
@@ -305,8 +318,10 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
     QTRY_VERIFY_WITH_TIMEOUT(happened, 30000);
     QTRY_VERIFY_WITH_TIMEOUT(!tree || !tree->isFeatureFileBusy(), 30000);
     QCoreApplication::processEvents();
-    QCOMPARE(exported.count() + imported.count(), 1);
+    QCOMPARE(exported.count(), job.endsWith("export") ? 1 : 0);
+    QCOMPARE(imported.count(), job == "export" ? 0 : 1);
     QCOMPARE((exported + imported).first().first().toBool(), false);
+    QCOMPARE((exported + imported).last().first().toBool(), false);
     QVERIFY(!QFile::exists(road.folder.filePath("middle")));
     QCOMPARE(event == "delete", tree.isNull());
 }
