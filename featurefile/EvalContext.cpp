@@ -146,14 +146,17 @@ bool EvalContext::countCombinations(qint64 count)
 
 bool EvalContext::isNumber(const QString &text, qint64 *number) const
 {
-    // Hexadecimal digits without a prefix are no number: taken as 0 they would be another register's address.
-    static const QRegularExpression PATTERN(QStringLiteral("^(0x[A-Fa-f0-9]+|[0-9]+)$"));
     const QString trimmed = text.trimmed();
-    if (!node(trimmed).isNull() || !PATTERN.match(trimmed).hasMatch()) {
-        return false;
-    }
-    *number = VexaInterface::string2Int(trimmed);
-    return true;
+    return node(trimmed).isNull() && parseNumber(trimmed, number);
+}
+
+bool EvalContext::parseNumber(const QString &text, qint64 *number)
+{
+    // Hexadecimal digits without a prefix are no number.
+    static const QRegularExpression PATTERN(
+        QStringLiteral("\\A(0x0*[A-Fa-f0-9]{1,16}|0*[0-9]{1,19})\\z"));
+    *number = VexaInterface::string2Int(text);
+    return PATTERN.match(text).hasMatch();
 }
 
 QStringList EvalContext::selectorsOf(const QString &name) const

@@ -82,6 +82,8 @@ public:
 
     /// Whether the text is a number; a node of that name goes before. Blanks around it do not count.
     bool isNumber(const QString &text, qint64 *number) const;
+    /// False for a text that is no number, or none of 64 bits: taken as 0 it would be another register's address.
+    static bool parseNumber(const QString &text, qint64 *number);
 
 private:
     struct Expansion;

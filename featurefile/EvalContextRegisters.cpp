@@ -56,7 +56,7 @@ bool EvalContext::addressParts(const QDomElement &reg, QVector<EvalResults> &par
         qint64 number = 0;
         if (isNumber(text, &number)) {
             part.append(_FORMULA_RESULT_::of(static_cast<double>(number)));
-        } else if (!getValue(node(text), part)) {
+        } else if (!getValue(node(text), part) || part.isEmpty()) {
             return fail(QStringLiteral("getIntRegAddress getValue failed:%1").arg(text));
         }
         parts.append(part);
@@ -99,7 +99,13 @@ bool EvalContext::getIntRegAddress(const QDomElement &reg, EvalResults &out)
         out.append(base);
     }
     for (const _FORMULA_RESULT_ &address : qAsConst(out)) {
-        if (static_cast<double>(address.value) != address.meant) {
+        constexpr double END_OF_ADDRESSES = 9223372036854775808.0;
+        const double used = static_cast<double>(address.value);
+        if (!(used >= 0.0 && used < END_OF_ADDRESSES)) {
+            return fail(QStringLiteral("getIntRegAddress  failed:%1 no address:%2")
+                            .arg(ElementWalk::name(reg), addressText(address)));
+        }
+        if (used != address.meant) {
             addRemark(m_strFeature, FeatureFileReason::Inexact,
                       QStringLiteral("address %1 was meant, %2 is used")
                           .arg(QString::number(address.meant, 'f', 0), addressText(address)));
@@ -115,7 +121,7 @@ QString EvalContext::addressText(const _FORMULA_RESULT_ &address)
 
 bool EvalContext::readMemory(qint64 address, void *buffer, qint64 length)
 {
-    return countVisit() && m_pTask && address >= 0
+    return countVisit() && m_pTask && address >= 0 // of a word across two aligned ones
         && m_pTask->ReadMemory(address, buffer, length, nullptr);
 }
 

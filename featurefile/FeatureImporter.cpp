@@ -32,13 +32,12 @@ const QVector<QStringList> &sweeps()
 
 QStringList namesThatComeAgain(const FeatureFileDocument &document)
 {
-    QSet<QString> seen;
+    QHash<QString, int> times;
     QStringList again;
     for (const FeatureFileEntry &entry : document.entries) {
-        if (!entry.isComplex && seen.contains(entry.name) && !again.contains(entry.name)) {
+        if (!entry.name.isEmpty() && ++times[entry.name] == 2) {
             again += entry.name;
         }
-        seen.insert(entry.name);
     }
     return again;
 }
@@ -85,6 +84,9 @@ bool FeatureImporter::run(const QString &text, bool compare)
         return end(FEATURE_FILE_NO_FEATURES);
     }
     m_report.severalTimes = namesThatComeAgain(document);
+    if (!compare) {
+        tellOfExcluded(document);
+    }
     const bool done = runPasses(document);
     reportTheRest();
     return m_bGone ? end(FEATURE_FILE_NO_DEVICE) : done;
@@ -158,7 +160,7 @@ bool FeatureImporter::runPass(const FeatureFileDocument &document)
                 continue;
             }
             ++*m_job.pDone;
-            if (!takesPart(entry)) {
+            if (exclusionOf(entry)) {
                 continue;
             }
             const int error = setFeatureIntoDevice(entry.name, entry.type, entry.value);
@@ -179,18 +181,64 @@ bool FeatureImporter::runPass(const FeatureFileDocument &document)
                        });
 }
 
-bool FeatureImporter::takesPart(const FeatureFileEntry &entry) const
+std::optional<FeatureFileReason> FeatureImporter::exclusionOf(const FeatureFileEntry &entry) const
 {
-    return std::none_of(entry.names.cbegin(), entry.names.cend(), [this](const QString &name) {
-        return FeatureFileRules::isIdentity(name)
-            || FeatureFileRules::exclusionOf(name, m_context.node(name), m_exclusions);
-    });
+    std::optional<FeatureFileReason> reason;
+    for (const QString &name : entry.names) {
+        if (FeatureFileRules::isIdentity(name)) {
+            return FeatureFileReason::Identity;
+        }
+        reason = FeatureFileRules::exclusionOf(name, m_context.node(name), m_exclusions);
+        if (reason) {
+            return reason;
+        }
+    }
+    return reason;
+}
+
+bool FeatureImporter::holdsAlready(const QString &name, const QString &type, const QString &value)
+{
+    QString deviceText;
+    int error = 0;
+    const PlainValue::Outcome outcome = PlainValue::read(m_pTask, type, name, &deviceText, &error);
+    return isGone(error) || (outcome == PlainValue::Outcome::Done && deviceText == value);
+}
+
+/// Of entries that are never applied, where the device is not as they say; also of types that no sweep takes.
+void FeatureImporter::tellOfExcluded(const FeatureFileDocument &document)
+{
+    for (const FeatureFileEntry &entry : document.entries) {
+        const std::optional<FeatureFileReason> reason = exclusionOf(entry);
+        const bool isKnown = entry.isComplex
+            || std::any_of(sweeps().cbegin(), sweeps().cend(), [&entry](const QStringList &types) {
+                                 return types.contains(entry.type);
+                             });
+        if (m_job.isStopped() || entry.name.isEmpty() || (isKnown && !reason)
+            || holdsAlready(entry.name, entry.type, entry.value)) {
+            continue;
+        }
+        m_report.notImported.append({entry.name, reason.value_or(FeatureFileReason::Excluded),
+                                     isKnown ? QString() : entry.type});
+    }
+}
+
+/// An empty value is passed over, which loses nothing where the device's is empty too.
+void FeatureImporter::tellOfEmpty(const QString &name, const QString &type)
+{
+    if (type != QLatin1String("StringReg")) {
+        noteNotCarriable(name, QString());
+    } else if (!holdsAlready(name, type, QString())) {
+        m_report.notImported.append({name, FeatureFileReason::Text, QString()});
+    }
 }
 
 int FeatureImporter::setFeatureIntoDevice(const QString &name, const QString &type,
                                           const QString &value)
 {
     if (name.isEmpty() || type.isEmpty() || value.isEmpty()) {
+        if (!name.isEmpty() && !type.isEmpty() && !m_bCompare && m_nPass == 0) {
+            tellOfEmpty(name, type);
+        }
         return 0;
     }
     QString deviceText;
@@ -200,7 +248,13 @@ int FeatureImporter::setFeatureIntoDevice(const QString &name, const QString &ty
         return 0;
     }
     const bool isRead = outcome == PlainValue::Outcome::Done;
-    const bool differs = isRead ? deviceText != value : compareByRegisters(name, type, value);
+    const QString remark = isRead ? QString() : m_pTask->GetLastErrorRemark();
+    bool isKnown = isRead;
+    const bool differs =
+        isRead ? deviceText != value : compareByRegisters(name, type, value, &isKnown);
+    if (!m_bCompare && !differs && !isKnown) {
+        noteRefused(name, FeatureFileReason::Refused, remark);
+    }
     if (m_bCompare && isRead && differs) {
         differ(name, m_job.featureCategories.value(name), value, deviceText);
     }
@@ -229,7 +283,7 @@ void FeatureImporter::writePlain(const QString &name, const QString &type, const
 }
 
 bool FeatureImporter::compareByRegisters(const QString &name, const QString &type,
-                                         const QString &value)
+                                         const QString &value, bool *isKnown)
 {
     int error = 0;
     const int mode = m_pTask->GetAccessMode(name, &error);
@@ -238,6 +292,7 @@ bool FeatureImporter::compareByRegisters(const QString &name, const QString &typ
     }
     bool isNodeValue = false;
     const QString deviceText = RegisterDump::readNodeFromRegisters(m_context, name, &isNodeValue);
+    *isKnown = !deviceText.isEmpty();
     bool differs = false;
     if (type == QLatin1String("Integer") || type == QLatin1String("IntReg")
         || type == QLatin1String("Enumeration")) {
@@ -292,13 +347,17 @@ void FeatureImporter::reportTheRest()
         return;
     }
     m_report.changed = m_changed;
+    for (const QList<FeatureFileNote> &notes : qAsConst(m_unwritable)) {
+        m_report.notImported += notes;
+    }
     m_report.notImported += m_refused;
     if (m_nPass < LAST_PASS) {
         return;
     }
+    const QSet<QString> severalTimes(m_report.severalTimes.cbegin(), m_report.severalTimes.cend());
     for (const QString &name : qAsConst(m_changed)) {
         if (m_writtenInPass.contains(name) && m_writtenBefore.contains(name)
-            && !m_report.severalTimes.contains(name)) {
+            && !severalTimes.contains(name.section(QLatin1Char('['), 0, 0))) {
             m_report.notImported.append({name, FeatureFileReason::NotTaken, QString()});
         }
     }

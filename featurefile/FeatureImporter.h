@@ -6,6 +6,8 @@
 
 #include <QSet>
 
+#include <optional>
+
 class QCameraTask;
 
 /// Compares a feature file with a device, or writes it into it, in passes until nothing is left to do. What was
@@ -28,9 +30,15 @@ private:
     bool firmwareMatches(const FeatureFileDocument &document);
     bool runPasses(const FeatureFileDocument &document);
     bool runPass(const FeatureFileDocument &document);
-    bool takesPart(const FeatureFileEntry &entry) const;
+    /// Why an entry is never applied; nothing for one that takes part.
+    std::optional<FeatureFileReason> exclusionOf(const FeatureFileEntry &entry) const;
+    bool holdsAlready(const QString &name, const QString &type, const QString &value);
+    void tellOfExcluded(const FeatureFileDocument &document);
+    void tellOfEmpty(const QString &name, const QString &type);
     int setFeatureIntoDevice(const QString &name, const QString &type, const QString &value);
-    bool compareByRegisters(const QString &name, const QString &type, const QString &value);
+    /// `isKnown` tells whether the device's value could be found out.
+    bool compareByRegisters(const QString &name, const QString &type, const QString &value,
+                            bool *isKnown);
     void writePlain(const QString &name, const QString &type, const QString &value, int *error);
     void reportTheRest();
 
@@ -80,4 +88,5 @@ private:
     QSet<QString> m_writtenBefore; ///< in the pass before
     QList<FeatureFileNote> m_refused; ///< in this pass
     QSet<QString> m_notCarriable;
+    QMap<QString, QList<FeatureFileNote>> m_unwritable; ///< by feature
 };

@@ -6,7 +6,8 @@
 #include "featurefile/FeatureImporter.h"
 
 #include <QDebug>
-#include <QRegularExpression>
+
+#include <limits>
 
 namespace {
 
@@ -14,13 +15,12 @@ constexpr int DECIMALS = 6;
 constexpr qint64 WORD = 4;
 constexpr int ACCESS_WRITE_ONLY = 2;
 constexpr int ACCESS_READ_WRITE = 4;
+constexpr qint64 HIGHEST_ADDRESS = std::numeric_limits<qint64>::max();
+constexpr qint64 HIGHEST_WORD = std::numeric_limits<quint32>::max();
 
-/// What is no number would become 0, and another register or another value than the file's.
-bool parse(const QString &text, qint64 *number)
+bool parse(const QString &text, qint64 most, qint64 *number)
 {
-    static const QRegularExpression PATTERN(QStringLiteral("^(0x[0-9A-Fa-f]+|[0-9]+)$"));
-    *number = VexaInterface::string2Int(text);
-    return PATTERN.match(text).hasMatch();
+    return EvalContext::parseNumber(text, number) && *number >= 0 && *number <= most;
 }
 
 } // namespace
@@ -35,7 +35,7 @@ bool FeatureImporter::isRegisterWritable(const QString &node, int *mode)
 
 bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
 {
-    if (!takesPart(entry)) {
+    if (exclusionOf(entry)) {
         return true;
     }
     int mode = 0;
@@ -58,12 +58,13 @@ bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
         tellOfUnwritable(entry, length);
         return !m_bGone;
     }
+    m_unwritable.remove(entry.name);
     for (const FeatureFileRegister &row : entry.registers) {
         if (m_job.isStopped()) {
             return false;
         }
         qint64 address = 0;
-        const bool isGood = parse(row.address, &address) && !row.text.isEmpty();
+        const bool isGood = parse(row.address, HIGHEST_ADDRESS, &address) && !row.text.isEmpty();
         if (!isGood
             || !(m_bCompare ? compareRegister(entry, row, length)
                             : applyRegister(entry, row, length))) {
@@ -73,14 +74,15 @@ bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
     return true;
 }
 
-/// A register that cannot be written now is passed over; of interest only where it would have had to be.
+/// A register that cannot be written now is passed over; of interest only where it would have had to be, and where no
+/// later pass can.
 void FeatureImporter::tellOfUnwritable(const FeatureFileEntry &entry, qint64 length)
 {
     for (const FeatureFileRegister &row : entry.registers) {
         QString deviceWords;
         if (!m_job.isStopped() && !m_bGone && readRegister(row, length, &deviceWords)
             && differs(row, deviceWords)) {
-            m_report.notImported.append(
+            m_unwritable[entry.name].append(
                 {entry.name + row.variables, FeatureFileReason::NotWritable, entry.reg});
         }
     }
@@ -97,12 +99,21 @@ bool FeatureImporter::applyRegister(const FeatureFileEntry &entry, const Feature
                                     qint64 length)
 {
     QString deviceWords;
-    if (readRegister(row, length, &deviceWords) && !differs(row, deviceWords)) {
+    const bool isRead = readRegister(row, length, &deviceWords);
+    if (isRead && !differs(row, deviceWords)) {
         return true;
     }
+    if (m_bGone) {
+        return false;
+    }
+    const QString remark = isRead ? QString() : m_pTask->GetLastErrorRemark();
+    const int words = row.to.isEmpty() ? row.text.count(QLatin1Char(',')) + 1 : 1;
     if (RegisterWords::isMisaligned(VexaInterface::string2Int(row.address))) {
         noteRefused(entry.name + row.variables, FeatureFileReason::NotWritable, row.address);
-    } else if (!m_bGone) {
+    } else if (!isRead && words < m_buffer.words()) {
+        // What the file does not say of the register is not known.
+        noteRefused(entry.name + row.variables, FeatureFileReason::Refused, remark);
+    } else {
         writeRegister(entry, row, length);
     }
     return !m_bGone;
@@ -160,8 +171,9 @@ bool FeatureImporter::compareRegister(const FeatureFileEntry &entry, const Featu
         return true;
     }
     const auto shown = [this](const QString &text) {
-        return m_buffer.words() == 1
-            ? VexaInterface::Int2HexNumberQString(VexaInterface::string2Int(text))
+        qint64 number = 0;
+        return m_buffer.words() == 1 && parse(text, HIGHEST_WORD, &number)
+            ? VexaInterface::Int2HexNumberQString(number)
             : text;
     };
     differ(name, category, shown(row.text), shown(deviceWords));
@@ -180,7 +192,7 @@ bool FeatureImporter::fillBuffer(const FeatureFileEntry &entry, const FeatureFil
     }
     for (int index = 0; index < qMin(parts.size(), m_buffer.words()); ++index) {
         qint64 number = 0;
-        if (!parse(parts.at(index), &number)) {
+        if (!parse(parts.at(index), HIGHEST_WORD, &number)) {
             return false;
         }
         const auto word = static_cast<quint32>(number);

@@ -59,6 +59,17 @@ public:
     {
         return RegisterWords::swapThenRotate(*m_buffer.data(), m_bSwap, m_bMisaligned);
     }
+    /// Whether the word is the number that the register holds: of four bytes in the order that is read, without bits of
+    /// other nodes. A negative number would look like a large one.
+    bool isNumber()
+    {
+        const bool isBigEndian =
+            ElementWalk::text(m_reg.firstChildElement(QStringLiteral("Endianess")))
+            == QLatin1String("BigEndian");
+        return m_nLength == WORD && m_reg.tagName() == QLatin1String("IntReg")
+            && isBigEndian == m_context.isGigE()
+            && firstWord() <= static_cast<quint32>(std::numeric_limits<qint32>::max());
+    }
     int wordCount() const { return RegisterWords::count(m_nLength); }
     bool isConverted() const { return m_bConverted; }
 
@@ -178,13 +189,11 @@ QString RegisterDump::readNodeFromRegisters(EvalContext &context, const QString 
     if (reading.isConverted()) {
         QString from;
         double value = 0.0;
-        *isNodeValue = reading.converter().formulaAt(0, &from)
+        const bool done = reading.converter().formulaAt(0, &from)
             && reading.converter().valueOf(from, reading.firstWord(), &value);
-        return *isNodeValue ? QString::number(value, 'f', DECIMALS) : QString();
+        *isNodeValue = done && reading.isNumber();
+        return done ? QString::number(value, 'f', DECIMALS) : QString();
     }
-    // A negative number would look like a large one.
-    *isNodeValue = length == WORD
-        && (reg.tagName() == QLatin1String("IntReg") || reg.tagName() == QLatin1String("Register"))
-        && reading.firstWord() <= static_cast<quint32>(std::numeric_limits<qint32>::max());
+    *isNodeValue = reading.isNumber();
     return reading.words();
 }

@@ -50,12 +50,18 @@ const ReasonRow REASONS[] = {
     {FeatureFileReason::NotTaken, "lang_qfeaturetree_note_nottaken", true},
     {FeatureFileReason::NotWritable, "lang_qfeaturetree_note_notwritable", true}};
 
-int countOf(const QList<FeatureFileNote> &notes, bool notCarriable)
+bool isNotCarriable(const FeatureFileNote &note)
 {
-    return static_cast<int>(
-        std::count_if(notes.cbegin(), notes.cend(), [notCarriable](const FeatureFileNote &note) {
-            return (note.reason == FeatureFileReason::NotCarriable) == notCarriable;
-        }));
+    switch (note.reason) {
+    case FeatureFileReason::Excluded:
+    case FeatureFileReason::Address:
+    case FeatureFileReason::Identity:
+    case FeatureFileReason::Text:
+    case FeatureFileReason::NotCarriable:
+        return true;
+    default:
+        return false;
+    }
 }
 
 QString withDetail(const FeatureFileNote &note)
@@ -98,10 +104,12 @@ QStringList FeatureFileTexts::linesOf(const QList<FeatureFileNote> &notes)
 
 QStringList FeatureFileTexts::importLines(const FeatureFileReport &report)
 {
+    const auto notCarriable = static_cast<int>(
+        std::count_if(report.notImported.cbegin(), report.notImported.cend(), isNotCarriable));
     QStringList texts = {translated("lang_qfeaturetree_importcounts")
                              .arg(report.changed.size())
-                             .arg(countOf(report.notImported, false))
-                             .arg(countOf(report.notImported, true))};
+                             .arg(report.notImported.size() - notCarriable)
+                             .arg(notCarriable)};
     if (!report.changed.isEmpty()) {
         texts += translated("lang_qfeaturetree_changedfeatures")
                      .arg(report.changed.join(QLatin1String(", ")));

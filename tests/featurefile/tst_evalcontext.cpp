@@ -99,6 +99,15 @@ void tst_EvalContext::dumps_data()
         x + selector("I", "X", "2") + knife("K", variable("V", "I"), "8/V-4")
             + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
         "4100 [I:1]>0 4096 [I:2]>258");
+    row("every combination fails",
+        x + index + knife("K", variable("V", "I"), "V/0")
+            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
+        "failed");
+    row("address beyond 64 bits",
+        x + index + knife("K", variable("V", "I"), "1e30+V")
+            + intReg("R", "<Address>0</Address><pAddress>K</pAddress>"),
+        "failed");
+    row("number beyond 64 bits", x + intReg("R", "100000000000000000000"), "failed");
     row("a node named like a number",
         x + integer("ADD", "<Value>8</Value>")
             + intReg("R", "<Address>0x1000</Address><pAddress> ADD </pAddress>"),
@@ -249,6 +258,11 @@ void tst_EvalContext::readsNodes_data()
     QTest::newRow("negative") << x + intReg("R", "0x1004") << "4294967295" << false;
     QTest::newRow("bit field") << intReg("X", "0x1000", "4", "MaskedIntReg", "<Bit>1</Bit>")
                                << "258" << false;
+    QTest::newRow("the other byte order")
+        << x + intReg("R", "0x1000").replace("BigEndian", "LittleEndian") << "258" << false;
+    QTest::newRow("converter of a bit field") << converted(variable("RAW", "R"), "RAW/4")
+            + intReg("R", "0x1000", "4", "MaskedIntReg", "<Bit>1</Bit>")
+                                              << "64.500000" << false;
     QTest::newRow("string") << intReg("X", "0x1000", "4", "StringReg") << "258" << false;
     QTest::newRow("converter") << converted(variable("RAW", "R"), "RAW/4") + intReg("R", "0x1000")
                                << "64.500000" << true;

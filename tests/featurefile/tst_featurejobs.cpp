@@ -6,6 +6,7 @@
 namespace {
 
 using Thread = VexaFeatureImExThread;
+constexpr FeatureFileReason ENDS_THE_JOB = FeatureFileReason(-2);
 constexpr int NOT_CONNECTED = 2; // of ArvDeviceError
 
 QByteArray head()
@@ -129,17 +130,28 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry_data()
         FeatureFileReason::NotCarriable);
     row("no number", feature("X", "Integer", "many"), "0000010200000000",
         FeatureFileReason::NotCarriable);
-    row("empty", feature("X", "Integer", ""), "0000010200000000");
+    row("empty", feature("X", "Integer", ""), "0000010200000000", FeatureFileReason::NotCarriable);
+    row("no such node", feature("Y", "Integer", "7"), "0000010200000000",
+        FeatureFileReason::Refused);
+    row("no such type", feature("X", "Register", "7"), "0000010200000000",
+        FeatureFileReason::Excluded);
+    row("excluded", feature("GevSCDA", "Integer", "7"), "0000010200000000",
+        FeatureFileReason::Excluded);
     row("a dump", dump("address=\"4096\"", "9"), "0000000900000000");
     row("more words than the register has", dump("address=\"4096\"", "9,10,11"), "0000000900000000",
         FeatureFileReason::NotTaken);
     row("words that are none", dump("address=\"4096\"", "zz"), "0000010200000000",
         FeatureFileReason::NotCarriable);
+    row("a word beyond 32 bits", dump("address=\"4096\"", "4294967305"), "0000010200000000",
+        FeatureFileReason::NotCarriable);
+    row("an address beyond 64 bits", dump("address=\"18446744073709555712\"", "9"),
+        "0000010200000000", ENDS_THE_JOB);
     row("a converted word", dump("address=\"4096\" to=\"12\" from=\"TO/2\"", "6.000000"),
         "0000000c00000000");
     row("misaligned", dump("address=\"4098\"", "9"), "0000010200000000",
         FeatureFileReason::NotWritable);
-    row("the device's own name", feature("DeviceUserID", "StringReg", "a"), "0000010200000000");
+    row("the device's own name", feature("DeviceUserID", "StringReg", "a"), "0000010200000000",
+        FeatureFileReason::Identity);
 }
 
 void tst_FeatureJobs::appliesOnlyWhatItCanCarry()
@@ -150,10 +162,13 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry()
     JobFixture fixture(deviceOf({"X"}, integer("X", "<pValue>R</pValue>") + intReg("R", "0x1000")));
     fixture.device.control->poke(0x1000, QByteArray::fromHex("00000102"));
     fixture.device.control->setLogging(true);
-    QVERIFY(fixture.run(Thread::OPERATION_APPLY_TEXT, fileOf(entry)));
+    const bool ends = reason == int(ENDS_THE_JOB);
+    QCOMPARE(fixture.run(Thread::OPERATION_APPLY_TEXT, fileOf(entry)), !ends);
+    QCOMPARE(fixture.thread->resultCode(), quint32(ends ? FEATURE_FILE_STOPPED : FEATURE_FILE_OK));
     QCOMPARE(fixture.device.control->peek(0x1000, 8).toHex(), memory);
     const auto notes = fixture.thread->report().notImported;
-    QCOMPARE(notes.isEmpty() ? -1 : int(notes.first().reason), reason);
+    const int first = notes.isEmpty() ? -1 : int(notes.first().reason);
+    QCOMPARE(ends ? int(ENDS_THE_JOB) : first, reason);
 }
 
 void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes()
