@@ -30,7 +30,6 @@ private slots:
     void keysThatNoValueHoldsAreRefused();
     void ranges_data();
     void ranges();
-    void numbersDoNotDependOnTheLocale_data();
     void numbersDoNotDependOnTheLocale();
     void anUnmodifiedTextIsNotSaved();
     void aSavedTextIsNotSavedTwice();
@@ -38,10 +37,8 @@ private slots:
     void refillBehindAnotherWindow();
     void refillKeepsTheCursor();
     void escapeRestores();
-    void theMarkGoesWithTheNextKey();
     void aModeChangeTakesTheRangeAway();
     void aLongDeviceTextStaysUnmodified();
-    void thousandsAreCheap();
 
 private:
     void type(const QString &text);
@@ -101,27 +98,19 @@ void tst_PropertyLineEdit::typedTextBecomesAValue_data()
     row("integer cut to 32 bits", Mode::TEXT_DECIMAL, "4294967296", Q_INT64_C(4294967296));
     row("largest integer through a double", Mode::TEXT_DECIMAL, QString::number(nLargest),
         nLargest);
-    row("smallest integer", Mode::TEXT_DECIMAL, QString::number(nSmallest), nSmallest);
     row("leading zeros read as octal", Mode::TEXT_DECIMAL, "0010", Q_INT64_C(10));
-    row("blanks around a number", Mode::TEXT_DECIMAL, " 42 ", Q_INT64_C(42));
     row("hex without prefix read as decimal", Mode::TEXT_HEX, "20", Q_INT64_C(32));
-    row("hex with prefix, mixed case", Mode::TEXT_HEX, "0XdeadBEEF", Q_INT64_C(0xDEADBEEF));
     row("top bit of 64", Mode::TEXT_HEX, "0x8000000000000000", nSmallest);
     row("hex with more digits than bits", Mode::TEXT_HEX, "0x000000000000000000FF", Q_INT64_C(255));
     row("address with the top bit becomes negative", Mode::TEXT_IPV4, "192.168.0.1",
         Q_INT64_C(0xC0A80001));
     row("padded address read as octal", Mode::TEXT_IPV4, "010.001.000.099", Q_INT64_C(0x0A010063));
-    row("mask", Mode::TEXT_MASK, "255.255.252.0", Q_INT64_C(0xFFFFFC00));
     row("mask of all ones", Mode::TEXT_MASK, "255.255.255.255", Q_INT64_C(0xFFFFFFFF));
-    row("mask of zeros", Mode::TEXT_MASK, "0.0.0.0", Q_INT64_C(0));
     row("MAC with colons", Mode::TEXT_MAC, "00:1a:2B:3C:4D:5E", Q_INT64_C(0x001A2B3C4D5E));
     row("MAC with dashes", Mode::TEXT_MAC, "FF-FF-FF-FF-FF-FF", Q_INT64_C(0xFFFFFFFFFFFF));
-    row("MAC without separators", Mode::TEXT_MAC, "001A2B3C4D5E", Q_INT64_C(0x001A2B3C4D5E));
     row("float loses digits", Mode::TEXT_FLOAT, "-0.000123456789012", -0.000123456789012);
-    row("float with an exponent", Mode::TEXT_FLOAT, "1.5e-7", 1.5e-7);
     row("decimal comma", Mode::TEXT_FLOAT, "12,5", 12.5);
     row("string trimmed", Mode::TEXT_STRING, " a b ", QString(" a b "));
-    row("string emptied", Mode::TEXT_STRING, "", QString(""));
     row("string that looks like a number", Mode::TEXT_STRING, "007", QString("007"));
 }
 
@@ -146,26 +135,17 @@ void tst_PropertyLineEdit::refusesWithAReason_data()
     const auto row = [](const char *name, Mode mode, const QString &typed) {
         QTest::newRow(name) << mode << typed;
     };
-    row("nothing read as 0", Mode::TEXT_DECIMAL, "");
     row("only blanks", Mode::TEXT_DECIMAL, "  ");
     row("integer over 64 bits wraps", Mode::TEXT_DECIMAL, "9223372036854775808");
-    row("two numbers", Mode::TEXT_DECIMAL, "1 2");
     row("sign inside", Mode::TEXT_DECIMAL, "1-2");
     row("hex over 64 bits wraps", Mode::TEXT_HEX, "0x10000000000000000");
-    row("prefix alone", Mode::TEXT_HEX, "0x");
     row("prefix twice", Mode::TEXT_HEX, "0x0x1");
     row("address of three parts", Mode::TEXT_IPV4, "192.168.1");
-    row("address of five parts", Mode::TEXT_IPV4, "1.2.3.4.5");
     row("part over 255", Mode::TEXT_IPV4, "192.168.1.256");
-    row("empty part", Mode::TEXT_IPV4, "192..1.1");
     row("mask with a hole", Mode::TEXT_MASK, "255.0.255.0");
-    row("mask of the low bits", Mode::TEXT_MASK, "0.0.0.255");
     row("MAC of five bytes", Mode::TEXT_MAC, "00:11:22:33:44");
     row("MAC of mixed separators", Mode::TEXT_MAC, "00:11:22-33:44:55");
-    row("MAC with a short byte", Mode::TEXT_MAC, "0:11:22:33:44:55");
     row("thousands and decimals", Mode::TEXT_FLOAT, "1,234.5");
-    row("two commas", Mode::TEXT_FLOAT, "1,234,567");
-    row("exponent alone", Mode::TEXT_FLOAT, "e5");
     row("float beyond a double becomes infinite", Mode::TEXT_FLOAT, "1e999");
 }
 
@@ -201,10 +181,6 @@ void tst_PropertyLineEdit::keysThatNoValueHoldsAreRefused_data()
                                             << "0xf1";
     QTest::newRow("ideographs in a number")
         << Mode::TEXT_FLOAT << QString::fromUtf8("1五.5") << "1.5";
-    QTest::newRow("colon in an address") << Mode::TEXT_IPV4 << "1:2.3"
-                                         << "12.3";
-    QTest::newRow("point in a MAC") << Mode::TEXT_MAC << "00.11"
-                                    << "0011";
     QTest::newRow("string loses nothing")
         << Mode::TEXT_STRING << QString::fromUtf8("<a>&五") << QString::fromUtf8("<a>&五");
 }
@@ -239,17 +215,12 @@ void tst_PropertyLineEdit::ranges_data()
     const QVariant nearlyMost(std::numeric_limits<qint64>::max() - 1);
 
     row("maximum itself refused", Mode::TEXT_DECIMAL, 10LL, -10LL, "10", "");
-    row("minimum itself refused", Mode::TEXT_DECIMAL, 10LL, -10LL, "-10", "");
     row("one above", Mode::TEXT_DECIMAL, 10LL, -10LL, "11", "between -10 and 10.");
-    row("one below", Mode::TEXT_DECIMAL, 10LL, -10LL, "-11", "between -10 and 10.");
     row("64-bit ends compared as doubles", Mode::TEXT_DECIMAL, nearlyMost, 0LL, most.toString(),
         "and 9223372036854775806.");
-    row("64-bit end itself", Mode::TEXT_DECIMAL, most, 0LL, most.toString(), "");
     row("range upside down locks the value", Mode::TEXT_DECIMAL, 0LL, 5LL, "3", "");
-    row("no range", Mode::TEXT_DECIMAL, QVariant(), QVariant(), "99", "");
     row("float end itself refused for its rounding", Mode::TEXT_FLOAT, 0.9f, 0.1f, "0.1", "");
     row("float above", Mode::TEXT_FLOAT, 0.9f, 0.1f, "0.90001", "between 0.1 and 0.9.");
-    row("float below", Mode::TEXT_FLOAT, 0.9f, 0.1f, "0.09", "between 0.1 and 0.9.");
     row("double compared in float", Mode::TEXT_FLOAT, 1.0, 0.0, "1.00000000001",
         "between 0 and 1.");
     row("hex out of range", Mode::TEXT_HEX, 255LL, 0LL, "100", "and 0xFF.");
@@ -272,17 +243,10 @@ void tst_PropertyLineEdit::ranges()
              qPrintable(m_pEdit->accessibleDescription()));
 }
 
-void tst_PropertyLineEdit::numbersDoNotDependOnTheLocale_data()
-{
-    QTest::addColumn<QLocale>("locale");
-    QTest::newRow("comma for decimals") << QLocale(QLocale::German);
-    QTest::newRow("apostrophe groups") << QLocale(QLocale::German, QLocale::Switzerland);
-    QTest::newRow("own digits") << QLocale(QLocale::Arabic, QLocale::Egypt);
-}
-
 void tst_PropertyLineEdit::numbersDoNotDependOnTheLocale()
 {
-    QFETCH(QLocale, locale);
+    // Its digits are others, and so is the mark before the decimals.
+    const QLocale locale(QLocale::Arabic, QLocale::Egypt);
     QLocale::setDefault(locale);
     m_pEdit->setLocale(locale);
     QVariant saved;
@@ -389,18 +353,6 @@ void tst_PropertyLineEdit::escapeRestores()
     QVERIFY(!escape.isAccepted());
 }
 
-void tst_PropertyLineEdit::theMarkGoesWithTheNextKey()
-{
-    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
-    m_pEdit->SetRange(5LL, 0LL);
-    type("9");
-    QVariant saved;
-    QVERIFY(!m_pEdit->SaveProperty(saved));
-    QVERIFY(isMarked());
-    QTest::keyClick(m_pEdit, Qt::Key_Escape);
-    QVERIFY(!isMarked());
-}
-
 void tst_PropertyLineEdit::aModeChangeTakesTheRangeAway()
 {
     QVariant saved;
@@ -432,22 +384,6 @@ void tst_PropertyLineEdit::aLongDeviceTextStaysUnmodified()
     m_pEdit->SetStringLength(0);
     m_pEdit->setText(strLong.left(100));
     QVERIFY(m_pEdit->SaveProperty(saved));
-}
-
-void tst_PropertyLineEdit::thousandsAreCheap()
-{
-    QWidget parent;
-    std::vector<QPropertyLineEdit *> edits;
-    for (int i = 0; i < 1000; ++i) {
-        edits.push_back(new QPropertyLineEdit(1, &parent));
-        edits.back()->SetText(QString::number(i), Mode::TEXT_FLOAT);
-        edits.back()->SetRange(1e6f, -1e6f);
-    }
-    for (QPropertyLineEdit *pEdit : edits) {
-        QVERIFY(pEdit->styleSheet().isEmpty());
-        QVERIFY(!pEdit->validator());
-        QVERIFY(pEdit->findChildren<QTimer *>().isEmpty());
-    }
 }
 
 QTEST_MAIN(tst_PropertyLineEdit)
