@@ -5,8 +5,6 @@
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
 
-#include <QElapsedTimer>
-
 #include <algorithm>
 #include <chrono>
 #include <iterator>
@@ -61,7 +59,6 @@ void TaskReaders::forget()
     ++m_nRound;
     m_nSuccesses = 0;
     m_nFailures = 0;
-    m_nLongest = 0;
     for (std::atomic<bool> &succeeded : m_succeeded) {
         succeeded = false;
     }
@@ -85,10 +82,7 @@ void TaskReaders::read(int thread)
         QCameraTask *task = basic ? basic->_CameraTak() : nullptr;
         const int round = m_nRound;
         int error = 0;
-        QElapsedTimer timer;
-        timer.start();
         const bool good = task && readOnce(*task, thread, &error);
-        const int elapsed = int(timer.elapsed());
         if (round == m_nRound) {
             ++(good ? m_nSuccesses : m_nFailures);
             if (good) {
@@ -96,8 +90,6 @@ void TaskReaders::read(int thread)
             } else {
                 m_nLastError = error;
             }
-            int longest = m_nLongest;
-            while (elapsed > longest && !m_nLongest.compare_exchange_weak(longest, elapsed)) { }
         }
         std::this_thread::sleep_for(PAUSE);
     }

@@ -6,8 +6,7 @@
 #include <thread>
 #include <vector>
 
-/// Four threads that read features of one camera through its task all the time, as the module does, and take the time
-/// of each read.
+/// Four threads that read features of one camera through its task all the time, as the module does.
 class TaskReaders
 {
 public:
@@ -19,8 +18,6 @@ public:
     /// Reads since the last forget(), of all threads.
     int successes() const { return m_nSuccesses; }
     int failures() const { return m_nFailures; }
-    /// Of the reads that began after the last forget(), the longest in ms.
-    int longest() const { return m_nLongest; }
     /// The error code of the last failed read.
     int lastError() const { return m_nLastError; }
     /// True when every thread has had a good read since the last forget().
@@ -36,7 +33,6 @@ private:
     std::atomic<int> m_nRound{0};
     std::atomic<int> m_nSuccesses{0};
     std::atomic<int> m_nFailures{0};
-    std::atomic<int> m_nLongest{0};
     std::atomic<int> m_nLastError{0};
     std::atomic<bool> m_succeeded[THREADS] = {};
     std::vector<std::thread> m_threads;
