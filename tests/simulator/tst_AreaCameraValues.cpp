@@ -111,6 +111,10 @@ const QMap<QString, QString> kClosed = {
     {"ChunkLineStatusAll", "not available: no chunk data"},
     {"SequencerSetSave", "not available: the sequencer is not being configured"},
     {"SequencerSetLoad", "not available: the sequencer is not being configured"},
+    {"ReadoutTestStart", "not available: no test ramp"},
+    {"ReadoutTestStep", "not available: no test ramp"},
+    {"ReadoutTestColumns", "not available: no test ramp"},
+    {"ReadoutTestSeed", "not available: no test ramp"},
 };
 
 } // namespace

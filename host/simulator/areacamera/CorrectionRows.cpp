@@ -108,4 +108,5 @@ void addCorrectionRows(FeatureTable &table)
 {
     addLutRows(table);
     addCorrection(table);
+    addReadoutRows(table);
 }

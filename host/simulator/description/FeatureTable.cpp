@@ -272,6 +272,7 @@ quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &given)
 {
     const RegisterSpec spec = ordered(given);
     const QByteArray bytes = spec.initialBytes();
+    const bool isNextFree = spec.m_nAddress == RegisterSpec::kNextFree;
     const auto known = m_registerIndex.constFind(name);
     if (known != m_registerIndex.constEnd()) {
         RegisterRow &word = m_registers[*known];
@@ -280,11 +281,10 @@ quint64 FeatureTable::place(const QByteArray &name, const RegisterSpec &given)
         }
         word.m_bWritable = word.m_bWritable || spec.isWritable();
         word.m_bStored = word.m_bStored || spec.m_bStored;
-        return word.m_nAddress;
+        return isNextFree ? word.m_nAddress : spec.m_nAddress;
     }
     RegisterRow row;
     row.m_strName = name;
-    const bool isNextFree = spec.m_nAddress == RegisterSpec::kNextFree;
     row.m_nAddress = isNextFree ? m_nNextAddress : spec.m_nAddress;
     row.m_initial = bytes;
     row.m_bWritable = spec.isWritable();

@@ -33,7 +33,8 @@ struct RegisterSpec
     bool m_bStored = true; ///< belongs to the user sets
 
     RegisterSpec &at(quint64 address);
-    /// Another view of the bytes of a register that has a row already.
+    /// Another view of the bytes of a register that has a row already; with at() of a part of them, whose content is
+    /// the row's.
     RegisterSpec &within(const char *word);
     RegisterSpec &readOnly();
     RegisterSpec &writeOnly();

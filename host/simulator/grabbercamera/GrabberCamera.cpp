@@ -91,6 +91,10 @@ FeatureTable grabberCameraTable(const CameraInfo &info)
     addRates(table);
     addCameraTriggerRows(table, {{"FrameStart", "帧开始"}, {"FrameBurstStart", "帧突发开始"}});
     addAnalogRows(table);
+    addDigitalIoRows(table);
+    addCounterTimerRows(table);
+    addEncoderRows(table);
+    addReadoutRows(table);
     addUserSetRows(table);
     addCameraTransportRows(table);
     addLink(table);

@@ -191,6 +191,7 @@ FeatureTable lineCameraTable(const CameraInfo &info)
                 "全部查找表数值组成的数据块。"},
                Text(kLutBytes, {}).within("LUTValueReg"))
         .guru();
+    addReadoutRows(table);
     addUserSetRows(table);
     addFileAccessRows(table, lineCameraFiles());
     addCameraTransportRows(table);

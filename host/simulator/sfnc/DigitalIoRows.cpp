@@ -83,12 +83,12 @@ void addDigitalIoRows(FeatureTable &t)
     t.integer("UserOutputSelector",
               {"Selects which bit of the user output register is set by UserOutputValue.",
                "用户输出选择", "选择用户输出值所设置的输出位。"})
-        .in(Int(4, 1))
+        .value("1")
         .range("0", "3", "1")
         .expert();
     t.registerNode("UserOutputWord", Int(4, 2));
     t.intConverter("UserOutputBit", "(ALL & (15 - (1 << SEL))) | (FROM << SEL)", "(TO >> SEL) & 1",
-                   "UserOutputWord", {{"ALL", "UserOutputWord"}, {"SEL", "UserOutputSelectorReg"}});
+                   "UserOutputWord", {{"ALL", "UserOutputWord"}, {"SEL", "UserOutputSelector"}});
     t.boolean("UserOutputValue",
               {"Sets the value of the bit selected by UserOutputSelector.", "用户输出值",
                "设置所选用户输出位的值。"})

@@ -19,6 +19,7 @@ QVector<qint64> lutCurves()
 
 } // namespace
 
+// Table and index are the client's own: the registers know the coefficients alone, by their addresses.
 void addLutRows(FeatureTable &t)
 {
     t.category("LUTControl", {"Features of the look-up table.", "查找表控制", "控制查找表的特征。"},
@@ -28,22 +29,23 @@ void addLutRows(FeatureTable &t)
         .entry("Luminance", 0, "亮度")
         .entry("Inverse", 1, "反相")
         .expert()
-        .in(Int(4, 0));
+        .value("0");
+    t.intSwissKnife("LUTEnableOffset", "SEL * 4", {{"SEL", "LUTSelector"}});
     t.boolean("LUTEnable",
               {"Activates the selected look-up table.", "查找表使能", "启用所选查找表。"})
-        .in(Int(4, 0).indexedBy("LUTSelector", 2))
+        .in(Int(4, 0).offsetBy("LUTEnableOffset", 2))
         .expert()
         .selectedBy("LUTSelector");
     t.integer("LUTIndex",
               {"Index of the coefficient that LUTValue reads and writes.", "查找表索引",
                "查找表值所读写系数的索引。"})
-        .in(Int(4, 256).transient())
+        .value("256")
         .range("0", "1023", "1")
         .shownAs("PureNumber")
         .guru()
         .selectedBy("LUTSelector");
     t.intSwissKnife("LUTOffset", "(SEL * 1024 + INDEX) * 4",
-                    {{"SEL", "LUTSelectorReg"}, {"INDEX", "LUTIndexReg"}});
+                    {{"SEL", "LUTSelector"}, {"INDEX", "LUTIndex"}});
     t.integer("LUTValue",
               {"Value at the entry LUTIndex of the selected look-up table.", "查找表值",
                "所选查找表在当前索引处的值。"})
