@@ -47,6 +47,11 @@ bool ConverterFormula::takeVariable(const QDomElement &child)
     if (nodeName.isEmpty() || variable.isEmpty()) {
         return m_context.fail(QStringLiteral("getValue failed:%1 pVariable noname").arg(m_strName));
     }
+    if (m_variables.size() >= EvalContext::MAX_DEPTH) {
+        return m_context.fail(QStringLiteral("getValue  failed:%1 has more than %2 variables")
+                                  .arg(m_strName)
+                                  .arg(EvalContext::MAX_DEPTH));
+    }
     EvalResults values;
     if (nodeName != m_strReg) {
         const QDomElement node = m_context.node(nodeName);
@@ -77,17 +82,18 @@ bool ConverterFormula::formulaAt(int index, QString *from) const
 {
     *from = m_strFrom;
     for (const Variable &variable : m_variables) {
-        if (variable.node == m_strReg) {
-            from->replace(variable.name, QLatin1String("TO"));
-            continue;
-        }
+        const bool isOwnWord = variable.node == m_strReg;
         const int entry = m_variables.size() == 1 ? 0 : index;
-        if (entry >= variable.values.size()) {
+        if (!isOwnWord && entry >= variable.values.size()) {
             return m_context.fail(QStringLiteral("getValue  failed:%1 out of size variables:%2")
                                       .arg(m_strName, variable.name));
         }
-        from->replace(variable.name,
-                      m_context.variableText(variable.node, variable.values.at(entry)));
+        const QString text = isOwnWord
+            ? QStringLiteral("TO")
+            : m_context.variableText(variable.node, variable.values.at(entry));
+        if (!m_context.substitute(variable.name, text, from)) {
+            return false;
+        }
     }
     return true;
 }

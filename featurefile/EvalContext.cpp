@@ -266,6 +266,19 @@ QString EvalContext::variableText(const QString &node, const _FORMULA_RESULT_ &r
     return text;
 }
 
+bool EvalContext::substitute(const QString &variable, const QString &text, QString *formula)
+{
+    // A long text costs as much as several short ones.
+    constexpr int LONG_TEXT = 4096;
+    if (formula->size() > MAX_FORMULA) {
+        return fail(QStringLiteral("getValue  failed:%1 a formula has more than %2 characters")
+                        .arg(m_strFeature)
+                        .arg(MAX_FORMULA));
+    }
+    formula->replace(variable, text);
+    return countCombinations(formula->size() / LONG_TEXT);
+}
+
 bool EvalContext::compute(const QString &owner, const QString &formula, double *value)
 {
     bool ok = false;

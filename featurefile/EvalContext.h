@@ -37,6 +37,7 @@ public:
     static constexpr int MAX_DEPTH = 128;
     static constexpr int MAX_VISITS = 100000; ///< nodes looked at and registers read for one node
     static constexpr int MAX_COMBINATIONS = 65536;
+    static constexpr int MAX_FORMULA = 65536; ///< characters
 
     /// `task` may be null: everything that asks the device fails then. Whoever sets `stop` ends all work early.
     EvalContext(const ElementMap &nodes, const QVector<SelectedLink> &selectedLinks,
@@ -65,6 +66,9 @@ public:
     static QString addressText(const _FORMULA_RESULT_ &address);
     /// A variable's number as it is put into a formula; told of when it is not the number meant.
     QString variableText(const QString &node, const _FORMULA_RESULT_ &result);
+    /// Puts a text in a variable's place. False, logged, for a formula that has grown too long: a variable may be part of
+    /// another's number.
+    bool substitute(const QString &variable, const QString &text, QString *formula);
     /// Works a formula out; a failure is logged with the text.
     bool compute(const QString &owner, const QString &formula, double *value);
 

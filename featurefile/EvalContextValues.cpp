@@ -103,14 +103,11 @@ void EvalContext::expandFormula(Expansion &expansion, const QString &formula,
         const QString nodeName = expansion.nodes.value(key);
         const EvalResults values = expansion.values.value(key);
         for (const _FORMULA_RESULT_ &result : values) {
-            // A long text costs as much as several short ones.
-            constexpr int LONG_TEXT = 4096;
-            if (!countCombinations(formula.size() / LONG_TEXT)
-                || (values.size() > 1 && !countVisit())) {
+            QString replaced = formula;
+            if ((values.size() > 1 && !countVisit())
+                || !substitute(key, variableText(nodeName, result), &replaced)) {
                 return;
             }
-            QString replaced = formula;
-            replaced.replace(key, variableText(nodeName, result));
             expandFormula(expansion, replaced,
                           variables
                               + QStringLiteral("[%1:%2]").arg(

@@ -327,6 +327,12 @@ void tst_EvalContext::endsHostileDescriptions_data()
     for (int index = 0; index < 5000; ++index) {
         many += variable("V" + QByteArray::number(index), "C");
     }
+    QTest::newRow("a formula that grows with each variable")
+        << converted(variable("1", "C").repeated(100), "1") + integer("C", "<Value>111111</Value>")
+            + intReg("R", "0x1000");
+    QTest::newRow("a formula that grows with its register's names")
+        << converted((variable("T", "R") + variable("O", "R")).repeated(60), "T")
+            + intReg("R", "0x1000");
     QTest::newRow("thousands of variables")
         << x + integer("C", "<Value>1</Value>") + knife("K", many, "V1") + address;
 }
