@@ -322,6 +322,7 @@ void CLightingSelectorInterWidget::toggleFromAll(quint32 nBit)
 void CLightingSelectorInterWidget::switchAll(bool on)
 {
     if (m_bBusy || !m_light.isLive()) {
+        emit sigStateChanged(); // what was clicked goes back to the truth
         return;
     }
     VexaPropertyTreeItem *const pCommand = on ? m_light.allOnItem() : m_light.allOffItem();

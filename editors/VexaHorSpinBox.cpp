@@ -54,12 +54,12 @@ void VexaHorSpinBox::setRange(qint64 min, qint64 max)
     }
     m_nMinimum = min;
     m_nMaximum = max;
-    setValue(m_nValue);
+    setValue(qBound(min, m_nValue, max));
 }
 
 void VexaHorSpinBox::setValue(qint64 value)
 {
-    m_nValue = qBound(m_nMinimum, value, m_nMaximum);
+    m_nValue = value;
     updateButtons();
     if (!isTyping()) {
         showValue();
@@ -107,14 +107,21 @@ void VexaHorSpinBox::onEditingFinished()
 
 void VexaHorSpinBox::updateButtons()
 {
-    m_pMinusButton->setEnabled(m_nValue > m_nMinimum);
-    m_pPlusButton->setEnabled(m_nValue < m_nMaximum);
+    m_pMinusButton->setEnabled(!m_bLocked && m_nValue > m_nMinimum);
+    m_pPlusButton->setEnabled(!m_bLocked && m_nValue < m_nMaximum);
 }
 
-void VexaHorSpinBox::setButtonsEnabled(bool enabled)
+void VexaHorSpinBox::setLocked(bool locked)
 {
-    m_pMinusButton->setEnabled(enabled);
-    m_pPlusButton->setEnabled(enabled);
+    m_bLocked = locked;
+    updateButtons();
+}
+
+void VexaHorSpinBox::giveUp()
+{
+    if (m_pEdit->isModified()) {
+        showValue();
+    }
 }
 
 bool VexaHorSpinBox::isTyping() const

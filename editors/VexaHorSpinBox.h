@@ -14,13 +14,13 @@ public:
 
     /// Limits of the number, which goes to the nearer end when it lies outside. Ignored with `max` below `min`.
     void setRange(qint64 min, qint64 max);
-    /// Shown as it is, within the limits; no edit.
+    /// Shown as it is, even outside of the limits; no edit.
     void setValue(qint64 value);
     /// Size of one press.
     void setStep(qint64 step);
     qint64 value() const { return m_nValue; }
     /// Drops what is being typed.
-    void giveUp() { showValue(); }
+    void giveUp();
 
     virtual void OnMinusClicked();
     virtual void OnPlusClicked();
@@ -30,7 +30,8 @@ Q_SIGNALS:
     void SigValueTyped();
 
 protected:
-    void setButtonsEnabled(bool enabled);
+    /// Shuts both buttons, whatever the limits say.
+    void setLocked(bool locked);
     /// The user is typing, so that the text is not to change.
     bool isTyping() const;
     /// The number as text, in place of what was being typed.
@@ -43,6 +44,7 @@ protected:
     qint64 m_nMaximum = 1;
     qint64 m_nValue = 0;
     qint64 m_nStep = 1;
+    bool m_bLocked = false;
 
 private Q_SLOTS:
     void onEditingFinished();

@@ -5,7 +5,7 @@
 #include "editors/EditorHost.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CustomItemValues.h"
-#include "model/ItemLocks.h"
+#include "model/VexaPropertyTreeItem.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QKeyEvent>
@@ -16,6 +16,7 @@ VexaPropFocusStepWidget::VexaPropFocusStepWidget(CTreeHorSpinBoxItemValue *value
     , m_pValue(value)
 {
     m_pEdit->setAccessibleName(value->m_strDisplayName);
+    m_pEdit->clear(); // until the integer has been read
     connect(this, &VexaHorSpinBox::SigValueTyped, this, &VexaPropFocusStepWidget::onTyped);
 }
 
@@ -24,28 +25,13 @@ void VexaPropFocusStepWidget::refill()
     if (!m_pValue->m_pIntegerItem) {
         return;
     }
-    const bool bLocked = m_pValue->m_nValue != 0;
-    setButtonsEnabled(!bLocked);
-    {
-        qint64 limits[2] = {};
-        qint64 nValue = 0;
-        {
-            const ItemLock lock(m_pValue->m_pIntegerItem);
-            const auto *const pInteger =
-                dynamic_cast<const CTreeIntergerItemValue *>(m_pValue->m_pIntegerItem->value());
-            if (!pInteger) {
-                return;
-            }
-            limits[0] = pInteger->m_nMinValue;
-            limits[1] = pInteger->m_nMaxValue;
-            nValue = pInteger->m_nValue;
-        }
-        setRange(limits[0], limits[1]);
-        setValue(nValue);
-    }
+    setLocked(m_pValue->m_nValue != 0);
     setStep(m_pValue->m_nStep);
-    if (bLocked) {
-        setButtonsEnabled(false); // the range opened them
+    const std::unique_ptr<CTreeItemValue> snapshot = m_pValue->m_pIntegerItem->valueSnapshot();
+    const auto *const pInteger = dynamic_cast<const CTreeIntergerItemValue *>(snapshot.get());
+    if (pInteger && m_pValue->m_pIntegerItem->isValueCached()) {
+        setRange(pInteger->m_nMinValue, pInteger->m_nMaxValue);
+        setValue(pInteger->m_nValue);
     }
 }
 

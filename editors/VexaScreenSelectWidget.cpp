@@ -35,6 +35,11 @@ struct PageRow
     const char *text; ///< key
 };
 
+bool isPage(int nPage)
+{
+    return nPage >= FIRST_PAGE && nPage <= LAST_PAGE;
+}
+
 const PageRow &pageRow(int nPage)
 {
     static const PageRow rows[] = {
@@ -189,8 +194,10 @@ void VexaScreenSelectWidget::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setOpacity(isEnabled() ? 1.0 : DIMMED);
     const QSize picture = pictureSize();
-    painter.drawPixmap(ARROW_WIDTH, 0,
-                       VectorPicture::pixmap(picturePath(), picture, devicePixelRatioF()));
+    if (isPage(m_nPage)) {
+        painter.drawPixmap(ARROW_WIDTH, 0,
+                           VectorPicture::pixmap(picturePath(), picture, devicePixelRatioF()));
+    }
     const struct
     {
         int nX;
@@ -215,5 +222,7 @@ void VexaScreenSelectWidget::paintEvent(QPaintEvent *event)
 
 void VexaScreenSelectWidget::nameForReaders()
 {
-    setAccessibleName(QCoreApplication::translate("VexaScreenSelectWidget", pageRow(m_nPage).text));
+    setAccessibleName(isPage(m_nPage) ? QCoreApplication::translate("VexaScreenSelectWidget",
+                                                                    pageRow(m_nPage).text)
+                                      : QString());
 }

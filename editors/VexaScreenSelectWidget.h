@@ -13,7 +13,7 @@ public:
     /// `value` is that of the row and outlives the editor.
     VexaScreenSelectWidget(CTreeScreenSelectItemValue *value, QWidget *parent);
 
-    /// 1 to 3. Shows it; writes nothing.
+    /// 1 to 3; nothing is shown for any other. Writes nothing.
     void setPage(int page);
     int page() const { return m_nPage; }
     /// As high as a picture: what asks for nothing gets the height of one line.

@@ -1,5 +1,6 @@
 #include "editors/VexaStringFormatRules.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QRegExp>
 #include <QRegularExpression>
@@ -142,4 +143,23 @@ VexaStringFormatRules::Refusal VexaStringFormatRules::refusal(const QString &str
     }
     const bool bDirectory = strFormatNode == QLatin1String("FtpFormatDirectoryString");
     return bDirectory && inDirectories.indexIn(strText) >= 0 ? REFUSED_CHARACTERS : REFUSED_NOT;
+}
+
+QString VexaStringFormatRules::warning(Refusal eRefusal)
+{
+    const char *pText = nullptr;
+    switch (eRefusal) {
+    case REFUSED_NOT:
+        return QString();
+    case REFUSED_EMPTY:
+        pText = QT_TRANSLATE_NOOP("VexaStringFormatWidget",
+                                  "The FTP image name cannot be empty. Please reset it!");
+        break;
+    case REFUSED_CHARACTERS:
+        pText = QT_TRANSLATE_NOOP("VexaStringFormatWidget",
+                                  "Special characters exist in the setting content, please modify "
+                                  "and try again!");
+        break;
+    }
+    return QCoreApplication::translate("VexaStringFormatWidget", pText);
 }

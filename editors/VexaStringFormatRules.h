@@ -32,6 +32,8 @@ bool hasIdeographs(const QString &strText);
 enum Refusal { REFUSED_NOT, REFUSED_EMPTY, REFUSED_CHARACTERS };
 /// Why a text is not to be written to this format node.
 Refusal refusal(const QString &strFormatNode, const QString &strText);
+/// What the user is told of it, in the client's language; empty for REFUSED_NOT.
+QString warning(Refusal eRefusal);
 
 /// The name of an uploaded picture, which a few rules single out.
 bool isFtpPictureName(const QString &strFormatNode);

@@ -5,10 +5,10 @@
 #include "DeviceTaskModule/QCameraTask.h"
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "ShellServicesModule/QFunction.h"
+#include "editors/EditorHost.h"
 #include "editors/VexaStringFormatRules.h"
 #include "editors/VexaStringFormatWidget.h"
 #include "model/CustomItemValues.h"
-#include "shell/VexaMainFeatureWidget.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/VexaFeatureTree.h"
 
@@ -56,10 +56,7 @@ bool VexaStringFormatWidget::acceptText(const QString &strFormatNode, const QStr
     if (eRefusal == REFUSED_NOT) {
         return true;
     }
-    const QString strWarning = eRefusal == REFUSED_EMPTY
-        ? VexaStringFormatWidget::tr("The FTP image name cannot be empty. Please reset it!")
-        : VexaStringFormatWidget::tr(
-            "Special characters exist in the setting content, please modify and try again!");
+    const QString strWarning = warning(eRefusal);
     showStoredText();
     // Not on the stack of a focus change: while the box is open the row may go, and Qt would go on with it.
     QMetaObject::invokeMethod(
@@ -80,8 +77,7 @@ void VexaStringFormatWidget::writeText(const QString &strFormatNode, const QStri
     if (bWritten) {
         m_strFailedText.clear();
         m_strWorkingText = strText;
-        VexaFeatureTree *const pTree =
-            VexaMainFeatureWidget::instance()->featureTree(m_lCameraID, false);
+        VexaFeatureTree *const pTree = EditorHost::featureTree(m_lCameraID);
         if (!pTree) {
             return;
         }
@@ -95,13 +91,15 @@ void VexaStringFormatWidget::writeText(const QString &strFormatNode, const QStri
         return;
     }
     QString strRead;
-    if (pTask->GetStringValue(strFormatNode, &strRead, nullptr, nullptr, true, false)) {
+    const bool bRead =
+        pTask->GetStringValue(strFormatNode, &strRead, nullptr, nullptr, true, false);
+    if (bRead) {
         m_strText = strRead;
     }
     if (m_pTextEdit->toPlainText().isEmpty()) {
         applyLook(false);
         showStoredText();
-    } else if (bWritten && m_pTextEdit->toPlainText() != boxForm(m_strText)) {
+    } else if (bWritten && bRead && m_pTextEdit->toPlainText() != boxForm(m_strText)) {
         showStoredText(); // the device made something else of it
     }
     m_strWorkingText = m_strText;

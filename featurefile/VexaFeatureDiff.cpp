@@ -4,14 +4,13 @@
 #include "ControlKit/CustomPushButton.h"
 #include "ControlKit/CustomSortHeaderView.h"
 
+#include <QBoxLayout>
 #include <QCoreApplication>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMutexLocker>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -76,12 +75,11 @@ VexaFeatureDiff::VexaFeatureDiff(QWidget *parent)
     makeTable();
 
     auto *content = new QWidget;
-    auto *tableBox = new QVBoxLayout;
+    QBoxLayout *tableBox = Custom::createLayout(Qt::Vertical);
     tableBox->setContentsMargins(EDGE, EDGE, EDGE, 50);
     tableBox->addWidget(m_pTable);
-    auto *box = new QVBoxLayout(content);
-    box->setContentsMargins(0, 0, 0, 0);
-    box->setSpacing(0);
+    QBoxLayout *box = Custom::createLayout(Qt::Vertical);
+    content->setLayout(box);
     box->addLayout(tableBox);
     box->addWidget(makeButtonBar());
     cSetCentralWidget(content);
@@ -139,9 +137,8 @@ QWidget *VexaFeatureDiff::makeButtonBar()
     bar->setObjectName(QStringLiteral("FeatureDiffBar"));
     bar->setStyleSheet(
         QStringLiteral("#FeatureDiffBar{background-color:%1}").arg(QStringLiteral("#E4E5E7")));
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
+    QBoxLayout *row = Custom::createLayout(Qt::Horizontal);
+    bar->setLayout(row);
     row->addStretch();
     row->addWidget(m_pOkButton);
     row->addSpacing(BUTTON_SPACING);

@@ -1,5 +1,6 @@
 #include "fileaccess/QVexaFileAccessDialog.h"
 
+#include "ControlKit/Custom.h"
 #include "ControlKit/CustomComboBox.h"
 #include "ControlKit/CustomLabel.h"
 #include "ControlKit/CustomMessageBox.h"
@@ -16,14 +17,13 @@
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
+#include <QBoxLayout>
 #include <QCoreApplication>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QPointer>
 #include <QTextDocument>
 #include <QThread>
 #include <QTimer>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -94,17 +94,14 @@ void QVexaFileAccessDialog::makeContent()
     m_pSelectorCombo = new CustomComboBox;
     m_pSelectorCombo->setFixedSize(COMBO_SIZE);
     m_pLabel->setBuddy(m_pSelectorCombo);
-    auto *row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
+    QBoxLayout *row = Custom::createLayout(Qt::Horizontal);
     row->addSpacing(EDGE);
     row->addWidget(m_pLabel);
     row->addSpacing(LABEL_GAP);
     row->addWidget(m_pSelectorCombo);
     row->addSpacing(EDGE);
-    auto *column = new QVBoxLayout(content);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    QBoxLayout *column = Custom::createLayout(Qt::Vertical);
+    content->setLayout(column);
     column->addSpacing(EDGE);
     column->addLayout(row);
     column->addSpacing(BELOW);

@@ -105,6 +105,10 @@ void IVexaFeatureWidget::setCameraID(long lCameraID)
         m_pTreeView->setForbidUpdate(false);
         if (pNewRoot) {
             m_rootItems.insert(nCamera, pNewRoot);
+        } else {
+            // Rows may have been laid before there turned out to be no page.
+            m_pRows->forget(lCameraID, m_pTreeView);
+            m_showInAllItems.remove(nCamera);
         }
     }
     VexaPropertyTreeItem *pRoot = m_rootItems.value(nCamera, nullptr);

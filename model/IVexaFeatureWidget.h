@@ -91,6 +91,9 @@ protected:
     void setLightingItems(VexaPropertyTreeItem *pRow,
                           const QList<VexaPropertyTreeItem *> &sharedSettings,
                           VexaPropertyTreeItem *pAllOff, VexaPropertyTreeItem *pAllOn);
+    /// For a host's own dialog: why the row of a format node would not take this text, in the client's language;
+    /// empty when it would, and for any other node.
+    static QString formatObjection(const QString &strFormatNode, const QString &strText);
     /// "CustomSpinBox": the commands behind its buttons and the integer that it shows, whose changes it follows.
     void setSpinItems(VexaPropertyTreeItem *pRow, VexaPropertyTreeItem *pMinus,
                       VexaPropertyTreeItem *pPlus, VexaPropertyTreeItem *pInteger);

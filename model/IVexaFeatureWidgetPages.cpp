@@ -1,6 +1,8 @@
 // Pages over a feature tree: laying them, and what a host sets in their rows.
 
+#include "editors/VexaStringFormatRules.h"
 #include "model/CustomItemValues.h"
+#include "model/CustomNodeNames.h"
 #include "model/IVexaFeatureWidget.h"
 #include "model/ItemLocks.h"
 #include "model/StepPageBuilder.h"
@@ -76,6 +78,17 @@ void IVexaFeatureWidget::setLightingItems(VexaPropertyTreeItem *pRow,
             value.m_pAllOffItem = pAllOff;
             value.m_pAllOnItem = pAllOn;
         });
+}
+
+QString IVexaFeatureWidget::formatObjection(const QString &strFormatNode, const QString &strText)
+{
+    using namespace VexaStringFormatRules;
+    if (customNodeOf(strFormatNode).isEmpty()) {
+        return QString();
+    }
+    return warning(hasIdeographs(strText) || hasEmptyLevel(strFormatNode, strText)
+                       ? REFUSED_CHARACTERS
+                       : refusal(strFormatNode, strText));
 }
 
 void IVexaFeatureWidget::setSpinItems(VexaPropertyTreeItem *pRow, VexaPropertyTreeItem *pMinus,

@@ -1,14 +1,14 @@
 // The features of a page that are more than the tree's own item shown a second time.
 
-#include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
-#include "DeviceTaskModule/QTaskManager.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CustomItemValues.h"
 #include "model/CustomNodeNames.h"
 #include "model/ItemLocks.h"
 #include "model/StepPageBuilder.h"
 #include "model/StepPageRows.h"
+#include "tree/CameraLookup.h"
+#include "tree/QGetFeaturesThread.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QDebug>
@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr int UPDATE_VISIBLE_VALUE = 2; ///< status flag of VexaFeatureTree::updateFeature
 const QString &lightingSelector()
 {
     static const QString name = QStringLiteral("LightingSelector");
@@ -62,9 +61,7 @@ int lightingTypeOf(int nSegments)
 
 QCameraTask *StepPageBuilder::task() const
 {
-    QTaskManager *const pManager = QTaskManager::Instance();
-    QCameraBasicTask *const pBasic = pManager ? pManager->GetTaskByIDEx(m_site.lCameraID) : nullptr;
-    return pBasic ? pBasic->_CameraTak() : nullptr;
+    return cameraTaskOf(m_site.lCameraID);
 }
 
 bool StepPageBuilder::isAccessible(const QString &strNode) const
@@ -118,7 +115,7 @@ void StepPageBuilder::layLightingSelector(Item *pParent, const Entry &entry)
 {
     Item *const pSelector = item(lightingSelector());
     Item *const pEnable = item(QStringLiteral("LightingEnable"));
-    m_site.tree.updateFeature(pSelector, UPDATE_VISIBLE_VALUE);
+    m_site.tree.updateFeature(pSelector, QGetFeaturesThread::UPDATE_VISIBLE_VALUE);
     if (!pSelector || !pSelector->visible() || !isAccessible(lightingSelector()) || !pEnable) {
         return;
     }

@@ -52,14 +52,9 @@ const ButtonRow BUTTONS[] = {
      ":/FeatureTreeModule/featuretree/icon_save_disable.svg", 104, 115},
 };
 
-QString translated(const char *key)
-{
-    return QCoreApplication::translate("QFeatureToolBar", key);
-}
-
 void setText(CustomPushButton *button, const char *key)
 {
-    const QString text = translated(key);
+    const QString text = QCoreApplication::translate("QFeatureToolBar", key);
     button->setText(text);
     button->setToolTip(text);
 }

@@ -28,7 +28,8 @@ host/workbench|platform model shell tree host/utilitykit host/controlkit host/sh
 EXCEPTIONS='
 model/IVexaFeatureWidget*.cpp|view/VexaFeatureTreeView.h
 model/IVexaFeatureWidgetPages.cpp|tree/VexaFeatureTree.h
-model/StepPage*.cpp|tree/VexaFeatureTree.h
+model/StepPage*.cpp|tree/*.h
+model/IVexaFeatureWidgetPages.cpp|editors/VexaStringFormatRules.h
 tree/*.cpp|view/VexaFeatureTreeView.h
 tree/*.cpp|featurefile/*.h
 tree/*.cpp|shell/VexaFeatureToolBar.h

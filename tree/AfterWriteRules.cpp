@@ -10,12 +10,11 @@
 #include "tree/EnumRecord.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
+#include "tree/WriteNodeRules.h"
 
 #include <QDebug>
 
 namespace {
-
-constexpr quint32 TEST_PATTERN_OPEN = 20;
 
 /// The task is looked up anew: what a rule tells may end the camera.
 QCameraTask *taskOf(const VexaFeatureTree &tree)
@@ -100,9 +99,8 @@ bool tellTestPattern(VexaFeatureTree &tree, const QString &name)
         return false;
     }
     QCameraTask *task = taskOf(tree);
-    const bool opened = task && task->GetEnumerationValue(name, record.get(), nullptr, true, false)
-        && record->value == TEST_PATTERN_OPEN;
-    tellTestImage(opened ? QStringLiteral("test_open") : QStringLiteral("test_close"));
+    const bool read = task && task->GetEnumerationValue(name, record.get(), nullptr, true, false);
+    tellTestImage(testPatternState(read ? record->value : 0));
     return true;
 }
 

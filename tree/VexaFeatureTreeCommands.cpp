@@ -16,11 +16,11 @@
 
 #include <climits>
 
+using WriteMessages::NO_CODE;
 using WriteMessages::translated;
 
 namespace {
 
-constexpr int NO_CODE = -1; ///< shown when a failed command gave no code
 constexpr qint64 FOCUS_DONE = 1;
 
 bool isFocusUnderWay(QCameraTask &task)

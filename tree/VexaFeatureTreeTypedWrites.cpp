@@ -15,15 +15,14 @@
 #include <QDebug>
 #include <QThread>
 
+using WriteMessages::NO_CODE;
 using WriteMessages::translated;
 
 namespace {
 
-constexpr int NO_CODE = -1; ///< shown when a failed write gave no code
 constexpr int NOT_ACCESSIBLE_NOW = static_cast<int>(0x90006104U);
 constexpr qint64 PACKET_SIZE_BAND = 500;
 constexpr unsigned long TRIGGER_MODE_PAUSE_MS = 500;
-constexpr int TEST_PATTERN_OPEN = 20;
 
 } // namespace
 
@@ -153,8 +152,7 @@ bool VexaFeatureTree::OnEnumerationNodeValueChanged(const QString &name, int val
         OnTriggerModeChanged(1);
     }
     if (name == QLatin1String("TestPattern")) {
-        QString state =
-            value == TEST_PATTERN_OPEN ? QStringLiteral("test_open") : QStringLiteral("test_close");
+        QString state = testPatternState(value);
         VexaListenTools::instance()->notifyListeners(VEXA_EVENT_TEST_STATE, &state);
     }
     if (!startInvalidateTimer()) {

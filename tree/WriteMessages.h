@@ -11,6 +11,9 @@ enum MessageHint { HINT_ADVICE = 1, HINT_NOTICE = 2, HINT_FAILURE = 3 };
 /// The words of writes. GUI thread.
 namespace WriteMessages {
 
+/// In the place of an error code, for a write or a command that failed without one.
+constexpr int NO_CODE = -1;
+
 /// In the client's language.
 QString translated(const char *key);
 /// Why a value was not written.

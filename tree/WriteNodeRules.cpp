@@ -2,6 +2,8 @@
 
 namespace {
 
+constexpr qint64 TEST_PATTERN_OPEN = 20;
+
 struct NodeRules
 {
     const char *nodeName;
@@ -45,4 +47,9 @@ WriteRules writeRulesOf(const QString &nodeName)
         }
     }
     return {};
+}
+
+QString testPatternState(qint64 value)
+{
+    return value == TEST_PATTERN_OPEN ? QStringLiteral("test_open") : QStringLiteral("test_close");
 }

@@ -22,3 +22,6 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(WriteRules)
 
 /// No rule for most names.
 WriteRules writeRulesOf(const QString &nodeName);
+
+/// What the client is told of the test pattern when "TestPattern" stands on this entry.
+QString testPatternState(qint64 value);

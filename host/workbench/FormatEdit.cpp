@@ -12,24 +12,7 @@
 
 namespace {
 
-/// Names and directories are lists: their tags bring a separator.
-QString tagText(const QString &strFormatNode, const QString &strEntry)
-{
-    static const struct
-    {
-        const char *word;
-        const char *text;
-    } separators[] = {{"Directory", "<%1>/"}, {"Result", "<%1>,"}};
-    for (const auto &row : separators) {
-        if (strFormatNode.contains(QLatin1String(row.word))) {
-            return QString::fromLatin1(row.text).arg(strEntry);
-        }
-    }
-    return QStringLiteral("<%1>").arg(strEntry);
-}
-
-QVector<FormatEditDialog::Tag> tagsOf(const VexaPropertyTreeItem *pSourceData,
-                                      const QString &strFormatNode, bool bChinese)
+QVector<FormatEditDialog::Tag> tagsOf(const VexaPropertyTreeItem *pSourceData, bool bChinese)
 {
     QVector<FormatEditDialog::Tag> tags;
     const std::unique_ptr<CTreeItemValue> snapshot =
@@ -45,7 +28,7 @@ QVector<FormatEditDialog::Tag> tagsOf(const VexaPropertyTreeItem *pSourceData,
         const QString strEntry = names.key(shown.at(nEntry));
         if (!strEntry.isEmpty()) {
             tags.append({bChinese ? shownCn.value(nEntry, shown.at(nEntry)) : shown.at(nEntry),
-                         tagText(strFormatNode, strEntry)});
+                         QStringLiteral("<%1>").arg(strEntry)});
         }
     }
     return tags;
@@ -54,7 +37,7 @@ QVector<FormatEditDialog::Tag> tagsOf(const VexaPropertyTreeItem *pSourceData,
 } // namespace
 
 void FormatEdit::edit(QWidget *pParent, long lCameraID, VexaPropertyTreeItem *pText,
-                      const VexaPropertyTreeItem *pSourceData)
+                      const VexaPropertyTreeItem *pSourceData, Objection objection)
 {
     const std::unique_ptr<CTreeItemValue> snapshot = pText ? pText->valueSnapshot() : nullptr;
     const auto *pValue = dynamic_cast<const CTreeStringItemValue *>(snapshot.get());
@@ -68,7 +51,10 @@ void FormatEdit::edit(QWidget *pParent, long lCameraID, VexaPropertyTreeItem *pT
     content.strText = pValue->m_strValue;
     content.nMaxBytes = pValue->m_nMaxLength - 1;
     content.bBytes = strNode.contains(QLatin1String("TriggerHex"));
-    content.tags = tagsOf(pSourceData, strNode, bChinese);
+    content.tags = tagsOf(pSourceData, bChinese);
+    content.objection = [objection, strNode](const QString &strText) {
+        return objection(strNode, strText);
+    };
     const QPointer<FormatEditDialog> pDialog = new FormatEditDialog(content, pParent);
     const bool bAccepted = pDialog->exec() == QDialog::Accepted;
     const QString strText = pDialog ? pDialog->text() : QString();

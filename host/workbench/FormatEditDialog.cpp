@@ -55,6 +55,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     : QDialog(pParent)
     , m_nMaxBytes(content.nMaxBytes)
     , m_bBytes(content.bBytes)
+    , m_objection(content.objection)
     , m_pText(new QPlainTextEdit(this))
     , m_pCounter(makeLabel(QString(), this))
     , m_pTags(new QListWidget(this))
@@ -87,8 +88,8 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     pCharacterColumn->addWidget(m_pCharacters);
     pLists->addLayout(pCharacterColumn, 1);
     auto *const pButtons = new QHBoxLayout;
-    pButtons->addWidget(m_pCounter);
-    pButtons->addStretch();
+    m_pCounter->setWordWrap(true);
+    pButtons->addWidget(m_pCounter, 1);
     pButtons->addWidget(m_pOk);
     pButtons->addWidget(pCancel);
     auto *const pColumn = new QVBoxLayout(this);
@@ -97,7 +98,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     pColumn->addLayout(pButtons);
     resize(560, 480);
 
-    connect(m_pText, &QPlainTextEdit::textChanged, this, &FormatEditDialog::countBytes);
+    connect(m_pText, &QPlainTextEdit::textChanged, this, &FormatEditDialog::check);
     connect(m_pTags, &QListWidget::itemActivated, this,
             [this](const QListWidgetItem *pItem) { putIn(pItem->data(PUT_IN_ROLE).toString()); });
     connect(m_pCharacters, &QTableWidget::cellActivated, this, [this](int nRow) {
@@ -108,7 +109,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     // Enter in a list puts something in; it does not end the dialog.
     m_pOk->setAutoDefault(false);
     pCancel->setAutoDefault(false);
-    countBytes();
+    check();
     m_pText->setFocus();
 }
 
@@ -172,12 +173,15 @@ void FormatEditDialog::putIn(const QString &strText)
     }
 }
 
-void FormatEditDialog::countBytes()
+void FormatEditDialog::check()
 {
     const int nBytes = text().toUtf8().size();
-    m_pCounter->setText(QStringLiteral("%1/%2").arg(nBytes).arg(m_nMaxBytes));
-    const bool bFits = nBytes <= m_nMaxBytes;
+    const QString strObjection = m_objection(text());
+    const bool bTaken = nBytes <= m_nMaxBytes && strObjection.isEmpty();
+    m_pCounter->setText(strObjection.isEmpty()
+                            ? QStringLiteral("%1/%2").arg(nBytes).arg(m_nMaxBytes)
+                            : strObjection);
     m_pCounter->cSetFontColor(
-        QColor(bFits ? QStringLiteral("#D1D1D1") : QStringLiteral("#E5484D")));
-    m_pOk->setEnabled(bFits);
+        QColor(bTaken ? QStringLiteral("#D1D1D1") : QStringLiteral("#E5484D")));
+    m_pOk->setEnabled(bTaken);
 }

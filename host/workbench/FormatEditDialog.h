@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <QVector>
 
+#include <functional>
+
 class CustomLabel;
 class CustomPushButton;
 class QListWidget;
@@ -27,6 +29,8 @@ public:
         int nMaxBytes = 0; ///< in UTF-8
         bool bBytes = false;
         QVector<Tag> tags;
+        std::function<QString(const QString &)>
+            objection; ///< why a text cannot be, empty when it can
     };
     explicit FormatEditDialog(const Content &content, QWidget *pParent = nullptr);
 
@@ -36,10 +40,11 @@ private:
     void fillTags(const QVector<Tag> &tags);
     void fillCharacters();
     void putIn(const QString &strText);
-    void countBytes();
+    void check();
 
     const int m_nMaxBytes;
     const bool m_bBytes;
+    const std::function<QString(const QString &)> m_objection;
     QPlainTextEdit *m_pText;
     CustomLabel *m_pCounter;
     QListWidget *m_pTags;

@@ -91,7 +91,8 @@ GuidedPages::GuidedPages(QWidget *parent)
     connect(m_pBasicOnly, &QCheckBox::clicked, this, [this] { toggleShowBasic(shownCameraID()); });
     connect(this, &IVexaFeatureWidget::SigFormatEditRequested, this,
             [this](VexaPropertyTreeItem *pFormat, VexaPropertyTreeItem *pSource) {
-                FormatEdit::edit(this, shownCameraID(), pFormat, pSource);
+                FormatEdit::edit(this, shownCameraID(), pFormat, pSource,
+                                 &GuidedPages::formatObjection);
             });
     retranslate();
     showState();
@@ -235,7 +236,7 @@ bool GuidedPages::setFeatureValue(const QString &strNodeType, const QString &str
     if (strNodeName == RULES_ROW) {
         FormatEdit::edit(this, shownCameraID(),
                          pTree->propertyItemByName(QStringLiteral("RegularExpressionRules")),
-                         nullptr);
+                         nullptr, &GuidedPages::formatObjection);
         return true;
     }
     return pTree->setFeatureValue(strNodeType, strNodeName, oNodeValue);

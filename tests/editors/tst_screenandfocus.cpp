@@ -117,8 +117,8 @@ void tst_ScreenAndFocus::spinBoxLimits()
             + (buttons.at(1)->isEnabled() ? "+" : "");
     };
     QCOMPARE(buttons.at(0)->text(), QString("-"));
-    box.setRange(numbers.at(0), numbers.at(1));
     box.setValue(numbers.at(2));
+    box.setRange(numbers.at(0), numbers.at(1));
     box.setStep(numbers.at(3));
     QTEST(state(), "plain");
     buttons.at(0)->click();
@@ -196,6 +196,13 @@ void tst_ScreenAndFocus::screenFollowsTheDevice()
     f.tree().OnAddValueChangedNodes({"ScreenHomepage"});
     QVERIFY(f.settle());
     QTRY_COMPARE(f.screen()->page(), 3);
+    const QImage third = f.screen()->grab().toImage();
+    f.screen()->setPage(1);
+    const QImage first = f.screen()->grab().toImage();
+    f.screen()->setPage(0); // not read yet: none of the pictures
+    QVERIFY(f.screen()->grab().toImage() != first && f.screen()->accessibleName().isEmpty());
+    f.screen()->setPage(3);
+    QCOMPARE(f.screen()->grab().toImage(), third);
     f.feature("ScreenHomepage")->setReadOnly(f.camera.id, true);
     QTRY_VERIFY(!f.screen()->isEnabled());
     f.forget();
@@ -236,6 +243,16 @@ void tst_ScreenAndFocus::focusSteps()
     QVERIFY(f.settle());
     QVERIFY(!f.button("+")->isEnabled() && !f.button("-")->isEnabled());
     QCOMPARE(f.writeCount(), 0);
+    f.type("440"); // the buttons stay shut
+    QCOMPARE(f.both(), QString("440 440"));
+    QVERIFY(!f.button("+")->isEnabled() && !f.button("-")->isEnabled());
+    // Beyond its own limits: shown as the device says.
+    f.pages.setSpinStep(f.pages.row("Custom_FocusSetting"), 10, false);
+    f.poke("FocusPosition", 0, 5000);
+    f.tree().OnAddValueChangedNodes({"FocusPosition"});
+    QVERIFY(f.settle());
+    QTRY_COMPARE(f.both(), QString("5000 5000"));
+    QVERIFY(!f.button("+")->isEnabled() && f.button("-")->isEnabled());
 }
 
 void tst_ScreenAndFocus::focusTyped()

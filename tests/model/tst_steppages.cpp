@@ -350,6 +350,18 @@ void tst_steppages::rowsFollowTheirFeature()
         camera.tree->propertyItemByName("TcpFormatString")->setReadOnly(camera.id, true);
         QVERIFY(pFormat->readOnly() && !pScreen->readOnly());
     }
+    // A host may lay rows and have no page in the end.
+    struct NoPage : TestPages
+    {
+        using TestPages::TestPages;
+        VexaPropertyTreeItem *createPageRoot() override
+        {
+            delete TestPages::createPageRoot();
+            return nullptr;
+        }
+    } none(pagesOf("P(ScreenHomepage)"));
+    none.setCameraID(camera.id);
+    QVERIFY(!none.isFollowed(camera.tree->propertyItemByName("ScreenHomepage")));
     fixture().close(camera);
 }
 

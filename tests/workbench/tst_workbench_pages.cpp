@@ -245,8 +245,9 @@ void WorkbenchPagesTest::formatDialog()
 {
     PagesFixture f(READER);
     bool bSeen = false;
+    QString strRow = "Custom_TcpFormatString";
     const auto inDialog = [&](const std::function<void(QDialog &)> &use) {
-        QPushButton *pEdit = f.button("Custom_TcpFormatString", "Edit");
+        QPushButton *pEdit = f.button(strRow, "Edit");
         bSeen = false;
         QTimer::singleShot(0, &f.window(), [&bSeen, &f, use] {
             auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
@@ -289,7 +290,23 @@ void WorkbenchPagesTest::formatDialog()
         dialog.reject();
     });
     QVERIFY(bSeen);
+    // What the row would refuse the dialog refuses, with the reason in its place of the count.
+    strRow = "Custom_ResSet_Ftp_Picture_Name";
+    inDialog([&](QDialog &dialog) {
+        const QMap<QString, bool> texts{
+            {"", false}, {"a:b", false}, {QString(QChar(0x4E2D)), false}, {"name", true}};
+        for (auto it = texts.cbegin(); it != texts.cend(); ++it) {
+            dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText(it.key());
+            for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
+                QVERIFY2(pButton->text() != "OK" || pButton->isEnabled() == it.value(),
+                         qPrintable(it.key()));
+            }
+        }
+        dialog.reject();
+    });
+    QVERIFY(bSeen);
     // The camera may go while the dialog is up.
+    strRow = "Custom_TcpFormatString";
     inDialog([&](QDialog &dialog) {
         dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText("gone");
         f.window().closeDevice(READER);
