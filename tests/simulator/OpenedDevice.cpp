@@ -2,26 +2,6 @@
 
 #include "host/devicetask/CameraHost.h"
 
-#include <QMutex>
-
-namespace {
-
-QMutex s_warningMutex;
-QStringList s_warnings;
-
-void keepLine(const char *text)
-{
-    const QMutexLocker lock(&s_warningMutex);
-    s_warnings.append(QString::fromUtf8(text).trimmed());
-}
-
-void keepLog(const char *, GLogLevelFlags, const char *text, void *)
-{
-    keepLine(text);
-}
-
-} // namespace
-
 OpenedDevice::OpenedDevice(const SimulatedDevices::Simulated &simulated)
 {
     GError *error = nullptr;
@@ -161,27 +141,6 @@ bool OpenedDevice::finish(GError *error)
     m_nErrorCode = error ? error->code : -1;
     g_clear_error(&error);
     return m_strError.isEmpty();
-}
-
-PrintedWarnings::PrintedWarnings()
-{
-    s_warnings.clear();
-    g_set_print_handler(keepLine);
-    g_set_printerr_handler(keepLine);
-    g_log_set_default_handler(keepLog, nullptr);
-}
-
-PrintedWarnings::~PrintedWarnings()
-{
-    g_set_print_handler(nullptr);
-    g_set_printerr_handler(nullptr);
-    g_log_set_default_handler(g_log_default_handler, nullptr);
-}
-
-QStringList PrintedWarnings::lines()
-{
-    const QMutexLocker lock(&s_warningMutex);
-    return s_warnings;
 }
 
 QDomDocument parsedDescription(const SimulatedDevices::Simulated &simulated)

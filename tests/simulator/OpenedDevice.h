@@ -45,15 +45,6 @@ private:
     bool finish(GError *error);
 };
 
-/// What GLib and Aravis print while it lives.
-class PrintedWarnings
-{
-public:
-    PrintedWarnings();
-    ~PrintedWarnings();
-    static QStringList lines();
-};
-
 QDomDocument parsedDescription(const SimulatedDevices::Simulated &simulated);
 /// Texts of all elements with this tag, in document order.
 QStringList elementTexts(const QDomDocument &document, const QString &tag);

@@ -28,48 +28,34 @@ struct Layout
 // A GenICam integer has 64 bits and a sign, so that registers of 8 bytes are always signed.
 const Layout kLayouts[] = {
     {"Width", "WidthReg", 0, 'u', 4, false, 0, 0, 1, 0, 2448},
-    {"SensorWidth", "SensorWidthReg", 0, 'u', 2, true, 0, 0, 1, 0, 2592},
     {"ADCBitDepth", "ADCBitDepthReg", 0, 'u', 1, false, 0, 0, 1, 0, 10},
     {"DeviceLinkSpeed", "DeviceLinkSpeedReg", 0, 's', 8, false, 0, 0, 1, 0, 125000000},
     {"GevMACAddress", "GevMACAddressReg", 0, 's', 8, false, 0, 0, 1, 0, double(0x0253494D0001)},
-    {"GevCurrentSubnetMask", "GevCurrentSubnetMaskReg", 0, 'u', 4, false, 0, 0, 1, 0, 4294967040.0},
     {"DigitalShift", "DigitalShiftReg", 0, 's', 1, false, 0, 0, 1, 0, -1},
     {"EncoderValue", "EncoderValueReg", 0, 's', 4, true, 0, 0, 1, 0, -1250},
     {"EncoderDrift", "EncoderDriftReg", 0, 's', 4, true, 16, 12, 1, 0, -37},
     {"GevSCPSPacketSize", "GevSCPSPacketSizeReg", 0, 'u', 4, false, 0, 16, 1, 0, 1500},
-    {"DeviceStreamChannelPacketSize", "GevSCPSPacketSizeReg", 0, 'u', 4, false, 0, 16, 1, 0, 1500},
     {"GevSCPSDoNotFragment", "GevSCPSDoNotFragmentReg", 0, 'u', 4, false, 30, 1, 1, 0, 1},
-    {"GevDeviceModeIsBigEndian", "GevDeviceModeIsBigEndianReg", 0, 'u', 4, false, 31, 1, 1, 0, 1},
     {"ReverseY", "ReverseYReg", 0, 'u', 4, true, 1, 1, 1, 0, 1},
     {"SharpnessEnable", "SharpnessEnableReg", 0, 'u', 4, false, 4, 1, -1, 1, 1},
     {"SensorTaps", "SensorTapsReg", 0, 'u', 4, false, 8, 4, 1, 0, 4},
-    {"EncoderSourceB", "EncoderSourceBReg", 0, 'u', 4, true, 4, 4, 1, 0, 2},
     {"DeviceSFNCVersionMajor", "SfncVersionWord", 0, 'u', 4, true, 16, 8, 1, 0, 2},
-    {"DeviceSFNCVersionMinor", "SfncVersionWord", 0, 'u', 4, true, 8, 8, 1, 0, 7},
-    {"GevVersionMajor", "GevVersionWord", 0, 'u', 4, false, 16, 16, 1, 0, 2},
     {"AcquisitionBurstFrameCount", "BurstFrameCountRaw", 0, 'u', 2, true, 0, 0, 1, 1, 1},
     {"DeviceLinkThroughputLimit", "LinkThroughputKiloReg", 0, 'u', 4, false, 0, 0, 1000, 0,
      118000000},
     {"ExposureTime", "ExposureTimeRaw", 0, 'u', 4, false, 0, 0, 0.1, 0, 5000},
     {"BlackLevel", "BlackLevelRaw", 0, 's', 2, false, 0, 0, 0.125, 0, -3},
     {"DeviceSupplyVoltage", "DeviceSupplyMillivoltsReg", 0, 'u', 2, false, 0, 0, 0.001, 0, 23.95},
-    {"DeviceLinkHeartbeatTimeout", "GevHeartbeatTimeoutReg", 0, 'u', 4, false, 0, 0, 1000, 0,
-     3000000},
     {"Gain", "GainReg", 0, 'f', 4, false, 0, 0, 1, 0, 6.5},
     {"NoiseReduction", "NoiseReductionReg", 0, 'f', 4, true, 0, 0, 1, 0, double(0.35f)},
     {"Gamma", "GammaReg", 0, 'f', 8, false, 0, 0, 1, 0, 0.7},
     {"ShadingCoefficient", "ShadingCoefficientReg", 0, 'f', 8, true, 0, 0, 1, 0, -0.125},
-    {"TimerDuration", "TimerDurationReg", 0, 'f', 8, false, 0, 0, 1, 0, 100},
     {"TriggerDelay", "TriggerDelayReg", 1, 'f', 8, true, 0, 0, 1, 0, 0},
     {"LUTValue", "LUTValueReg", 256, 'u', 4, false, 0, 0, 1, 0, 256},
-    {"CounterDuration", "CounterDurationReg", 0, 'u', 4, false, 0, 0, 1, 0, 100},
     {"DefectPixelY", "DefectPixelYReg", 0, 'u', 2, true, 0, 0, 1, 0, 137},
     {"LineInverter", "LineInverterReg", 0, 'u', 1, false, 0, 0, 1, 0, 0},
-    {"UserOutputValue", "UserOutputWord", 0, 'u', 4, false, 1, 1, 1, 0, 1},
     {"LineStatus", "LineStatusWord", 0, 'u', 4, false, 0, 1, 1, 0, 1},
-    {"PixelSize", "PixelFormatReg", 0, 'u', 4, false, 16, 8, 1, 0, 8},
     {"SensorStatusRegister", "SensorStatusRegister", 0, 'u', 4, true, 0, 0, 1, 0, 2147483713.0},
-    {"GevMCTT", "GevMCTT", 0, 'u', 4, false, 0, 0, 1, 0, 300},
 };
 
 double decoded(const Layout &row, const QByteArray &bytes)
@@ -96,27 +82,6 @@ double decoded(const Layout &row, const QByteArray &bytes)
     return value * row.scale + row.offset;
 }
 
-/// Features that do not stand open in a camera fresh from the factory.
-const QMap<QString, QString> kClosed = {
-    {"BalanceRatioSelector", "not implemented: monochrome sensor"},
-    {"BalanceRatio", "not implemented: monochrome sensor"},
-    {"ImageCompressionQuality", "not available: compression is off"},
-    {"AcquisitionFrameCount", "not available: acquisition is continuous"},
-    {"TriggerActivation", "not available: no line triggers"},
-    {"LineSource", "not available: line 0 is an input"},
-    {"ChunkFrameID", "not available: no chunk data"},
-    {"ChunkTimestamp", "not available: no chunk data"},
-    {"ChunkExposureTime", "not available: no chunk data"},
-    {"ChunkGain", "not available: no chunk data"},
-    {"ChunkLineStatusAll", "not available: no chunk data"},
-    {"SequencerSetSave", "not available: the sequencer is not being configured"},
-    {"SequencerSetLoad", "not available: the sequencer is not being configured"},
-    {"ReadoutTestStart", "not available: no test ramp"},
-    {"ReadoutTestStep", "not available: no test ramp"},
-    {"ReadoutTestColumns", "not available: no test ramp"},
-    {"ReadoutTestSeed", "not available: no test ramp"},
-};
-
 } // namespace
 
 /// The values that Aravis works out from the description of area-camera, against its memory.
@@ -126,11 +91,8 @@ class tst_AreaCameraValues : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void everyFeatureReads();
     void valueIsThatOfTheMemory_data();
     void valueIsThatOfTheMemory();
-    void writeReachesTheMemory_data();
-    void writeReachesTheMemory();
     void rangesHoldTheValue();
     void rangesFollowEachOther();
     void selectorsChooseTheirElement_data();
@@ -169,33 +131,6 @@ quint64 tst_AreaCameraValues::addressOf(const Layout &row) const
     return address.toULongLong(nullptr, 0) + quint64(row.element * row.length);
 }
 
-void tst_AreaCameraValues::everyFeatureReads()
-{
-    const PrintedWarnings warnings;
-    const QStringList features = elementTexts(m_document, QStringLiteral("pFeature"));
-    QSet<QString> closed;
-    int read = 0;
-    for (const QString &name : features) {
-        QVERIFY2(ARV_IS_GC_FEATURE_NODE(m_pDevice->node(name)), qPrintable(name));
-        const bool isOpen = m_pDevice->flag(arv_gc_feature_node_is_implemented, name)
-            && m_pDevice->flag(arv_gc_feature_node_is_available, name);
-        m_pDevice->flag(arv_gc_feature_node_is_locked, name);
-        QVERIFY2(m_pDevice->m_strError.isEmpty(), qPrintable(m_pDevice->m_strError));
-        if (!isOpen) {
-            closed.insert(name);
-        }
-        // what is closed has a register behind it all the same
-        const QVariant value = m_pDevice->value(name);
-        QVERIFY2(m_pDevice->m_strError.isEmpty(), qPrintable(name + ": " + m_pDevice->m_strError));
-        const QString tag = m_nodes.value(name).tagName();
-        QCOMPARE(value.isValid(), tag != "Category" && tag != "Command");
-        read += value.isValid() ? 1 : 0;
-    }
-    QCOMPARE(closed, QSet<QString>(kClosed.keyBegin(), kClosed.keyEnd()));
-    QVERIFY(read > 220);
-    QCOMPARE(PrintedWarnings::lines(), QStringList());
-}
-
 void tst_AreaCameraValues::valueIsThatOfTheMemory_data()
 {
     QTest::addColumn<int>("row");
@@ -226,68 +161,6 @@ void tst_AreaCameraValues::valueIsThatOfTheMemory()
     const double value = m_pDevice->value(layout.feature).toDouble();
     QVERIFY2(m_pDevice->m_strError.isEmpty(), qPrintable(m_pDevice->m_strError));
     QCOMPARE(value, decoded(layout, bytes));
-}
-
-void tst_AreaCameraValues::writeReachesTheMemory_data()
-{
-    QTest::addColumn<QString>("feature");
-    QTest::addColumn<double>("value");
-    const QPair<const char *, double> rows[] = {
-        {"Width", 640},
-        {"ADCBitDepth", 12},
-        {"DigitalShift", -3},
-        {"EncoderValue", -98765},
-        {"GevSCPSPacketSize", 8192},
-        {"ReverseY", 0},
-        {"SharpnessEnable", 0},
-        {"EncoderSourceB", 1},
-        {"EncoderDrift", -2000},
-        {"AcquisitionBurstFrameCount", 17},
-        {"DeviceLinkThroughputLimit", 45000000},
-        {"ExposureTime", 1234.5},
-        {"BlackLevel", -7.625},
-        {"Gain", 3.25},
-        {"NoiseReduction", 0.75},
-        {"Gamma", 1.1},
-        {"ShadingCoefficient", 0.0625},
-        {"TriggerDelay", 99.5},
-        {"LUTValue", 1000},
-        {"CounterDuration", 77},
-        {"DefectPixelY", 1234},
-        {"UserOutputValue", 0},
-        {"GevSCPSDoNotFragment", 0},
-    };
-    for (const auto &row : rows) {
-        QTest::addRow("%s", row.first) << row.first << row.second;
-    }
-}
-
-void tst_AreaCameraValues::writeReachesTheMemory()
-{
-    QFETCH(QString, feature);
-    QFETCH(double, value);
-    const auto layout = std::find_if(std::begin(kLayouts), std::end(kLayouts),
-                                     [&](const Layout &row) { return feature == row.feature; });
-    const quint64 word = addressOf(*layout);
-    const QByteArray before = m_simulated.control->peek(word, quint32(layout->length));
-    const bool isFloat =
-        ARV_IS_GC_FLOAT(m_pDevice->node(feature)) && !ARV_IS_GC_INTEGER(m_pDevice->node(feature));
-    QVERIFY2(isFloat ? m_pDevice->setNumber(feature, value)
-                     : m_pDevice->setInteger(feature, qint64(value)),
-             qPrintable(m_pDevice->m_strError));
-    const QByteArray after = m_simulated.control->peek(word, quint32(layout->length));
-    QCOMPARE(decoded(*layout, after), value);
-    // Neighbours in the same word keep their bits.
-    Layout whole = *layout;
-    whole.shift = 0;
-    whole.width = 0;
-    whole.kind = 'u';
-    whole.scale = 1;
-    whole.offset = 0;
-    if (layout->width) {
-        const quint64 mask = ((quint64(1) << layout->width) - 1) << layout->shift;
-        QCOMPARE(quint64(decoded(whole, after)) & ~mask, quint64(decoded(whole, before)) & ~mask);
-    }
 }
 
 void tst_AreaCameraValues::rangesHoldTheValue()
@@ -365,7 +238,6 @@ void tst_AreaCameraValues::selectorsChooseTheirElement_data()
     QTest::addColumn<QString>("feature");
     QTest::addColumn<double>("expected");
     QTest::newRow("pIndex, 2 bytes") << "BlackLevelSelector" << 2 << "BlackLevel" << 2.0;
-    QTest::newRow("pIndex, 1 byte") << "LineSelector" << 1 << "LineInverter" << 1.0;
     QTest::newRow("pIndex, 8 byte float") << "TimerSelector" << 1 << "TimerDuration" << 2500.5;
     QTest::newRow("pIndex over Integer")
         << "DefectPixelIndex" << 3 << "DefectPixelX" << double(137 + 3 * 409);
@@ -373,8 +245,6 @@ void tst_AreaCameraValues::selectorsChooseTheirElement_data()
     QTest::newRow("pAddress of two selectors")
         << "LUTSelector" << 1 << "LUTValue" << double(1023 - 256);
     QTest::newRow("bit of a word") << "UserOutputSelector" << 2 << "UserOutputValue" << 0.0;
-    QTest::newRow("enumeration") << "TestPatternGeneratorSelector" << 1 << "TestPattern" << 3.0;
-    QTest::newRow("temperature") << "DeviceTemperatureSelector" << 1 << "DeviceTemperature" << 45.8;
 }
 
 void tst_AreaCameraValues::selectorsChooseTheirElement()
@@ -396,13 +266,11 @@ void tst_AreaCameraValues::conditionsFollowTheirNodes_data()
     QTest::addColumn<bool>("asksLock");
     QTest::addColumn<bool>("before");
     QTest::newRow("transport layer lock") << "TLParamsLocked" << 1 << "Width" << true << false;
-    QTest::newRow("lock by an automatic") << "GainAuto" << 2 << "Gain" << true << false;
     QTest::newRow("lock by two conditions")
         << "ExposureMode" << 0 << "ExposureTime" << true << false;
     QTest::newRow("lock by a selector") << "UserSetSelector" << 1 << "UserSetSave" << true << true;
     QTest::newRow("available by a mode")
         << "AcquisitionMode" << 2 << "AcquisitionFrameCount" << false << false;
-    QTest::newRow("available by a line") << "LineSelector" << 1 << "LineSource" << false << false;
     QTest::newRow("unavailable by a bypass")
         << "SharpnessEnable" << 0 << "Sharpness" << false << true;
 }
