@@ -110,7 +110,8 @@ void VexaStringFormatWidget::retranslate()
     const QString strTitle = pTitle ? tr(pTitle) : QString();
     m_pTitle->setText(strTitle);
     m_pTextEdit->setAccessibleName(strTitle);
-    const QString strAction = m_pTagMenu ? tr("Add Tag") : tr("Edit");
+    const QString strAction =
+        m_pTagMenu ? VexaStringFormatWidget::tr("Add Tag") : VexaStringFormatWidget::tr("Edit");
     if (m_pTagMenu) {
         m_pButton->setToolTip(strAction);
     } else {
