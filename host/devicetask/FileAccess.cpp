@@ -76,7 +76,7 @@ public:
     /// What was selected by the operation before stands unless somebody else has been at the device since.
     DeviceError select(const QByteArray &operation)
     {
-        const bool stands = m_session.changes == m_file.m_nChanges + 1;
+        const bool stands = m_file.m_nChanges != 0 && m_session.changes == m_file.m_nChanges + 1;
         DeviceError error;
         if (!stands) {
             error = assign("FileSelector", m_file.m_nEntry);

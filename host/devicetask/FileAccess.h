@@ -54,6 +54,6 @@ private:
     int m_nBlock = 0;
     bool m_bTellsWhenDone = false;
     bool m_bOpen = false;
-    quint64 m_nChanges = 0; ///< DeviceSession::changes of the last operation
+    quint64 m_nChanges = 0; ///< DeviceSession::changes of the last operation, 0 for none
     QByteArray m_selected; ///< what FileOperationSelector stands on since then
 };

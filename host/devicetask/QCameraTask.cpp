@@ -136,17 +136,19 @@ int QCameraTask::Private::transfer(const QCameraTask &task,
         return code;
     }
     if (!error.failed()) {
-        FileTransfer transfer(
-            [this, &task](const FileTransfer::Work &work) {
-                struct Nothing
-                {
-                } nothing;
-                return call(task, &nothing, [work](const DeviceSession &session, Nothing *) {
-                    return work(session);
-                });
-            },
-            m_fileProgress);
-        error = run(transfer);
+        {
+            FileTransfer transfer(
+                [this, &task](const FileTransfer::Work &work) {
+                    struct Nothing
+                    {
+                    } nothing;
+                    return call(task, &nothing, [work](const DeviceSession &session, Nothing *) {
+                        return work(session);
+                    });
+                },
+                m_fileProgress);
+            error = run(transfer);
+        }
         m_fileProgress.isBusy = false;
     }
     finish(error, &code);
