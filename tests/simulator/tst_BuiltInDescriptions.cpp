@@ -24,6 +24,8 @@ private Q_SLOTS:
     void everyRegisterAnswers();
     void everyFeatureReads_data() { addDevices(); }
     void everyFeatureReads();
+    void rangesHoldTheValue_data() { addDevices(); }
+    void rangesHoldTheValue();
     void registersNeverOverlap();
     void instancesDiffer();
     void olderNamesTakeTheirPlace();
@@ -187,6 +189,35 @@ void tst_BuiltInDescriptions::everyFeatureReads()
         static const QSet<QString> kWithoutValue = {"Category", "Command", "Register"};
         QCOMPARE(value.isValid(), !kWithoutValue.contains(m_nodes.value(name).tagName()));
     }
+}
+
+void tst_BuiltInDescriptions::rangesHoldTheValue()
+{
+    open();
+    OpenedDevice device(m_simulated);
+    int checked = 0;
+    for (const QString &name : qAsConst(m_features)) {
+        ArvGcNode *const node = device.node(name);
+        const bool isInteger = m_nodes.value(name).tagName() == "Integer";
+        if (!isInteger && m_nodes.value(name).tagName() != "Float") {
+            continue;
+        }
+        GError *error = nullptr; // of a formula, which has no limits of its own
+        double min = 0;
+        double max = 0;
+        if (isInteger) {
+            min = double(arv_gc_integer_get_min(ARV_GC_INTEGER(node), nullptr));
+            max = double(arv_gc_integer_get_max(ARV_GC_INTEGER(node), &error));
+        } else {
+            min = arv_gc_float_get_min(ARV_GC_FLOAT(node), nullptr);
+            max = arv_gc_float_get_max(ARV_GC_FLOAT(node), &error);
+        }
+        const double value = device.value(name).toDouble();
+        QVERIFY2(error || (min <= value && value <= max), qPrintable(name));
+        checked += error ? 0 : 1;
+        g_clear_error(&error);
+    }
+    QVERIFY2(checked > 20, qPrintable(QString::number(checked)));
 }
 
 void tst_BuiltInDescriptions::registersNeverOverlap()

@@ -11,6 +11,14 @@ class tst_CameraBehaviour : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init();
+    void factoryValues_data();
+    void factoryValues();
+    void rangesFollowEachOther();
+    void selectorsChooseTheirElement_data();
+    void selectorsChooseTheirElement();
+    void conditionsFollowTheirNodes_data();
+    void conditionsFollowTheirNodes();
+    void entriesComeAndGo();
     void userSetsKeepTheirSettings();
     void resetVanishesAndComesBack();
     void softwareTriggerCounts();
@@ -18,9 +26,6 @@ private Q_SLOTS:
     void lockedRegistersAreRefusedWhileGrabbing();
     void resultingFrameRateFollows();
     void temperatureMovesUnlessQuiet();
-    void timestampIsLatched();
-    void fileRefusals_data();
-    void fileRefusals();
     void lineRateBoundsTheFrameRate();
     void encoderTurnsWhileGrabbing();
     void lookUpTableIsOneBlock();
@@ -28,7 +33,7 @@ private Q_SLOTS:
     void othersKeepUserSets();
 
 private:
-    bool runFile(int operation, qint64 offset = 0, qint64 length = 0);
+    QStringList availableEntries(const char *name);
 
     SimulatedDevices::Simulated m_simulated;
     std::unique_ptr<OpenedDevice> m_pDevice;
@@ -38,6 +43,133 @@ void tst_CameraBehaviour::init()
 {
     m_simulated = SimulatedDevices::builtIn(QStringLiteral("area-camera"));
     m_pDevice = std::make_unique<OpenedDevice>(m_simulated);
+}
+
+/// One of each form of register; the memory was filled by the devices' tables, Aravis goes by the description.
+void tst_CameraBehaviour::factoryValues_data()
+{
+    QTest::addColumn<double>("value");
+    const QPair<const char *, double> rows[] = {{"Width", 2448},
+                                                {"SensorWidth", 2592},
+                                                {"ADCBitDepth", 10},
+                                                {"DeviceLinkSpeed", 125000000},
+                                                {"GevMACAddress", double(0x0253494D0001)},
+                                                {"DigitalShift", -1},
+                                                {"EncoderValue", -1250},
+                                                {"EncoderDrift", -37},
+                                                {"GevSCPSPacketSize", 1500},
+                                                {"SensorTaps", 4},
+                                                {"DeviceSFNCVersionMajor", 2},
+                                                {"AcquisitionBurstFrameCount", 1},
+                                                {"DeviceLinkThroughputLimit", 118000000},
+                                                {"BlackLevel", -3},
+                                                {"Gain", 6.5},
+                                                {"NoiseReduction", double(0.35F)},
+                                                {"Gamma", 0.7},
+                                                {"ShadingCoefficient", -0.125},
+                                                {"SensorStatusRegister", 2147483713.0}};
+    for (const auto &row : rows) {
+        QTest::newRow(row.first) << row.second;
+    }
+}
+
+void tst_CameraBehaviour::factoryValues()
+{
+    QTEST(m_pDevice->value(QTest::currentDataTag()).toDouble(), "value");
+}
+
+void tst_CameraBehaviour::rangesFollowEachOther()
+{
+    const auto max = [this](const char *name) {
+        return arv_gc_integer_get_max(ARV_GC_INTEGER(m_pDevice->node(name)), nullptr);
+    };
+    QCOMPARE(max("Width"), qint64(2592 - 72));
+    QCOMPARE(max("OffsetX"), qint64(2592 - 2448));
+    QVERIFY(m_pDevice->setInteger("Width", 1024));
+    QCOMPARE(max("OffsetX"), qint64(2592 - 1024));
+    // a larger binning factor draws the region after it
+    QVERIFY(m_pDevice->setInteger("BinningHorizontal", 4));
+    QCOMPARE(m_pDevice->integer("Width"), qint64(648));
+    QCOMPARE(m_pDevice->integer("OffsetX"), qint64(0));
+}
+
+void tst_CameraBehaviour::selectorsChooseTheirElement_data()
+{
+    QTest::addColumn<QString>("selector");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("feature");
+    QTest::addColumn<double>("expected");
+    QTest::newRow("pIndex, 2 bytes") << "BlackLevelSelector" << 2 << "BlackLevel" << 2.0;
+    QTest::newRow("pIndex, 8 byte float") << "TimerSelector" << 1 << "TimerDuration" << 2500.5;
+    QTest::newRow("pIndex over Integer")
+        << "DefectPixelIndex" << 3 << "DefectPixelX" << double(137 + 3 * 409);
+    QTest::newRow("pAddress") << "CounterSelector" << 1 << "CounterDuration" << 1000.0;
+    QTest::newRow("pAddress of two selectors")
+        << "LUTSelector" << 1 << "LUTValue" << double(1023 - 256);
+    QTest::newRow("bit of a word") << "UserOutputSelector" << 2 << "UserOutputValue" << 0.0;
+}
+
+void tst_CameraBehaviour::selectorsChooseTheirElement()
+{
+    QFETCH(QString, selector);
+    QFETCH(int, position);
+    QFETCH(QString, feature);
+    QFETCH(double, expected);
+    QVERIFY(m_pDevice->setInteger(selector, position));
+    QCOMPARE(m_pDevice->value(feature).toDouble(), expected);
+}
+
+void tst_CameraBehaviour::conditionsFollowTheirNodes_data()
+{
+    QTest::addColumn<QString>("cause");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("feature");
+    QTest::addColumn<bool>("asksLock");
+    QTest::addColumn<bool>("before");
+    QTest::newRow("transport layer lock") << "TLParamsLocked" << 1 << "Width" << true << false;
+    QTest::newRow("lock by two conditions")
+        << "ExposureMode" << 0 << "ExposureTime" << true << false;
+    QTest::newRow("lock by a selector") << "UserSetSelector" << 1 << "UserSetSave" << true << true;
+    QTest::newRow("available by a mode")
+        << "AcquisitionMode" << 2 << "AcquisitionFrameCount" << false << false;
+    QTest::newRow("unavailable by a bypass")
+        << "SharpnessEnable" << 0 << "Sharpness" << false << true;
+}
+
+void tst_CameraBehaviour::conditionsFollowTheirNodes()
+{
+    QFETCH(QString, cause);
+    QFETCH(int, value);
+    QFETCH(QString, feature);
+    QFETCH(bool, asksLock);
+    QFETCH(bool, before);
+    const auto question =
+        asksLock ? arv_gc_feature_node_is_locked : arv_gc_feature_node_is_available;
+    QCOMPARE(m_pDevice->flag(question, feature), before);
+    QVERIFY2(m_pDevice->setInteger(cause, value), qPrintable(m_pDevice->m_strError));
+    QCOMPARE(m_pDevice->flag(question, feature), !before);
+}
+
+QStringList tst_CameraBehaviour::availableEntries(const char *name)
+{
+    guint count = 0;
+    const char **names = arv_gc_enumeration_dup_available_string_values(
+        ARV_GC_ENUMERATION(m_pDevice->node(name)), &count, nullptr);
+    QStringList entries;
+    for (guint i = 0; i < count; ++i) {
+        entries.append(QString::fromUtf8(names[i]));
+    }
+    g_free(names);
+    entries.sort();
+    return entries;
+}
+
+void tst_CameraBehaviour::entriesComeAndGo()
+{
+    QCOMPARE(availableEntries("PixelFormat"), (QStringList{"Mono10", "Mono10p", "Mono8"}));
+    QVERIFY(m_pDevice->setInteger("ADCBitDepth", 8));
+    QCOMPARE(availableEntries("PixelFormat"), QStringList{"Mono8"});
+    QCOMPARE(m_pDevice->value("PixelFormat").toLongLong(), qint64(0x01080001));
 }
 
 void tst_CameraBehaviour::userSetsKeepTheirSettings()
@@ -165,58 +297,6 @@ void tst_CameraBehaviour::temperatureMovesUnlessQuiet()
                                   .toULongLong(nullptr, 0),
                               QByteArray::fromHex("9cff")); // -100, little-endian
     QCOMPARE(m_pDevice->number("DeviceTemperature"), -10.0);
-}
-
-void tst_CameraBehaviour::timestampIsLatched()
-{
-    QVERIFY(m_pDevice->execute("TimestampLatch"));
-    const qint64 first = m_pDevice->integer("TimestampLatchValue");
-    QCOMPARE(m_pDevice->integer("TimestampLatchValue"), first);
-    QVERIFY(m_pDevice->execute("TimestampLatch"));
-    QVERIFY(m_pDevice->integer("TimestampLatchValue") > first);
-    QVERIFY(m_pDevice->execute("GevTimestampControlLatch"));
-    const qint64 before = m_pDevice->integer("GevTimestampValue");
-    QVERIFY(before > first);
-    QVERIFY(m_pDevice->execute("GevTimestampControlReset"));
-    QVERIFY(m_pDevice->execute("GevTimestampControlLatch"));
-    QVERIFY(m_pDevice->integer("GevTimestampValue") < before);
-}
-
-bool tst_CameraBehaviour::runFile(int operation, qint64 offset, qint64 length)
-{
-    // by the register: the entries of the feature offer only what is possible
-    return m_pDevice->setInteger("FileOperationSelectorReg", operation)
-        && m_pDevice->setInteger("FileAccessOffset", offset)
-        && m_pDevice->setInteger("FileAccessLength", length)
-        && m_pDevice->execute("FileOperationExecute")
-        && m_pDevice->value("FileOperationStatus").toInt() == 0;
-}
-
-void tst_CameraBehaviour::fileRefusals_data()
-{
-    QTest::addColumn<int>("file");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("opens");
-    QTest::addColumn<int>("operation");
-    QTest::newRow("reading a closed file") << 2 << 0 << false << 2;
-    QTest::newRow("opening twice") << 2 << 0 << true << 0;
-    QTest::newRow("writing a file opened to read") << 2 << 0 << true << 3;
-    QTest::newRow("deleting an open file") << 2 << 0 << true << 4;
-    QTest::newRow("opening a read-only file to write") << 1 << 1 << false << 0;
-}
-
-void tst_CameraBehaviour::fileRefusals()
-{
-    QFETCH(int, file);
-    QFETCH(int, mode);
-    QFETCH(bool, opens);
-    QFETCH(int, operation);
-    QVERIFY(m_pDevice->setInteger("FileSelector", file));
-    QVERIFY(m_pDevice->setInteger("FileOpenMode", mode));
-    QVERIFY(!opens || runFile(0));
-    QVERIFY(!runFile(operation, 0, 4));
-    QVERIFY(m_pDevice->m_strError.isEmpty());
-    QCOMPARE(m_pDevice->value("FileOperationStatus").toInt(), 1);
 }
 
 void tst_CameraBehaviour::lineRateBoundsTheFrameRate()
