@@ -211,7 +211,7 @@ void VexaStringFormatWidget::OnOpenAsciiWidget()
     OpenFormatOutputWidget();
 }
 
-void VexaStringFormatWidget::OnAsciiTableItemClicked(QStringList strAscii)
+void VexaStringFormatWidget::OnAsciiTableItemClicked(QStringList &strAscii)
 {
     const QString strCandidate = m_strWorkingText + strAscii.value(0);
     if (strCandidate.toUtf8().size() <= m_nLimit) {

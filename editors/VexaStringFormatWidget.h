@@ -51,7 +51,7 @@ public Q_SLOTS:
     void OnSigReadOnlyChanged(long lCameraId, bool bReadOnly);
     void OnOpenAsciiWidget();
     /// Takes the first string over from a table of characters; what does not fit is passed over.
-    void OnAsciiTableItemClicked(QStringList strAscii);
+    void OnAsciiTableItemClicked(QStringList &strAscii);
     void OpenFormatOutputWidget();
 
 protected:

@@ -483,9 +483,11 @@ void tst_stringformat::editIsTheHosts()
 
     // A table of characters adds to what is there, until it is full.
     auto *const pEditor = static_cast<VexaStringFormatWidget *>(fixture().editor(BYTES));
-    pEditor->OnAsciiTableItemClicked({" 03", "ETX"});
-    pEditor->OnAsciiTableItemClicked({QString(60, 'x')});
-    pEditor->OnAsciiTableItemClicked({" 0D"});
+    QStringList rows[] = {{" 03", "ETX"}, {QString(60, 'x')}, {" 0D"}};
+    for (QStringList &row : rows) {
+        QVERIFY(QMetaObject::invokeMethod(pEditor, "OnAsciiTableItemClicked",
+                                          Q_ARG(QStringList &, row)));
+    }
     QCOMPARE(box(BYTES)->toPlainText(), QString("02 53 03 0D"));
     act(box(BYTES), {});
     QTest::keyClick(box(BYTES), Qt::Key_Tab);
