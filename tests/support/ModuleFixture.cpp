@@ -16,6 +16,11 @@ ModuleFixture::ModuleFixture()
 
 ModuleFixture::~ModuleFixture()
 {
+    for (const Camera &camera : m_opened) {
+        if (mainWidget().isFeatureTreeExist(camera.id)) {
+            close(camera);
+        }
+    }
     delete VexaMainFeatureWidget::instance();
     m_pHost.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -35,6 +40,7 @@ ModuleFixture::Camera ModuleFixture::open(const SimulatedDevices::Simulated &dev
     camera.tree = mainWidget().featureTree(camera.id, true);
     mainWidget().setCurrentCameraID(camera.id);
     mainWidget().OnCameraOpen(camera.id);
+    m_opened.push_back(camera);
     camera.tree->OnCameraOpen(accessMode);
     return camera;
 }

@@ -16,6 +16,7 @@ class ModuleFixture
 {
 public:
     ModuleFixture();
+    /// Closes what is still open.
     ~ModuleFixture();
 
     struct Camera
@@ -38,6 +39,7 @@ public:
 
 private:
     std::unique_ptr<CameraHost> m_pHost;
+    std::vector<Camera> m_opened;
 };
 
 /// The task of an open camera, null when it has gone.

@@ -220,21 +220,3 @@ bool WriteFixture::eventFilter(QObject *watched, QEvent *event)
     }
     return QObject::eventFilter(watched, event);
 }
-
-WriteFixture &SharedWriteFixture::get()
-{
-    if (!m_pFixture) {
-        m_pFixture = std::make_unique<WriteFixture>();
-        m_function = QTest::currentTestFunction();
-    }
-    m_pFixture->takeHeard();
-    m_pFixture->control().clearAccessLog();
-    return *m_pFixture;
-}
-
-void SharedWriteFixture::leaveOtherFunctions()
-{
-    if (m_function != QTest::currentTestFunction()) {
-        m_pFixture.reset();
-    }
-}

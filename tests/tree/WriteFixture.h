@@ -57,17 +57,29 @@ private:
     ModuleFixture::Camera m_camera;
 };
 
-/// One fixture for all rows of a test function that leave each other alone; the next function gets its own.
-class SharedWriteFixture
+/// One fixture for all rows and functions that leave each other alone; two of them cannot stand at once.
+template<typename Fixture>
+class SharedFixture
 {
 public:
     /// With nothing heard and an empty access log.
-    WriteFixture &get();
-    /// Ahead of every row: two fixtures cannot stand at once.
-    void leaveOtherFunctions();
+    Fixture &get()
+    {
+        if (!m_pFixture) {
+            m_pFixture = std::make_unique<Fixture>();
+        }
+        m_pFixture->takeHeard();
+        m_pFixture->control().clearAccessLog();
+        return *m_pFixture;
+    }
+    /// One that nobody else has touched.
+    Fixture &fresh()
+    {
+        m_pFixture.reset();
+        return get();
+    }
     void reset() { m_pFixture.reset(); }
 
 private:
-    std::unique_ptr<WriteFixture> m_pFixture;
-    QByteArray m_function;
+    std::unique_ptr<Fixture> m_pFixture;
 };

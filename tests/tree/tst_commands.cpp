@@ -5,6 +5,7 @@
 
 #include "ControlKit/CustomLoadingDialog.h"
 #include "ControlKit/CustomMessageBox.h"
+#include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/VexaPropertyComboBox.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tests/tree/WriteFixture.h"
@@ -18,9 +19,6 @@
 #include <QThread>
 #include <QTimer>
 #include <QtTest>
-
-using Steps = QVector<QPair<QString, QVariant>>; ///< feature and value; a command takes any value
-Q_DECLARE_METATYPE(Steps)
 
 namespace {
 
@@ -94,7 +92,7 @@ public:
         VexaFeatureTreeView *view = tree().treeView();
         return qobject_cast<QPushButton *>(view->indexWidget(view->indexOfItem(item(name), 1)));
     }
-    /// A press with the mouse on the button in its row.
+    /// A press with the mouse on the button in its row, however soon after another one.
     bool press(const QString &name)
     {
         VexaFeatureTreeView *view = tree().treeView();
@@ -107,6 +105,7 @@ public:
         if (!target || !QTest::qWaitFor(isReady)) {
             return false;
         }
+        static_cast<CustomPushButton *>(target)->cSetControlClickEvent(0);
         QTest::mouseClick(target, Qt::LeftButton);
         return true;
     }
@@ -152,158 +151,94 @@ class tst_commands : public QObject
 {
     Q_OBJECT
 private slots:
+    void cleanup();
+    void cleanupTestCase() { m_shared.reset(); }
     void pressed_data();
     void pressed();
-    void resets_data();
-    void resets();
     void answers_data();
     void answers();
-    void whileAQuestionIsOpen_data();
-    void whileAQuestionIsOpen();
-    void treeRemovedUnderAQuestion();
-    void rowsMadeAnewUnderALoad();
     void loadWhileADialogIsUp();
-    void loadingDialogOfFrameGrabbers();
+    void rowsMadeAnewUnderALoad();
     void autoTrigger();
     void tuneDataAreHandedOn();
-    void thousandClicks();
+    void manyClicks();
+    void whileAQuestionIsOpen_data();
+    void whileAQuestionIsOpen();
+    void resets_data();
+    void resets();
+    void loadingDialogOfFrameGrabbers();
+
+private:
+    SharedFixture<CommandFixture> m_shared;
 };
+
+void tst_commands::cleanup()
+{
+    if (QTest::currentTestFailed()) {
+        m_shared.reset();
+    }
+}
 
 void tst_commands::pressed_data()
 {
-    QTest::addColumn<Steps>("before"); // on the device, past the tree
-    QTest::addColumn<bool>("fails"); // the device refuses the command
     QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("yes");
-    QTest::addColumn<int>("writes");
-    QTest::addColumn<int>("loadings");
-    QTest::addColumn<bool>("refresh");
+    QTest::addColumn<QString>("answer"); // to the box; or the device refuses
     QTest::addColumn<QStringList>("heard");
-    const auto taken = [](const char *tag, const char *name, QStringList heard, int loadings = 0,
-                          const Steps &before = {}, int writes = 1) {
-        QTest::newRow(tag) << before << false << name << true << writes << loadings << true
-                           << (heard << ran(name));
+    QTest::addColumn<int>("loadings");
+    const auto row = [](const char *tag, const char *name, const char *answer, QStringList heard,
+                        int loadings = 0) {
+        heard += qstrcmp(answer, "yes") == 0 ? QStringList(ran(name)) : QStringList();
+        QTest::newRow(tag) << QString(name) << QString(answer) << heard << loadings;
     };
-    const auto declined = [](const char *tag, const char *name, const char *question) {
-        QTest::newRow(tag) << Steps() << false << name << false << 0 << 0 << false
-                           << QStringList{question};
-    };
-    const auto refused = [](const char *tag, const char *name, const QStringList &heard,
-                            int loadings = 0) {
-        QTest::newRow(tag) << Steps() << true << name << true << 1 << loadings << false << heard;
-    };
-    const Steps secondSet{{"UserSetAdd", 0}};
-    taken("plain command", "StatisticsReset", {});
-    taken("start without a stop before", "AcquisitionStart", {});
-    taken("focus at rest", "FocusMode", {});
-    taken("user set saved", "UserSetSave", {});
-    taken("user set added", "UserSetAdd", {});
-    taken("user set deleted after a yes", "UserSetDelete", {DELETE_SET}, 0, secondSet);
-    taken("all user sets recovered after a yes", "UserSetRecoverFactory", {RECOVER});
-    taken("recovered after the warning", "UserSetRecover", {CAUTION});
-    taken("partly recovered after the warning", "UserSetRecoverPartly", {CAUTION});
-    taken("loading tells the client", "UserSetLoad", {LOADED}, 1);
-    // The defaults are loaded behind their recovery.
-    QTest::newRow("defaults recovered and loaded")
-        << Steps() << false << "UserSetRecoverDefault" << true << 2 << 1 << true
-        << QStringList{RECOVER_DEFAULT, LOADED, ran("UserSetRecoverDefault"), ran("UserSetLoad")};
-    declined("deletion declined", "UserSetDelete", DELETE_SET);
-    declined("recovery of all sets declined", "UserSetRecoverFactory", RECOVER);
-    declined("factory recovery declined", "RecoverFactory", RECOVER);
-    declined("defaults declined show no dialog", "UserSetRecoverDefault", RECOVER_DEFAULT);
-    declined("warning declined", "UserSetRecover", CAUTION);
-    declined("partial recovery declined", "UserSetRecoverPartly", CAUTION);
-    refused("plain command refused", "StatisticsReset", {failureBox("StatisticsReset")});
-    refused("load refused closes its dialog", "UserSetLoad", {failureBox("UserSetLoad")}, 1);
-    refused("defaults refused close their dialog", "UserSetRecoverDefault",
-            {RECOVER_DEFAULT, failureBox("UserSetRecoverDefault")}, 1);
-    refused("addition refused tells twice", "UserSetAdd",
-            {failureBox("UserSetAdd"), failurePrompt("UserSetAdd")});
-    refused("reset refused stops nothing", "DeviceReset", {failureBox("DeviceReset")});
+    const char *const defaults = "UserSetRecoverDefault";
+    row("deletion declined", "UserSetDelete", "no", {DELETE_SET});
+    row("recovery of all sets declined", "UserSetRecoverFactory", "no", {RECOVER});
+    row("factory recovery declined", "RecoverFactory", "no", {RECOVER});
+    row("warning declined", "UserSetRecover", "no", {CAUTION});
+    row("defaults declined show no dialog", defaults, "no", {RECOVER_DEFAULT});
+    row("plain command refused", "StatisticsReset", "fails", {failureBox("StatisticsReset")});
+    row("addition refused tells twice", "UserSetAdd", "fails",
+        {failureBox("UserSetAdd"), failurePrompt("UserSetAdd")});
+    row("load refused closes its dialog", "UserSetLoad", "fails", {failureBox("UserSetLoad")}, 1);
+    row("defaults refused close their dialog", defaults, "fails",
+        {RECOVER_DEFAULT, failureBox(defaults)}, 1);
+    row("reset refused stops nothing", "DeviceReset", "fails", {failureBox("DeviceReset")});
+    row("plain command", "StatisticsReset", "yes", {});
+    row("focus at rest", "FocusMode", "yes", {});
+    row("user set saved", "UserSetSave", "yes", {});
+    row("all user sets recovered after a yes", "UserSetRecoverFactory", "yes", {RECOVER});
+    row("user set added", "UserSetAdd", "yes", {});
+    row("user set deleted after a yes", "UserSetDelete", "yes", {DELETE_SET});
+    row("recovered after the warning", "UserSetRecover", "yes", {CAUTION});
+    row("partly recovered after the warning", "UserSetRecoverPartly", "yes", {CAUTION});
+    row("loading tells the client", "UserSetLoad", "yes", {LOADED}, 1);
+    row("defaults recovered and loaded", defaults, "yes and load",
+        {RECOVER_DEFAULT, LOADED, ran(defaults), ran("UserSetLoad")}, 1);
+    row("start without a stop before", "AcquisitionStart", "yes", {});
 }
 
 void tst_commands::pressed()
 {
-    QFETCH(Steps, before);
-    QFETCH(bool, fails);
     QFETCH(QString, name);
-    QFETCH(bool, yes);
-    QFETCH(int, writes);
-    QFETCH(int, loadings);
-    QFETCH(bool, refresh);
+    QFETCH(QString, answer);
     QFETCH(QStringList, heard);
-    CommandFixture f;
-    for (const auto &step : qAsConst(before)) {
-        QVERIFY(f.setOnDevice(step.first, step.second));
-    }
-    if (fails) {
-        f.setFailing(name, true);
-    }
-    f.control().clearAccessLog();
-    f.takeHeard();
-    f.m_bAnswersYes = yes;
+    QFETCH(int, loadings);
+    CommandFixture &f = m_shared.get();
+    f.setFailing(name, answer == "fails");
+    f.m_bAnswersYes = answer != "no";
     ScreenWatch watch;
     QVERIFY(f.press(name));
-    QCOMPARE(f.isRefreshDue(), refresh);
-    QCOMPARE(f.accessesOfWrites(), writes);
+    const bool isRefreshDue = f.isRefreshDue();
     QTest::qWait(0);
     QTRY_VERIFY(!f.isRefreshDue() && !CustomLoadingDialog::isLoading(1));
     QCOMPARE(f.heardOfCommand(), heard);
+    const int commandsRun = heard.filter("critical ").size();
+    QCOMPARE(isRefreshDue, commandsRun > 0);
+    QCOMPARE(f.accessesOfWrites(), answer == "fails" ? 1 : commandsRun);
     QCOMPARE(watch.m_nLoadings, loadings);
-    QCOMPARE(watch.m_nMostBoxes, heard.filter(QStringLiteral("box ")).isEmpty() ? 0 : 1);
-}
-
-void tst_commands::resets_data()
-{
-    QTest::addColumn<QString>("road"); // a button, or the event
-    QTest::addColumn<QStringList>("heard");
-    QTest::newRow("reset asks nothing")
-        << "DeviceReset" << QStringList{REBOOTING, ran("DeviceReset")};
-    QTest::newRow("factory recovery after a yes")
-        << "RecoverFactory" << QStringList{RECOVER, REBOOTING, ran("RecoverFactory")};
-    QTest::newRow("after an import") << "event" << QStringList{REBOOTING, ran("DeviceReset")};
-    QTest::newRow("import into another camera") << "other" << QStringList();
-    QTest::newRow("told on another thread") << "job" << QStringList{REBOOTING, ran("DeviceReset")};
-}
-
-void tst_commands::resets()
-{
-    QFETCH(QString, road);
-    QFETCH(QStringList, heard);
-    CommandFixture f;
-    const bool concerned = road != QLatin1String("other");
-    QVERIFY(f.isTimerActive(-1));
-    f.tree().OnAddValueChangedNodes({"Width"});
-    if (road.size() > 5) {
-        QVERIFY(f.press(road));
-    } else {
-        long int id = f.camera().id + (concerned ? 0 : 1);
-        const auto tell = [&id] {
-            VexaListenTools::instance()->notifyListeners(VEXA_EVENT_RESET_DEVICE, &id);
-        };
-        if (road == QLatin1String("job")) {
-            const std::unique_ptr<QThread> thread(QThread::create(tell));
-            thread->start();
-            QVERIFY(thread->wait(QDeadlineTimer(5000)));
-            id = 0; // it was the call's
-            QCOMPARE(f.accessesOfWrites(), 0); // not on that thread
-            QCoreApplication::sendPostedEvents(&f.tree(), QEvent::MetaCall);
-        } else {
-            tell();
-        }
-    }
-    QCOMPARE(f.accessesOfWrites(), concerned ? 1 : 0);
-    QCOMPARE(f.isTimerActive(-1), !concerned);
-    QTest::qWait(0);
-    QCOMPARE(f.heardOfCommand(), heard);
-    QVERIFY(!CustomLoadingDialog::isLoading(1));
-    VexaFeatureTreeView *view = f.tree().treeView();
-    QCOMPARE(view->propertyDelegate()->isEditorsEnabled(), !concerned);
-    view->flushEditorUpdates();
-    for (const char *name : {"StatisticsReset", "ExposureTime", "TriggerMode"}) {
-        QWidget *editor = view->indexWidget(view->indexOfItem(f.item(name), 1));
-        QCOMPARE(editor->isEnabled(), !concerned);
-    }
+    QCOMPARE(watch.m_nMostBoxes, heard.filter("box ").isEmpty() ? 0 : 1);
+    f.setFailing(name, false);
+    f.m_bAnswersYes = true;
 }
 
 void tst_commands::answers_data()
@@ -312,35 +247,21 @@ void tst_commands::answers_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("answer");
     QTest::addColumn<int>("writes");
-    QTest::addColumn<QStringList>("heard");
-    const QStringList start{ran("AcquisitionStart")};
-    QTest::newRow("first start after a stop") << "stop"
-                                              << "AcquisitionStart" << false << 0 << QStringList();
-    QTest::newRow("second start after a stop") << "stop swallowed"
-                                               << "AcquisitionStart" << true << 1 << start;
-    QTest::newRow("the client's start takes the trap away")
-        << "stop start"
-        << "AcquisitionStart" << true << 1 << start;
-    QTest::newRow("stop swallows no other command")
-        << "stop"
-        << "StatisticsReset" << true << 1 << QStringList{ran("StatisticsReset")};
-    QTest::newRow("filter rules are no command of the device")
-        << ""
-        << "Custom_RegularExpressionFilterRules" << true << 0 << QStringList();
-    QTest::newRow("focus under way") << "focus"
-                                     << "FocusMode" << false << 0 << QStringList();
-    QTest::newRow("focus whose state cannot be read")
-        << "focus unreadable"
-        << "FocusMode" << true << 1 << QStringList{ran("FocusMode")};
-    QTest::newRow("no name") << ""
-                             << "" << false << 0 << QStringList();
-    QTest::newRow("no task") << "close"
-                             << "StatisticsReset" << false << 0 << QStringList();
-    QTest::newRow("going tree") << "going"
-                                << "StatisticsReset" << false << 0 << QStringList();
-    QTest::newRow("tune stopped by the client")
-        << "tune"
-        << "SmartTuneStop" << true << 1 << QStringList{ran("SmartTuneStop")};
+    const auto row = [](const char *tag, const char *step, const char *name, bool answer,
+                        int writes) {
+        QTest::newRow(tag) << QString(step) << QString(name) << answer << writes;
+    };
+    row("first start after a stop", "stop", "AcquisitionStart", false, 0);
+    row("second start after a stop", "stop swallowed", "AcquisitionStart", true, 1);
+    row("the client's start takes the trap away", "stop start", "AcquisitionStart", true, 1);
+    row("stop swallows no other command", "stop", "StatisticsReset", true, 1);
+    row("filter rules are no command of the device", "", "Custom_RegularExpressionFilterRules",
+        true, 0);
+    row("focus under way", "focus", "FocusMode", false, 0);
+    row("focus whose state cannot be read", "focus unreadable", "FocusMode", true, 1);
+    row("tune stopped by the client", "tune", "SmartTuneStop", true, 1);
+    row("no name", "", "", false, 0);
+    row("no task", "close", "StatisticsReset", false, 0);
 }
 
 void tst_commands::answers()
@@ -349,37 +270,130 @@ void tst_commands::answers()
     QFETCH(QString, name);
     QFETCH(bool, answer);
     QFETCH(int, writes);
-    QFETCH(QStringList, heard);
-    CommandFixture f;
-    SimulatorControl &control = f.control();
-    if (step.startsWith(QLatin1String("stop"))) {
+    CommandFixture &f = m_shared.get();
+    QTRY_VERIFY(!f.isRefreshDue());
+    if (step.startsWith("stop")) {
         f.tree().OnCameraStopShot();
     }
-    if (step == QLatin1String("stop start")) {
+    if (step == "stop start") {
         f.tree().OnCameraStartShot();
-    } else if (step == QLatin1String("stop swallowed")) {
+    } else if (step == "stop swallowed") {
         QVERIFY(!f.write(name, QVariant()));
-    } else if (step.startsWith(QLatin1String("focus"))) {
-        if (step == QLatin1String("focus")) {
-            control.poke(f.addressOf("AutoFocusStat"), QByteArray(4, '\0'));
-        } else {
-            f.setFailing("AutoFocusStat", true);
-        }
-    } else if (step == QLatin1String("close")) {
+    } else if (step == "focus") {
+        f.control().poke(f.addressOf("AutoFocusStat"), QByteArray(4, '\0'));
+    } else if (step == "close") {
         f.module().host().closeCamera(f.camera().id);
-    } else if (step == QLatin1String("going")) {
-        f.tree().readyForDelete();
     }
+    f.setFailing("AutoFocusStat", step == "focus unreadable");
     f.takeHeard();
-    control.clearAccessLog();
-    if (step == QLatin1String("tune")) {
+    f.control().clearAccessLog();
+    if (step == "tune") {
         f.tree().StopSmartTune(name);
     } else {
         QCOMPARE(f.tree().setFeatureValue("Command", name, QVariant()), answer);
     }
     QCOMPARE(f.accessesOfWrites(), writes);
     QCOMPARE(f.isRefreshDue(), writes > 0);
-    QCOMPARE(f.heardOfCommand(), heard);
+    QCOMPARE(f.heardOfCommand(), writes > 0 ? QStringList(ran(qPrintable(name))) : QStringList());
+    if (step == "close") {
+        m_shared.reset();
+    }
+}
+
+void tst_commands::loadWhileADialogIsUp()
+{
+    CommandFixture &f = m_shared.get();
+    ScreenWatch watch;
+    QVERIFY(f.write("CommunicationProtocols", 3));
+    QVERIFY(CustomLoadingDialog::isLoading(1));
+    QVERIFY(f.write("UserSetLoad", QVariant()));
+    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QCOMPARE(watch.m_nLoadings, 1);
+}
+
+/// The caller's item is gone when the command has run.
+void tst_commands::rowsMadeAnewUnderALoad()
+{
+    CommandFixture &f = m_shared.get();
+    VexaPropertyTreeItem *before = f.item("UserSetLoad");
+    bool madeAnew = false;
+    QTimer::singleShot(0, &f.tree(), [&] {
+        f.tree().OnResartCameraOpen(4);
+        madeAnew = true;
+    });
+    QVERIFY(f.tree().setFeatureValue(before, QVariant(), true, false));
+    QVERIFY(madeAnew);
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
+    QCOMPARE(f.heardOfCommand(), QStringList({LOADED, ran("UserSetLoad")}));
+}
+
+void tst_commands::autoTrigger()
+{
+    CommandFixture &f = m_shared.fresh();
+    QVERIFY(!f.isTimerActive(0) && !f.isTimerActive(7));
+    f.tree().SetAutoSoftwareTrig(true, 0);
+    QVERIFY(f.isTimerActive(0));
+    f.tree().SetAutoSoftwareTrig(true, 7);
+    f.control().clearAccessLog();
+    QTRY_VERIFY(f.accessesOfWrites() >= 3);
+    f.setFailing("TriggerSoftware", true);
+    QTRY_VERIFY(f.failedWrites() >= 2);
+    f.tree().SetAutoSoftwareTrig(false, 0);
+    QVERIFY(!f.isTimerActive(7) && !f.isRefreshDue());
+    QCOMPARE(f.heardOfCommand(), QStringList());
+    f.tree().SetAutoSoftwareTrig(true, 4000000000U);
+    QVERIFY(f.isTimerActive(INT_MAX));
+    f.tree().SetAutoSoftwareTrig(false, 0);
+}
+
+void tst_commands::tuneDataAreHandedOn()
+{
+    CommandFixture &f = m_shared.get();
+    QSignalSpy shown(&f.tree(), &VexaFeatureTree::SigShowSmartTune);
+    f.tree().ShowSmartTune("SmartTuneProgress", 40);
+    QCOMPARE(shown.value(0),
+             (QList<QVariant>{"SmartTuneProgress", QVariant::fromValue<QVariant>(40)}));
+    QSignalSpy read(&f.tree(), &VexaFeatureTree::SigGetFeatureValueByThread);
+    f.tree().RefreshFeatures();
+    QTRY_VERIFY(std::any_of(read.cbegin(), read.cend(), [](const QList<QVariant> &arguments) {
+        return arguments.first() == QLatin1String("SmartTuneProgress");
+    }));
+}
+
+void tst_commands::manyClicks()
+{
+    static const char *const commands[] = {
+        "StatisticsReset", "UserSetAdd",     "UserSetDelete",         "UserSetLoad",
+        "UserSetSave",     "UserSetRecover", "UserSetRecoverDefault", "UserSetRecoverFactory",
+        "LightingAllOff"};
+    CommandFixture &f = m_shared.get();
+    QRandomGenerator random(20260101);
+    ScreenWatch watch;
+    int failures = 0;
+    for (int click = 0; click < 150; ++click) {
+        const char *const command = commands[random.bounded(int(std::size(commands)))];
+        f.setFailing(command, random.bounded(3) == 0);
+        f.m_bAnswersYes = random.bounded(4) != 0;
+        f.control().clearAccessLog();
+        QPushButton *target = f.button(command);
+        QVERIFY(target);
+        target->setEnabled(true);
+        target->click();
+        const int failed = f.failedWrites();
+        f.setFailing(command, false);
+        failures += failed;
+        const QStringList heard = f.heardOfCommand();
+        QVERIFY2(heard.filter("box ").filter("was not executed").size() == failed,
+                 qPrintable(heard.join('\n')));
+        QCOMPARE(heard.filter("prompt ").size(), qstrcmp(command, "UserSetAdd") == 0 ? failed : 0);
+        if (random.bounded(2) == 0) {
+            QCoreApplication::processEvents();
+        }
+    }
+    QVERIFY(failures > 15);
+    QCOMPARE(watch.m_nMostBoxes, 1);
+    f.m_bAnswersYes = true;
+    QTRY_VERIFY(!f.isRefreshDue() && !CustomLoadingDialog::isLoading(1));
 }
 
 void tst_commands::whileAQuestionIsOpen_data()
@@ -396,6 +410,7 @@ void tst_commands::whileAQuestionIsOpen_data()
                        "box The feature could not be set.|Node 'DoesNotExist' was not executed. @/"
                        "0x90006203: The node does not exist or is of another kind.",
                        ran("UserSetDelete")};
+    QTest::newRow("the tree goes") << "remove" << QStringList{DELETE_SET};
     QTest::newRow("the camera goes") << "close" << QStringList{DELETE_SET};
 }
 
@@ -403,67 +418,90 @@ void tst_commands::whileAQuestionIsOpen()
 {
     QFETCH(QString, meanwhile);
     QFETCH(QStringList, heard);
-    CommandFixture f;
+    CommandFixture &f = m_shared.get();
+    QTRY_VERIFY(!f.isRefreshDue());
     QVERIFY(f.setOnDevice("UserSetAdd", 0));
     f.control().clearAccessLog();
     f.takeHeard();
     ScreenWatch watch;
+    const QPointer<VexaFeatureTree> tree = &f.tree();
     f.m_whileBoxIsUp = [&f, &meanwhile] {
-        if (meanwhile == QLatin1String("close")) {
+        if (meanwhile == "close") {
             f.module().host().closeCamera(f.camera().id);
+        } else if (meanwhile == "remove") {
+            f.module().close(f.camera());
         } else {
             QVERIFY(!f.tree().setFeatureValue("Command", meanwhile, QVariant()));
         }
     };
-    const bool gone = meanwhile == QLatin1String("close");
-    QCOMPARE(f.tree().setFeatureValue("Command", "UserSetDelete", QVariant()), !gone);
+    const bool gone = meanwhile == "close" || meanwhile == "remove";
+    QCOMPARE(tree->setFeatureValue("Command", "UserSetDelete", QVariant()), !gone);
     QCOMPARE(f.accessesOfWrites(), gone ? 0 : 1);
     QCOMPARE(watch.m_nMostBoxes, 1);
-    QCOMPARE(f.heardOfCommand(), heard);
-}
-
-void tst_commands::treeRemovedUnderAQuestion()
-{
-    CommandFixture f;
-    const QPointer<VexaFeatureTree> tree = &f.tree();
-    f.m_whileBoxIsUp = [&f] { f.module().close(f.camera()); };
-    QVERIFY(!tree->setFeatureValue("Command", "RecoverFactory", QVariant()));
+    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QStringList lines = f.heardOfCommand();
+    lines.removeAll("message ready for delete");
+    QCOMPARE(lines, heard);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QTRY_VERIFY(!tree);
-    QCOMPARE(f.accessesOfWrites(), 0);
-    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QTRY_COMPARE(tree.isNull(), meanwhile == "remove");
+    if (gone) {
+        m_shared.reset();
+    }
 }
 
-/// The caller's item is gone when the command has run.
-void tst_commands::rowsMadeAnewUnderALoad()
+void tst_commands::resets_data()
 {
-    CommandFixture f;
-    VexaPropertyTreeItem *before = f.item("UserSetLoad");
-    bool madeAnew = false;
-    QTimer::singleShot(0, &f.tree(), [&] {
-        f.tree().OnResartCameraOpen(4);
-        madeAnew = true;
-    });
-    QVERIFY(f.tree().setFeatureValue(before, QVariant(), true, false));
-    QVERIFY(madeAnew);
-    QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
-    QCOMPARE(f.heardOfCommand(), QStringList({LOADED, ran("UserSetLoad")}));
+    QTest::addColumn<QString>("road"); // a button, or the event
+    QTest::addColumn<QStringList>("heard");
+    QTest::newRow("reset asks nothing")
+        << "DeviceReset" << QStringList{REBOOTING, ran("DeviceReset")};
+    QTest::newRow("factory recovery after a yes")
+        << "RecoverFactory" << QStringList{RECOVER, REBOOTING, ran("RecoverFactory")};
+    QTest::newRow("after an import, told on another thread")
+        << "event" << QStringList{REBOOTING, ran("DeviceReset")};
 }
 
-void tst_commands::loadWhileADialogIsUp()
+void tst_commands::resets()
 {
-    CommandFixture f;
-    ScreenWatch watch;
-    QVERIFY(f.write("CommunicationProtocols", 3));
-    QVERIFY(CustomLoadingDialog::isLoading(1));
-    QVERIFY(f.write("UserSetLoad", QVariant()));
+    QFETCH(QString, road);
+    QFETCH(QStringList, heard);
+    CommandFixture &f = m_shared.fresh();
+    VexaFeatureTreeView *view = f.tree().treeView();
+    f.tree().OnAddValueChangedNodes({"Width"});
+    if (road != "event") {
+        QVERIFY(f.press(road));
+    } else {
+        long int id = f.camera().id + 1;
+        const auto tell = [&id] {
+            VexaListenTools::instance()->notifyListeners(VEXA_EVENT_RESET_DEVICE, &id);
+        };
+        tell();
+        QVERIFY(f.accessesOfWrites() == 0 && f.isTimerActive(-1)); // it is another camera's
+        id = f.camera().id;
+        const std::unique_ptr<QThread> thread(QThread::create(tell));
+        thread->start();
+        QVERIFY(thread->wait(QDeadlineTimer(5000)));
+        id = 0; // it was the call's
+        QCOMPARE(f.accessesOfWrites(), 0); // not on that thread
+        QCoreApplication::sendPostedEvents(&f.tree(), QEvent::MetaCall);
+    }
+    QCOMPARE(f.accessesOfWrites(), 1);
+    QVERIFY(!f.isTimerActive(-1));
+    QTest::qWait(0);
+    QCOMPARE(f.heardOfCommand(), heard);
     QVERIFY(!CustomLoadingDialog::isLoading(1));
-    QCOMPARE(watch.m_nLoadings, 1);
+    QVERIFY(!view->propertyDelegate()->isEditorsEnabled());
+    view->flushEditorUpdates();
+    for (const char *name : {"StatisticsReset", "ExposureTime", "TriggerMode"}) {
+        QVERIFY(!view->indexWidget(view->indexOfItem(f.item(name), 1))->isEnabled());
+    }
+    m_shared.reset();
 }
 
 void tst_commands::loadingDialogOfFrameGrabbers()
 {
-    CommandFixture f(QStringLiteral("grabber-camera"));
+    m_shared.reset();
+    CommandFixture f("grabber-camera");
     const int key = int(f.camera().id) + 3;
     f.control().setLatency(50);
     QVERIFY(f.write("UserSetLoad", QVariant()));
@@ -471,81 +509,6 @@ void tst_commands::loadingDialogOfFrameGrabbers()
     QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
     QVERIFY(f.write("DeviceReset", QVariant()));
     QVERIFY(!CustomLoadingDialog::isLoading(key));
-}
-
-void tst_commands::autoTrigger()
-{
-    CommandFixture f;
-    const auto timerOf = [&f](int interval) { return f.isTimerActive(interval); };
-    QVERIFY(!timerOf(0) && !timerOf(7));
-    f.tree().SetAutoSoftwareTrig(true, 0);
-    QVERIFY(timerOf(0));
-    f.tree().SetAutoSoftwareTrig(true, 7);
-    f.control().clearAccessLog();
-    QTRY_VERIFY(f.accessesOfWrites() >= 3);
-    f.setFailing("TriggerSoftware", true);
-    QTRY_VERIFY(f.failedWrites() >= 2);
-    f.tree().SetAutoSoftwareTrig(false, 0);
-    QVERIFY(!timerOf(7));
-    QVERIFY(!f.isRefreshDue());
-    QCOMPARE(f.heardOfCommand(), QStringList());
-    f.tree().SetAutoSoftwareTrig(true, 4000000000U);
-    QVERIFY(timerOf(INT_MAX));
-}
-
-void tst_commands::tuneDataAreHandedOn()
-{
-    CommandFixture f;
-    QSignalSpy shown(&f.tree(), &VexaFeatureTree::SigShowSmartTune);
-    f.tree().ShowSmartTune("SmartTuneProgress", 40);
-    QCOMPARE(shown.value(0),
-             (QList<QVariant>{"SmartTuneProgress", QVariant::fromValue<QVariant>(40)}));
-    QSignalSpy read(&f.tree(), &VexaFeatureTree::SigGetFeatureValueByThread);
-    f.tree().RefreshFeatures();
-    QTRY_VERIFY(std::any_of(read.cbegin(), read.cend(), [](const QList<QVariant> &arguments) {
-        return arguments.first() == QLatin1String("SmartTuneProgress");
-    }));
-}
-
-void tst_commands::thousandClicks()
-{
-    static const char *const commands[] = {
-        "StatisticsReset", "UserSetAdd",     "UserSetDelete",         "UserSetLoad",
-        "UserSetSave",     "UserSetRecover", "UserSetRecoverDefault", "UserSetRecoverFactory",
-        "StatisticsReset", "LightingAllOff"};
-    CommandFixture f;
-    f.takeHeard();
-    QRandomGenerator random(20260101);
-    ScreenWatch watch;
-    int failures = 0;
-    int additionsFailed = 0;
-    for (int click = 0; click < 1000; ++click) {
-        const int index = random.bounded(int(std::size(commands)));
-        f.setFailing(commands[index], random.bounded(3) == 0);
-        f.m_bAnswersYes = random.bounded(4) != 0;
-        f.control().clearAccessLog();
-        QPushButton *target = f.button(commands[index]);
-        QVERIFY(target);
-        target->setEnabled(true);
-        target->click();
-        const int failed = f.failedWrites();
-        f.setFailing(commands[index], false);
-        failures += failed;
-        additionsFailed += index == 1 ? failed : 0;
-        const QStringList heard = f.heardOfCommand();
-        QVERIFY2(
-            heard.filter(QStringLiteral("was not executed")).filter(QStringLiteral("box ")).size()
-                == failed,
-            qPrintable(heard.join(QLatin1Char('\n'))));
-        QCOMPARE(heard.filter(QStringLiteral("prompt ")).size(), index == 1 ? failed : 0);
-        if (random.bounded(2) == 0) {
-            QCoreApplication::processEvents();
-        }
-    }
-    qInfo("%d failures, %d of them additions", failures, additionsFailed);
-    QVERIFY(failures > 100 && additionsFailed > 10);
-    QCOMPARE(watch.m_nMostBoxes, 1);
-    QTRY_VERIFY(!f.isRefreshDue() && !CustomLoadingDialog::isLoading(1));
 }
 
 QTEST_MAIN(tst_commands)

@@ -16,12 +16,23 @@ NodeFacts factsOf(const QByteArray &xml)
     return NodeFacts(document.documentElement());
 }
 
-/// What a reader of the pane sees.
+/// What a reader of the pane sees, with "|" at the end of a line.
 QString shownText(const QString &html)
 {
     QTextDocument document;
     document.setHtml(html);
-    return document.toPlainText();
+    return document.toPlainText().replace('\n', '|').trimmed();
+}
+
+QString tailOf(const QByteArray &xml, const CTreeItemValue &value,
+               const QVector<EnumEntryReading> &entries = {})
+{
+    const NodeFacts facts = factsOf(xml);
+    FeatureToolTipSource source;
+    source.facts = &facts;
+    source.value = &value;
+    source.entries = entries;
+    return shownText(FeatureToolTip::CreateValueInfo(source));
 }
 
 } // namespace
@@ -32,10 +43,7 @@ class tst_featuretooltip : public QObject
 private slots:
     void head_data();
     void head();
-    void integerTail_data();
-    void integerTail();
-    void floatTail_data();
-    void floatTail();
+    void tail();
     void entries();
     void nothingWithoutFacts();
 };
@@ -44,68 +52,41 @@ void tst_featuretooltip::head_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QString>("description");
-    QTest::addColumn<QString>("descriptionTrans");
+    QTest::addColumn<QString>("translation");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("expected");
-
-    const QByteArray gain = "<Command Name='Gain'/>";
-    QTest::newRow("no name space is Standard") << gain << "Text"
-                                               << ""
-                                               << "ENG"
-                                               << "Name Space: Standard";
-    QTest::newRow("own name space")
-        << QByteArray("<Command Name='Gain' NameSpace='Custom'/>") << "Text"
-        << ""
-        << "ENG"
-        << "Name Space: Custom";
-    QTest::newRow("type is the tag") << gain << "Text"
-                                     << ""
-                                     << "ENG"
-                                     << "Type: Command";
-    QTest::newRow("streamable as given")
-        << QByteArray("<Command Name='Gain'><Streamable>Yes</Streamable></Command>") << "Text"
-        << ""
-        << "ENG"
-        << "Streamable: Yes";
-    QTest::newRow("visibility of the node")
-        << QByteArray("<Command Name='Gain'><Visibility>Expert</Visibility></Command>") << "Text"
-        << ""
-        << "ENG"
-        << "Visibility: Expert";
-    QTest::newRow("double quotes become single") << gain << "a \"b\" c"
-                                                 << ""
-                                                 << "ENG"
-                                                 << "a 'b' c";
-    QTest::newRow("markup stays text") << gain << "x < y & z"
-                                       << ""
-                                       << "ENG"
-                                       << "x < y & z";
-    QTest::newRow("English keeps the English text")
-        << gain << "Text" << QString::fromUtf8("文本") << "ENG"
-        << "Text";
-    QTest::newRow("Chinese shows the translation")
-        << gain << "" << QString::fromUtf8("文本") << "CH" << QString::fromUtf8("文本");
-    QTest::newRow("Chinese without a translation") << gain << "Text"
-                                                   << ""
-                                                   << "CH"
-                                                   << "Text";
-    QTest::newRow("Chinese title is the translated name") << gain << "Text"
-                                                          << ""
-                                                          << "CH" << QString::fromUtf8("增益");
+    const char *const plain = "<Command Name='Gain'/>";
+    const auto row = [](const char *fault, const char *xml, const char *description,
+                        const char *translation, const char *language, const char *expected) {
+        QTest::newRow(fault) << QByteArray(xml) << description << translation << language
+                             << expected;
+    };
+    row("no name space is Standard", plain, "", "", "ENG", "Name Space: Standard");
+    row("own name space", "<Command NameSpace='Custom'/>", "", "", "ENG", "Name Space: Custom");
+    row("type is the tag", plain, "", "", "ENG", "Type: Command");
+    row("streamable as given", "<Command><Streamable>Yes</Streamable></Command>", "", "", "ENG",
+        "Streamable: Yes");
+    row("visibility of the node", "<Command><Visibility>Expert</Visibility></Command>", "", "",
+        "ENG", "Visibility: Expert");
+    row("double quotes become single", plain, "a \"b\" c", "", "ENG", "a 'b' c");
+    row("markup stays text", plain, "x < y & z", "", "ENG", "x < y & z");
+    row("English keeps the English text", plain, "Text", "文本", "ENG", "Text");
+    row("Chinese shows the translation", plain, "", "文本", "CH", "文本");
+    row("Chinese without a translation", plain, "Text", "", "CH", "Text");
+    row("Chinese title is the translated name", plain, "Text", "", "CH", "增益");
 }
 
 void tst_featuretooltip::head()
 {
     QFETCH(QByteArray, xml);
     QFETCH(QString, description);
-    QFETCH(QString, descriptionTrans);
+    QFETCH(QString, translation);
     QFETCH(QString, language);
     QFETCH(QString, expected);
-
     CTreeItemValue value;
     value.m_strDescription = description;
-    value.m_strDescriptionTrans = descriptionTrans;
-    value.m_strTranslateName = QString::fromUtf8("增益");
+    value.m_strDescriptionTrans = translation;
+    value.m_strTranslateName = QString("增益");
     const NodeFacts facts = factsOf(xml);
     FeatureToolTipSource source;
     source.facts = &facts;
@@ -114,102 +95,56 @@ void tst_featuretooltip::head()
     QVERIFY2(text.contains(expected), qPrintable(text));
 }
 
-void tst_featuretooltip::integerTail_data()
+void tst_featuretooltip::tail()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<qint64>("increment");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("range and increment")
-        << "Width" << qint64(4) << "Min: 16|Max: 9007199254740993|Inc: 4|";
-    QTest::newRow("no increment of 0") << "Width" << qint64(0) << "Min: 16|Max: 9007199254740993|";
-    QTest::newRow("address shows its increment only")
-        << "GevPersistentIPAddress" << qint64(1) << "Inc: 1|";
-    QTest::newRow("current address has no tail") << "GevCurrentIPAddress" << qint64(1) << "";
-}
-
-void tst_featuretooltip::integerTail()
-{
-    QFETCH(QString, name);
-    QFETCH(qint64, increment);
-    QFETCH(QString, expected);
-
-    CTreeIntergerItemValue value;
-    value.m_nMinValue = 16;
-    value.m_nMaxValue = 9007199254740993; // 2^53 + 1: lost by a double
-    value.m_nIncValue = increment;
-    const NodeFacts facts = factsOf("<Integer Name='" + name.toUtf8() + "'/>");
-    FeatureToolTipSource source;
-    source.facts = &facts;
-    source.value = &value;
-    QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source))
-                 .replace(QLatin1Char('\n'), QLatin1Char('|'))
-                 .trimmed(),
-             expected);
-}
-
-void tst_featuretooltip::floatTail_data()
-{
-    QTest::addColumn<float>("maximum");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("range") << 1e9F << "Min: 0.5|Max: 1e+09|";
-    QTest::newRow("maximum of 0 shows none") << 0.0F << "";
-    QTest::newRow("negative maximum shows none") << -1.0F << "";
-    QTest::newRow("maximum that is no number shows none")
-        << std::numeric_limits<float>::quiet_NaN() << "";
-}
-
-void tst_featuretooltip::floatTail()
-{
-    QFETCH(float, maximum);
-    QFETCH(QString, expected);
-    CTreeFloatItemValue value;
-    value.m_fMinValue = 0.5F;
-    value.m_fMaxValue = maximum;
-    const NodeFacts facts = factsOf("<Float Name='Gain'/>");
-    FeatureToolTipSource source;
-    source.facts = &facts;
-    source.value = &value;
-    QCOMPARE(shownText(FeatureToolTip::CreateValueInfo(source))
-                 .replace(QLatin1Char('\n'), QLatin1Char('|'))
-                 .trimmed(),
-             expected);
+    CTreeIntergerItemValue integer;
+    integer.m_nMinValue = 16;
+    integer.m_nMaxValue = 9007199254740993; // 2^53 + 1: lost by a double
+    integer.m_nIncValue = 4;
+    QCOMPARE(tailOf("<Integer Name='Width'/>", integer),
+             QString("Min: 16|Max: 9007199254740993|Inc: 4|"));
+    QCOMPARE(tailOf("<Integer Name='GevPersistentIPAddress'/>", integer), QString("Inc: 4|"));
+    QCOMPARE(tailOf("<Integer Name='GevCurrentIPAddress'/>", integer), QString());
+    integer.m_nIncValue = 0;
+    QCOMPARE(tailOf("<Integer Name='Width'/>", integer), QString("Min: 16|Max: 9007199254740993|"));
+    CTreeFloatItemValue number;
+    number.m_fMinValue = 0.5F;
+    number.m_fMaxValue = 1e9F;
+    QCOMPARE(tailOf("<Float Name='Gain'/>", number), QString("Min: 0.5|Max: 1e+09|"));
+    for (const float none : {0.0F, -1.0F, std::numeric_limits<float>::quiet_NaN()}) {
+        number.m_fMaxValue = none;
+        QCOMPARE(tailOf("<Float Name='Gain'/>", number), QString());
+    }
 }
 
 void tst_featuretooltip::entries()
 {
-    CTreeItemValue value;
-    const NodeFacts facts = factsOf("<Enumeration Name='Shape'/>");
-    FeatureToolTipSource source;
-    source.facts = &facts;
-    source.value = &value;
     EnumEntryReading shown;
-    shown.facts.name = QStringLiteral("Mode");
-    shown.facts.displayName = QStringLiteral("Something else");
-    shown.facts.valueText = QStringLiteral("7");
-    shown.facts.visibility = QStringLiteral("Guru");
+    shown.facts.name = QString("Mode");
+    shown.facts.displayName = QString("Something else");
+    shown.facts.valueText = QString("7");
+    shown.facts.visibility = QString("Guru");
     EnumEntryReading hidden;
-    hidden.facts.name = QStringLiteral("Hidden");
+    hidden.facts.name = QString("Hidden");
     hidden.implementedAndAvailable = false;
-    source.entries = {shown, hidden};
-    const QString text = shownText(FeatureToolTip::CreateValueInfo(source));
-    QVERIFY2(text.contains(QLatin1String("Enum Entry Name: AdvancedMode")), qPrintable(text));
-    QVERIFY(text.contains(QLatin1String("Enum Entry Value: 7")));
-    QVERIFY(text.contains(QLatin1String("Visibility: Guru")));
-    QVERIFY(!text.contains(QLatin1String("Something else")));
-    QVERIFY(!text.contains(QLatin1String("Hidden")));
+    const QString text = tailOf("<Enumeration Name='Shape'/>", CTreeItemValue(), {shown, hidden});
+    for (const char *part :
+         {"Enum Entry Name: AdvancedMode", "Enum Entry Value: 7", "Visibility: Guru"}) {
+        QVERIFY2(text.contains(part), qPrintable(text));
+    }
+    QVERIFY(!text.contains("Something else") && !text.contains("Hidden"));
 }
 
 void tst_featuretooltip::nothingWithoutFacts()
 {
-    CTreeItemValue value;
+    const CTreeItemValue value;
+    const NodeFacts facts = factsOf("<Command Name='Gain'/>");
     FeatureToolTipSource source;
     source.value = &value;
-    QVERIFY(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")).isEmpty());
+    QVERIFY(FeatureToolTip::CreateToolTip(source, "ENG").isEmpty());
     source.value = nullptr;
-    const NodeFacts facts = factsOf("<Command Name='Gain'/>");
     source.facts = &facts;
-    QVERIFY(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")).isEmpty());
+    QVERIFY(FeatureToolTip::CreateToolTip(source, "ENG").isEmpty());
 }
 
 QTEST_MAIN(tst_featuretooltip)

@@ -8,7 +8,6 @@
 #include "tests/support/ModuleFixture.h"
 #include "tree/QGetFeaturesThread.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QTextEdit>
 #include <QTreeView>
@@ -18,7 +17,7 @@ namespace {
 
 SimulatedDevices::Simulated areaCamera()
 {
-    return SimulatedDevices::builtIn(QStringLiteral("area-camera"));
+    return SimulatedDevices::builtIn("area-camera");
 }
 
 class RecordingObserver : public VexaFeatureObserverable
@@ -35,34 +34,52 @@ class tst_featuretree : public QObject
 {
     Q_OBJECT
 private slots:
-    void secondOpenChangesNothing();
+    void opensOnceRestartsAndCloses();
     void openWithoutTaskStaysEmpty();
-    void readOnlyAccessClearsCaches();
-    void closeLeavesAnEmptyTree();
-    void restartBuildsAnew();
-    void closeDuringUpdateReturnsAtOnce();
-    void closeOnASlowDeviceWaitsForOneAccess();
+    void stopWaitsForOneAccessOnly();
     void vanishedDeviceWhileUpdating();
-    void messageAfterReadyForDelete();
-    void oneBoxATree();
-    void removedWhileABoxIsOpen();
+    void boxes();
     void removedByItsOwnSignal();
     void releaseTwice();
-    void observersHearTheOpenedCamera();
     void refreshNodeEvent();
     void languageChange();
     void openAndCloseManyTimes();
 };
 
-void tst_featuretree::secondOpenChangesNothing()
+void tst_featuretree::opensOnceRestartsAndCloses()
 {
+    RecordingObserver stays;
+    RecordingObserver leaves;
     ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    const QMap<QString, VexaPropertyTreeItem *> items = camera.tree->AllTreeItemsMap();
-    camera.tree->OnCameraOpen(4);
-    QCOMPARE(camera.tree->AllTreeItemsMap(), items);
+    const ModuleFixture::Camera camera = fixture.open(areaCamera(), 2);
+    VexaFeatureTree &tree = *camera.tree;
+    QVERIFY(!tree.isCanEdit());
+    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
+    const QMap<QString, VexaPropertyTreeItem *> items = tree.AllTreeItemsMap();
+    const QAbstractItemModel *model = tree.findChild<QTreeView *>()->model();
+    const int rows = model->rowCount();
     QVERIFY(items.size() >= 180);
+    tree.OnCameraOpen(4);
+    QCOMPARE(tree.AllTreeItemsMap(), items);
+    for (int turn = 0; turn < 3; ++turn) {
+        tree.OnResartCameraOpen(4);
+        QCOMPARE(tree.AllTreeItemsMap().keys(), items.keys());
+        QCOMPARE(model->rowCount(), rows);
+    }
+    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
+    QVERIFY(tree.propertyItemByName("Width")->isValueCached());
+
+    tree.AddFeatureObserverable(&stays);
+    tree.AddFeatureObserverable(&leaves);
+    tree.RemoveFeatureObserverable(&leaves);
+    tree.OnCameraClose();
+    QVERIFY(tree.GetCurCameraID() == -1 && tree.AllTreeItemsMap().isEmpty());
+    QVERIFY(tree.findChild<QTextEdit *>()->toPlainText().isEmpty());
+    QCOMPARE(model->rowCount(), 0);
+    tree.RefreshFeatures();
+    tree.OnBtnRefresh();
     fixture.close(camera);
+    QVERIFY(stays.m_released.size() == 1 && leaves.m_released.isEmpty());
 }
 
 void tst_featuretree::openWithoutTaskStaysEmpty()
@@ -75,63 +92,9 @@ void tst_featuretree::openWithoutTaskStaysEmpty()
     tree->OnCameraOpen(4);
     QVERIFY(tree->AllTreeItemsMap().isEmpty());
     QVERIFY(!CustomLoadingDialog::isLoading(1));
-    fixture.mainWidget().removeFeatureTree(id);
 }
 
-void tst_featuretree::readOnlyAccessClearsCaches()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera(), 2);
-    QVERIFY(!camera.tree->isCanEdit());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    fixture.close(camera);
-}
-
-void tst_featuretree::closeLeavesAnEmptyTree()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    camera.tree->OnCameraClose();
-    QCOMPARE(camera.tree->GetCurCameraID(), -1L);
-    QVERIFY(camera.tree->AllTreeItemsMap().isEmpty());
-    QVERIFY(camera.tree->findChild<QTextEdit *>()->toPlainText().isEmpty());
-    QCOMPARE(camera.tree->findChild<QTreeView *>()->model()->rowCount(), 0);
-    camera.tree->RefreshFeatures();
-    camera.tree->OnBtnRefresh();
-    fixture.close(camera);
-}
-
-void tst_featuretree::restartBuildsAnew()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const int items = camera.tree->AllTreeItemsMap().size();
-    const int rows = camera.tree->findChild<QTreeView *>()->model()->rowCount();
-    for (int turn = 0; turn < 3; ++turn) {
-        camera.tree->OnResartCameraOpen(4);
-        QCOMPARE(camera.tree->AllTreeItemsMap().size(), items);
-        QCOMPARE(camera.tree->findChild<QTreeView *>()->model()->rowCount(), rows);
-    }
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    QVERIFY(camera.tree->propertyItemByName(QStringLiteral("Width"))->isValueCached());
-    fixture.close(camera);
-}
-
-void tst_featuretree::closeDuringUpdateReturnsAtOnce()
-{
-    ModuleFixture fixture;
-    for (int turn = 0; turn < 5; ++turn) {
-        const ModuleFixture::Camera camera = fixture.open(areaCamera());
-        QElapsedTimer timer;
-        timer.start();
-        fixture.close(camera);
-        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    }
-}
-
-void tst_featuretree::closeOnASlowDeviceWaitsForOneAccess()
+void tst_featuretree::stopWaitsForOneAccessOnly()
 {
     ModuleFixture fixture;
     const auto device = areaCamera();
@@ -142,13 +105,11 @@ void tst_featuretree::closeOnASlowDeviceWaitsForOneAccess()
     device.control->clearAccessLog();
     camera.tree->RefreshFeatures();
     QTRY_VERIFY(!device.control->accessLog().isEmpty());
-    QElapsedTimer timer;
-    timer.start();
+    const int before = device.control->accessLog().size();
     camera.tree->StopThread(true);
-    // One access under way, and no second one after it.
-    QVERIFY2(timer.elapsed() < 390, qPrintable(QString::number(timer.elapsed())));
+    // One that is under way, and one that began while the stop was asked for.
+    QVERIFY(device.control->accessLog().size() <= before + 2);
     device.control->setLatency(0);
-    fixture.close(camera);
 }
 
 void tst_featuretree::vanishedDeviceWhileUpdating()
@@ -159,50 +120,29 @@ void tst_featuretree::vanishedDeviceWhileUpdating()
     const ModuleFixture::Camera camera = fixture.open(device);
     device.control->vanish();
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    fixture.close(camera);
 }
 
-void tst_featuretree::messageAfterReadyForDelete()
+void tst_featuretree::boxes()
 {
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    camera.tree->readyForDelete();
-    QTest::ignoreMessage(QtInfoMsg, "ready for delete");
-    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("text"), QString(), 3,
-                             true);
-    QVERIFY(camera.tree->findChildren<CustomMessageBox *>().isEmpty());
-    fixture.close(camera);
-}
-
-void tst_featuretree::oneBoxATree()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    camera.tree->ShowMessage(nullptr, QStringLiteral("first"), QString(), QString(), 1, false);
-    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("second"), QString(),
-                             3, true);
-    const QList<CustomMessageBox *> boxes = camera.tree->findChildren<CustomMessageBox *>();
-    QCOMPARE(boxes.size(), 1);
-    QCOMPARE(boxes.first()->cContent(), QStringLiteral("second"));
-    QCOMPARE(boxes.first()->cTextTitle(), QStringLiteral("title"));
+    const auto boxes = [&camera] { return camera.tree->findChildren<CustomMessageBox *>(); };
+    camera.tree->ShowMessage(nullptr, "first", QString(), QString(), 1, false);
+    camera.tree->ShowMessage(nullptr, "title", "second", QString(), 3, true);
     camera.tree->setMessageFalse(false);
-    camera.tree->ShowMessage(nullptr, QStringLiteral("third"), QString(), QString(), 1, false);
-    QCOMPARE(camera.tree->findChildren<CustomMessageBox *>().first()->cContent(),
-             QStringLiteral("second"));
-    fixture.close(camera);
-}
-
-void tst_featuretree::removedWhileABoxIsOpen()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    camera.tree->ShowMessage(nullptr, QStringLiteral("title"), QStringLiteral("text"), QString(), 3,
-                             true);
-    const QPointer<CustomMessageBox> box = camera.tree->findChild<CustomMessageBox *>();
-    QVERIFY(box);
+    camera.tree->ShowMessage(nullptr, "third", QString(), QString(), 1, false);
+    QCOMPARE(boxes().size(), 1);
+    const QPointer<CustomMessageBox> box = boxes().first();
+    QCOMPARE(box->cContent() + box->cTextTitle(), QString("secondtitle"));
     fixture.close(camera);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!box);
+
+    const ModuleFixture::Camera going = fixture.open(areaCamera());
+    going.tree->readyForDelete();
+    QTest::ignoreMessage(QtInfoMsg, "ready for delete");
+    going.tree->ShowMessage(nullptr, "title", "text", QString(), 3, true);
+    QVERIFY(going.tree->findChildren<CustomMessageBox *>().isEmpty());
 }
 
 void tst_featuretree::removedByItsOwnSignal()
@@ -226,23 +166,9 @@ void tst_featuretree::releaseTwice()
     tree.OnResartCameraOpen(4);
     tree.OnBtnRefresh();
     tree.StopThread(true);
-    tree.OnAddValueChangedNodes({QStringLiteral("Gain")});
+    tree.OnAddValueChangedNodes({"Gain"});
     tree.OnCameraStartShot();
-    QVERIFY(!tree.propertyItemByName(QStringLiteral("Gain")));
-}
-
-void tst_featuretree::observersHearTheOpenedCamera()
-{
-    ModuleFixture fixture;
-    RecordingObserver stays;
-    RecordingObserver leaves;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    camera.tree->AddFeatureObserverable(&stays);
-    camera.tree->AddFeatureObserverable(&leaves);
-    camera.tree->RemoveFeatureObserverable(&leaves);
-    fixture.close(camera);
-    QCOMPARE(stays.m_released, QList<long int>({camera.id}));
-    QVERIFY(leaves.m_released.isEmpty());
+    QVERIFY(!tree.propertyItemByName("Gain"));
 }
 
 void tst_featuretree::refreshNodeEvent()
@@ -250,8 +176,8 @@ void tst_featuretree::refreshNodeEvent()
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    QVERIFY(taskOf(camera)->SetIntegerValue(QStringLiteral("OffsetX"), 16, nullptr));
-    VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("OffsetX"));
+    QVERIFY(taskOf(camera)->SetIntegerValue("OffsetX", 16, nullptr));
+    const VexaPropertyTreeItem *item = camera.tree->propertyItemByName("OffsetX");
     VexaNodeEventData other{static_cast<qint32>(camera.id + 1), "OffsetX"};
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &other);
     QVERIFY(item->value()->value().toLongLong() != 16);
@@ -259,7 +185,6 @@ void tst_featuretree::refreshNodeEvent()
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &node);
     QTRY_COMPARE(item->value()->value().toLongLong(), 16LL);
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, nullptr);
-    fixture.close(camera);
 }
 
 void tst_featuretree::languageChange()
@@ -267,39 +192,36 @@ void tst_featuretree::languageChange()
     ModuleFixture fixture;
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const VexaPropertyTreeItem *width = camera.tree->propertyItemByName(QStringLiteral("Width"));
-    QVERIFY(!width->value()->m_strTranslateName.isEmpty());
-    auto *view = camera.tree->findChild<QTreeView *>();
-    QString name = QStringLiteral("Width");
+    const CTreeItemValue *width = camera.tree->propertyItemByName("Width")->value();
+    QVERIFY(!width->m_strTranslateName.isEmpty());
+    QString name = "Width";
     const auto shownName = [&] {
         camera.tree->JumpToFeature(name);
-        return view->currentIndex().siblingAtColumn(0).data().toString();
+        const QModelIndex current = camera.tree->findChild<QTreeView *>()->currentIndex();
+        return current.siblingAtColumn(0).data().toString();
     };
-    QLocalCfg::Instance()->m_strPropertyLan = QStringLiteral("ENG");
-    QCOMPARE(shownName(), width->value()->displayName());
-    QLocalCfg::Instance()->m_strPropertyLan = QStringLiteral("CH");
-    QCOMPARE(shownName(), width->value()->m_strTranslateName);
-    QVERIFY(camera.tree->findChild<QTextEdit *>()->toPlainText().contains(
-        width->value()->m_strTranslateName));
-    fixture.close(camera);
+    QLocalCfg::Instance()->m_strPropertyLan = "ENG";
+    QCOMPARE(shownName(), width->displayName());
+    QLocalCfg::Instance()->m_strPropertyLan = "CH";
+    QCOMPARE(shownName(), width->m_strTranslateName);
+    const QString pane = camera.tree->findChild<QTextEdit *>()->toPlainText();
+    QVERIFY2(pane.contains(width->m_strTranslateName), qPrintable(pane));
 }
 
 void tst_featuretree::openAndCloseManyTimes()
 {
     ModuleFixture fixture;
     const auto device = areaCamera();
-    const auto widgets = [] { return QApplication::allWidgets().size(); };
     int before = 0;
-    for (int turn = 0; turn < 20; ++turn) {
+    for (int turn = 0; turn < 6; ++turn) {
         const ModuleFixture::Camera camera = fixture.open(device);
         QVERIFY(camera.id != -1);
-        fixture.close(camera);
+        fixture.close(camera); // in the middle of the first update
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        if (turn == 0) {
-            before = widgets();
-        }
+        const int widgets = QApplication::allWidgets().size();
+        before = turn == 0 ? widgets : before;
+        QCOMPARE(widgets, before);
     }
-    QCOMPARE(widgets(), before);
 }
 
 QTEST_MAIN(tst_featuretree)

@@ -12,28 +12,60 @@
 namespace {
 
 constexpr int EVERYTHING = QGetFeaturesThread::UPDATE_EVERYTHING;
-constexpr int REFRESH = QGetFeaturesThread::UPDATE_REFRESH;
+constexpr quint64 VALUE = 0x100;
+constexpr quint64 ONE = 0x104; // reads 1
+constexpr quint64 BROKEN = 0x108; // fails
+constexpr quint64 MINIMUM = 0x10C;
+constexpr quint64 MAXIMUM = 0x110;
 
-QByteArray intReg(const char *name, int address)
+QByteArray intReg(const char *name, quint64 address)
 {
-    return QByteArray("<IntReg Name=\"") + name + "\"><Address>" + QByteArray::number(address)
-        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</"
-          "pPort><Sign>Signed</Sign>"
-          "<Endianess>LittleEndian</Endianess></IntReg>\n";
+    return QByteArray("<IntReg Name='") + name + "'><Address>" + QByteArray::number(address)
+        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
+          "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
 }
 
-/// The registers that the rows below point at. "One" reads 1, "Zero" reads 0, "Broken" lies at an address that fails.
-const QByteArray &registers()
+/// A camera with a few features, at level beginner, after its first update.
+struct Opened : ModuleFixture
 {
-    static const QByteArray elements = intReg("ValueReg", 0x100) + intReg("One", 0x104)
-        + intReg("Zero", 0x108) + intReg("Broken", 0x10C) + intReg("MinReg", 0x110)
-        + intReg("MaxReg", 0x114);
-    return elements;
-}
+    explicit Opened(const QStringList &features, const QByteArray &elements,
+                    const QMap<quint64, qint32> &memory = {})
+    {
+        QLocalCfg::Instance()->SetUserLevel(2);
+        const QByteArray registers = intReg("ValueReg", VALUE) + intReg("One", ONE)
+            + intReg("Broken", BROKEN) + intReg("MinReg", MINIMUM) + intReg("MaxReg", MAXIMUM)
+            + intReg("Zero", 0x114);
+        const auto device =
+            SimulatedDevices::fromDescription(descriptionOf(features, elements + registers), "test",
+                                              SimulatorControl::MemoryPattern::Zero);
+        control = device.control;
+        poke(ONE, 1);
+        for (auto cell = memory.cbegin(); cell != memory.cend(); ++cell) {
+            poke(cell.key(), cell.value());
+        }
+        control->setFailing(BROKEN, 10);
+        camera = open(device);
+        waitForFirstUpdate(camera);
+        control->setLogging(true);
+        control->clearAccessLog();
+    }
+    void poke(quint64 address, qint32 value) const
+    {
+        control->poke(address, QByteArray(reinterpret_cast<const char *>(&value), sizeof value));
+    }
+    VexaPropertyTreeItem *item(const QString &name = "Feature") const
+    {
+        return camera.tree->propertyItemByName(name);
+    }
+    void update(int what) const { camera.tree->updateFeature(item(), what); }
 
-void pokeInt(SimulatorControl &control, quint64 address, qint32 value)
+    decltype(SimulatedDevices::Simulated::control) control;
+    Camera camera;
+};
+
+QByteArray feature(const QByteArray &children, const QByteArray &name = "Feature")
 {
-    control.poke(address, QByteArray(reinterpret_cast<const char *>(&value), sizeof value));
+    return "<Integer Name='" + name + "'>" + children + "<pValue>ValueReg</pValue></Integer>";
 }
 
 } // namespace
@@ -42,9 +74,7 @@ class tst_featureupdate : public QObject
 {
     Q_OBJECT
 private slots:
-    void visibleAtLevel_data();
     void visibleAtLevel();
-    void access_data();
     void access();
     void emptyRange();
     void enumerationEntries();
@@ -55,257 +85,147 @@ private slots:
     void pointerNodesAreReadOnceAnUpdate();
 };
 
-void tst_featureupdate::visibleAtLevel_data()
-{
-    QTest::addColumn<QString>("visibility");
-    QTest::addColumn<QString>("levels"); // 0 guru, 1 expert, 2 beginner, 3 unknown
-    QTest::newRow("no visibility") << ""
-                                   << "0123";
-    QTest::newRow("beginner") << "Beginner"
-                              << "012";
-    QTest::newRow("expert") << "Expert"
-                            << "01";
-    QTest::newRow("guru") << "Guru"
-                          << "0";
-    QTest::newRow("invisible") << "Invisible"
-                               << "";
-    QTest::newRow("a word of its own") << "Wizard"
-                                       << "";
-}
-
 void tst_featureupdate::visibleAtLevel()
 {
-    QFETCH(QString, visibility);
-    QFETCH(QString, levels);
-    QString shown;
-    for (int level = 0; level <= 3; ++level) {
-        if (FeatureUpdate::IsVisibleAtLevel(visibility, level)) {
-            shown += QString::number(level);
+    // 0 guru, 1 expert, 2 beginner, 3 unknown
+    const QMap<QString, QString> levels{{"", "0123"},  {"Beginner", "012"}, {"Expert", "01"},
+                                        {"Guru", "0"}, {"Invisible", ""},   {"Wizard", ""}};
+    for (auto row = levels.cbegin(); row != levels.cend(); ++row) {
+        QString shown;
+        for (int level = 0; level <= 3; ++level) {
+            shown += FeatureUpdate::IsVisibleAtLevel(row.key(), level) ? QString::number(level)
+                                                                       : QString();
         }
+        QCOMPARE(row.key() + shown, row.key() + row.value());
     }
-    QCOMPARE(shown, levels);
-}
-
-void tst_featureupdate::access_data()
-{
-    QTest::addColumn<QByteArray>("children");
-    QTest::addColumn<bool>("visible");
-    QTest::addColumn<bool>("readOnly");
-    QTest::addColumn<bool>("cached");
-
-    QTest::newRow("plain node is writable") << QByteArray() << true << false << true;
-    QTest::newRow("locked") << QByteArray("<pIsLocked>One</pIsLocked>") << true << true << true;
-    QTest::newRow("lock open") << QByteArray("<pIsLocked>Zero</pIsLocked>") << true << false
-                               << true;
-    QTest::newRow("lock that fails counts as open")
-        << QByteArray("<pIsLocked>Broken</pIsLocked>") << true << false << true;
-    QTest::newRow("not implemented")
-        << QByteArray("<pIsImplemented>Zero</pIsImplemented>") << false << true << false;
-    QTest::newRow("implemented fails")
-        << QByteArray("<pIsImplemented>Broken</pIsImplemented>") << false << true << false;
-    QTest::newRow("not available")
-        << QByteArray("<pIsAvailable>Zero</pIsAvailable>") << false << true << false;
-    QTest::newRow("expert at level beginner is read but hidden")
-        << QByteArray("<Visibility>Expert</Visibility>") << false << false << true;
-    QTest::newRow("imposed read only")
-        << QByteArray("<ImposedAccessMode>RO</ImposedAccessMode>") << true << true << true;
 }
 
 void tst_featureupdate::access()
 {
-    QFETCH(QByteArray, children);
-    ModuleFixture fixture;
-    QLocalCfg::Instance()->SetUserLevel(2);
-    const QByteArray xml = descriptionOf({QStringLiteral("Feature")},
-                                         "<Integer Name=\"Feature\">" + children
-                                             + "<pValue>ValueReg</pValue></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    pokeInt(*device.control, 0x104, 1);
-    device.control->setFailing(0x10C, 10);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("Feature"));
-    QTEST(item->visible(), "visible");
-    QTEST(item->readOnly(), "readOnly");
-    QTEST(item->isValueCached(), "cached");
-    fixture.close(camera);
+    static const struct
+    {
+        const char *fault;
+        const char *children;
+        bool visible;
+        bool readOnly;
+        bool cached;
+    } rows[] = {
+        {"plain node is writable", "", true, false, true},
+        {"locked", "<pIsLocked>One</pIsLocked>", true, true, true},
+        {"lock open", "<pIsLocked>Zero</pIsLocked>", true, false, true},
+        {"lock that fails counts as open", "<pIsLocked>Broken</pIsLocked>", true, false, true},
+        {"not implemented", "<pIsImplemented>Zero</pIsImplemented>", false, true, false},
+        {"implemented fails", "<pIsImplemented>Broken</pIsImplemented>", false, true, false},
+        {"not available", "<pIsAvailable>Zero</pIsAvailable>", false, true, false},
+        {"read but hidden", "<Visibility>Expert</Visibility>", false, false, true},
+        {"read only", "<ImposedAccessMode>RO</ImposedAccessMode>", true, true, true},
+    };
+    QStringList names;
+    QByteArray elements;
+    for (const auto &row : rows) {
+        names.append(QString("Feature%1").arg(names.size()));
+        elements += feature(row.children, names.last().toUtf8());
+    }
+    const Opened f(names, elements);
+    for (const auto &row : rows) {
+        const VexaPropertyTreeItem *item = f.item(names.takeFirst());
+        QVERIFY2(item->visible() == row.visible, row.fault);
+        QVERIFY2(item->readOnly() == row.readOnly, row.fault);
+        QVERIFY2(item->isValueCached() == row.cached, row.fault);
+    }
 }
 
 void tst_featureupdate::emptyRange()
 {
-    ModuleFixture fixture;
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Feature")},
-        "<Integer "
-        "Name=\"Feature\"><pValue>ValueReg</pValue><pMin>MinReg</pMin><pMax>MaxReg</pMax></Integer>"
-            + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    pokeInt(*device.control, 0x100, 77);
-    pokeInt(*device.control, 0x110, 8);
-    pokeInt(*device.control, 0x114, 7);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const auto *value = dynamic_cast<CTreeIntergerItemValue *>(
-        camera.tree->propertyItemByName(QStringLiteral("Feature"))->value());
-    QVERIFY(value);
-    QCOMPARE(value->m_nMinValue, qint64(77));
-    QCOMPARE(value->m_nMaxValue, qint64(77));
-    fixture.close(camera);
+    const Opened f({"Feature"}, feature("<pMin>MinReg</pMin><pMax>MaxReg</pMax>"),
+                   {{VALUE, 77}, {MINIMUM, 8}, {MAXIMUM, 7}});
+    const auto *value = dynamic_cast<CTreeIntergerItemValue *>(f.item()->value());
+    QVERIFY(value && value->m_nMinValue == 77 && value->m_nMaxValue == 77);
 }
 
 void tst_featureupdate::enumerationEntries()
 {
-    ModuleFixture fixture;
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Shape"), QStringLiteral("RawModeEnable")},
-        "<Enumeration Name=\"Shape\">"
-        "<EnumEntry Name=\"Plain\"><Value>0</Value></EnumEntry>"
-        "<EnumEntry Name=\"Named\"><DisplayName>A Name</DisplayName><Value>0x10</Value></EnumEntry>"
-        "<EnumEntry "
-        "Name=\"Missing\"><pIsImplemented>Zero</pIsImplemented><Value>2</Value></EnumEntry>"
-        "<EnumEntry Name=\"Away\"><pIsAvailable>Zero</pIsAvailable><Value>3</Value></EnumEntry>"
-        "<EnumEntry Name=\"Locked\"><pIsLocked>One</pIsLocked><Value>4</Value></EnumEntry>"
-        "<EnumEntry Name=\"Raw\"><Value>5</Value></EnumEntry>"
-        "<EnumEntry Name=\"Twin\"><DisplayName>A Name</DisplayName><Value>6</Value></EnumEntry>"
-        "<pValue>ValueReg</pValue></Enumeration>"
-        "<Boolean Name=\"RawModeEnable\"><pValue>Zero</pValue></Boolean>"
-            + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    pokeInt(*device.control, 0x100, 16);
-    pokeInt(*device.control, 0x104, 1);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const auto *value = dynamic_cast<CTreeEnumationItemValue *>(
-        camera.tree->propertyItemByName(QStringLiteral("Shape"))->value());
+    const Opened f({"Feature", "RawModeEnable"}, R"(<Enumeration Name="Feature">
+<EnumEntry Name="Plain"><Value>0</Value></EnumEntry>
+<EnumEntry Name="Named"><DisplayName>A Name</DisplayName><Value>0x10</Value></EnumEntry>
+<EnumEntry Name="Missing"><pIsImplemented>Zero</pIsImplemented><Value>2</Value></EnumEntry>
+<EnumEntry Name="Away"><pIsAvailable>Zero</pIsAvailable><Value>3</Value></EnumEntry>
+<EnumEntry Name="Locked"><pIsLocked>One</pIsLocked><Value>4</Value></EnumEntry>
+<EnumEntry Name="Raw"><Value>5</Value></EnumEntry>
+<EnumEntry Name="Twin"><DisplayName>A Name</DisplayName><Value>6</Value></EnumEntry>
+<pValue>ValueReg</pValue></Enumeration>
+<Boolean Name="RawModeEnable"><pValue>Zero</pValue></Boolean>)",
+                   {{VALUE, 16}});
+    const auto *value = dynamic_cast<CTreeEnumationItemValue *>(f.item()->value());
     QVERIFY(value);
-    QCOMPARE(value->getDisplayList(),
-             QStringList({QStringLiteral("Plain"), QStringLiteral("A Name")}));
+    QCOMPARE(value->getDisplayList(), QStringList({"Plain", "A Name"}));
     QCOMPARE(value->getAllEnumationMap().keys(), QList<qint64>({0, 6, 16}));
-    QCOMPARE(value->displayValue(), QStringLiteral("A Name"));
-    fixture.close(camera);
+    QCOMPARE(value->displayValue(), QString("A Name"));
 }
 
 void tst_featureupdate::hiddenValueIsSpared()
 {
-    ModuleFixture fixture;
-    QLocalCfg::Instance()->SetUserLevel(2);
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Feature")},
-        "<Integer Name=\"Feature\"><Visibility>Guru</Visibility><pValue>ValueReg</pValue></Integer>"
-            + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("Feature"));
-    device.control->setLogging(true);
-    device.control->clearAccessLog();
-    camera.tree->updateFeature(item, REFRESH);
-    QVERIFY(device.control->accessLog().isEmpty());
-    camera.tree->updateFeature(item, EVERYTHING);
-    QVERIFY(!device.control->accessLog().isEmpty());
-    fixture.close(camera);
+    const Opened f({"Feature"}, feature("<Visibility>Guru</Visibility>"));
+    f.update(QGetFeaturesThread::UPDATE_REFRESH);
+    QVERIFY(f.control->accessLog().isEmpty());
+    f.update(EVERYTHING);
+    QVERIFY(!f.control->accessLog().isEmpty());
 }
 
 void tst_featureupdate::failedReadKeepsTheValue()
 {
-    ModuleFixture fixture;
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Feature")},
-        "<Integer Name=\"Feature\"><pValue>ValueReg</pValue></Integer>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    pokeInt(*device.control, 0x100, 5);
-    device.control->setFailing(0x100, 10);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("Feature"));
-    QVERIFY(!item->isValueCached());
-
-    device.control->setFailing(0x100, 0);
-    camera.tree->updateFeature(item, EVERYTHING);
-    QVERIFY(item->isValueCached());
-    QCOMPARE(item->value()->value().toLongLong(), 5LL);
-
-    device.control->setFailing(0x100, 10);
-    pokeInt(*device.control, 0x100, 6);
-    camera.tree->updateFeature(item, EVERYTHING);
-    QCOMPARE(item->value()->value().toLongLong(), 5LL);
-    fixture.close(camera);
+    const Opened f({"Feature", "Unread"},
+                   feature("") + "<Integer Name='Unread'><pValue>Broken</pValue></Integer>",
+                   {{VALUE, 5}});
+    QVERIFY(!f.item("Unread")->isValueCached() && f.item()->isValueCached());
+    f.control->setFailing(VALUE, 10);
+    f.poke(VALUE, 6);
+    f.update(EVERYTHING);
+    QCOMPARE(f.item()->value()->value().toLongLong(), 5LL);
+    f.control->setFailing(VALUE, 0);
+    f.update(EVERYTHING);
+    QCOMPARE(f.item()->value()->value().toLongLong(), 6LL);
 }
 
 void tst_featureupdate::unreachableDeviceChangesNothing()
 {
-    ModuleFixture fixture;
-    const QByteArray xml = descriptionOf(
-        {QStringLiteral("Feature")},
-        "<Integer "
-        "Name=\"Feature\"><pIsAvailable>One</pIsAvailable><pValue>ValueReg</pValue></Integer>"
-            + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    pokeInt(*device.control, 0x100, 5);
-    pokeInt(*device.control, 0x104, 1);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    VexaPropertyTreeItem *item = camera.tree->propertyItemByName(QStringLiteral("Feature"));
-    QVERIFY(item->visible());
-    QVERIFY(!item->readOnly());
-    device.control->vanish();
-    camera.tree->updateFeature(item, EVERYTHING);
-    QVERIFY(item->visible());
-    QVERIFY(!item->readOnly());
-    QCOMPARE(item->value()->value().toLongLong(), 5LL);
-    fixture.close(camera);
+    const Opened f({"Feature"}, feature("<pIsAvailable>One</pIsAvailable>"), {{VALUE, 5}});
+    for (int turn = 0; turn < 2; ++turn) {
+        QVERIFY(f.item()->visible() && !f.item()->readOnly());
+        QCOMPARE(f.item()->value()->value().toLongLong(), 5LL);
+        f.control->vanish();
+        f.update(EVERYTHING);
+    }
 }
 
 void tst_featureupdate::frameRatesReachTheTask()
 {
     ModuleFixture fixture;
-    const ModuleFixture::Camera camera =
-        fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
+    const ModuleFixture::Camera camera = fixture.open(SimulatedDevices::builtIn("area-camera"));
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     const auto *rate = dynamic_cast<CTreeFloatItemValue *>(
-        camera.tree->propertyItemByName(QStringLiteral("AcquisitionFrameRate"))->value());
-    QVERIFY(rate);
+        camera.tree->propertyItemByName("AcquisitionFrameRate")->value());
+    QVERIFY(rate && rate->m_fValue > 0.0F);
     QCOMPARE(taskOf(camera)->m_fAcquisitionFrameRate.load(), rate->m_fValue);
-    QVERIFY(rate->m_fValue > 0.0F);
-    fixture.close(camera);
 }
 
 void tst_featureupdate::pointerNodesAreReadOnceAnUpdate()
 {
-    ModuleFixture fixture;
     QByteArray entries;
     for (int i = 0; i < 20; ++i) {
-        entries += "<EnumEntry Name=\"E" + QByteArray::number(i)
-            + "\"><pIsAvailable>One</pIsAvailable><Value>" + QByteArray::number(i)
-            + "</Value></EnumEntry>";
+        const QByteArray number = QByteArray::number(i);
+        entries += "<EnumEntry Name='E" + number + "'><pIsAvailable>One</pIsAvailable><Value>"
+            + number + "</Value></EnumEntry>";
     }
-    const QByteArray xml =
-        descriptionOf({QStringLiteral("Shape")},
-                      "<Enumeration Name=\"Shape\">" + entries
-                          + "<pValue>ValueReg</pValue></Enumeration>" + registers());
-    auto device = SimulatedDevices::fromDescription(xml, QStringLiteral("test"),
-                                                    SimulatorControl::MemoryPattern::Zero);
-    pokeInt(*device.control, 0x104, 1);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    device.control->setLogging(true);
-    device.control->clearAccessLog();
+    const Opened f({"Feature"},
+                   "<Enumeration Name='Feature'>" + entries
+                       + "<pValue>ValueReg</pValue></Enumeration>");
     // Visibility and access only: the entries are read for the two tool tips.
-    camera.tree->updateFeature(camera.tree->propertyItemByName(QStringLiteral("Shape")),
-                               QGetFeaturesThread::UPDATE_VISIBILITY
-                                   | QGetFeaturesThread::UPDATE_ACCESS);
-    int reads = 0;
-    for (const SimulatorAccess &access : device.control->accessLog()) {
-        reads += access.address == 0x104 ? 1 : 0;
-    }
-    QCOMPARE(reads, 1);
-    fixture.close(camera);
+    f.update(QGetFeaturesThread::UPDATE_VISIBILITY | QGetFeaturesThread::UPDATE_ACCESS);
+    const QVector<SimulatorAccess> log = f.control->accessLog();
+    QCOMPARE(std::count_if(log.cbegin(), log.cend(),
+                           [](const SimulatorAccess &access) { return access.address == ONE; }),
+             1);
 }
 
 QTEST_MAIN(tst_featureupdate)

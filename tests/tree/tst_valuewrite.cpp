@@ -31,9 +31,18 @@ const char *const REFUSED = "0x90006206: The device refused the access.";
 class NameRecorder : public VexaFeatureObserverable
 {
 public:
+    explicit NameRecorder(VexaFeatureTree &tree)
+        : m_tree(tree)
+    {
+        m_tree.AddFeatureObserverable(this);
+    }
+    ~NameRecorder() override { m_tree.RemoveFeatureObserverable(this); }
     void notifyFeatureChanged(const QString &name, bool) override { m_names.append(name); }
     void notifyFeatureTreeReleased(long int) override { }
     QStringList m_names;
+
+private:
+    VexaFeatureTree &m_tree;
 };
 
 } // namespace
@@ -43,11 +52,10 @@ class tst_valuewrite : public QObject
 {
     Q_OBJECT
 private slots:
-    void init() { m_shared.leaveOtherFunctions(); }
+    void cleanup();
     void cleanupTestCase() { m_shared.reset(); }
     void writes_data();
     void writes();
-    void suppressedPrompts_data();
     void suppressedPrompts();
     void swallowedWritesShowTheDeviceAgain_data();
     void swallowedWritesShowTheDeviceAgain();
@@ -57,21 +65,28 @@ private slots:
     void burstGivesOneRefresh();
     void valuesThatAreNone_data();
     void valuesThatAreNone();
-    void loadingDialog_data();
-    void loadingDialog();
-    void lossBeforeTheRefreshHidesTheDialog();
+    void writeOfAnotherThread();
+    void byItem();
     void whileABoxIsUp_data();
     void whileABoxIsUp();
-    void writeOfAnotherThread();
-    void goingTreeWritesNothing();
-    void byItem_data();
-    void byItem();
-    void rereadsOneItem_data();
     void rereadsOneItem();
+    void loadingDialog();
+    void goingTreeWritesNothing();
 
 private:
-    SharedWriteFixture m_shared;
+    void verifyRefreshed();
+
+    SharedFixture<WriteFixture> m_shared;
+    QStringList m_written; ///< to m_shared since the last verifyRefreshed()
 };
+
+void tst_valuewrite::cleanup()
+{
+    if (QTest::currentTestFailed()) {
+        m_shared.reset();
+        m_written.clear();
+    }
+}
 
 void tst_valuewrite::writes_data()
 {
@@ -99,7 +114,6 @@ void tst_valuewrite::writes_data()
     row("switch", "LaserEnable", 1);
     row("direction of codes refreshes all", "LDirectionEnable", 1, {refresh});
     row("Pharmacode rereads its neighbours", "PHARMACODE", 1, {}, {{"Code128", 0}, {"Code39", 0}});
-    row("second Pharmacode too", "PHARMACODE2d", 1, {}, {{"Code128", 0}});
     row("test pictures by FTP", "UploadTestRawPictureEnable", 1,
         {"listen 19 ftp_open", "info strFtpEnable ftp_open"}, {}, {{"FtpProtocalEnable", 1}});
     row("no test pictures", "UploadTestRawPictureEnable", 0,
@@ -115,23 +129,13 @@ void tst_valuewrite::writes_data()
          "restarted."});
     row("PROFINET off tells nothing", "ProfinetEnable", 0);
 
-    for (const char *name :
-         {"AlgoRegionWidth", "AlgoRegionHeight", "AlgoRegionLeftX", "AlgoRegionLeftY"}) {
-        row(name, name, 64, {region});
-    }
+    row("size of the region", "AlgoRegionWidth", 64, {region});
     row("number of the region", "AlgoRegionIndex", 4, {region});
     row("main station", "MainStationID", 3, {mainSub}, {},
         {{"MultiCameraMode", 1}, {"StationRole", 1}});
-    const QPair<const char *, const char *> ports[] = {
-        {"TCPDestPort", "2002"},    {"FtpHostPort", "502"},       {"TcpServerPort", "2001"},
-        {"MelsecServerPort", "21"}, {"ModBusServerPort", "7500"}, {"UdpDestPort", "5007"},
-        {"TcpUpgPort", "2003"},
-    };
-    for (const auto &port : ports) {
-        refused(port.first, port.first, QString(port.second).toInt(),
-                {QStringLiteral("prompt 3 %1|Port %2 was not set; another service may use it. @/%3")
-                     .arg(TITLE, port.second, REFUSED)});
-    }
+    refused("port in use", "TCPDestPort", 2002,
+            {QStringLiteral("prompt 3 %1|Port 2002 was not set; another service may use it. @/%2")
+                 .arg(TITLE, REFUSED)});
     refused("port out of range says the same", "TCPDestPort", 70000,
             {QStringLiteral("prompt 3 %1|Port 70000 was not set; another service may use it. @/%2")
                  .arg(TITLE, OUT_OF_RANGE)});
@@ -141,13 +145,10 @@ void tst_valuewrite::writes_data()
             {failureOf("prompt 3", "FocusStep", "4294967300", OUT_OF_RANGE)});
 
     const QString advice = "box |The recommended packet size for this connection is 1500.";
-    for (const char *name : {"GevSCPSPacketSize", "DeviceStreamChannelPacketSize"}) {
-        row(qPrintable(QString(name) + " at the upper end"), name, 2000, {});
-        row(qPrintable(QString(name) + " above it"), name, 2004, {advice});
-        row(qPrintable(QString(name) + " at the lower end"), name, 1000, {});
-        row(qPrintable(QString(name) + " below it"), name, 996, {advice});
-    }
-
+    row("packet size at the upper end", "GevSCPSPacketSize", 2000);
+    row("packet size above it", "GevSCPSPacketSize", 2004, {advice});
+    row("packet size at the lower end", "DeviceStreamChannelPacketSize", 1000);
+    row("packet size below it", "DeviceStreamChannelPacketSize", 996, {advice});
     row("polling", "PollingEnable", 1, {"listen 18 #", refresh});
     row("protocol", "CommunicationProtocols", 7, {"listen 18 #"});
     row("polling target", "PollingTarget", 1, {"listen 18 #"});
@@ -158,7 +159,6 @@ void tst_valuewrite::writes_data()
         {{"TriggerSource", 13}});
     row("reading mode leaves another source", "CodeReadMode", 3, {refresh}, {{"TriggerSource", 7}},
         {{"TriggerSource", 7}});
-    row("other reading mode", "CodeReadMode", 1, {refresh}, {}, {{"TriggerSource", 13}});
     row("camera of regions", "AlgoCameraSelector", 1, {region});
     row("several cameras", "MultiCameraMode", 1, {role, mainSub});
     row("role of the station", "StationRole", 1, {role, mainSub});
@@ -173,11 +173,6 @@ void tst_valuewrite::writes_data()
             {QStringLiteral("box %1|The line cannot be configured in the present state. Check the "
                             "mode of the line and stop what uses it first./%2")
                  .arg(TITLE, NOT_NOW)});
-    refused("wiring while grabbing", "LineConfig1", 0,
-            {QStringLiteral("box %1|The line cannot be configured in the present state. Check the "
-                            "mode of the line and stop what uses it first./%2")
-                 .arg(TITLE, NOT_NOW)},
-            {{"AcquisitionStart", 0}});
     refused("wiring that does not exist", "LineConfig1", 77,
             {failureOf("box", "LineConfig1", "77", OUT_OF_RANGE)});
     row("light while polling is off", "LightEnable", 0);
@@ -204,10 +199,11 @@ void tst_valuewrite::writes()
     QFETCH(Values, rows);
     QFETCH(QStringList, heard);
     // Those that leave others alone share a device.
-    static const QStringList pullsOthers{"PollingEnable", "PHARMACODE",   "PHARMACODE2d",
-                                         "TriggerMode",   "CodeReadMode", "RunningMode"};
+    static const QStringList pullsOthers{"PollingEnable", "PHARMACODE", "TriggerMode",
+                                         "CodeReadMode", "RunningMode"};
     const bool alone = !before.isEmpty() || pullsOthers.contains(name);
     if (alone) {
+        verifyRefreshed();
         m_shared.reset();
     }
     WriteFixture &fixture = m_shared.get();
@@ -244,35 +240,40 @@ void tst_valuewrite::writes()
         QCOMPARE(fixture.onDevice("TriggerSource").toInt(), 1);
         QTRY_COMPARE(fixture.inRow("TriggerSource").toInt(), 1);
     }
-    // The refresh, and with it whatever depends on the node, follows without anybody asking.
-    QTRY_COMPARE(fixture.inRow(name).toString(), fixture.onDevice(name).toString());
+    m_written.append(name);
     QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
     if (alone) {
+        verifyRefreshed();
         m_shared.reset();
     }
 }
 
-void tst_valuewrite::suppressedPrompts_data()
+/// The refresh, and with it whatever depends on the node, follows without anybody asking.
+void tst_valuewrite::verifyRefreshed()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<int>("told"); // lines of boxes and prompts
-    QTest::newRow("advice") << "GevSCPSPacketSize" << QVariant(8000) << 0;
-    QTest::newRow("integer") << "TCPDestPort" << QVariant(2002) << 0;
-    QTest::newRow("float") << "Gain" << QVariant(1e30) << 0;
-    QTest::newRow("an enumeration tells all the same") << "LineConfig0" << QVariant(1) << 1;
-    QTest::newRow("a text too") << "DeviceUserID" << QVariant(QString(200, 'x')) << 1;
+    for (const QString &name : qAsConst(m_written)) {
+        WriteFixture &fixture = m_shared.get();
+        QTRY_COMPARE(fixture.inRow(name).toString(), fixture.onDevice(name).toString());
+    }
+    m_written.clear();
 }
 
 void tst_valuewrite::suppressedPrompts()
 {
-    QFETCH(QString, name);
-    QFETCH(QVariant, value);
-    QFETCH(int, told);
+    verifyRefreshed(); // after the last of the writes
     WriteFixture &fixture = m_shared.get();
+    const auto told = [&fixture](const char *name, const QVariant &value) {
+        fixture.write(name, value);
+        return fixture.takeHeard().filter(QRegularExpression("^(box|prompt) ")).size();
+    };
     fixture.module().host().setPromptSuppressed(fixture.camera().id, true);
-    fixture.write(name, value);
-    QCOMPARE(fixture.takeHeard().filter(QRegularExpression("^(box|prompt) ")).size(), told);
+    QCOMPARE(told("GevSCPSPacketSize", 8000), 0);
+    QCOMPARE(told("TCPDestPort", 2002), 0);
+    QCOMPARE(told("Gain", 1e30), 0);
+    // Enumerations and texts tell all the same.
+    QCOMPARE(told("LineConfig0", 1), 1);
+    QCOMPARE(told("DeviceUserID", QString(200, 'x')), 1);
+    fixture.module().host().setPromptSuppressed(fixture.camera().id, false);
 }
 
 void tst_valuewrite::swallowedWritesShowTheDeviceAgain_data()
@@ -296,7 +297,7 @@ void tst_valuewrite::swallowedWritesShowTheDeviceAgain()
     QFETCH(QString, name);
     QFETCH(QVariant, value);
     QFETCH(QString, told);
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.fresh();
     QVERIFY(fixture.setOnDevice("PollingEnable", polling));
     QVERIFY(name != "ResSet_Ftp_Picture_Name" || fixture.setOnDevice(name, "kept"));
     fixture.tree().updateFeature(fixture.item(name), 1);
@@ -318,22 +319,11 @@ void tst_valuewrite::pollingRowsFollow_data()
         QTest::newRow(name) << value << QString(shown);
     };
     row("PollingParamEnable", 0, "0");
-    row("PollingFocusEnable", 1, "1");
-    row("PollingLightEnable", 0, "0");
     row("PollingSingleParamTimeout", 70, "70");
-    row("PollingSingleParamCodeNum", 7, "7");
-    row("PollingSingleParamPeriod", 7, "7");
-    row("PollingAlgoROIRegion", 7, "7");
-    row("PollingFocusPos", 7, "7");
-    row("PollingAlgoROIRegionIndex", 7, "7");
-    row("PollingIOAction", 1, "1");
     row("PollingLightSelector", 2, "2");
-    row("PollingLensType", 0, "0");
     row("PollingExposureTime", 900.126, "900.13");
-    row("PollingGain", 7, "7.00");
-    row("PollingGamma", 1.5, "1.50");
     row("PollingParamName", "one", "one");
-    row("PollingVertline", 7, "");
+    row("PollingVertline", 7, ""); // has no row
     // A refused value.
     row("PollingLensType refused", 99, "99");
     row("PollingIOAction refused", 99, "");
@@ -357,21 +347,19 @@ void tst_valuewrite::pollingRowsFollow()
 
 void tst_valuewrite::editorOfTheLimitIsRenewed()
 {
-    NameRecorder observer;
-    WriteFixture fixture;
-    fixture.tree().AddFeatureObserverable(&observer);
+    WriteFixture &fixture = m_shared.fresh();
+    NameRecorder observer(fixture.tree());
     const char *const limited[] = {"", "LocBarNum", "IdxLocCodeNum", "StackBarNum"};
     for (const int type : {1, 2, 3}) {
         observer.m_names.clear();
         QVERIFY(fixture.write("ArithmeticType", type));
         QCOMPARE(observer.m_names, QStringList(limited[type]));
     }
-    fixture.tree().RemoveFeatureObserverable(&observer);
 }
 
 void tst_valuewrite::burstGivesOneRefresh()
 {
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.fresh();
     QVERIFY(!fixture.write("FocusStep", -5)); // its row is refreshed with the next success
     QVERIFY(fixture.write("LaserEnable", 1));
     QVERIFY(fixture.write("FocusStep", 20));
@@ -388,19 +376,16 @@ void tst_valuewrite::valuesThatAreNone_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<int>("boxes");
-    QTest::newRow("text for a number") << "Integer"
-                                       << "FocusStep" << QVariant("many") << 1;
-    QTest::newRow("nothing for a number") << "Float"
-                                          << "Gain" << QVariant() << 1;
-    QTest::newRow("word for a switch") << "Boolean"
-                                       << "LaserEnable" << QVariant("on") << 1;
-    QTest::newRow("markup, of a node that is told of after a failure too")
-        << "Enumeration"
-        << "PollingLensType" << QVariant("<i>1</i>") << 1;
-    QTest::newRow("type without values") << "Category"
-                                         << "ReadSetting" << QVariant(1) << 0;
-    QTest::newRow("no name") << "Integer"
-                             << "" << QVariant(1) << 0;
+    const auto row = [](const char *tag, const char *type, const char *name, const QVariant &value,
+                        int boxes) {
+        QTest::newRow(tag) << QString(type) << QString(name) << value << boxes;
+    };
+    row("text for a number", "Integer", "FocusStep", "many", 1);
+    row("nothing for a number", "Float", "Gain", QVariant(), 1);
+    row("word for a switch", "Boolean", "LaserEnable", "on", 1);
+    row("markup, told of after a failure too", "Enumeration", "PollingLensType", "<i>1</i>", 1);
+    row("type without values", "Category", "ReadSetting", 1, 0);
+    row("no name", "Integer", "", 1, 0);
 }
 
 void tst_valuewrite::valuesThatAreNone()
@@ -417,72 +402,26 @@ void tst_valuewrite::valuesThatAreNone()
     QVERIFY(told.filter("<i>").isEmpty());
 }
 
-void tst_valuewrite::loadingDialog_data()
-{
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("up"); // right after the write
-    QTest::newRow("polling") << "code-reader"
-                             << "PollingEnable" << QVariant(1) << true;
-    QTest::newRow("refused polling") << "code-reader"
-                                     << "PollingEnable" << QVariant(77) << false;
-    QTest::newRow("plain node") << "code-reader"
-                                << "LaserEnable" << QVariant(1) << false;
-    QTest::newRow("frame grabber") << "grabber-camera"
-                                   << "Gain" << QVariant(2.0) << true;
-    QTest::newRow("refused on a frame grabber") << "grabber-camera"
-                                                << "Gain" << QVariant(1e30) << false;
-}
-
-void tst_valuewrite::loadingDialog()
-{
-    QFETCH(QString, device);
-    QFETCH(QString, name);
-    QFETCH(QVariant, value);
-    QFETCH(bool, up);
-    WriteFixture fixture(device);
-    const int key = device == "grabber-camera" ? int(fixture.camera().id) + 3 : 1;
-    QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
-    fixture.write(name, value);
-    QCOMPARE(CustomLoadingDialog::isLoading(key), up);
-    QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
-}
-
-void tst_valuewrite::lossBeforeTheRefreshHidesTheDialog()
-{
-    WriteFixture fixture;
-    QVERIFY(fixture.write("PollingEnable", 1));
-    QVERIFY(CustomLoadingDialog::isLoading(1));
-    fixture.module().host().closeCamera(fixture.camera().id);
-    QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
-    QVERIFY(!fixture.write("LaserEnable", 1));
-    QVERIFY(fixture.takeHeard().filter("box ").isEmpty());
-}
-
 void tst_valuewrite::whileABoxIsUp_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("meanwhile");
-    QTest::newRow("tree removed under a warning") << "UserSetRecover"
-                                                  << "close";
-    QTest::newRow("tree removed under a notice") << "ResSet_Ftp_Picture_Name"
-                                                 << "close";
-    QTest::newRow("same write again") << "UserSetRecover"
-                                      << "again";
-    QTest::newRow("another write") << "UserSetRecoverPartly"
-                                   << "other";
-    QTest::newRow("device gone") << "UserSetRecover"
-                                 << "vanish";
-    QTest::newRow("declined") << "UserSetRecoverPartly"
-                              << "no";
+    const auto row = [](const char *tag, const char *name, const char *meanwhile) {
+        QTest::newRow(tag) << QString(name) << QString(meanwhile);
+    };
+    row("same write again", "UserSetRecover", "again");
+    row("declined", "UserSetRecoverPartly", "no");
+    row("another write", "UserSetRecoverPartly", "other");
+    row("device gone", "UserSetRecover", "vanish");
+    row("tree removed under a warning", "UserSetRecover", "close");
+    row("tree removed under a notice", "ResSet_Ftp_Picture_Name", "close");
 }
 
 void tst_valuewrite::whileABoxIsUp()
 {
     QFETCH(QString, name);
     QFETCH(QString, meanwhile);
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.get();
     const QPointer<VexaFeatureTree> tree = &fixture.tree();
     QVariant inside;
     fixture.m_bAnswersYes = meanwhile != "no";
@@ -507,11 +446,15 @@ void tst_valuewrite::whileABoxIsUp()
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(tree.isNull(), meanwhile == "close");
+    fixture.m_bAnswersYes = true;
+    if (meanwhile == "close" || meanwhile == "vanish") {
+        m_shared.reset();
+    }
 }
 
 void tst_valuewrite::writeOfAnotherThread()
 {
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.get();
     std::thread worker(
         [&fixture] { fixture.tree().SendSetFeatureValueSignal("Integer", "FocusStep", 44); });
     worker.join();
@@ -522,78 +465,92 @@ void tst_valuewrite::writeOfAnotherThread()
     QCOMPARE(fixture.onDevice("FocusStep").toInt(), 45);
 }
 
+void tst_valuewrite::byItem()
+{
+    static const struct
+    {
+        const char *name;
+        QVariant value;
+        bool update;
+        bool rowFollows; // at once
+    } rows[] = {{"FocusStep", 7, true, true},
+                {"FocusStep", 8, false, false},
+                {"FocusStep", -7, true, false}, // refused
+                {"DeviceUserID", "left", true, true}};
+    WriteFixture &fixture = m_shared.fresh();
+    NameRecorder observer(fixture.tree());
+    for (const auto &row : rows) {
+        observer.m_names.clear();
+        QCOMPARE(
+            fixture.tree().setFeatureValue(fixture.item(row.name), row.value, row.update, true),
+            row.value != -7);
+        QCOMPARE(fixture.inRow(row.name) == row.value, row.rowFollows);
+        QCOMPARE(observer.m_names, row.rowFollows ? QStringList(row.name) : QStringList());
+        QCOMPARE(fixture.takeHeard().filter("afterSetFeatureValue").size(), 0);
+    }
+    QVERIFY(!fixture.tree().setFeatureValue(nullptr, 1, true, false));
+}
+
+void tst_valuewrite::rereadsOneItem()
+{
+    const QMap<QString, QVariant> values{{"LaserEnable", 1},
+                                         {"FocusStep", 19},
+                                         {"PollingTarget", 2},
+                                         {"Gain", 3.5},
+                                         {"DeviceUserID", "other"}};
+    WriteFixture &fixture = m_shared.fresh();
+    VexaFeatureTree &tree = fixture.tree();
+    NameRecorder observer(tree);
+    for (auto value = values.cbegin(); value != values.cend(); ++value) {
+        QVERIFY(fixture.setOnDevice(value.key(), value.value()));
+        QVERIFY(tree.rereadFeatureValue(fixture.item(value.key()), false));
+        QCOMPARE(fixture.inRow(value.key()).toString(), value->toString());
+    }
+    QVERIFY(!tree.rereadFeatureValue(fixture.item("UserSetSave"), false)); // has no value
+    QVERIFY(!tree.rereadFeatureValue(nullptr, true));
+    QVERIFY(observer.m_names.isEmpty());
+    fixture.control().vanish();
+    QVERIFY(!tree.rereadFeatureValue(fixture.item("FocusStep"), true));
+    QCOMPARE(observer.m_names, QStringList("FocusStep")); // told although nothing was read
+}
+
+void tst_valuewrite::loadingDialog()
+{
+    m_shared.reset();
+    {
+        WriteFixture grabber("grabber-camera");
+        const int key = int(grabber.camera().id) + 3;
+        QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
+        QVERIFY(!grabber.write("Gain", 1e30));
+        QVERIFY(!CustomLoadingDialog::isLoading(key));
+        QVERIFY(grabber.write("Gain", 2.0));
+        QVERIFY(CustomLoadingDialog::isLoading(key));
+        QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
+    }
+    WriteFixture &fixture = m_shared.get();
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
+    QVERIFY(!fixture.write("PollingEnable", 77) && fixture.write("LaserEnable", 1));
+    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QVERIFY(fixture.write("PollingEnable", 1));
+    QVERIFY(CustomLoadingDialog::isLoading(1));
+    // A loss ahead of the refresh hides it.
+    fixture.module().host().closeCamera(fixture.camera().id);
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
+    fixture.takeHeard();
+    QVERIFY(!fixture.write("LaserEnable", 1));
+    QVERIFY(fixture.takeHeard().filter("box ").isEmpty());
+    m_shared.reset();
+}
+
 void tst_valuewrite::goingTreeWritesNothing()
 {
-    WriteFixture fixture;
+    WriteFixture &fixture = m_shared.get();
     const QString tag = fixture.item("LaserEnable")->tagName();
     fixture.tree().readyForDelete();
     QVERIFY(!fixture.tree().setFeatureValue(tag, "LaserEnable", 1));
     QVERIFY(!fixture.tree().OnEnumerationNodeValueChanged("LineConfig0", 1));
     QCOMPARE(fixture.onDevice("LaserEnable").toInt(), 0);
     QCOMPARE(fixture.takeHeard(), QStringList("info ready for delete"));
-}
-
-void tst_valuewrite::byItem_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("update");
-    QTest::addColumn<bool>("rowFollows"); // at once
-    QTest::newRow("row follows") << "FocusStep" << QVariant(7) << true << true;
-    QTest::newRow("row stays") << "FocusStep" << QVariant(8) << false << false;
-    QTest::newRow("refused") << "FocusStep" << QVariant(-7) << true << false;
-    QTest::newRow("text") << "DeviceUserID" << QVariant("left") << true << true;
-}
-
-void tst_valuewrite::byItem()
-{
-    QFETCH(QString, name);
-    QFETCH(QVariant, value);
-    QFETCH(bool, update);
-    QFETCH(bool, rowFollows);
-    NameRecorder observer;
-    WriteFixture fixture;
-    fixture.tree().AddFeatureObserverable(&observer);
-    QCOMPARE(fixture.tree().setFeatureValue(fixture.item(name), value, update, true), value != -7);
-    QCOMPARE(fixture.inRow(name) == value, rowFollows);
-    QCOMPARE(observer.m_names, rowFollows ? QStringList(name) : QStringList());
-    QCOMPARE(fixture.takeHeard().filter("afterSetFeatureValue").size(), 0);
-    fixture.tree().RemoveFeatureObserverable(&observer);
-    QVERIFY(!fixture.tree().setFeatureValue(nullptr, value, update, false));
-}
-
-void tst_valuewrite::rereadsOneItem_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::newRow("boolean") << "LaserEnable" << QVariant(1);
-    QTest::newRow("integer") << "FocusStep" << QVariant(19);
-    QTest::newRow("enumeration") << "PollingTarget" << QVariant(2);
-    QTest::newRow("float") << "Gain" << QVariant(3.5);
-    QTest::newRow("text") << "DeviceUserID" << QVariant("other");
-    QTest::newRow("command has none") << "UserSetSave" << QVariant();
-}
-
-void tst_valuewrite::rereadsOneItem()
-{
-    QFETCH(QString, name);
-    QFETCH(QVariant, value);
-    NameRecorder observer;
-    WriteFixture fixture;
-    fixture.tree().AddFeatureObserverable(&observer);
-    VexaPropertyTreeItem *item = fixture.item(name);
-    const bool hasValue = value.isValid();
-    QVERIFY(!hasValue || fixture.setOnDevice(name, value));
-    QCOMPARE(fixture.tree().rereadFeatureValue(item, false), hasValue);
-    QVERIFY(observer.m_names.isEmpty());
-    if (hasValue) {
-        QCOMPARE(fixture.inRow(name).toString(), value.toString());
-    }
-    fixture.control().vanish();
-    QVERIFY(!fixture.tree().rereadFeatureValue(item, true));
-    QCOMPARE(observer.m_names, QStringList(name)); // told although nothing was read
-    fixture.tree().RemoveFeatureObserverable(&observer);
-    QVERIFY(!fixture.tree().rereadFeatureValue(nullptr, true));
 }
 
 QTEST_MAIN(tst_valuewrite)
