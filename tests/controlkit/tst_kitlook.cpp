@@ -55,7 +55,6 @@ private slots:
     void statesDiffer();
     void attributeOfState_data();
     void attributeOfState();
-    void attributesMove();
     void labelElides_data();
     void labelElides();
     void fontShowsChinese();
@@ -120,11 +119,9 @@ void tst_KitLook::attributeOfState_data()
     QTest::addColumn<int>("shown"); // the state that the button is in
     QTest::addColumn<int>("colourOf"); // the state whose colour shows, -1: none of them
     QTest::newRow("normal") << 0xF << 0 << 0;
-    QTest::newRow("hover") << 0xF << 1 << 1;
     QTest::newRow("disabled") << 0xF << 3 << 3;
     QTest::newRow("hover falls back to normal") << 0x1 << 1 << 0;
     QTest::newRow("disabled takes over normal ungreyed") << 0x1 << 3 << -1;
-    QTest::newRow("hover shows without hover") << 0x2 << 0 << -1;
 }
 
 void tst_KitLook::attributeOfState()
@@ -149,28 +146,6 @@ void tst_KitLook::attributeOfState()
     for (int status = 0; status < Custom::STATUS_COUNT; ++status) {
         QCOMPARE(pixel == colours[status], status == colourOf);
     }
-}
-
-void tst_KitLook::attributesMove()
-{
-    CustomWidget source;
-    source.cSetBackgroundColor(QColor(10, 20, 30));
-    source.cSetBorderColor(QColor(200, 0, 0));
-    source.cSetBorderWidth(2);
-    source.cSetFontSize(21);
-    source.cSetFontColor(QColor(1, 2, 3));
-    source.cSetFontColor(QColor(9, 9, 9), Custom::ItemStatus(17)); // no such state
-    CustomLabel target(QStringLiteral("x"));
-    target.cCopyAttribute(&source);
-    target.cCopyAttribute(&target);
-    const QImage image = imageOf(&target);
-    QCOMPARE(image.pixel(90, 15), qRgb(10, 20, 30));
-    QCOMPARE(image.pixel(0, 15), qRgb(200, 0, 0));
-    QCOMPARE(target.font().pixelSize(), 21);
-    QCOMPARE(target.palette().color(QPalette::WindowText), QColor(1, 2, 3));
-    const CustomWidget bare;
-    target.cCopyAttribute(&bare);
-    QVERIFY(imageOf(&target).pixel(90, 15) != qRgb(10, 20, 30));
 }
 
 void tst_KitLook::labelElides_data()

@@ -226,14 +226,11 @@ void addRegisters(Rows &rows)
          "beyond 64 bits"},
         {"address of 65 bits", registerOf("<Address>0x10000000000000000</Address>" + four),
          "is no"},
-        {"negative address", registerOf("<Address>-4</Address>" + four), "negative"},
-        {"address abc", registerOf("<Address>abc</Address>" + four), "no number"},
         {"offset abc", registerOf("<pIndex Offset='abc'>One</pIndex>" + four), "no number"},
         {"bit of a struct",
          "<StructReg Comment='s'><Address>0</Address><Length>4</Length><pPort>Device</pPort>"
          "<StructEntry Name='N'><Bit>200</Bit></StructEntry></StructReg>",
          "bits lie outside"},
-        {"bit abc", registerOf(at0 + four + "<Bit>abc</Bit>", "MaskedIntReg"), "no number"},
     };
     for (const auto &row : broken) {
         rows.append(left(row.name, row.nodes, row.reason));
@@ -249,10 +246,7 @@ void addRegisters(Rows &rows)
 void addNumbers(Rows &rows)
 {
     rows.append(left("value abc", integer("<Value>abc</Value>"), "\"abc\" is no number"));
-    rows.append(left("empty value", integer("<Value/>"), "no number"));
     rows.append(left("value 2^64", integer("<Value>18446744073709551616</Value>"),
-                     "no integer of 64 bits"));
-    rows.append(left("value -2^63-1", integer("<Value>-9223372036854775809</Value>"),
                      "no integer of 64 bits"));
     rows.append(left("bound abc", integer("<Value>1</Value><Max>abc</Max>"), "no number"));
     rows.append(left("no value", integer("<Min>0</Min>"), "no value"));
@@ -270,7 +264,6 @@ void addNumbers(Rows &rows)
     rows.append(kept("min above max", integer("<Value>1</Value><Min>9</Min><Max>2</Max>"),
                      "its Min is above its Max"));
     rows.append(kept("increment 0", integer("<Value>1</Value><Inc>0</Inc>"), "its Inc is not"));
-    rows.append(kept("increment -5", integer("<Value>1</Value><Inc>-5</Inc>"), "its Inc is not"));
     rows.append(kept("spaces around a reference", integer("<pValue> \n One\t</pValue>"), {}));
     rows.append(
         kept("spaces around a name", "<Integer Name=' N '><Value> 1\n</Value></Integer>", {}));
@@ -329,8 +322,6 @@ void addNames(Rows &rows)
                          note));
     };
     entry("entry without a value", "<EnumEntry Name='B'/>", "its entry B has no value");
-    entry("entry value abc", "<EnumEntry Name='B'><Value>abc</Value></EnumEntry>",
-          "its entry B has no value");
     entry("entry name twice", "<EnumEntry Name='A'><Value>2</Value></EnumEntry>",
           "its entry A is there twice");
     entry("entry value twice", "<EnumEntry Name='B'><Value>1</Value></EnumEntry>",
@@ -353,9 +344,6 @@ void addDocuments(Rows &rows)
         refused("document type with entities",
                 "<!DOCTYPE RegisterDescription [<!ENTITY a 'aaaa'><!ENTITY b '&a;&a;'>]>" + root,
                 "document type"));
-    rows.append(refused("document type from elsewhere",
-                        "<!DOCTYPE RegisterDescription SYSTEM 'file:///etc/passwd'>" + root,
-                        "document type"));
     rows.append(
         refused("entity that nobody declared", withGood(integer("<Value>&one;</Value>")), "line"));
     rows.append(refused(
@@ -404,10 +392,6 @@ void addDocuments(Rows &rows)
     for (int eighth = 1; eighth < 8; ++eighth) {
         rows.append(refused("cut off after " + QByteArray::number(eighth) + " eighths",
                             whole.left(whole.size() * eighth / 8), "line"));
-    }
-    for (int bytes = 1; bytes < 24; bytes += 4) {
-        rows.append(refused("without its last " + QByteArray::number(bytes) + " bytes",
-                            good.chopped(bytes), "line"));
     }
 }
 

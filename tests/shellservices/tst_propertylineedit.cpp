@@ -31,12 +31,10 @@ private slots:
     void ranges_data();
     void ranges();
     void numbersDoNotDependOnTheLocale();
-    void anUnmodifiedTextIsNotSaved();
     void aSavedTextIsNotSavedTwice();
-    void refillWhileTyping();
     void refillBehindAnotherWindow();
     void refillKeepsTheCursor();
-    void escapeRestores();
+    void escapeWithoutAChangeIsTheDialogs();
     void aModeChangeTakesTheRangeAway();
     void aLongDeviceTextStaysUnmodified();
 
@@ -92,12 +90,9 @@ void tst_PropertyLineEdit::typedTextBecomesAValue_data()
     const auto row = [](const char *name, Mode mode, const QString &typed, const QVariant &value) {
         QTest::newRow(name) << mode << typed << value;
     };
-    const qint64 nLargest = std::numeric_limits<qint64>::max();
     const qint64 nSmallest = std::numeric_limits<qint64>::min();
 
     row("integer cut to 32 bits", Mode::TEXT_DECIMAL, "4294967296", Q_INT64_C(4294967296));
-    row("largest integer through a double", Mode::TEXT_DECIMAL, QString::number(nLargest),
-        nLargest);
     row("leading zeros read as octal", Mode::TEXT_DECIMAL, "0010", Q_INT64_C(10));
     row("hex without prefix read as decimal", Mode::TEXT_HEX, "20", Q_INT64_C(32));
     row("top bit of 64", Mode::TEXT_HEX, "0x8000000000000000", nSmallest);
@@ -105,10 +100,7 @@ void tst_PropertyLineEdit::typedTextBecomesAValue_data()
     row("address with the top bit becomes negative", Mode::TEXT_IPV4, "192.168.0.1",
         Q_INT64_C(0xC0A80001));
     row("padded address read as octal", Mode::TEXT_IPV4, "010.001.000.099", Q_INT64_C(0x0A010063));
-    row("mask of all ones", Mode::TEXT_MASK, "255.255.255.255", Q_INT64_C(0xFFFFFFFF));
-    row("MAC with colons", Mode::TEXT_MAC, "00:1a:2B:3C:4D:5E", Q_INT64_C(0x001A2B3C4D5E));
     row("MAC with dashes", Mode::TEXT_MAC, "FF-FF-FF-FF-FF-FF", Q_INT64_C(0xFFFFFFFFFFFF));
-    row("float loses digits", Mode::TEXT_FLOAT, "-0.000123456789012", -0.000123456789012);
     row("decimal comma", Mode::TEXT_FLOAT, "12,5", 12.5);
     row("string trimmed", Mode::TEXT_STRING, " a b ", QString(" a b "));
     row("string that looks like a number", Mode::TEXT_STRING, "007", QString("007"));
@@ -135,8 +127,6 @@ void tst_PropertyLineEdit::refusesWithAReason_data()
     const auto row = [](const char *name, Mode mode, const QString &typed) {
         QTest::newRow(name) << mode << typed;
     };
-    row("only blanks", Mode::TEXT_DECIMAL, "  ");
-    row("integer over 64 bits wraps", Mode::TEXT_DECIMAL, "9223372036854775808");
     row("sign inside", Mode::TEXT_DECIMAL, "1-2");
     row("hex over 64 bits wraps", Mode::TEXT_HEX, "0x10000000000000000");
     row("prefix twice", Mode::TEXT_HEX, "0x0x1");
@@ -258,18 +248,6 @@ void tst_PropertyLineEdit::numbersDoNotDependOnTheLocale()
     }
 }
 
-void tst_PropertyLineEdit::anUnmodifiedTextIsNotSaved()
-{
-    QVariant saved;
-    m_pEdit->SetText("10.00", Mode::TEXT_FLOAT);
-    QVERIFY(!m_pEdit->SaveProperty(saved));
-    type("10.00"); // the same again: the device may hold more digits than show
-    QVERIFY(!m_pEdit->SaveProperty(saved));
-    m_pEdit->SetText("what the device holds", Mode::TEXT_DECIMAL);
-    QVERIFY(!m_pEdit->SaveProperty(saved));
-    QVERIFY(!isMarked());
-}
-
 void tst_PropertyLineEdit::aSavedTextIsNotSavedTwice()
 {
     int nSaved = 0;
@@ -289,31 +267,6 @@ void tst_PropertyLineEdit::aSavedTextIsNotSavedTwice()
     QCOMPARE(m_pEdit->text(), QString("2"));
     m_pEdit->SetText("1", Mode::TEXT_DECIMAL); // the device refused it
     QCOMPARE(m_pEdit->text(), QString("1"));
-}
-
-void tst_PropertyLineEdit::refillWhileTyping()
-{
-    QVariant saved;
-    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
-    type("25");
-    m_pEdit->SetText("3", Mode::TEXT_DECIMAL);
-    QCOMPARE(m_pEdit->text(), QString("25"));
-    QTest::keyClicks(m_pEdit, "6");
-    QVERIFY(m_pEdit->SaveProperty(saved));
-    QCOMPARE(saved, QVariant(Q_INT64_C(256)));
-    m_pEdit->SetText(
-        "255", Mode::TEXT_DECIMAL); // committed: what the device made of it shows, focus or not
-    QCOMPARE(m_pEdit->text(), QString("255"));
-
-    type("9");
-    m_pEdit->SetText("4", Mode::TEXT_DECIMAL);
-    m_pEdit->Rollback();
-    QCOMPARE(m_pEdit->text(), QString("4"));
-
-    type("9");
-    m_pOther->setFocus();
-    m_pEdit->SetText("5", Mode::TEXT_DECIMAL); // nobody types here any more
-    QCOMPARE(m_pEdit->text(), QString("5"));
 }
 
 void tst_PropertyLineEdit::refillBehindAnotherWindow()
@@ -337,20 +290,17 @@ void tst_PropertyLineEdit::refillKeepsTheCursor()
     QCOMPARE(m_pEdit->selectedText(), QString("23"));
 }
 
-void tst_PropertyLineEdit::escapeRestores()
+void tst_PropertyLineEdit::escapeWithoutAChangeIsTheDialogs()
 {
     m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
-    type("25");
-    m_pEdit->SetText("3", Mode::TEXT_DECIMAL);
-    QTest::keyClick(m_pEdit, Qt::Key_Escape);
-    QCOMPARE(m_pEdit->text(), QString("3"));
-    QVariant saved;
-    QVERIFY(!m_pEdit->SaveProperty(saved));
-
-    // Without a change Escape belongs to the dialog around it.
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QCoreApplication::sendEvent(m_pEdit, &escape);
     QVERIFY(!escape.isAccepted());
+    type("25");
+    escape.accept();
+    QCoreApplication::sendEvent(m_pEdit, &escape);
+    QVERIFY(escape.isAccepted());
+    QCOMPARE(m_pEdit->text(), QString("1"));
 }
 
 void tst_PropertyLineEdit::aModeChangeTakesTheRangeAway()

@@ -21,48 +21,36 @@ ArvGcNode *OpenedDevice::node(const QString &name) const
 
 qint64 OpenedDevice::integer(const QString &name)
 {
-    GError *error = nullptr;
-    const qint64 value = arv_gc_integer_get_value(ARV_GC_INTEGER(node(name)), &error);
-    finish(error);
-    return value;
+    return ask([&](GError **e) { return arv_gc_integer_get_value(ARV_GC_INTEGER(node(name)), e); });
 }
 
 double OpenedDevice::number(const QString &name)
 {
-    GError *error = nullptr;
-    const double value = arv_gc_float_get_value(ARV_GC_FLOAT(node(name)), &error);
-    finish(error);
-    return value;
+    return ask([&](GError **e) { return arv_gc_float_get_value(ARV_GC_FLOAT(node(name)), e); });
 }
 
 bool OpenedDevice::boolean(const QString &name)
 {
-    GError *error = nullptr;
-    const bool value = arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node(name)), &error);
-    finish(error);
-    return value;
+    return ask([&](GError **e) { return arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node(name)), e); });
 }
 
 QString OpenedDevice::text(const QString &name)
 {
-    GError *error = nullptr;
-    const QString value =
-        QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(node(name)), &error));
-    finish(error);
-    return value;
+    return ask([&](GError **e) {
+        return QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(node(name)), e));
+    });
 }
 
 QVariant OpenedDevice::value(const QString &name)
 {
-    ArvGcNode *found = node(name);
+    ArvGcNode *const found = node(name);
     if (ARV_IS_GC_BOOLEAN(found)) {
         return boolean(name);
     }
     if (ARV_IS_GC_ENUMERATION(found)) {
-        GError *error = nullptr;
-        const qint64 number = arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(found), &error);
-        finish(error);
-        return number;
+        return qint64(ask([&](GError **e) {
+            return arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(found), e);
+        }));
     }
     if (ARV_IS_GC_STRING(found)) {
         return text(name);
@@ -129,10 +117,7 @@ bool OpenedDevice::write(quint64 address, const QByteArray &bytes)
 
 bool OpenedDevice::flag(gboolean (*question)(ArvGcFeatureNode *, GError **), const QString &name)
 {
-    GError *error = nullptr;
-    const bool answer = question(ARV_GC_FEATURE_NODE(node(name)), &error);
-    finish(error);
-    return answer;
+    return ask([&](GError **e) { return question(ARV_GC_FEATURE_NODE(node(name)), e); });
 }
 
 bool OpenedDevice::finish(GError *error)

@@ -43,6 +43,15 @@ public:
 private:
     /// Takes the error over; true when there was none.
     bool finish(GError *error);
+    /// What a getter of Aravis answers, with the error that it leaves behind taken over.
+    template<class Getter>
+    auto ask(const Getter &get)
+    {
+        GError *error = nullptr;
+        const auto answer = get(&error);
+        finish(error);
+        return answer;
+    }
 };
 
 QDomDocument parsedDescription(const SimulatedDevices::Simulated &simulated);

@@ -34,8 +34,9 @@ private:
     static void addDevices();
     void open();
 
+    QHash<QString, SimulatedDevices::Simulated> m_devices; ///< those that were opened before
+    QHash<QString, QDomDocument> m_documents;
     SimulatedDevices::Simulated m_simulated;
-    QDomDocument m_document;
     QStringList m_features;
     QHash<QString, QDomElement> m_nodes;
 };
@@ -59,12 +60,15 @@ void tst_BuiltInDescriptions::open()
 {
     QFETCH(QString, device);
     QFETCH(unsigned int, type);
-    m_simulated = SimulatedDevices::builtIn(device);
-    QVERIFY(m_simulated.control);
+    if (!m_devices.contains(device)) {
+        m_devices[device] = SimulatedDevices::builtIn(device);
+        QVERIFY(m_devices[device].control);
+        m_documents[device] = parsedDescription(m_devices[device]);
+    }
+    m_simulated = m_devices[device];
     QCOMPARE(m_simulated.source->deviceType, type);
-    m_document = parsedDescription(m_simulated);
-    m_features = elementTexts(m_document, QStringLiteral("pFeature"));
-    m_nodes = namedElements(m_document);
+    m_features = elementTexts(m_documents[device], QStringLiteral("pFeature"));
+    m_nodes = namedElements(m_documents[device]);
 }
 
 void tst_BuiltInDescriptions::isSound()
