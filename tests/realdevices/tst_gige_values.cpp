@@ -1,8 +1,3 @@
-#include "DeviceTaskModule/QCameraBasicTask.h"
-#include "DeviceTaskModule/QCameraTask.h"
-#include "DeviceTaskModule/QTaskManager.h"
-#include "host/devicetask/CameraHost.h"
-#include "host/devicetask/RealDevices.h"
 #include "tests/realdevices/HelperProcess.h"
 #include "tests/realdevices/OwnNetwork.h"
 #include "tests/realdevices/ToolValues.h"
@@ -35,7 +30,7 @@ private:
 
 namespace {
 
-/// Nodes whose rows in the tree have no value: they are compared through the device layer.
+/// Nodes whose rows in the tree have no value.
 const QStringList BARE_TAGS{"IntReg", "IntSwissKnife"};
 
 /// The tool prints a float with six digits and a unit behind it.
@@ -81,43 +76,6 @@ QString compare(const ToolValue &tool, const QJsonObject &item)
     return same ? QString() : QStringLiteral("%1 instead of %2").arg(value.toString(), tool.text);
 }
 
-/// The camera on 127.0.0.1, opened in this process.
-class OpenedCamera
-{
-public:
-    OpenedCamera()
-    {
-        const auto source = RealDevices::gige(HelperProcess::cameraAddress(), &m_strError);
-        const CameraHost::OpenResult opened = m_host.openCamera(*source);
-        m_strError = opened.error;
-        m_pTask = QTaskManager::Instance()->GetTaskByIDEx(opened.cameraId);
-    }
-
-    CameraHost m_host;
-    QCameraBasicTask *m_pTask = nullptr; ///< null when it could not be opened
-    QString m_strError;
-};
-
-/// What the camera's task reads of these nodes against the texts of the tool.
-QStringList compareBare(const QMap<QString, QString> &expected)
-{
-    const OpenedCamera camera;
-    if (!camera.m_pTask) {
-        return {camera.m_strError};
-    }
-    QCameraTask *task = camera.m_pTask->_CameraTak();
-    QStringList wrong;
-    for (auto it = expected.cbegin(); it != expected.cend(); ++it) {
-        _NODE_INT_VALUE_ read{};
-        const bool good = task->GetIntegerValue(it.key(), &read, nullptr, true, false);
-        const QString text = good ? QString::number(read.value) : QString();
-        if (text != it->section(' ', 0, 0)) {
-            wrong += QStringLiteral("%1: %2 instead of %3").arg(it.key(), text, *it);
-        }
-    }
-    return wrong;
-}
-
 } // namespace
 
 void GigeValuesTest::valuesAreThoseOfTheTool_data()
@@ -145,14 +103,12 @@ void GigeValuesTest::valuesAreThoseOfTheTool()
     QStringList wrong; // all of them: one fault seldom comes alone
     int compared = 0;
     QSet<QString> seen;
-    QMap<QString, QString> bare;
     for (const QJsonValue &row : QJsonDocument::fromJson(result.out).array()) {
         const QJsonObject item = row.toObject();
         const QString name = item["name"].toString();
         const auto expected = tool.constFind(name);
         seen.insert(name);
         if (BARE_TAGS.contains(item["tag"].toString())) {
-            bare.insert(name, expected == tool.constEnd() ? QString() : expected->text);
             continue;
         }
         if (expected == tool.constEnd()) {
@@ -167,8 +123,6 @@ void GigeValuesTest::valuesAreThoseOfTheTool()
         }
         ++compared;
     }
-    wrong += compareBare(bare);
-    compared += bare.size();
     for (auto it = tool.cbegin(); it != tool.cend(); ++it) {
         if (!seen.contains(it.key())) {
             wrong += it.key() + ": not in the tree";

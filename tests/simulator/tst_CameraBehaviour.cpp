@@ -3,8 +3,6 @@
 
 #include <QtTest>
 
-#include <atomic>
-
 /// What the firmware of the cameras does when its registers are written, that of area-camera before all.
 class tst_CameraBehaviour : public QObject
 {
@@ -20,7 +18,6 @@ private Q_SLOTS:
     void conditionsFollowTheirNodes();
     void entriesComeAndGo();
     void userSetsKeepTheirSettings();
-    void resetVanishesAndComesBack();
     void softwareTriggerCounts();
     void acquisitionRunsAndEnds();
     void lockedRegistersAreRefusedWhileGrabbing();
@@ -29,8 +26,8 @@ private Q_SLOTS:
     void lineRateBoundsTheFrameRate();
     void encoderTurnsWhileGrabbing();
     void lookUpTableIsOneBlock();
-    void othersKeepUserSets_data();
-    void othersKeepUserSets();
+    void aResetLoadsTheDefaultSet_data();
+    void aResetLoadsTheDefaultSet();
 
 private:
     QStringList availableEntries(const char *name);
@@ -200,36 +197,6 @@ void tst_CameraBehaviour::userSetsKeepTheirSettings()
     QCOMPARE(d.number("ExposureTime"), 5000.0);
 }
 
-void tst_CameraBehaviour::resetVanishesAndComesBack()
-{
-    OpenedDevice &d = *m_pDevice;
-    std::atomic<int> lost{0};
-    g_signal_connect(d.m_pDevice, "control-lost", G_CALLBACK(+[](ArvDevice *, void *counter) {
-                         ++*static_cast<std::atomic<int> *>(counter);
-                     }),
-                     &lost);
-    QVERIFY(d.setInteger("Width", 320));
-    QVERIFY(d.setNumber("Gain", 9));
-    QVERIFY(d.setInteger("UserSetSelector", 1));
-    QVERIFY(d.execute("UserSetSave"));
-    QVERIFY(d.setInteger("UserSetDefault", 1));
-    QVERIFY(d.setInteger("Width", 640));
-    m_simulated.control->setRestartTime(200);
-    QVERIFY(d.execute("DeviceReset"));
-    QVERIFY(!d.read(0xE8, 4));
-    QCOMPARE(d.m_nErrorCode, int(ARV_DEVICE_ERROR_NOT_CONNECTED));
-    GError *error = nullptr;
-    QVERIFY(!m_simulated.source->create(&error));
-    QCOMPARE(error->code, int(ARV_DEVICE_ERROR_NOT_FOUND));
-    g_clear_error(&error);
-    QTRY_VERIFY(d.read(0xE8, 4));
-    QCOMPARE(lost.load(), 1);
-    QCOMPARE(d.integer("Width"), qint64(320)); // the set that starts is loaded
-    QCOMPARE(d.number("Gain"), 9.0);
-    OpenedDevice again(m_simulated);
-    QVERIFY(again.m_pDevice);
-}
-
 void tst_CameraBehaviour::softwareTriggerCounts()
 {
     for (int i = 0; i < 3; ++i) {
@@ -346,17 +313,18 @@ void tst_CameraBehaviour::lookUpTableIsOneBlock()
     QCOMPARE(block.mid((1024 + 7) * 4, 4), QByteArray("\x23\x01\0\0", 4)); // little-endian
 }
 
-void tst_CameraBehaviour::othersKeepUserSets_data()
+void tst_CameraBehaviour::aResetLoadsTheDefaultSet_data()
 {
-    QTest::addColumn<QString>("device");
-    QTest::newRow("line") << "line-camera";
-    QTest::newRow("grabber") << "grabber-camera";
+    QTest::addColumn<double>("factory");
+    QTest::newRow("area-camera") << 5000.0;
+    QTest::newRow("line-camera") << 30.0;
+    QTest::newRow("grabber-camera") << 30.0;
 }
 
-void tst_CameraBehaviour::othersKeepUserSets()
+void tst_CameraBehaviour::aResetLoadsTheDefaultSet()
 {
-    QFETCH(QString, device);
-    const auto simulated = SimulatedDevices::builtIn(device);
+    QFETCH(double, factory);
+    const auto simulated = SimulatedDevices::builtIn(QTest::currentDataTag());
     simulated.control->setRestartTime(60);
     OpenedDevice d(simulated);
     QVERIFY(d.setNumber("ExposureTime", 55));
@@ -365,7 +333,7 @@ void tst_CameraBehaviour::othersKeepUserSets()
     QVERIFY(d.setInteger("UserSetDefault", 1));
     QVERIFY(d.setInteger("UserSetSelector", 0));
     QVERIFY(d.execute("UserSetLoad"));
-    QCOMPARE(d.number("ExposureTime"), 30.0);
+    QCOMPARE(d.number("ExposureTime"), factory);
     QVERIFY(!d.execute("UserSetSave"));
     QVERIFY(d.execute("TriggerSoftware"));
     QCOMPARE(d.integer("TriggerSoftwareCount"), qint64(1));
