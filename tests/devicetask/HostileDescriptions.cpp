@@ -185,6 +185,11 @@ void addDeep(Rows &rows)
                  {{"N0", "(19995 more) -> N0"}, {nameOf(LENGTH - 1), "circle"}},
                  {},
                  {}});
+    QByteArray comb = "<Integer Name='L'><pValue>Gone</pValue></Integer>";
+    for (int i = 0; i < LENGTH; ++i) {
+        comb += nodeWith({"pMax", "Integer", CONSTANT}, nameOf(i), "L") + '\n';
+    }
+    rows.append({"comb", withGood(comb), {}, {{nameOf(LENGTH - 1), "it needs L"}}, {}, {}});
     const ReferenceWay twice{"pMin", "Integer",
                              "<%K Name='%N'><pValue>%T</pValue><%R>%T</%R></%K>"};
     rows.append({"each uses the next twice, 40 levels",

@@ -63,7 +63,6 @@ private Q_SLOTS:
     void checked_data();
     void checked();
     void textOfACircleStaysShort();
-    void findingsComeByLine();
     void circleEnds_data();
     void circleEnds();
     void doublingEnds();
@@ -139,30 +138,6 @@ void HostileDescriptionsTest::textOfACircleStaysShort()
     QCOMPARE(faults.size(), 1);
     QVERIFY(faults[0].reason.contains("aaa... -> A aaa"));
     QVERIFY(faults[0].reason.size() < 250);
-}
-
-void HostileDescriptionsTest::findingsComeByLine()
-{
-    NodeTable table;
-    QString refusal;
-    QVERIFY(NodeTableReader::read("<RegisterDescription>\n"
-                                  "<Integer Name=\"A\">\n<pValue>B</pValue></Integer>\n"
-                                  "<Integer Name=\"B\"><Value>1</Value>\n<Inc>0</Inc>\n"
-                                  "<pInvalidator>X</pInvalidator>\n<pMax>Y</pMax></Integer>\n"
-                                  "</RegisterDescription>",
-                                  &table, &refusal));
-    QStringList lines;
-    for (const NodeFault &fault : NodeTableCheck::findProblems(&table)) {
-        lines += QStringLiteral("%1 %2 %3: %4")
-                     .arg(fault.line)
-                     .arg(QString::fromUtf8(fault.node), fault.isHarmless ? "note" : "left out",
-                          QString::fromUtf8(fault.reason));
-    }
-    QCOMPARE(lines.join('\n'),
-             QString("3 A left out: it needs B, which cannot be evaluated\n"
-                     "4 B note: its Inc is not positive and counts as none\n"
-                     "6 B note: its pInvalidator refers to X, which does not exist\n"
-                     "7 B left out: its pMax refers to Y, which does not exist"));
 }
 
 void HostileDescriptionsTest::circleEnds_data()
