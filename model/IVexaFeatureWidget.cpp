@@ -6,6 +6,7 @@
 #include "model/VexaPropertyTreeItem.h"
 #include "view/VexaFeatureTreeView.h"
 
+#include <QEvent>
 #include <QTimerEvent>
 
 namespace {
@@ -257,6 +258,14 @@ void IVexaFeatureWidget::toggleShowBasic(long lCameraID)
 VexaFeatureTreeView *IVexaFeatureWidget::treeView() const
 {
     return m_pTreeView;
+}
+
+void IVexaFeatureWidget::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange && m_nPageIndex != PARENT_FEATURE_TREE) {
+        retranslatePages();
+    }
+    CustomWidget::changeEvent(event);
 }
 
 void IVexaFeatureWidget::timerEvent(QTimerEvent *event)

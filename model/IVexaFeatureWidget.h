@@ -100,6 +100,8 @@ protected:
     /// "CustomSpinBox": what one press counts, and whether the buttons are locked.
     void setSpinStep(VexaPropertyTreeItem *pRow, int nStep, bool bLocked);
 
+    /// Pages have their titles in the new language after a change.
+    void changeEvent(QEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
     int m_nPageCount = 1; ///< pages to prepare

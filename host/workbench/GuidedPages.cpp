@@ -293,7 +293,6 @@ void GuidedPages::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LanguageChange) {
         retranslate();
-        retranslatePages();
     }
     IVexaFeatureWidget::changeEvent(event);
 }

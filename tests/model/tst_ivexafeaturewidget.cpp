@@ -85,7 +85,8 @@ void tst_ivexafeaturewidget::showsAndForgetsACamera()
     QCOMPARE(page.treeView()->model()->rowCount(), 1);
     QCOMPARE(pFeature->value()->m_stepPageNames.value(0), QStringLiteral("Page 0"));
     page.m_strTitle = QStringLiteral("Seite ");
-    page.retranslatePages();
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&page, &change);
     QCOMPARE(pFeature->value()->StepPagesTranslateName(), QStringLiteral("Seite 0"));
     page.setCameraID(CAMERA);
     page.setCameraID(-1);
