@@ -63,7 +63,6 @@ private Q_SLOTS:
     void checked_data();
     void checked();
     void textOfACircleStaysShort();
-    void circleEnds_data();
     void circleEnds();
     void doublingEnds();
     void expressionCircleEnds();
@@ -140,19 +139,12 @@ void HostileDescriptionsTest::textOfACircleStaysShort()
     QVERIFY(faults[0].reason.size() < 250);
 }
 
-void HostileDescriptionsTest::circleEnds_data()
-{
-    QTest::addColumn<int>("length");
-    QTest::newRow("of itself") << 1;
-    QTest::newRow("longer than the depth") << 5000;
-}
-
 void HostileDescriptionsTest::circleEnds()
 {
-    QFETCH(int, length);
+    constexpr int LENGTH = 5000; // more than the depth that is followed
     UncheckedNodes nodes;
-    for (int i = 0; i < length; ++i) {
-        nodes.add(NodeKind::Integer, "N" + QByteArray::number(i), (i + 1) % length);
+    for (int i = 0; i < LENGTH; ++i) {
+        nodes.add(NodeKind::Integer, "N" + QByteArray::number(i), (i + 1) % LENGTH);
     }
     FormulaNumber number;
     qint64 integer = 0;

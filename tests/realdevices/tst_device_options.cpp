@@ -9,7 +9,6 @@ class DeviceOptionsTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void addresses_data();
     void addresses();
     void refusedDevice_data();
     void refusedDevice();
@@ -18,28 +17,16 @@ private:
     WorkbenchProcess m_workbench;
 };
 
-void DeviceOptionsTest::addresses_data()
-{
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<bool>("isOne");
-    QTest::newRow("blanks around it") << " 127.0.0.77 " << true;
-    QTest::newRow("name taken for an address") << "camera-1" << false;
-    QTest::newRow("three numbers filled up by the system's parser") << "127.1" << false;
-    QTest::newRow("number above 255 wrapped around") << "10.0.0.257" << false;
-    QTest::newRow("six numbers cut to four") << "10.0.0.1.2.3" << false;
-    QTest::newRow("IPv6 address") << "::1" << false;
-    QTest::newRow("everybody's address asked") << "255.255.255.255" << false;
-    QTest::newRow("group asked") << "224.0.0.1" << false;
-    QTest::newRow("nobody's address asked") << "0.0.0.0" << false;
-}
-
 void DeviceOptionsTest::addresses()
 {
-    QFETCH(QString, address);
-    QFETCH(bool, isOne);
     QString error;
-    QCOMPARE(RealDevices::gige(address, &error) != nullptr, isOne);
-    QCOMPARE(error, isOne ? QString() : '\'' + address + "' is not the IPv4 address of a device.");
+    QVERIFY(RealDevices::gige(" 127.0.0.77 ", &error));
+    // Parsers of systems fill up, wrap around and cut; and some addresses are nobody's own.
+    for (const char *address : {"camera-1", "127.1", "10.0.0.257", "10.0.0.1.2.3", "::1",
+                                "255.255.255.255", "224.0.0.1", "0.0.0.0"}) {
+        QVERIFY2(!RealDevices::gige(address, &error), address);
+        QCOMPARE(error, QStringLiteral("'%1' is not the IPv4 address of a device.").arg(address));
+    }
 }
 
 void DeviceOptionsTest::refusedDevice_data()

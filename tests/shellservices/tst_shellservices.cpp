@@ -44,9 +44,7 @@ private slots:
     void fragmentsJoinWithoutLoss();
     void messageLogKeepsTheLastLines();
     void messagesComeFromAnyThread();
-    void messageBoxes_data();
     void messageBoxes();
-    void comboSelectsByData_data();
     void comboSelectsByData();
     void progress_data();
     void progress();
@@ -296,64 +294,40 @@ void tst_ShellServices::messagesComeFromAnyThread()
     QTRY_COMPARE(received, QStringList("from a worker"));
 }
 
-void tst_ShellServices::messageBoxes_data()
-{
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("content");
-    QTest::newRow("title and text") << "Failed"
-                                    << "Gain"
-                                    << "Failed"
-                                    << "Gain";
-    QTest::newRow("text alone lands in the title") << "Advice"
-                                                   << ""
-                                                   << ""
-                                                   << "Advice";
-}
-
 void tst_ShellServices::messageBoxes()
 {
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(QString, title);
-    QFETCH(QString, content);
     QWidget parent;
     parent.show();
-    QFunction::ShowMessage(&parent, first, second, QString(), 3, false);
+    QFunction::ShowMessage(&parent, "Failed", "Gain", QString(), 3, false);
     QPointer<CustomMessageBox> pBox = parent.findChild<CustomMessageBox *>();
     QVERIFY2(pBox, "the call blocked until the box had gone, or made none");
     QVERIFY(pBox->isVisible());
     QVERIFY(pBox->isModal());
-    QCOMPARE(pBox->cTextTitle(), title);
-    QCOMPARE(pBox->cContent(), content);
+    QCOMPARE(pBox->cTextTitle(), QString("Failed"));
+    QCOMPARE(pBox->cContent(), QString("Gain"));
     pBox->close();
     QTRY_VERIFY(!pBox);
-}
-
-void tst_ShellServices::comboSelectsByData_data()
-{
-    QTest::addColumn<QVariant>("data");
-    QTest::addColumn<int>("row");
-    QTest::newRow("int") << QVariant(2) << 2;
-    QTest::newRow("64-bit number of the same value") << QVariant(0LL) << 0;
-    QTest::newRow("unknown data empties the box") << QVariant(9) << 1;
-    QTest::newRow("nothing selects the row without data") << QVariant() << 3;
-    QTest::newRow("text of a row taken for data") << QVariant("Guru") << 1;
+    QFunction::ShowMessage(&parent, "Advice", QString(), QString(), 3, false);
+    pBox = parent.findChild<CustomMessageBox *>();
+    QVERIFY(pBox && pBox->cTextTitle().isEmpty()); // a text alone is no title
+    QCOMPARE(pBox->cContent(), QString("Advice"));
 }
 
 void tst_ShellServices::comboSelectsByData()
 {
-    QFETCH(QVariant, data);
-    QFETCH(int, row);
     VexaPropertyComboBox combo;
     combo.addItem("Guru", 0);
     combo.addItem("Expert", 1);
-    combo.addItem("Beginner", 2);
     combo.addItem("None");
-    combo.setCurrentIndex(1);
-    combo.SetCurrentSel(data);
-    QCOMPARE(combo.currentIndex(), row);
+    combo.SetCurrentSel(1);
+    for (const QVariant &unknown : {QVariant(9), QVariant("Guru")}) {
+        combo.SetCurrentSel(unknown);
+        QCOMPARE(combo.currentIndex(), 1);
+    }
+    combo.SetCurrentSel(0LL); // a 64-bit number of the same value
+    QCOMPARE(combo.currentIndex(), 0);
+    combo.SetCurrentSel(QVariant()); // the row without data
+    QCOMPARE(combo.currentIndex(), 2);
 }
 
 void tst_ShellServices::progress_data()

@@ -29,9 +29,7 @@ class tst_SimulatorControl : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void faults_data();
     void faults();
-    void refusesUnmappedAndReadOnly_data();
     void refusesUnmappedAndReadOnly();
     void logsEveryAccess();
     void peekAndPokeLeaveNoTrace();
@@ -56,60 +54,31 @@ void tst_SimulatorControl::init()
     m_pDevice = std::make_unique<OpenedDevice>(m_simulated);
 }
 
-void tst_SimulatorControl::faults_data()
-{
-    QTest::addColumn<quint64>("fault");
-    QTest::addColumn<int>("code");
-    QTest::addColumn<quint64>("address");
-    QTest::addColumn<int>("length");
-    QTest::addColumn<bool>("fails");
-    const int timeOut = ARV_DEVICE_ERROR_TIMEOUT;
-    QTest::newRow("at the first byte") << kWidth << timeOut << kWidth << 4 << true;
-    QTest::newRow("at the last byte") << kWidth + 3 << timeOut << kWidth << 4 << true;
-    QTest::newRow("just behind") << kWidth + 4 << timeOut << kWidth << 4 << false;
-    QTest::newRow("taken away") << kWidth << 0 << kWidth << 4 << false;
-}
-
 void tst_SimulatorControl::faults()
 {
-    QFETCH(quint64, fault);
-    QFETCH(int, code);
-    QFETCH(quint64, address);
-    QFETCH(int, length);
-    QFETCH(bool, fails);
-    m_simulated.control->setFailing(fault, ARV_DEVICE_ERROR_UNKNOWN);
-    m_simulated.control->setFailing(fault, code);
-    QCOMPARE(m_pDevice->read(address, quint32(length)), !fails);
-    QCOMPARE(m_pDevice->m_nErrorCode, fails ? code : -1);
-    m_simulated.control->setFailing(fault, 0);
-    QVERIFY(m_pDevice->read(address, quint32(length)));
-}
-
-void tst_SimulatorControl::refusesUnmappedAndReadOnly_data()
-{
-    QTest::addColumn<quint64>("address");
-    QTest::addColumn<int>("length");
-    QTest::addColumn<bool>("writes");
-    QTest::addColumn<int>("code");
-    const int address = ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS;
-    QTest::newRow("hole") << quint64(0x30000) << 4 << false << address;
-    QTest::newRow("runs out of its stretch") << quint64(0x20000) << 1028 << false << address;
-    QTest::newRow("write into a hole") << quint64(0x30000) << 4 << true << address;
-    QTest::newRow("write of a read-only register")
-        << kWidth << 2 << true << int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT);
+    for (const int offset : {0, 3, 4}) { // the first byte of the four read, the last one, the next
+        m_simulated.control->setFailing(kWidth + quint64(offset), ARV_DEVICE_ERROR_UNKNOWN);
+        m_simulated.control->setFailing(kWidth + quint64(offset), ARV_DEVICE_ERROR_TIMEOUT);
+        QCOMPARE(m_pDevice->read(kWidth, 4), offset == 4);
+        QCOMPARE(m_pDevice->m_nErrorCode, offset == 4 ? -1 : int(ARV_DEVICE_ERROR_TIMEOUT));
+        m_simulated.control->setFailing(kWidth + quint64(offset), 0);
+        QVERIFY(m_pDevice->read(kWidth, 4));
+    }
 }
 
 void tst_SimulatorControl::refusesUnmappedAndReadOnly()
 {
-    QFETCH(quint64, address);
-    QFETCH(int, length);
-    QFETCH(bool, writes);
-    QFETCH(int, code);
-    const QByteArray before = m_simulated.control->peek(address, quint32(length));
-    QVERIFY(writes ? !m_pDevice->write(address, QByteArray(length, 'x'))
-                   : !m_pDevice->read(address, quint32(length)));
-    QCOMPARE(m_pDevice->m_nErrorCode, code);
-    QCOMPARE(m_simulated.control->peek(address, quint32(length)), before);
+    const int address = ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS;
+    QVERIFY(!m_pDevice->read(0x30000, 4));
+    QCOMPARE(m_pDevice->m_nErrorCode, address);
+    QVERIFY(!m_pDevice->read(0x20000, 1028)); // runs out of its stretch
+    QCOMPARE(m_pDevice->m_nErrorCode, address);
+    QVERIFY(!m_pDevice->write(0x30000, "xxxx"));
+    QCOMPARE(m_pDevice->m_nErrorCode, address);
+    const QByteArray before = m_simulated.control->peek(kWidth, 2);
+    QVERIFY(!m_pDevice->write(kWidth, "xx"));
+    QCOMPARE(m_pDevice->m_nErrorCode, int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT));
+    QCOMPARE(m_simulated.control->peek(kWidth, 2), before);
 }
 
 void tst_SimulatorControl::logsEveryAccess()
