@@ -31,9 +31,6 @@ EditFixture::EditFixture(const SimulatedDevices::Simulated &device, unsigned int
 
 EditFixture::~EditFixture()
 {
-    if (m_camera.tree) {
-        m_module.close(m_camera);
-    }
     ShellHost::instance()->setCurrentCameraID(-1);
     ShellHost::instance()->setCanSetProperty(true);
     for (const QString &strName : ShellHost::instance()->modifiedCameras()) {

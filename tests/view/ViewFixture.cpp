@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QRegExp>
 #include <QScrollBar>
+#include <QStandardPaths>
 #include <QTest>
 
 RecordingFeatureWidget::RecordingFeatureWidget(int nPageIndex)
@@ -66,6 +67,7 @@ ViewFixture::ViewFixture(const QString &strTree, int nPageIndex)
     : m_pOwner(std::make_unique<RecordingFeatureWidget>(nPageIndex))
     , m_pRoot(std::make_unique<VexaPropertyTreeItem>())
 {
+    QStandardPaths::setTestModeEnabled(true);
     QVector<VexaPropertyTreeItem *> path{m_pRoot.get()};
     for (const QString &strLine : strTree.split('\n', Qt::SkipEmptyParts)) {
         const int nDepth =

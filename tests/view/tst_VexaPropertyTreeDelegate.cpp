@@ -1,8 +1,10 @@
 #include "ControlKit/CustomCheckBox.h"
 #include "ControlKit/CustomComboBox.h"
+#include "ControlKit/CustomLabel.h"
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
+#include "editors/QCustomReverseHintWidget.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "tests/view/ViewFixture.h"
@@ -11,10 +13,12 @@
 #include "view/VexaPropertyTreeModel.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTest>
 #include <QValidator>
+
+#include <limits>
 
 class TestVexaPropertyTreeDelegate : public QObject
 {
@@ -24,20 +28,17 @@ private slots:
     void editorClass();
     void stringRules_data();
     void stringRules();
-    void blankAndDisabledUntilRead_data();
     void blankAndDisabledUntilRead();
-    void refillIsNoEdit_data();
-    void refillIsNoEdit();
     void spinBoxShowsWhatItCannotHold();
     void comboRowsCarryNumbers();
     void comboKeepsOneConnection();
     void representationChangeMakesTheEditorAnew();
     void quietDeviceNotifiesNobody();
-    void forcedOffEditorsStayDisabledAndQuiet();
-    void commandCaption_data();
     void commandCaption();
-    void commitOnlyWhileFlagged();
-    void heights();
+    void spinBoxSnaps_data();
+    void spinBoxSnaps();
+    void menuTakesNothingBack();
+    void hintTexts();
 };
 
 static const char *const TREE = "All\n"
@@ -72,48 +73,27 @@ void TestVexaPropertyTreeDelegate::editorClass_data()
     QTest::addColumn<QByteArray>("valueEditor");
     QTest::addColumn<QByteArray>("nameEditor");
     const QByteArray none;
-    QTest::newRow("Boolean") << "Boolean"
-                             << "X"
-                             << "" << QByteArray("CustomCheckBox") << none;
-    QTest::newRow("mirror has a hint")
-        << "Boolean"
-        << "ReverseY"
-        << "" << QByteArray("CustomCheckBox") << QByteArray("QCustomReverseHintWidget");
-    QTest::newRow("Command") << "Command"
-                             << "X"
-                             << "" << QByteArray("CustomPushButton") << none;
-    QTest::newRow("Integer") << "Integer"
-                             << "X"
-                             << "Linear" << QByteArray("VexaPropertySpinBox") << none;
-    QTest::newRow("period has a hint")
-        << "Integer"
-        << "TriggerSelfTriggerPeriod"
-        << "" << QByteArray("VexaPropertySpinBox") << QByteArray("QCustomReverseHintWidget");
+    const auto row = [](const char *kind, const char *tag, const char *name,
+                        const char *representation, const char *value, const char *hint = "") {
+        QTest::newRow(kind) << QString(tag) << QString(name) << QString(representation)
+                            << QByteArray(value) << QByteArray(hint);
+    };
+    const char *const hint = "QCustomReverseHintWidget";
+    row("switch", "Boolean", "X", "", "CustomCheckBox");
+    row("mirror has a hint", "Boolean", "ReverseY", "", "CustomCheckBox", hint);
+    row("command", "Command", "X", "", "CustomPushButton");
+    row("number", "Integer", "X", "Linear", "VexaPropertySpinBox");
+    row("period has a hint", "Integer", "TriggerSelfTriggerPeriod", "", "VexaPropertySpinBox",
+        hint);
     for (const char *text : {"HexNumber", "IPV4Address", "MACAddress", "PureNumber"}) {
-        QTest::newRow(text) << "Integer"
-                            << "X" << text << QByteArray("QPropertyLineEdit") << none;
+        row(text, "Integer", "X", text, "QPropertyLineEdit");
     }
-    QTest::newRow("Enumeration") << "Enumeration"
-                                 << "X"
-                                 << "" << QByteArray("CustomComboBox") << none;
-    QTest::newRow("Float") << "Float"
-                           << "X"
-                           << "" << QByteArray("QPropertyLineEdit") << none;
-    QTest::newRow("StringReg") << "StringReg"
-                               << "X"
-                               << "" << QByteArray("QPropertyLineEdit") << none;
-    QTest::newRow("time as text") << "StringReg"
-                                  << "ManualSetTime"
-                                  << "" << QByteArray("CustomCalendar") << none;
-    QTest::newRow("time") << "CustomTime"
-                          << "X"
-                          << "" << QByteArray("CustomCalendar") << none;
-    QTest::newRow("register alone") << "IntReg"
-                                    << "X"
-                                    << "" << none << none;
-    QTest::newRow("format text has no stock editor") << "CustomFormatEdit"
-                                                     << "X"
-                                                     << "" << none << none;
+    row("list", "Enumeration", "X", "", "CustomComboBox");
+    row("float", "Float", "X", "", "QPropertyLineEdit");
+    row("text", "StringReg", "X", "", "QPropertyLineEdit");
+    row("time as text", "StringReg", "ManualSetTime", "", "CustomCalendar");
+    row("register alone", "IntReg", "X", "", "");
+    row("format text has no stock editor", "CustomFormatEdit", "X", "", "");
 }
 
 void TestVexaPropertyTreeDelegate::editorClass()
@@ -145,27 +125,23 @@ void TestVexaPropertyTreeDelegate::stringRules_data()
     QTest::addColumn<bool>("acceptable");
     QTest::addColumn<bool>("inputMethod");
     QTest::addColumn<int>("echo");
-    const QString ideograph = QStringLiteral(u"a\u4e2d");
-    const int normal = QLineEdit::Normal;
-    QTest::newRow("ideograph in a trigger")
-        << "TcpStartTriggerStr" << ideograph << false << false << normal;
-    QTest::newRow("last of the triggers")
-        << "UsbEndTriggerStr" << ideograph << false << false << normal;
-    QTest::newRow("Latin text in a trigger") << "HeartbeatText"
-                                             << "<p>\\r" << true << false << normal;
-    QTest::newRow("password") << "FtpUserPasswd"
-                              << "secret" << true << false << int(QLineEdit::PasswordEchoOnEdit);
-    QTest::newRow("double slash") << "FtpFormatDirectoryString"
-                                  << "a//b" << false << false << normal;
-    QTest::newRow("256 characters")
-        << "FtpFormatDirectoryString" << QString(256, 'a') << true << false << normal;
-    QTest::newRow("257 characters")
-        << "FtpFormatDirectoryString" << QString(257, 'a') << false << false << normal;
-    QTest::newRow("placeholder of the user id") << "DeviceUserID"
-                                                << "a%1b" << false << true << normal;
-    QTest::newRow("user id") << "DeviceUserID" << ideograph << true << true << normal;
-    QTest::newRow("no rule") << "DeviceVendorName" << ideograph << true << true << normal;
-    QTest::newRow("ftp user") << "FtpUserName" << ideograph << true << false << normal;
+    const auto row = [](const char *fault, const char *name, const QString &text, bool acceptable,
+                        bool inputMethod, int echo = QLineEdit::Normal) {
+        QTest::newRow(fault) << QString(name) << text << acceptable << inputMethod << echo;
+    };
+    const QString ideograph = "a中";
+    const char *const directory = "FtpFormatDirectoryString";
+    row("ideograph in a trigger", "TcpStartTriggerStr", ideograph, false, false);
+    row("last of the triggers", "UsbEndTriggerStr", ideograph, false, false);
+    row("Latin text in a trigger", "HeartbeatText", "<p>\\r", true, false);
+    row("password", "FtpUserPasswd", "secret", true, false, QLineEdit::PasswordEchoOnEdit);
+    row("double slash", directory, "a//b", false, false);
+    row("256 characters", directory, QString(256, 'a'), true, false);
+    row("257 characters", directory, QString(257, 'a'), false, false);
+    row("placeholder of the user id", "DeviceUserID", "a%1b", false, true);
+    row("user id", "DeviceUserID", ideograph, true, true);
+    row("no rule", "DeviceVendorName", ideograph, true, true);
+    row("ftp user", "FtpUserName", ideograph, true, false);
 }
 
 void TestVexaPropertyTreeDelegate::stringRules()
@@ -181,14 +157,6 @@ void TestVexaPropertyTreeDelegate::stringRules()
     QTEST(bAcceptable, "acceptable");
     QTEST(pEdit->testAttribute(Qt::WA_InputMethodEnabled), "inputMethod");
     QTEST(int(pEdit->echoMode()), "echo");
-}
-
-void TestVexaPropertyTreeDelegate::blankAndDisabledUntilRead_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"Bool", "Int", "Enum", "Float", "String"}) {
-        QTest::newRow(name) << name;
-    }
 }
 
 static QString shownText(const QWidget *pEditor)
@@ -208,44 +176,21 @@ static QString shownText(const QWidget *pEditor)
 
 void TestVexaPropertyTreeDelegate::blankAndDisabledUntilRead()
 {
-    QFETCH(QString, name);
+    const char *const names[] = {"Bool", "Int", "Enum", "Float"};
     ViewFixture fixture(TREE);
-    fixture.setReadOnly(name, false);
+    for (const char *name : names) {
+        fixture.setReadOnly(name, false);
+    }
     fixture.show();
-    QCOMPARE(shownText(fixture.editor(name)), QString());
-    QVERIFY(!fixture.editor(name)->isEnabled());
-    if (name == "String") {
-        return; // its fill asks for a task
+    for (const char *name : names) {
+        QVERIFY2(shownText(fixture.editor(name)).isEmpty() && !fixture.editor(name)->isEnabled(),
+                 name);
     }
     fillAll(fixture);
-    QVERIFY(!shownText(fixture.editor(name)).isEmpty());
-    QVERIFY(fixture.editor(name)->isEnabled());
-}
-
-void TestVexaPropertyTreeDelegate::refillIsNoEdit_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "String", "Cmd"}) {
-        QTest::newRow(name) << name;
+    for (const char *name : names) {
+        QVERIFY2(!shownText(fixture.editor(name)).isEmpty() && fixture.editor(name)->isEnabled(),
+                 name);
     }
-}
-
-void TestVexaPropertyTreeDelegate::refillIsNoEdit()
-{
-    QFETCH(QString, name);
-    ViewFixture fixture(TREE);
-    fixture.show();
-    fillAll(fixture);
-    fixture.setBoolean("Bool", false);
-    fixture.setInteger("Int", 7, 0, 9, 3);
-    fixture.setInteger("Hex", 1, 0, 2, 1, "HexNumber");
-    fixture.setEnumeration("Enum", {"Other", "RGB8"}, 0);
-    fixture.setFloat("Float", 3, 2, 4);
-    fixture.setReadOnly(name, true);
-    fixture.view().notifyEditorUpdate();
-    fixture.view().propertyDelegate()->commitData(
-        fixture.editor(name)); // as a view does when an editor closes
-    QCOMPARE(fixture.owner().m_writes, QStringList());
 }
 
 void TestVexaPropertyTreeDelegate::spinBoxShowsWhatItCannotHold()
@@ -312,99 +257,128 @@ void TestVexaPropertyTreeDelegate::representationChangeMakesTheEditorAnew()
 
 void TestVexaPropertyTreeDelegate::quietDeviceNotifiesNobody()
 {
-    ViewFixture fixture(QString(TREE)
-                        + "  Plain\n  Reg IntReg\n  EMMCCloseTime Integer\n  ReverseX Boolean\n");
-    fixture.show();
-    fillAll(fixture);
-    fixture.setBoolean("ReverseX", true);
-    QSignalSpy told(&fixture.view(), &VexaFeatureTreeView::sigUpdateEditorData);
-    for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "Cmd", "All", "Plain", "Reg",
-                             "EMMCCloseTime", "ReverseX"}) {
-        fixture.item(name)->endUpdateItem(ViewFixture::CAMERA);
-        QVERIFY2(told.isEmpty(), name);
+    for (const bool enabled : {true, false}) {
+        ViewFixture fixture(
+            QString(TREE) + "  Plain\n  Reg IntReg\n  EMMCCloseTime Integer\n  ReverseX Boolean\n");
+        fixture.view().setDelegateEnable(enabled);
+        fixture.show();
+        fillAll(fixture);
+        fixture.setBoolean("ReverseX", true);
+        QSignalSpy told(&fixture.view(), &VexaFeatureTreeView::sigUpdateEditorData);
+        for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "Cmd"}) {
+            QVERIFY2(fixture.editor(name)->isEnabled() == enabled, name);
+            fixture.item(name)->endUpdateItem(ViewFixture::CAMERA);
+        }
+        for (const char *name : {"All", "Plain", "Reg", "EMMCCloseTime", "ReverseX"}) {
+            fixture.item(name)->endUpdateItem(ViewFixture::CAMERA);
+        }
+        QCOMPARE(told.count(), 0);
+        QCOMPARE(shownText(fixture.editor("Int")), QString("42"));
     }
-}
-
-void TestVexaPropertyTreeDelegate::forcedOffEditorsStayDisabledAndQuiet()
-{
-    ViewFixture fixture(TREE);
-    fixture.view().setDelegateEnable(false);
-    fixture.show();
-    fillAll(fixture);
-    QSignalSpy told(&fixture.view(), &VexaFeatureTreeView::sigUpdateEditorData);
-    for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "Cmd"}) {
-        QVERIFY2(!fixture.editor(name)->isEnabled(), name);
-        fixture.item(name)->endUpdateItem(ViewFixture::CAMERA);
-    }
-    QCOMPARE(told.count(), 0);
-    QCOMPARE(shownText(fixture.editor("Int")), QString("42"));
-}
-
-void TestVexaPropertyTreeDelegate::commandCaption_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("caption");
-    QTest::newRow("English") << "X"
-                             << "ENG"
-                             << "Execute";
-    QTest::newRow("Chinese bytes") << "X"
-                                   << "CH" << QStringLiteral(u"\u6267\u884c");
-    QTest::newRow("opens a dialog") << "Custom_RegularExpressionFilterRules"
-                                    << "CH"
-                                    << "Set";
 }
 
 void TestVexaPropertyTreeDelegate::commandCaption()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, language);
-    QLocalCfg::Instance()->m_strPropertyLan = language;
-    ViewFixture fixture("All\n  " + name + " Command\n");
-    fixture.view().openEditors(fixture.root());
-    QTEST(qobject_cast<QPushButton *>(fixture.editor(name))->text(), "caption");
+    static const struct
+    {
+        const char *name;
+        const char *language;
+        const char *caption;
+    } rows[] = {{"X", "ENG", "Execute"},
+                {"X", "CH", "执行"},
+                {"Custom_RegularExpressionFilterRules", "CH", "Set"}}; // opens a dialog
+    for (const auto &row : rows) {
+        QLocalCfg::Instance()->m_strPropertyLan = row.language;
+        ViewFixture fixture(QString("All\n  %1 Command\n").arg(row.name));
+        fixture.view().openEditors(fixture.root());
+        QCOMPARE(qobject_cast<QPushButton *>(fixture.editor(row.name))->text(),
+                 QString(row.caption));
+    }
     QLocalCfg::Instance()->m_strPropertyLan = QString("ENG");
 }
 
-void TestVexaPropertyTreeDelegate::commitOnlyWhileFlagged()
+void TestVexaPropertyTreeDelegate::spinBoxSnaps_data()
 {
-    ViewFixture fixture(TREE);
-    fixture.show();
-    fillAll(fixture);
-    auto *const pSpin = qobject_cast<QSpinBox *>(fixture.editor("Int"));
-    const QModelIndex index = fixture.view().indexOfItem(fixture.item("Int"), 1);
-    fixture.view().propertyDelegate()->setModelData(pSpin, fixture.view().propertyModel(), index);
-    emit pSpin->editingFinished(); // walked through, nothing changed
-    QCOMPARE(fixture.owner().m_writes, QStringList());
-    pSpin->setValue(51);
-    emit pSpin->editingFinished();
-    QCOMPARE(fixture.owner().m_writes, QStringList{"Integer Int 50"});
-    qobject_cast<QPushButton *>(fixture.editor("Cmd"))->click();
-    qobject_cast<QCheckBox *>(fixture.editor("Bool"))->setChecked(false);
-    QCOMPARE(fixture.owner().m_writes.mid(1), QStringList({"Command Cmd 0", "Boolean Bool false"}));
-}
-
-void TestVexaPropertyTreeDelegate::heights()
-{
-    ViewFixture fixture(
-        "All\n  Int Integer\n  Light CustomLightingSelector\n  Screen CustomScreen\n");
-    const auto height = [&](const char *name) {
-        return fixture.view()
-            .propertyDelegate()
-            ->sizeHint(QStyleOptionViewItem(), fixture.view().indexOfItem(fixture.item(name), 1))
-            .height();
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<qint64>("step");
+    QTest::addColumn<int>("given");
+    QTest::addColumn<int>("shown");
+    const auto row = [](const char *fault, int minimum, int maximum, qint64 step, int given,
+                        int shown) {
+        QTest::newRow(fault) << minimum << maximum << step << given << shown;
     };
-    QCOMPARE(height("All"), 56);
-    QCOMPARE(height("Int"), 38);
-    QCOMPARE(height("Light"), 155);
-    QCOMPARE(height("Screen"), 110);
+    const int lowest = std::numeric_limits<int>::min();
+    const int highest = std::numeric_limits<int>::max();
+    row("grid starts at the minimum", 10, 100, 4, 17, 14);
+    row("below the minimum", 10, 100, 4, 9, 10);
+    row("maximum off the grid", 0, 10, 4, 11, 8);
+    row("step 0 divides by zero", 0, 100, 0, 7, 7);
+    row("negative step", 0, 100, -1, 7, 7);
+    row("huge step stays at the minimum", 5, 100, qint64(1) << 40, 40, 5);
+    row("distance overflows 32 bits", lowest, highest, 2, highest, highest - 1);
 }
 
-int main(int argc, char *argv[])
+void TestVexaPropertyTreeDelegate::spinBoxSnaps()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    QApplication application(argc, argv);
-    TestVexaPropertyTreeDelegate test;
-    return QTest::qExec(&test, argc, argv);
+    QFETCH(int, minimum);
+    QFETCH(int, maximum);
+    QFETCH(qint64, step);
+    QFETCH(int, given);
+    VexaPropertySpinBox box;
+    box.setLimits(minimum, maximum, step);
+    box.snapValue(given);
+    QTEST(box.value(), "shown");
+    QCOMPARE(box.lastAcceptedValue(), box.value());
+    QVERIFY(box.toolTip().contains(QString::number(minimum)));
 }
+
+/// What the user has typed so far may be out of range.
+void TestVexaPropertyTreeDelegate::menuTakesNothingBack()
+{
+    VexaPropertySpinBox box;
+    box.setLimits(10, 100, 1);
+    box.snapValue(50);
+    box.show();
+    box.selectAll();
+    QTest::keyClicks(&box, "1");
+    for (const Qt::FocusReason eReason : {Qt::PopupFocusReason, Qt::OtherFocusReason}) {
+        QFocusEvent leaves(QEvent::FocusOut, eReason);
+        QCoreApplication::sendEvent(&box, &leaves);
+        QCOMPARE(box.text(), QString(eReason == Qt::PopupFocusReason ? "1" : "50"));
+    }
+    box.showText("4294967296"); // of another value, until the first change
+    box.stepBy(-1);
+    QCOMPARE(box.text(), QString("49"));
+}
+
+void TestVexaPropertyTreeDelegate::hintTexts()
+{
+    const QString key = "lang_qcustomreversehintwidget_";
+    static const struct
+    {
+        int kind;
+        const char *language;
+        QString text;
+    } rows[] = {{0, "ENG", key + "xmirror"},
+                {1, "CH", "Y镜像"},
+                {7, "CH", key + "hdrenable"}, // no fixed text
+                {8, "ENG", key + "selftriggerperiod"},
+                {9, "CH", ""},
+                {-1, "ENG", ""}};
+    for (const auto &row : rows) {
+        QCustomReverseHintWidget widget(nullptr, row.kind);
+        widget.setLanguage(row.language);
+        const auto labels =
+            widget.findChildren<CustomLabel *>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(labels.at(1)->text(), row.text);
+        QCOMPARE(labels.at(1)->toolTip(), row.text);
+        QCOMPARE(labels.at(0)->toolTip().isEmpty(), row.text.isEmpty());
+        QEvent change(QEvent::LanguageChange); // shows the keys again
+        QCoreApplication::sendEvent(&widget, &change);
+        QVERIFY(row.text.isEmpty() || labels.at(1)->text().startsWith(key));
+    }
+}
+
+QTEST_MAIN(TestVexaPropertyTreeDelegate)
 #include "tst_VexaPropertyTreeDelegate.moc"

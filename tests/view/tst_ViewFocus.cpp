@@ -1,4 +1,3 @@
-#include "ShellServicesModule/QPropertyLineEdit.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
 
@@ -7,9 +6,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTest>
-#include <QWheelEvent>
 
 /// Keyboard, mouse and focus in a view that is on screen.
 class TestViewFocus : public QObject
@@ -19,16 +16,12 @@ private slots:
     void init();
     void cleanup() { m_pFixture.reset(); }
     void tabWalksTheRows();
-    void tabLeavesAtTheEnds();
-    void tabPassesDisabledRows();
-    void forcedOffViewIsLeftAtOnce();
+    void tabPassesDisabledRowsAndLeavesAtTheEnds();
     void focusedEditorSurvivesScrolling();
     void focusOfAHiddenRowGoesToTheView();
     void rowGoesBehindAnotherWindow();
-    void typedTextSurvivesARefill();
     void featureFollowsMouseKeyboardAndFocus();
     void givingUpTakesNothingOver();
-    void wheelOverAnEditorScrolls();
 
 private:
     QString focused() const
@@ -86,7 +79,7 @@ void TestViewFocus::tabWalksTheRows()
     QCOMPARE(fixture().owner().m_writes, QStringList());
 }
 
-void TestViewFocus::tabLeavesAtTheEnds()
+void TestViewFocus::tabPassesDisabledRowsAndLeavesAtTheEnds()
 {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     QCOMPARE(focused(), QString("before"));
@@ -94,22 +87,14 @@ void TestViewFocus::tabLeavesAtTheEnds()
     QCOMPARE(focused(), QString("view"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QCOMPARE(focused(), QString("F0"));
-    fixture().view().scrollToFeature("Last");
-    fixture().editor("Last")->setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(focused(), QString("after"));
-}
-
-void TestViewFocus::tabPassesDisabledRows()
-{
     fixture().setReadOnly("F1", true);
     fixture().item("F2")->setVisible(false, ViewFixture::CAMERA, true);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QCOMPARE(focused(), QString("F3"));
-}
-
-void TestViewFocus::forcedOffViewIsLeftAtOnce()
-{
+    fixture().view().scrollToFeature("Last");
+    fixture().editor("Last")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(focused(), QString("after"));
     fixture().view().setDelegateEnable(false);
     fixture().view().notifyEditorUpdate();
     fixture().view().setFocus();
@@ -156,27 +141,6 @@ void TestViewFocus::rowGoesBehindAnotherWindow()
     QCOMPARE(fixture().owner().m_writes, QStringList());
 }
 
-void TestViewFocus::typedTextSurvivesARefill()
-{
-    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F0"));
-    pSpin->selectAll();
-    QTest::keyClicks(pSpin, "7");
-    fixture().setInteger("F0", 33, 0, 100);
-    QCOMPARE(pSpin->text(), QString("7"));
-    QTest::keyClick(pSpin, Qt::Key_Escape);
-    QTRY_COMPARE(pSpin->text(), QString("33"));
-    QCOMPARE(fixture().owner().m_writes, QStringList());
-
-    fixture().view().scrollToFeature("Last");
-    auto *const pEdit = qobject_cast<QPropertyLineEdit *>(fixture().editor("Last"));
-    pEdit->setFocus();
-    pEdit->selectAll();
-    QTest::keyClicks(pEdit, "2.5");
-    fixture().setFloat("Last", 3, 0, 10);
-    QCOMPARE(pEdit->text(), QString("2.5"));
-    QCOMPARE(pEdit->cursorPosition(), 3);
-}
-
 void TestViewFocus::featureFollowsMouseKeyboardAndFocus()
 {
     QSignalSpy activated(&fixture().view(), &VexaFeatureTreeView::sigFeatureActivated);
@@ -213,22 +177,5 @@ void TestViewFocus::givingUpTakesNothingOver()
     QCOMPARE(focused(), QString("view"));
 }
 
-void TestViewFocus::wheelOverAnEditorScrolls()
-{
-    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F3"));
-    const QPointF position = pSpin->rect().center();
-    QWheelEvent wheel(position, pSpin->mapToGlobal(position.toPoint()), QPoint(), QPoint(0, -120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(pSpin, &wheel);
-    QCOMPARE(pSpin->value(), 3);
-    QVERIFY(fixture().view().verticalScrollBar()->value() > 0);
-}
-
-int main(int argc, char *argv[])
-{
-    QStandardPaths::setTestModeEnabled(true);
-    QApplication application(argc, argv);
-    TestViewFocus test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_MAIN(TestViewFocus)
 #include "tst_ViewFocus.moc"

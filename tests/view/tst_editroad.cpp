@@ -1,11 +1,17 @@
-#include "ShellServicesModule/COMMONINTERFACE.h"
+#include "ControlKit/CustomMessageBox.h"
+#include "ShellServicesModule/QFunction.h"
 #include "host/shellservices/ShellHost.h"
 #include "tests/view/EditFixture.h"
 
+#include <QApplication>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QtTest>
 
-/// From the key press to the device and back, one row an edit.
+constexpr int ARV_STATUS_OF_A_REFUSAL = 10; // a code of the device itself
+
+/// From the key press to the device and back, one row an edit. What bad input and bad devices do to one: the user reads
+/// why, the editor shows what the device holds, and nothing is written twice.
 class tst_EditRoad : public QObject
 {
     Q_OBJECT
@@ -16,6 +22,14 @@ private slots:
     void writeOnlyNodesTakeValues_data();
     void writeOnlyNodesTakeValues();
     void deviceHasTheLastWord();
+    void badTextIsTakenBack_data();
+    void badTextIsTakenBack();
+    void badKeysAreTold();
+    void clientForbidsEdits();
+    void deviceRefuses_data();
+    void deviceRefuses();
+    void cameraVanishesBeforeTheWrite();
+    void readOnlyTreeHasNoLiveEditor();
 
 private:
     SharedEditFixture m_fixture;
@@ -90,18 +104,16 @@ void tst_EditRoad::writeOnlyNodesTakeValues_data()
     QTest::addColumn<int>("address");
     QTest::addColumn<QString>("keys");
     QTest::addColumn<QString>("held"); // the first byte of the register
-    QTest::newRow("number that looks like the former") << "SecretNumber" << 0x1050 << "0"
-                                                       << "0";
-    QTest::newRow("number") << "SecretNumber" << 0x1050 << "7"
-                            << "7";
-    QTest::newRow("hex") << "SecretHex" << 0x1060 << "1f"
-                         << "31";
-    QTest::newRow("text") << "SecretText" << 0x1070 << "A"
-                          << "65";
-    QTest::newRow("enumeration without a value") << "SecretMode" << 0x1080 << "down"
-                                                 << "1";
-    QTest::newRow("switch without a state") << "SecretSwitch" << 0x1090 << "space"
-                                            << "1";
+    const auto row = [](const char *pFault, const char *pName, int nAddress, const char *pKeys,
+                        const char *pHeld) {
+        QTest::newRow(pFault) << pName << nAddress << pKeys << pHeld;
+    };
+    row("number that looks like the former", "SecretNumber", 0x1050, "0", "0");
+    row("number", "SecretNumber", 0x1050, "7", "7");
+    row("hex", "SecretHex", 0x1060, "1f", "31");
+    row("text", "SecretText", 0x1070, "A", "65");
+    row("enumeration without a value", "SecretMode", 0x1080, "down", "1");
+    row("switch without a state", "SecretSwitch", 0x1090, "space", "1");
 }
 
 void tst_EditRoad::writeOnlyNodesTakeValues()
@@ -147,6 +159,197 @@ void tst_EditRoad::deviceHasTheLastWord()
     QTest::keyClick(pEditor, Qt::Key_Return);
     QTRY_COMPARE(fixture.shown("Coarse"), QString("112"));
     QCOMPARE(fixture.writes(), 1);
+}
+
+/// At once, where QToolTip::hideText waits.
+static void hideToolTip()
+{
+    for (QWidget *pWidget : QApplication::topLevelWidgets()) {
+        if (pWidget->inherits("QTipLabel")) {
+            pWidget->hide();
+        }
+    }
+}
+
+void tst_EditRoad::badTextIsTakenBack_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("typed");
+    const auto row = [](const char *pFault, const char *pDevice, const char *pName,
+                        const QString &strTyped) {
+        QTest::newRow(pFault) << pDevice << pName << strTyped;
+    };
+    row("above the range of a box", "", "Grid", "51");
+    row("below the range of a box", "", "Grid", "9");
+    row("box emptied", "", "Grid", "");
+    row("too large for a box: another number", "area-camera", "CounterDuration", "4294967295");
+    row("over 64 bits", "", "Big", "9223372036854775808");
+    row("number emptied", "", "Big", "");
+    row("hex of 17 digits", "", "BigHex", "0x10000000000000000");
+    row("float above its range", "area-camera", "Gamma", "4.01");
+    row("float of two points", "area-camera", "Gamma", "1.2.3");
+    row("text too long", "area-camera", "DeviceUserID", QString(200, 'x'));
+    row("directory emptied", "code-reader", "FtpFormatDirectoryString", "");
+    row("address of five parts", "code-reader", "TcpDstAddr", "1.2.3.4.5");
+}
+
+void tst_EditRoad::badTextIsTakenBack()
+{
+    QFETCH(QString, device);
+    QFETCH(QString, name);
+    QFETCH(QString, typed);
+    EditFixture &fixture = m_fixture.of(device);
+    const QString before = fixture.shown(name);
+    QVERIFY(!before.isEmpty());
+    for (const int nKey : {Qt::Key_Return, Qt::Key_Tab}) {
+        QWidget *const pEditor = fixture.focusOn(name);
+        QVERIFY(pEditor);
+        hideToolTip();
+        typeText(pEditor, typed);
+        QTest::keyClick(pEditor, Qt::Key(nKey));
+        QCOMPARE(fixture.shown(name), before);
+        QTRY_VERIFY2(QToolTip::isVisible(), "no reason shows");
+        QVERIFY(!QToolTip::text().isEmpty());
+    }
+    QCOMPARE(fixture.writes(), 0);
+    QCOMPARE(fixture.deviceValue(name), before);
+}
+
+void tst_EditRoad::badKeysAreTold()
+{
+    static const struct
+    {
+        const char *device;
+        const char *name;
+        const char *typed;
+        const char *kept;
+    } rows[] = {{"area-camera", "Brightness", "12x", "12"},
+                {"area-camera", "Gamma", "12x", "12"},
+                {"code-reader", "TcpStartTriggerStr", "a中", "a"},
+                {"code-reader", "FtpFormatDirectoryString", "a//", "a/"}};
+    for (const auto &row : rows) {
+        EditFixture &fixture = m_fixture.of(row.device);
+        QWidget *const pEditor = fixture.focusOn(row.name);
+        QVERIFY(pEditor);
+        hideToolTip();
+        QTest::keyClick(pEditor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(pEditor, Qt::Key_Delete);
+        for (const QChar &character : QString(row.typed)) {
+            QTest::sendKeyEvent(QTest::Click, pEditor, Qt::Key_unknown, QString(character),
+                                Qt::NoModifier);
+        }
+        QCOMPARE(fixture.shown(row.name), QString(row.kept));
+        QTRY_VERIFY(QToolTip::isVisible());
+        QTest::keyClick(pEditor, Qt::Key_Escape);
+        QCOMPARE(fixture.shown(row.name), fixture.deviceValue(row.name));
+        QCOMPARE(fixture.writes(), 0);
+    }
+}
+
+void tst_EditRoad::clientForbidsEdits()
+{
+    EditFixture &fixture = m_fixture.of("area-camera");
+    ShellHost::instance()->setCanSetProperty(false);
+    for (const char *pName : {"Brightness", "Gamma", "DeviceUserID"}) {
+        const QString before = fixture.shown(pName);
+        QWidget *const pEditor = fixture.focusOn(pName);
+        typeText(pEditor, "2");
+        QTest::keyClick(pEditor, Qt::Key_Return);
+        QCOMPARE(fixture.shown(pName), before);
+    }
+    ShellHost::instance()->setCanSetProperty(true);
+    QCOMPARE(fixture.writes(), 0);
+}
+
+void tst_EditRoad::deviceRefuses_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("taken"); // text, or a key
+    QTest::addColumn<QString>("refused");
+    const auto row = [](const char *pFault, const char *pName, const char *pTaken,
+                        const char *pRefused) {
+        QTest::newRow(pFault) << pName << pTaken << pRefused;
+    };
+    row("spin box keeps the refused number", "Brightness", "55", "56");
+    row("float keeps the refused number", "Gamma", "1.75", "2.25");
+    row("text keeps the refused text", "DeviceUserID", "taken", "refused");
+    row("list keeps the refused row", "CounterEventActivation", "Down", "Up");
+    row("switch keeps the refused state", "GammaEnable", "Space", "Space");
+}
+
+void tst_EditRoad::deviceRefuses()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, taken);
+    QFETCH(QString, refused);
+    EditFixture &fixture = m_fixture.of("area-camera");
+    BoxAnswers boxes(Qt::Key_Return);
+    QSignalSpy prompts(QFunction::Instance(), &QFunction::promptRequested);
+    const auto edit = [&](const QString &text) {
+        static const QMap<QString, Qt::Key> keys{
+            {"Down", Qt::Key_Down}, {"Up", Qt::Key_Up}, {"Space", Qt::Key_Space}};
+        QWidget *const pEditor = fixture.focusOn(name);
+        if (keys.contains(text)) {
+            QTest::keyClick(pEditor, keys.value(text));
+        } else {
+            typeText(pEditor, text);
+            QTest::keyClick(pEditor, Qt::Key_Return);
+        }
+    };
+    QVERIFY(fixture.focusOn(name));
+    edit(taken);
+    quint64 nAddress = 0;
+    for (const SimulatorAccess &access : fixture.control().accessLog()) {
+        nAddress = access.kind == SimulatorAccess::Write ? access.address : nAddress;
+    }
+    QVERIFY(nAddress != 0);
+    QVERIFY(fixture.settle());
+    const QString held = fixture.deviceValue(name);
+    QCOMPARE(fixture.shown(name), held);
+
+    fixture.forgetAccesses();
+    fixture.control().setFailing(nAddress, ARV_STATUS_OF_A_REFUSAL);
+    edit(refused);
+    fixture.control().setFailing(nAddress, 0);
+    QCOMPARE(fixture.shown(name), held);
+    QTRY_COMPARE(prompts.count() + boxes.count(), 1);
+    QVERIFY(fixture.settle());
+    QTRY_VERIFY(fixture.focusOn(name));
+    QTest::keyClick(fixture.editor(name), Qt::Key_Tab);
+    QVERIFY(fixture.writes() <= 1); // none where a bit of a shared register is read first
+    QCOMPARE(fixture.shown(name), held);
+    QCOMPARE(fixture.deviceValue(name), held);
+    QCOMPARE(prompts.count() + boxes.count(), 1);
+}
+
+void tst_EditRoad::cameraVanishesBeforeTheWrite()
+{
+    for (const char *pName : {"Brightness", "GammaEnable"}) {
+        m_fixture.close();
+        EditFixture &fixture = m_fixture.of("area-camera");
+        BoxAnswers boxes(Qt::Key_Return);
+        QWidget *const pEditor = fixture.focusOn(pName);
+        typeText(pEditor, "3");
+        fixture.control().vanish();
+        QTest::keyClick(pEditor,
+                        pName == QByteArray("GammaEnable") ? Qt::Key_Space : Qt::Key_Return);
+        QTest::keyClick(pEditor, Qt::Key_Tab);
+        for (const SimulatorAccess &access : fixture.control().accessLog()) {
+            QVERIFY(access.kind != SimulatorAccess::Write || access.failed);
+        }
+        QVERIFY(fixture.writes() <= 1);
+    }
+    m_fixture.close();
+}
+
+void tst_EditRoad::readOnlyTreeHasNoLiveEditor()
+{
+    EditFixture fixture(EditFixture::builtIn("area-camera"), 2);
+    for (const char *pName : {"Brightness", "DeviceUserID", "GammaEnable", "ExposureMode"}) {
+        QVERIFY2(!fixture.focusOn(pName), pName);
+        QVERIFY2(!fixture.shown(pName).isEmpty(), pName);
+    }
 }
 
 QTEST_MAIN(tst_EditRoad)
