@@ -18,6 +18,7 @@ constexpr int BUTTON_STYLE = 2;
 constexpr int FIRST_PRINTABLE = 0x20;
 constexpr int LAST_PRINTABLE = 0x7E;
 constexpr int LAST_CHARACTER = 0x7F;
+constexpr int TWO_LINES = 44; // pixels
 constexpr int PUT_IN_ROLE = Qt::UserRole;
 
 /// What the table shows of a character that has no picture.
@@ -89,6 +90,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     pLists->addLayout(pCharacterColumn, 1);
     auto *const pButtons = new QHBoxLayout;
     m_pCounter->setWordWrap(true);
+    m_pCounter->setMinimumHeight(TWO_LINES);
     pButtons->addWidget(m_pCounter, 1);
     pButtons->addWidget(m_pOk);
     pButtons->addWidget(pCancel);
