@@ -55,6 +55,16 @@ bool isCategoryRow(const VexaPropertyTreeItem *pItem)
     return pItem->itemType() == ITEM_CATEGORY || pItem->itemType() == ITEM_FAVORITES_CATEGORY;
 }
 
+/// Each moves the names of its rows by NAME_SHIFT; at least the page that every row is on.
+int branchesAbove(const QModelIndex &index)
+{
+    int nBranches = 1;
+    for (QModelIndex page = index.parent().parent(); page.isValid(); page = page.parent()) {
+        ++nBranches;
+    }
+    return nBranches;
+}
+
 } // namespace
 
 VexaPropertyTreeDelegate::VexaPropertyTreeDelegate(ParentType eType, QObject *parent)
@@ -308,7 +318,7 @@ void VexaPropertyTreeDelegate::updateEditorGeometry(QWidget *editor,
         const QString strTag = pItem->tagName();
         if (strTag == QLatin1String("CustomAlgorithmCodeTag")
             || strTag == QLatin1String("CustomFormatTextEdit")) {
-            rect.setLeft(20);
+            rect.setLeft(NAME_SHIFT * branchesAbove(index));
         } else if (strTag == QLatin1String("CustomScreen") && rect.width() < 268) {
             rect.setLeft(rect.right() - 267);
         }
