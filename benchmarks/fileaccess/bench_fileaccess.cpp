@@ -14,7 +14,6 @@
 #include <QTextStream>
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -23,7 +22,6 @@ constexpr int BLOCK = 1024; // of the simulated devices
 constexpr int ACCESSES_A_BLOCK = 8;
 constexpr int LATENCY_US = 100;
 constexpr int ATTEMPTS = 3;
-constexpr qint64 BUFFER = 0x20000; // a register that only answers
 bool s_bOverBudget = false;
 
 void report(const char *what, double measured, double budget, const char *unit)
@@ -44,31 +42,12 @@ QByteArray randomBytes()
     return bytes;
 }
 
-/// Nanoseconds of one bare access, of many samples the one that was disturbed least.
-double accessTime(QCameraTask &task)
-{
-    constexpr int SAMPLES = 100;
-    constexpr int COUNT = 20;
-    char bytes[4];
-    qint64 best = std::numeric_limits<qint64>::max();
-    for (int sample = 0; sample < SAMPLES; ++sample) {
-        QElapsedTimer clock;
-        clock.start();
-        for (int i = 0; i < COUNT; ++i) {
-            task.ReadMemory(BUFFER, bytes, sizeof bytes, nullptr);
-        }
-        best = std::min(best, clock.nsecsElapsed());
-    }
-    return double(best) / COUNT;
-}
-
 bool measure(SimulatorControl &control, QCameraTask &task, const QString &path, bool writes)
 {
     const QString entry = QStringLiteral("MultiROI");
     double best = 1e9;
     int accesses = 0;
     for (int attempt = 0; attempt < ATTEMPTS && best > 1.1; ++attempt) {
-        const double access = accessTime(task);
         control.clearAccessLog();
         QElapsedTimer clock;
         clock.start();
@@ -76,9 +55,9 @@ bool measure(SimulatorControl &control, QCameraTask &task, const QString &path, 
             QTextStream(stderr) << task.GetLastErrorRemark() << '\n';
             return false;
         }
-        const auto taken = double(clock.nsecsElapsed());
+        const double taken = double(clock.nsecsElapsed()) / 1000;
         accesses = control.accessLog().size();
-        best = std::min(best, taken / (accesses * access));
+        best = std::min(best, taken / (accesses * double(LATENCY_US)));
     }
     report(writes ? "20 MB to the device / accesses x latency, 100 us an access"
                   : "20 MB from the device / accesses x latency, 100 us an access",
