@@ -17,7 +17,6 @@ private Q_SLOTS:
     void conditionsFollowTheirNodes_data();
     void conditionsFollowTheirNodes();
     void entriesComeAndGo();
-    void userSetsKeepTheirSettings();
     void softwareTriggerCounts();
     void acquisitionRunsAndEnds();
     void lockedRegistersAreRefusedWhileGrabbing();
@@ -169,34 +168,6 @@ void tst_CameraBehaviour::entriesComeAndGo()
     QCOMPARE(m_pDevice->value("PixelFormat").toLongLong(), qint64(0x01080001));
 }
 
-void tst_CameraBehaviour::userSetsKeepTheirSettings()
-{
-    OpenedDevice &d = *m_pDevice;
-    QVERIFY(d.setNumber("ExposureTime", 777.5));
-    QVERIFY(d.setNumber("Gain", 12));
-    QVERIFY(d.setInteger("LUTValue", 3));
-    QVERIFY(d.setText("DeviceUserID", "kept"));
-    QVERIFY(d.setInteger("UserSetSelector", 2));
-    QVERIFY(d.execute("UserSetSave"));
-    QVERIFY(d.setNumber("ExposureTime", 100));
-    QVERIFY(d.setInteger("UserSetSelector", 0));
-    QVERIFY(d.execute("UserSetLoad"));
-    QCOMPARE(d.number("ExposureTime"), 5000.0);
-    QCOMPARE(d.number("Gain"), 6.5);
-    QCOMPARE(d.integer("LUTValue"), qint64(256));
-    QCOMPARE(d.text("DeviceUserID"), QStringLiteral("kept"));
-    QVERIFY(!d.execute("UserSetSave")); // nobody writes the factory's
-    QCOMPARE(d.m_nErrorCode, int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED));
-    QVERIFY(d.setInteger("UserSetSelector", 2));
-    QVERIFY(d.execute("UserSetLoad"));
-    QCOMPARE(d.number("ExposureTime"), 777.5);
-    QCOMPARE(d.integer("LUTValue"), qint64(3));
-    // a set that was never saved holds the factory settings
-    QVERIFY(d.setInteger("UserSetSelector", 3));
-    QVERIFY(d.execute("UserSetLoad"));
-    QCOMPARE(d.number("ExposureTime"), 5000.0);
-}
-
 void tst_CameraBehaviour::softwareTriggerCounts()
 {
     for (int i = 0; i < 3; ++i) {
@@ -334,7 +305,7 @@ void tst_CameraBehaviour::aResetLoadsTheDefaultSet()
     QVERIFY(d.setInteger("UserSetSelector", 0));
     QVERIFY(d.execute("UserSetLoad"));
     QCOMPARE(d.number("ExposureTime"), factory);
-    QVERIFY(!d.execute("UserSetSave"));
+    QVERIFY(!d.execute("UserSetSave")); // nobody writes the factory's
     QVERIFY(d.execute("TriggerSoftware"));
     QCOMPARE(d.integer("TriggerSoftwareCount"), qint64(1));
     QVERIFY(d.execute("DeviceReset"));

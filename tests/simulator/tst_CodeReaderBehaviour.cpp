@@ -12,16 +12,11 @@ private Q_SLOTS:
     void refuses();
     void pullsOthersAlong_data();
     void pullsOthersAlong();
-    void selfTriggerLeavesTheListInBurstReading();
-    void segmentsStayInStep();
-    void pollingParametersAreEightSets();
-    void partsOfResultsFollowTheReading();
     void userSetsAreAddedAndDeleted();
     void recoveries_data();
     void recoveries();
     void recoverFactoryRestarts();
     void focusTakesItsTime();
-    void tuningRunsToItsEnd();
     void countersMoveWhileGrabbing();
     void softwareTriggerCountsWhenAskedTo();
 
@@ -34,17 +29,6 @@ using Steps = QVector<QPair<QString, qint64>>; ///< feature and value; -1 runs a
 Q_DECLARE_METATYPE(Steps)
 
 namespace {
-
-/// Values of the entries that an enumeration offers now.
-QVector<qint64> offered(OpenedDevice &device, const char *node)
-{
-    guint count = 0;
-    gint64 *values = arv_gc_enumeration_dup_available_int_values(
-        ARV_GC_ENUMERATION(device.node(node)), &count, nullptr);
-    const QVector<qint64> list(values, values + count);
-    g_free(values);
-    return list;
-}
 
 void apply(OpenedDevice &device, const Steps &steps)
 {
@@ -164,63 +148,6 @@ void tst_CodeReaderBehaviour::pullsOthersAlong()
     }
 }
 
-void tst_CodeReaderBehaviour::selfTriggerLeavesTheListInBurstReading()
-{
-    OpenedDevice &d = *m_pDevice;
-    apply(d, {{"TriggerSource", 13}});
-    QVERIFY(offered(d, "TriggerSource").contains(13));
-    apply(d, {{"CodeReadMode", 3}});
-    QVERIFY(!offered(d, "TriggerSource").contains(13));
-    QCOMPARE(offered(d, "TriggerSource").first(), qint64(1));
-    // The device leaves it to the client to take another source.
-    QCOMPARE(d.value("TriggerSource").toLongLong(), qint64(13));
-}
-
-void tst_CodeReaderBehaviour::segmentsStayInStep()
-{
-    OpenedDevice &d = *m_pDevice;
-    apply(d, {{"LightingSelector", 2}, {"LightingEnable", 1}});
-    QCOMPARE(d.integer("LightingBitmap"), qint64(0x1F)); // with that of "All"
-    apply(d, {{"LightingSelector", 4}});
-    QVERIFY(d.boolean("LightingEnable"));
-    apply(d, {{"LightingEnable", 0}});
-    QCOMPARE(d.integer("LightingBitmap"), qint64(0));
-    apply(d, {{"LightingAllOn", -1}, {"LightingSelector", 0}, {"LightingEnable", 0}});
-    QCOMPARE(d.integer("LightingBitmap"), qint64(0x0E));
-    apply(d, {{"LightingSelector", 4}});
-    QVERIFY(!d.boolean("LightingEnable"));
-}
-
-void tst_CodeReaderBehaviour::pollingParametersAreEightSets()
-{
-    OpenedDevice &d = *m_pDevice;
-    for (int set = 0; set < 8; ++set) {
-        apply(d, {{"PollingParam", set}, {"PollingIOSelector", 3}, {"PollingIOAction", set % 3}});
-        QVERIFY(d.setNumber("PollingGain", set));
-        QVERIFY(d.setText("PollingParamName", QString("set %1").arg(set)));
-    }
-    for (int set = 0; set < 8; ++set) {
-        apply(d, {{"PollingParam", set}});
-        QCOMPARE(d.value("PollingIOAction").toLongLong(), qint64(set % 3));
-        QCOMPARE(d.number("PollingGain"), double(set));
-        QCOMPARE(d.text("PollingParamName"), QString("set %1").arg(set));
-    }
-    apply(d, {{"PollingIOSelector", 0}});
-    QCOMPARE(d.value("PollingIOAction").toLongLong(), qint64(0));
-}
-
-void tst_CodeReaderBehaviour::partsOfResultsFollowTheReading()
-{
-    OpenedDevice &d = *m_pDevice;
-    const auto count = [&d](const char *node) { return offered(d, node).size(); };
-    const int without = count("TcpFormatSourceData");
-    apply(d, {{"LDirectionEnable", 1}});
-    QCOMPARE(count("TcpFormatSourceData"), without + 3);
-    apply(d, {{"DMCode", 0}});
-    QCOMPARE(count("TcpFormatSourceData"), without + 2);
-    QCOMPARE(count("UsbFormatSourceData"), without + 2);
-}
-
 void tst_CodeReaderBehaviour::userSetsAreAddedAndDeleted()
 {
     OpenedDevice &d = *m_pDevice;
@@ -291,18 +218,6 @@ void tst_CodeReaderBehaviour::focusTakesItsTime()
     apply(d, {{"FocusMode", -1}, {"FocusMode", -1}, {"SmartTune", -1}});
     QCOMPARE(d.integer("AutoFocusStat"), qint64(1));
     QCOMPARE(d.integer("SmartTuneProgress"), qint64(100));
-}
-
-void tst_CodeReaderBehaviour::tuningRunsToItsEnd()
-{
-    OpenedDevice &d = *m_pDevice;
-    apply(d, {{"SmartTune", -1}});
-    QTRY_VERIFY(d.integer("SmartTuneProgress") > 0);
-    apply(d, {{"SmartTuneStop", -1}});
-    QCOMPARE(d.integer("SmartTuneProgress"), qint64(0));
-    apply(d, {{"SelfAdaptParamAdjustStart", -1}});
-    QTRY_COMPARE_WITH_TIMEOUT(d.integer("SmartTuneProgress"), qint64(100), 6000);
-    QCOMPARE(d.number("ExposureTime"), 640.0);
 }
 
 void tst_CodeReaderBehaviour::countersMoveWhileGrabbing()
