@@ -1,19 +1,52 @@
 #include "ControlKit/CustomCalendar.h"
 #include "ControlKit/CustomCheckBox.h"
 #include "ControlKit/CustomComboBox.h"
+#include "ControlKit/CustomLabel.h"
+#include "ControlKit/CustomLineEdit.h"
 #include "ControlKit/CustomPushButton.h"
 #include "ControlKit/CustomSpinBox.h"
 #include "host/controlkit/CustomStyle.h"
+#include "host/utilitykit/UtilityHost.h"
 
+#include <QApplication>
 #include <QCalendarWidget>
+#include <QFontDatabase>
 #include <QLineEdit>
+#include <QRawFont>
+#include <QScopedPointer>
 #include <QTimeEdit>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <QtTest>
 #include <qtestspontaneevent.h>
 
+#include <functional>
+
 namespace {
+
+using Maker = std::function<QWidget *()>;
+
+const QRgb ACCENT = qRgb(0xF7, 0x69, 0x00);
+
+QImage imageOf(QWidget *widget)
+{
+    widget->resize(100, 30);
+    widget->show();
+    return widget->grab().toImage();
+}
+
+bool contains(const QImage &image, QRgb colour)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) == colour) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
 
 /// A turn as the window system sends it; whether somebody took it.
 bool turnWheel(QWidget *widget, int delta)
@@ -30,12 +63,13 @@ enum ButtonAct { CLICK, DOUBLE_CLICK, SPACE, ENTER, WAIT };
 enum SpinAct { TYPE, COMMIT, LEAVE, ESCAPE, STEP_UP, MENU, REFILL };
 
 } // namespace
+Q_DECLARE_METATYPE(Maker)
 
-class tst_KitEditors : public QObject
+class tst_KitWidgets : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase() { CustomStyle::install(*qApp); }
+    void initTestCase();
     void wheelNeedsTheFocus();
     void spinText_data();
     void spinText();
@@ -44,9 +78,21 @@ private slots:
     void clickMayDestroyTheButton();
     void checkBoxStandsAlone();
     void calendarChooses();
+    void statesDiffer_data();
+    void statesDiffer();
+    void attributeOfState();
+    void labelElides_data();
+    void labelElides();
+    void fontShowsChinese();
 };
 
-void tst_KitEditors::wheelNeedsTheFocus()
+void tst_KitWidgets::initTestCase()
+{
+    UtilityHost::useTransientSettings();
+    CustomStyle::install(*qApp);
+}
+
+void tst_KitWidgets::wheelNeedsTheFocus()
 {
     QWidget window;
     auto *const layout = new QVBoxLayout(&window);
@@ -73,7 +119,7 @@ void tst_KitEditors::wheelNeedsTheFocus()
     QCOMPARE(saved.count(), 1);
 }
 
-void tst_KitEditors::spinText_data()
+void tst_KitWidgets::spinText_data()
 {
     QTest::addColumn<QVector<int>>("acts");
     QTest::addColumn<bool>("userText");
@@ -97,7 +143,7 @@ void tst_KitEditors::spinText_data()
         << QVector<int>{TYPE, STEP_UP, STEP_UP, STEP_UP} << false << 79 << "79" << 2;
 }
 
-void tst_KitEditors::spinText()
+void tst_KitWidgets::spinText()
 {
     QFETCH(QVector<int>, acts);
     QWidget window;
@@ -152,7 +198,7 @@ void tst_KitEditors::spinText()
     QTEST(saved.count(), "saves");
 }
 
-void tst_KitEditors::clicks_data()
+void tst_KitWidgets::clicks_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QVector<int>>("acts");
@@ -163,7 +209,7 @@ void tst_KitEditors::clicks_data()
     QTest::newRow("blocked for ever") << 1 << QVector<int>{CLICK, WAIT, CLICK, WAIT, SPACE} << 3;
 }
 
-void tst_KitEditors::clicks()
+void tst_KitWidgets::clicks()
 {
     QFETCH(int, mode);
     QFETCH(QVector<int>, acts);
@@ -193,7 +239,7 @@ void tst_KitEditors::clicks()
     QTEST(spy.count(), "clicked");
 }
 
-void tst_KitEditors::clickMayDestroyTheButton()
+void tst_KitWidgets::clickMayDestroyTheButton()
 {
     for (const Qt::Key key : {Qt::Key_unknown, Qt::Key_Space, Qt::Key_Return}) {
         const QPointer<CustomPushButton> button = new CustomPushButton(2);
@@ -217,7 +263,7 @@ void tst_KitEditors::clickMayDestroyTheButton()
     }
 }
 
-void tst_KitEditors::checkBoxStandsAlone()
+void tst_KitWidgets::checkBoxStandsAlone()
 {
     QWidget parent;
     CustomCheckBox first(2, QStringLiteral("first"), &parent);
@@ -237,7 +283,7 @@ void tst_KitEditors::checkBoxStandsAlone()
     QVERIFY(second.isChecked());
 }
 
-void tst_KitEditors::calendarChooses()
+void tst_KitWidgets::calendarChooses()
 {
     CustomCalendar calendar(2);
     calendar.cSetDateFormat(QStringLiteral("yyyy:MM:dd:HH:mm:ss"));
@@ -264,5 +310,115 @@ void tst_KitEditors::calendarChooses()
     QCOMPARE(calendar.cGetLargeButton()->text(), QStringLiteral("2024:02:29:01:02:03"));
 }
 
-QTEST_MAIN(tst_KitEditors)
-#include "tst_kiteditors.moc"
+void tst_KitWidgets::statesDiffer_data()
+{
+    QTest::addColumn<Maker>("make");
+    QTest::newRow("plain button") << Maker(
+        [] { return new CustomPushButton(2, QStringLiteral("Text")); });
+    QTest::newRow("check box") << Maker(
+        [] { return new CustomCheckBox(2, QStringLiteral("Text")); });
+    QTest::newRow("switch") << Maker([] { return new CustomCheckBox(4); });
+    QTest::newRow("combo box") << Maker([] {
+        auto *const combo = new CustomComboBox(1);
+        combo->addItem(QStringLiteral("Text"));
+        return combo;
+    });
+    QTest::newRow("spin box") << Maker([] { return new CustomSpinBox(2); });
+    QTest::newRow("line edit") << Maker([] { return new CustomLineEdit(1); });
+}
+
+void tst_KitWidgets::statesDiffer()
+{
+    QFETCH(Maker, make);
+    QWidget window;
+    auto *const layout = new QVBoxLayout(&window);
+    auto *const other = new QPushButton(&window);
+    const QScopedPointer<QWidget> widget(make());
+    layout->addWidget(other);
+    layout->addWidget(widget.data());
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    other->setFocus();
+    const QImage normal = widget->grab().toImage();
+    QTest::keyClick(&window, Qt::Key_Tab);
+    QVERIFY(widget->hasFocus());
+    const QImage focused = widget->grab().toImage();
+    QVERIFY2(focused != normal, "the keyboard's place cannot be seen");
+    other->setFocus();
+    widget->setAttribute(Qt::WA_UnderMouse);
+    const QImage hover = widget->grab().toImage();
+    QVERIFY2(hover != normal, "hovering cannot be seen");
+    widget->setAttribute(Qt::WA_UnderMouse, false);
+    widget->setEnabled(false);
+    const QImage disabled = widget->grab().toImage();
+    QVERIFY2(disabled != normal, "a disabled widget looks enabled");
+    QVERIFY2(!contains(disabled, ACCENT), "a disabled widget shines in the accent colour");
+    QVERIFY(widget->styleSheet().isEmpty());
+}
+
+void tst_KitWidgets::attributeOfState()
+{
+    const QColor own(10, 200, 30);
+    const QColor grey(1, 120, 121);
+    CustomPushButton button(2);
+    const auto shows = [&button](const QColor &colour) {
+        return imageOf(&button).pixel(50, 15) == colour.rgb();
+    };
+    button.cSetBackgroundColor(own);
+    QVERIFY(shows(own));
+    button.setAttribute(Qt::WA_UnderMouse);
+    QVERIFY2(shows(own), "hovering falls back to the style's colour");
+    button.setAttribute(Qt::WA_UnderMouse, false);
+    button.setEnabled(false);
+    QVERIFY2(!shows(own), "a disabled button looks enabled");
+    button.cSetBackgroundColor(grey, Custom::STATUS_DISABLED);
+    QVERIFY(shows(grey));
+    button.setEnabled(true);
+    QVERIFY(shows(own));
+}
+
+void tst_KitWidgets::labelElides_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("wrap");
+    QTest::addColumn<bool>("elides");
+    QTest::newRow("short text cut") << "ab" << false << false;
+    QTest::newRow("long text cut") << QString("abc ").repeated(30) << false << true;
+    QTest::newRow("markup shown as text")
+        << "<b>bold</b> " + QString("abc ").repeated(30) << false << false;
+    QTest::newRow("wrapped text") << QString("abc ").repeated(30) << true << false;
+}
+
+void tst_KitWidgets::labelElides()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, wrap);
+    QFETCH(bool, elides);
+    CustomLabel label(text);
+    label.setWordWrap(wrap);
+    label.resize(100, 30);
+    const int least = label.minimumSizeHint().width();
+    QVERIFY2(!elides || least < 120, "a long label keeps its window wide");
+    label.show();
+    QToolTip::hideText();
+    QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&label, &help);
+    QCOMPARE(QToolTip::text() == text.toHtmlEscaped(), elides);
+    QToolTip::hideText();
+}
+
+void tst_KitWidgets::fontShowsChinese()
+{
+    const QStringList families = QFontDatabase().families();
+    for (const Custom::Language language :
+         {Custom::LANGUAGE_CHINESE, Custom::LANGUAGE_ENGLISH, Custom::LANGUAGE_CURRENT}) {
+        QVERIFY(families.contains(Custom::globalFontFamily(language)));
+    }
+    QFont font(Custom::globalFontFamily(Custom::LANGUAGE_CHINESE));
+    QVERIFY(QRawFont::fromFont(font, QFontDatabase::SimplifiedChinese)
+                .supportsCharacter(QChar(0x66DD)));
+}
+
+QTEST_MAIN(tst_KitWidgets)
+#include "tst_kitwidgets.moc"
