@@ -364,6 +364,7 @@ bool VexaPropertyTreeItem::publishReading(quint64 nReading, ReadingPart ePart)
         return false;
     }
     m_publishedReadings[ePart] = nReading;
+    ++m_nPublications;
     return true;
 }
 

@@ -137,6 +137,8 @@ public:
     /// Under the update lock: whether this part of a reading may still be published; false when one that began
     /// later, or a write, was published already. A true answer marks this one as published.
     bool publishReading(quint64 nReading, ReadingPart ePart);
+    /// How many parts have been published. Any thread.
+    quint64 publications() const { return m_nPublications; }
     /// A copy of the value for the GUI, taken under the update lock. Custom rows keep their own fields.
     std::unique_ptr<CTreeItemValue> valueSnapshot() const;
     /// The editor shows this snapshot now (`bCached` whether it was filled with a value that had been read).
@@ -198,6 +200,7 @@ private:
     std::atomic<bool> m_bEditorCached{
         false}; ///< the editor's last fill showed a value that had been read
     std::atomic<quint64> m_nNextReading{0};
+    std::atomic<quint64> m_nPublications{0};
     quint64 m_publishedReadings[READING_PARTS] = {0, 0, 0}; ///< guarded by the update lock
 };
 

@@ -7,7 +7,6 @@
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/ItemLocks.h"
-#include "model/VexaPropertyTreeItem.h"
 #include "tree/FeatureToolTip.h"
 
 #include <QDebug>
@@ -105,6 +104,7 @@ void FeatureUpdate::run()
     if (m_strNodeName == QLatin1String("Brightness")) {
         qDebug("Brightness");
     }
+    m_nPublications = m_pItem->publications();
     m_nReading = m_pItem->beginReading();
 
     if (m_status & (QGetFeaturesThread::UPDATE_VISIBILITY | QGetFeaturesThread::UPDATE_ACCESS)) {
@@ -258,13 +258,25 @@ void FeatureUpdate::AddEnumEntry(const EnumEntryReading &entry)
                             VexaInterface::string2Int(entry.facts.valueText), m_lCameraID);
 }
 
+bool FeatureUpdate::wasCrossed() const
+{
+    return m_nReading != 0 && m_pItem->publications() != m_nPublications;
+}
+
+bool FeatureUpdate::mayPublish(VexaPropertyTreeItem::ReadingPart part)
+{
+    const bool isNewest = m_pItem->publishReading(m_nReading, part);
+    m_nPublications += isNewest ? 1 : 0;
+    return isNewest;
+}
+
 void FeatureUpdate::hide()
 {
     const TellingLock telling;
     bool publishes = false;
     {
         const ItemLock lock(m_pItem);
-        publishes = m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
+        publishes = mayPublish(VexaPropertyTreeItem::READING_VISIBILITY);
     }
     if (publishes) {
         m_pItem->setVisibilityString(visibilityInvisible());
@@ -309,8 +321,7 @@ void FeatureUpdate::publishTexts()
     {
         const ItemLock lock(m_pItem);
         keepTexts(m_pItem);
-        publishesVisibility =
-            m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VISIBILITY);
+        publishesVisibility = mayPublish(VexaPropertyTreeItem::READING_VISIBILITY);
     }
     if (publishesVisibility) {
         m_pItem->setVisibilityString(m_pFacts->visibility);
@@ -326,7 +337,7 @@ bool FeatureUpdate::publishValue()
     if (m_pItem->tagName() != m_strTagName) {
         return false; // read for the kind of row that it was before
     }
-    if (!m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_VALUE)) {
+    if (!mayPublish(VexaPropertyTreeItem::READING_VALUE)) {
         return false;
     }
     if (auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(value)) {
@@ -355,8 +366,7 @@ void FeatureUpdate::publish()
                 publishValue();
             }
             if (publishesAccess) {
-                accessIsNewest =
-                    m_pItem->publishReading(m_nReading, VexaPropertyTreeItem::READING_ACCESS);
+                accessIsNewest = mayPublish(VexaPropertyTreeItem::READING_ACCESS);
                 auto *integer = dynamic_cast<CTreeIntergerItemValue *>(m_pItem->value());
                 if (integer && m_strTagName == QLatin1String("Integer")) {
                     integer->m_strRepresentation = m_pFacts->representation;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/VexaPropertyTreeItem.h"
 #include "tree/FeatureReader.h"
 #include "tree/QGetFeaturesThread.h"
 
@@ -10,7 +11,6 @@
 #include <memory>
 
 class CTreeItemValue;
-class VexaPropertyTreeItem;
 
 /// What an update of a node needs to know of its camera.
 struct FeatureUpdateContext
@@ -30,6 +30,9 @@ public:
     ~FeatureUpdate();
 
     void run();
+    /// Whether somebody else published a reading of the item meanwhile. Nobody knows then which of the two asked the
+    /// device last, and the item may hold the older answer.
+    bool wasCrossed() const;
     /// The integer that was read, invalid when none was.
     QVariant readInteger() const;
 
@@ -45,6 +48,7 @@ private:
     bool GetFeatureValue();
     /// Fills an enumeration with the entries that the device offers now.
     void AddEnumEntry(const EnumEntryReading &entry);
+    bool mayPublish(VexaPropertyTreeItem::ReadingPart part);
     void hide();
     void publish();
     bool publishValue();
@@ -63,6 +67,7 @@ private:
     QString m_strNodeName;
     QString m_strTagName;
     quint64 m_nReading = 0;
+    quint64 m_nPublications = 0; ///< of the item, without those of others since the beginning
 
     // What was read; texts are empty where the translator has none.
     QString m_strTranslateName;

@@ -138,9 +138,15 @@ void QGetFeaturesThread::UpdateThreadInfo(const QStringList &names)
 
 void QGetFeaturesThread::UpdateFeature(VexaPropertyTreeItem *item, UpdateStatusFlags status)
 {
-    FeatureUpdate update({m_lWorkingCameraID, *m_pFacts, m_items}, item, status);
-    update.run();
-    const QVariant integer = m_bSmartTuneHeard ? update.readInteger() : QVariant();
+    constexpr int MAX_TURNS = 3;
+    QVariant integer;
+    bool isCrossed = true;
+    for (int turn = 0; turn < MAX_TURNS && isCrossed; ++turn) {
+        FeatureUpdate update({m_lWorkingCameraID, *m_pFacts, m_items}, item, status);
+        update.run();
+        isCrossed = update.wasCrossed();
+        integer = m_bSmartTuneHeard ? update.readInteger() : QVariant();
+    }
     if (integer.isValid()) {
         emit SigThreadSmarTuneData(item->value()->m_strNodeName, integer);
     }

@@ -161,6 +161,7 @@ void HeldValuesTest::registerChangesBehindOurBack_data()
     seen("polled feature behind a common lock", "mode A", "mode Watched");
     seen("common lock after a polled feature", "mode A", "mode Watched; mode B");
     seen("another thread's reading", "thread", "mode B");
+    seen("change that another thread has seen", "mode A", "thread; mode B");
     seen("write", "mode A", "write Plain 5; mode B");
     seen("refused write", "mode A", "write Small 50; mode B");
     seen("command", "mode A", "run Run; mode B");

@@ -30,7 +30,14 @@ const QByteArray *HeldValues::Look::find(quint64 address, int length) const
 
 void HeldValues::Look::insert(quint64 address, int length, const QByteArray &bytes)
 {
-    m_registers.insert({address, length}, bytes);
+    const QPair<quint64, int> key(address, length);
+    for (auto &[reader, look] : m_pOwner->m_looks) {
+        const auto other = look.m_registers.find(key);
+        if (other != look.m_registers.end() && *other != bytes) {
+            look.m_registers.erase(other);
+        }
+    }
+    m_registers.insert(key, bytes);
 }
 
 void HeldValues::Look::remove(quint64 address, int length)
@@ -55,6 +62,7 @@ HeldValues::Look *HeldValues::look(Reader reader, const NodeTable &nodes, const 
             it = it->first == reader || it->second.isOver() ? m_looks.erase(it) : std::next(it);
         }
         it = m_looks.emplace(reader, Look()).first;
+        it->second.m_pOwner = this;
         it->second.m_asked.resize(static_cast<std::size_t>(nodes.count()));
     }
     it->second.m_asked[place] |= bit;

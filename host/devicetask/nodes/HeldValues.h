@@ -34,6 +34,7 @@ public:
     public:
         /// Null when the register has to be read.
         const QByteArray *find(quint64 address, int length) const;
+        /// What was just read. Readers who saw something else have to read it again.
         void insert(quint64 address, int length, const QByteArray &bytes);
         void remove(quint64 address, int length);
 
@@ -42,6 +43,7 @@ public:
         using Clock = std::chrono::steady_clock;
         bool isOver() const;
 
+        HeldValues *m_pOwner = nullptr;
         Clock::time_point m_begin = Clock::now();
         QHash<QPair<quint64, int>, QByteArray> m_registers;
         std::vector<quint8> m_asked; ///< by node: a bit for each Question::Kind
