@@ -3,6 +3,7 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
+#include "benchmarks/BenchReport.h"
 #include "host/devicetask/CameraHost.h"
 #include "host/simulator/SimulatedDevices.h"
 
@@ -17,22 +18,12 @@
 
 namespace {
 
+using BenchReport::report;
 constexpr int SIZE = 20 * 1000 * 1000;
 constexpr int BLOCK = 1024; // of the simulated devices
 constexpr int ACCESSES_A_BLOCK = 8;
 constexpr int LATENCY_US = 100;
 constexpr int ATTEMPTS = 3;
-bool s_bOverBudget = false;
-
-void report(const char *what, double measured, double budget, const char *unit)
-{
-    const bool over = measured > budget;
-    s_bOverBudget = s_bOverBudget || over;
-    QTextStream(stdout) << QString::fromLatin1(what).leftJustified(66)
-                        << QString::number(measured, 'f', 3).rightJustified(10) << ' '
-                        << QString::fromLatin1(unit).leftJustified(6) << " (at most " << budget
-                        << ')' << (over ? "  OVER" : "") << '\n';
-}
 
 QByteArray randomBytes()
 {
@@ -102,5 +93,5 @@ int main(int argc, char *argv[])
     }
     same = same && file.open(QIODevice::ReadOnly) && file.readAll() == bytes;
     report("bytes that differ there and back", same ? 0 : 1, 0, "");
-    return s_bOverBudget ? 1 : 0;
+    return BenchReport::isOverBudget() ? 1 : 0;
 }

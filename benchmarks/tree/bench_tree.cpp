@@ -1,6 +1,7 @@
 // Budgets of building and updating a tree, each as a ratio within this run or a count.
 
 #include "DeviceTaskModule/QCameraTask.h"
+#include "benchmarks/BenchReport.h"
 #include "host/controlkit/CustomStyle.h"
 #include "model/FeatureTreeBuilder.h"
 #include "model/IVexaFeatureNotify.h"
@@ -23,19 +24,9 @@
 
 namespace {
 
+using BenchReport::report;
 constexpr int FEATURES = 5000;
 constexpr int PER_CATEGORY = 50;
-bool s_bOverBudget = false;
-
-void report(const char *what, double measured, double budget, const char *unit)
-{
-    const bool over = measured > budget;
-    s_bOverBudget = s_bOverBudget || over;
-    QTextStream(stdout) << QString::fromLatin1(what).leftJustified(66)
-                        << QString::number(measured, 'f', 2).rightJustified(10) << ' '
-                        << QString::fromLatin1(unit).leftJustified(6) << " (at most "
-                        << QString::number(budget, 'f', 2) << ')' << (over ? "  OVER" : "") << '\n';
-}
 
 /// Of several runs the one that was disturbed least, in milliseconds: what is compared with it is taken in turns.
 struct Fastest
@@ -392,5 +383,5 @@ int main(int argc, char *argv[])
         measureAccesses(title.constData(), SimulatedDevices::builtIn(QString::fromLatin1(id)),
                         0.65);
     }
-    return s_bOverBudget ? 1 : 0;
+    return BenchReport::isOverBudget() ? 1 : 0;
 }
