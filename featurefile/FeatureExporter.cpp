@@ -63,12 +63,26 @@ bool FeatureExporter::build(QString *text)
     return !m_job.isStopped();
 }
 
+FeatureExporter::Step FeatureExporter::endAt(const QString &node)
+{
+    const QString remark = m_pTask->GetLastErrorRemark();
+    qCritical().noquote() << QStringLiteral("export ends at %1:%2").arg(node, remark);
+    m_report.failure = FeatureFileFailure::Device;
+    m_report.failureDetail = QStringLiteral("%1: %2").arg(node, remark);
+    return Step::End;
+}
+
 bool FeatureExporter::writeHeader(FeatureFileWriter &writer)
 {
     QString firmwareTag;
     QString firmware;
     int error = 0;
     if (!FeatureFileRules::readFirmware(m_pTask, &firmwareTag, &firmware, &error)) {
+        if (FeatureFileRules::isGone(error)) {
+            endAt(firmwareTag);
+        } else {
+            m_report.failure = FeatureFileFailure::NoFirmware;
+        }
         return false;
     }
     writer.addHeader(firmwareTag, firmware);
@@ -109,7 +123,7 @@ bool FeatureExporter::isConditionMet(const QString &node, Step *step)
     _NODE_INT_VALUE_ value = {};
     const bool done = m_pTask->GetIntegerValue(node, &value, &error, true, false);
     if (!done && FeatureFileRules::isGone(error)) {
-        *step = Step::End;
+        *step = endAt(node);
     }
     return done && value.value != 0;
 }
@@ -147,12 +161,13 @@ int FeatureExporter::pollingTurns(Step *step)
     const EnumRecord record;
     int error = 0;
     if (!record) {
+        m_report.failure = FeatureFileFailure::Memory;
         *step = Step::End;
         return 0;
     }
-    if (!m_pTask->GetEnumerationValue(QStringLiteral("PollingEnable"), record.get(), &error, true,
-                                      false)) {
-        *step = FeatureFileRules::isGone(error) ? Step::End : Step::Next;
+    const QString node = QStringLiteral("PollingEnable");
+    if (!m_pTask->GetEnumerationValue(node, record.get(), &error, true, false)) {
+        *step = FeatureFileRules::isGone(error) ? endAt(node) : Step::Next;
         return 1;
     }
     return (record.value() & ~POLLING_OFF) != 0 ? POLLING_SETS : 1;
@@ -161,9 +176,9 @@ int FeatureExporter::pollingTurns(Step *step)
 bool FeatureExporter::selectPollingParameter(int turn, const QString &name, Step *step)
 {
     int error = -1;
+    const QString node = QStringLiteral("PollingParam");
     m_report.bPollingParamWritten = true;
-    if (m_pTask->SetEnumerationValue(QStringLiteral("PollingParam"), static_cast<quint32>(turn),
-                                     &error)) {
+    if (m_pTask->SetEnumerationValue(node, static_cast<quint32>(turn), &error)) {
         return true;
     }
     qCritical().noquote() << QStringLiteral("PollingParam %1 failed:%2, %3 is left out of it")
@@ -171,7 +186,11 @@ bool FeatureExporter::selectPollingParameter(int turn, const QString &name, Step
                                  .arg(m_pTask->GetLastErrorRemark(), name);
     m_report.leftOut.append(
         {name, FeatureFileReason::TurnSkipped, QStringLiteral("PollingParam %1").arg(turn)});
-    *step = FeatureFileRules::isGone(error) || m_job.isStopped() ? Step::End : Step::Next;
+    if (FeatureFileRules::isGone(error)) {
+        *step = endAt(node);
+    } else if (m_job.isStopped()) {
+        *step = Step::End;
+    }
     return false;
 }
 
@@ -217,11 +236,12 @@ FeatureExporter::Step FeatureExporter::exportTurn(const QString &name, const QDo
             remarkOnSelection(name, QString());
             return Step::Next;
         }
-        if (outcome == PlainValue::Outcome::NoMemory
-            || (outcome == PlainValue::Outcome::Failed && !FeatureFileRules::isHarmless(error))) {
-            qCritical().noquote()
-                << QStringLiteral("export ends at %1:%2").arg(name, m_pTask->GetLastErrorRemark());
+        if (outcome == PlainValue::Outcome::NoMemory) {
+            m_report.failure = FeatureFileFailure::Memory;
             return Step::End;
+        }
+        if (outcome == PlainValue::Outcome::Failed && !FeatureFileRules::isHarmless(error)) {
+            return endAt(name);
         }
         const QString remark =
             outcome == PlainValue::Outcome::Failed ? m_pTask->GetLastErrorRemark() : QString();

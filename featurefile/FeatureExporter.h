@@ -15,13 +15,15 @@ public:
     explicit FeatureExporter(const FeatureJob &job);
 
     /// False when the job was stopped, the device does not tell its firmware, or an access failed in a way that is
-    /// not the node's own.
+    /// not the node's own; the report has the reason, but for a stop.
     bool build(QString *text);
     const FeatureFileReport &report() const { return m_report; }
 
 private:
     enum class Step { Next, End };
 
+    /// The job ends at this node, for the task's last error.
+    Step endAt(const QString &node);
     bool writeHeader(FeatureFileWriter &writer);
     Step exportNode(const QString &name, const QDomElement &element, FeatureFileWriter &writer);
     Step exportTurn(const QString &name, const QDomElement &element, FeatureFileWriter &writer);

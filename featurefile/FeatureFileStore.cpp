@@ -14,12 +14,17 @@ namespace {
 
 constexpr qint64 DISK_RESERVE = 1024;
 
-bool write(const QString &path, QIODevice::OpenMode mode, const QString &text)
+FeatureFileFailure write(const QString &path, QIODevice::OpenMode mode, const QString &text,
+                         QString *detail)
 {
     QFile file(path);
-    if (!file.open(mode)) {
-        qCritical().noquote() << QStringLiteral("%1: %2").arg(path, file.errorString());
-        return false;
+    // What is no file, a pipe or a device, must not be waited for, and least of all be deleted.
+    const bool isOther = QFileInfo::exists(path) && !QFileInfo(path).isFile();
+    if (isOther || !file.open(mode)) {
+        *detail = QStringLiteral("%1: %2").arg(
+            path, isOther ? QStringLiteral("it is no file") : file.errorString());
+        qCritical().noquote() << *detail;
+        return FeatureFileFailure::Open;
     }
     // In the process's codec, whatever the declaration says.
     QTextStream stream(&file);
@@ -29,29 +34,31 @@ bool write(const QString &path, QIODevice::OpenMode mode, const QString &text)
     const QString error = file.errorString();
     file.close();
     const QFileInfo written(path);
-    isWhole = isWhole && written.exists() && written.size() >= 1
-        && !VexaInterface::IsDiskFull(path, DISK_RESERVE, nullptr);
-    if (!isWhole) {
-        qCritical().noquote()
-            << QStringLiteral("%1 is not whole and is deleted: %2").arg(path, error);
-        file.remove();
+    const bool isFull = VexaInterface::IsDiskFull(path, DISK_RESERVE, nullptr);
+    if (isWhole && written.exists() && written.size() >= 1 && !isFull) {
+        return FeatureFileFailure::None;
     }
-    return isWhole;
+    *detail = isWhole ? path : QStringLiteral("%1: %2").arg(path, error);
+    qCritical().noquote() << QStringLiteral("%1 is not whole and is deleted: %2").arg(path, error);
+    file.remove();
+    return isFull ? FeatureFileFailure::DiskFull : FeatureFileFailure::Write;
 }
 
 } // namespace
 
-bool FeatureFileStore::writeFile(const QString &path, const QString &text)
+FeatureFileFailure FeatureFileStore::writeFile(const QString &path, const QString &text,
+                                               QString *detail)
 {
-    return write(path, QIODevice::WriteOnly, text);
+    return write(path, QIODevice::WriteOnly, text, detail);
 }
 
-bool FeatureFileStore::appendToBag(const QString &path, const QString &serialNumber,
-                                   const QString &text)
+FeatureFileFailure FeatureFileStore::appendToBag(const QString &path, const QString &serialNumber,
+                                                 const QString &text, QString *detail)
 {
     static QMutex s_mutex;
     const QMutexLocker locker(&s_mutex);
     return write(path, QIODevice::WriteOnly | QIODevice::Append,
                  FeatureFileFormat::BAG_SERIAL_MARKER + serialNumber
-                     + FeatureFileFormat::BAG_FILE_MARKER + text);
+                     + FeatureFileFormat::BAG_FILE_MARKER + text,
+                 detail);
 }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QString>
+#include "model/FeatureFileValues.h"
 
-/// Puts the text of a feature file on the disk. Both answer false when the file could not be opened; a file that is
-/// empty afterwards, not whole, or on a full disk is deleted.
+/// Puts the text of a feature file on the disk. Both say why in `detail` when it is not there. A file that could be
+/// opened and is empty afterwards, not whole, or on a full disk is deleted.
 namespace FeatureFileStore {
 
-bool writeFile(const QString &path, const QString &text);
+FeatureFileFailure writeFile(const QString &path, const QString &text, QString *detail);
 /// Adds a record to a bag. One bag may get the records of several devices at once. The deletion takes the whole bag.
-bool appendToBag(const QString &path, const QString &serialNumber, const QString &text);
+FeatureFileFailure appendToBag(const QString &path, const QString &serialNumber,
+                               const QString &text, QString *detail);
 
 } // namespace FeatureFileStore

@@ -18,6 +18,7 @@ constexpr int STRETCH_EDGES = 203;
 constexpr int ABOVE_PARENT = 1;
 constexpr int TITLE_HEIGHT = 40;
 constexpr int TITLE_CLOSE = 4;
+constexpr int SMALLEST_COLUMN = 40;
 constexpr int HEADER_HEIGHT = 38;
 constexpr int ROW_HEIGHT = 38;
 constexpr int BAR_HEIGHT = 32;
@@ -85,7 +86,6 @@ VexaFeatureDiff::VexaFeatureDiff(QWidget *parent)
     cSetCentralWidget(content);
     setTexts();
     m_pOkButton->setDefault(true);
-    m_pOkButton->setFocus();
 }
 
 void VexaFeatureDiff::makeTable()
@@ -95,6 +95,7 @@ void VexaFeatureDiff::makeTable()
     m_pTable->setHorizontalHeader(header);
     header->setFixedHeight(HEADER_HEIGHT);
     header->setHighlightSections(false);
+    header->setMinimumSectionSize(SMALLEST_COLUMN);
     header->setStretchLastSection(true);
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_pTable->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -112,6 +113,9 @@ void VexaFeatureDiff::makeTable()
     for (int column = 0; column < COLUMN_COUNT; ++column) {
         m_pTable->setColumnWidth(column, COLUMNS[column].width);
     }
+    // It stretches to what the others leave, and its own width would be the least: where frame and scroll bar take their
+    // part of the dialog the list would have to be moved sideways.
+    m_pTable->setColumnWidth(COLUMN_COUNT - 1, SMALLEST_COLUMN);
 }
 
 CustomPushButton *VexaFeatureDiff::makeButton(int style, const QString &answer)
@@ -173,6 +177,8 @@ void VexaFeatureDiff::setDiffs(const FeatureDifferences &diffs)
 {
     const QMutexLocker locker(&m_diffMutex);
     m_diffs = diffs;
+    // The dialog is used again: not where the last import left it.
+    m_pOkButton->setFocus();
     m_pTable->clearSpans();
     m_pModel->setRowCount(0);
     for (auto it = m_diffs.cbegin(); it != m_diffs.cend(); ++it) {

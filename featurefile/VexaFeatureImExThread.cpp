@@ -120,6 +120,7 @@ void VexaFeatureImExThread::run()
         success = runOperation();
     } catch (const std::bad_alloc &) {
         qCritical("feature file job %u ran out of memory", m_nOperation);
+        m_report.failure = FeatureFileFailure::Memory;
     }
     if (m_bStop) {
         return;
@@ -186,6 +187,7 @@ bool VexaFeatureImExThread::exportFeatures(bool toBag)
     }
     FeatureJob job;
     if (!fillJob(&job)) {
+        m_report.failure = FeatureFileFailure::NoDevice;
         return false;
     }
     FeatureExporter exporter(job);
@@ -195,9 +197,11 @@ bool VexaFeatureImExThread::exportFeatures(bool toBag)
     if (!built) {
         return false;
     }
-    return toBag
-        ? FeatureFileStore::appendToBag(m_strPath, job.pBasicTask->_GetCameraSerialNum(), text)
-        : FeatureFileStore::writeFile(m_strPath, text);
+    m_report.failure = toBag
+        ? FeatureFileStore::appendToBag(m_strPath, job.pBasicTask->_GetCameraSerialNum(), text,
+                                        &m_report.failureDetail)
+        : FeatureFileStore::writeFile(m_strPath, text, &m_report.failureDetail);
+    return m_report.failure == FeatureFileFailure::None;
 }
 
 bool VexaFeatureImExThread::importFeatures(bool compare)

@@ -54,6 +54,19 @@ enum FeatureFileResultCode : quint32 {
     FEATURE_FILE_STOPPED = 0xE0000005 ///< a write stopped the job, or a register dump is malformed
 };
 
+/// Why a job has not done what it was asked for.
+enum class FeatureFileFailure {
+    None,
+    NoDevice,
+    NoFirmware, ///< without the version of its firmware there is no file
+    Device, ///< an access ended the export
+    Memory,
+    Stopped,
+    Open, ///< of the file: its folder is missing or may not be written to
+    Write,
+    DiskFull
+};
+
 struct FeatureFileNote
 {
     QString name;
@@ -64,6 +77,9 @@ struct FeatureFileNote
 /// What a job of feature files did, name by name.
 struct FeatureFileReport
 {
+    FeatureFileFailure failure =
+        FeatureFileFailure::None; ///< an import that failed has a result code in most cases
+    QString failureDetail; ///< the node or the file, and what was said about it
     QList<FeatureFileNote> leftOut; ///< features that an export has nothing of
     QList<FeatureFileNote> remarks; ///< features that it has, but not whole
     QStringList changed; ///< features that an import wrote

@@ -22,6 +22,21 @@ const ResultRow RESULTS[] = {{FEATURE_FILE_NO_DEVICE, "lang_qfeaturetree_nodevic
                              {FEATURE_FILE_MISMATCH, "lang_qfeaturetree_mismatch"},
                              {FEATURE_FILE_STOPPED, "lang_qfeaturetree_paramerror"}};
 
+struct FailureRow
+{
+    FeatureFileFailure failure;
+    const char *key;
+};
+
+const FailureRow FAILURES[] = {{FeatureFileFailure::NoDevice, "lang_qfeaturetree_nodevice"},
+                               {FeatureFileFailure::NoFirmware, "lang_qfeaturetree_fail_firmware"},
+                               {FeatureFileFailure::Device, "lang_qfeaturetree_fail_device"},
+                               {FeatureFileFailure::Memory, "lang_qfeaturetree_fail_memory"},
+                               {FeatureFileFailure::Stopped, "lang_qfeaturetree_fail_stopped"},
+                               {FeatureFileFailure::Open, "lang_qfeaturetree_fail_open"},
+                               {FeatureFileFailure::Write, "lang_qfeaturetree_fail_write"},
+                               {FeatureFileFailure::DiskFull, "lang_qfeaturetree_fail_diskfull"}};
+
 struct ReasonRow
 {
     FeatureFileReason reason;
@@ -95,6 +110,18 @@ QString FeatureFileTexts::resultText(quint32 code)
     const auto *const row = std::find_if(std::begin(RESULTS), std::end(RESULTS),
                                          [code](const ResultRow &r) { return r.code == code; });
     return row == std::end(RESULTS) ? QString() : translated(row->key);
+}
+
+QString FeatureFileTexts::failureText(FeatureFileFailure failure, const QString &detail)
+{
+    const auto *const row =
+        std::find_if(std::begin(FAILURES), std::end(FAILURES),
+                     [failure](const FailureRow &r) { return r.failure == failure; });
+    if (row == std::end(FAILURES)) {
+        return QString();
+    }
+    const QString text = translated(row->key);
+    return text.contains(QLatin1String("%1")) ? text.arg(detail) : text;
 }
 
 QStringList FeatureFileTexts::linesOf(const QList<FeatureFileNote> &notes)

@@ -10,6 +10,8 @@ namespace FeatureFileTexts {
 
 /// Text of a result code; empty for one that has none.
 QString resultText(quint32 code);
+/// Why a job failed; empty when it did not.
+QString failureText(FeatureFileFailure failure, const QString &detail);
 /// One line for each reason, with the names behind it.
 QStringList linesOf(const QList<FeatureFileNote> &notes);
 /// The counts of an import and the names that belong to them.

@@ -132,6 +132,7 @@ void VexaFeatureTree::UpdateCameraItemName()
 void VexaFeatureTree::UpdateToolBarBtn(int state, int cameraId, bool busy)
 {
     if (cameraId == m_lCameraID && m_pToolBar) {
+        m_nToolBarState = state;
         m_pToolBar->UpdateToolBarBtn(state, cameraId, busy);
     }
 }

@@ -152,12 +152,18 @@ public:
     /// Writes a feature file. `silent` false: the user chooses where. True: a record is added to the bag `path`, and
     /// SigEndExportFeature tells the end.
     void SaveCamFeatures(bool silent, const QString &path);
+    /// Compares the text of a feature file with the device, and does nothing else: nothing is asked, shown or written,
+    /// so the device may grab or be open read only. SigEndCheckFeature tells the end. False when another job is under
+    /// way or there is no device.
+    bool CheckCamFeatures(const QString &text);
     /// Of the last check; empty while a job runs.
     FeatureDifferences featureDifferences() const;
     /// Of the last job: features left out, values that are not whole, what an import wrote and what it could not.
     FeatureFileReport featureFileReport() const;
-    /// FeatureFileResultCode of the last import.
+    /// FeatureFileResultCode of the last check or import.
     quint32 featureFileResult() const;
+    /// Why the last job failed, in the client's language; empty when it did not, and while a job runs.
+    QString featureFileFailure() const;
     /// Of the job under way.
     FeatureFileProgress featureFileProgress() const;
     /// Whether a job runs or an import waits for an answer.
@@ -207,6 +213,8 @@ Q_SIGNALS:
     void SigFirstEndUpdateFeature(long int lCameraID);
     void SigEndExportFeature(bool bExportSuccess);
     void SigEndImportFeature(bool bExportSuccess);
+    /// featureDifferences and featureFileResult say what the check found; a file of another version is no failure.
+    void SigEndCheckFeature(bool bSuccess);
     void SigToolBarBtnClicked(int nIndex);
     void SigExpandTree();
     void SigSetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue);
@@ -258,6 +266,8 @@ private:
     struct FeatureFileSession;
     void makeFeatureFileThread();
     void stopFeatureFileJob();
+    /// The part of StopThread that stops what keeps the rows up to date.
+    void stopUpdates(bool stop);
     /// True when no job runs any more; a call that is not silent does not wait but says so.
     bool waitForFeatureFileJob(bool silent);
     void startFeatureFileJob(unsigned int operation, const QString &path, const char *loadingKey);
@@ -266,10 +276,14 @@ private:
     void showSaveHint();
     void endImport(bool success);
     void endCheck(int operation);
+    void endCheckOnly(bool success);
     void goOnWithImport(int operation);
     void logExport();
     void logImport();
     void logFeatureFile(int level, const QStringList &lines);
+    void updateToolBarForJob(bool busy);
+    /// Of the job that failed or is being stopped.
+    QString failureText(bool isExport) const;
     void refreshAfterFeatureFile();
 
     QCameraTask *cameraTask() const;
@@ -332,6 +346,7 @@ private:
     bool m_bUpdatePending = false; ///< grabbing was stopped and not started since
     bool m_bLoading = false; ///< a loading dialog of a command or an import is up
     bool m_bTestRunning = false;
+    int m_nToolBarState = 1; ///< of UpdateToolBarBtn
     bool m_bBoxBlocks = false;
     int m_nTimesCleared = 0; ///< how often the items went, for calls that run other events
     std::function<void()> m_heldMessage; ///< shown when the box that blocks is gone

@@ -110,12 +110,13 @@ void VexaFeatureTree::changeRows(const std::function<void()> &change)
     const bool worked = std::any_of(all.cbegin(), all.cend(), [](const QGetFeaturesThread *worker) {
         return worker->IsBusy();
     });
-    StopThread(true);
+    // An export or import goes on: it works on copies.
+    stopUpdates(true);
     if (scope.treeIsGoing()) {
         return;
     }
     change();
-    StopThread(false);
+    stopUpdates(false);
     if (worked) {
         UpdateFeatures(FEATURES_UPDATE_ALL, QStringList(),
                        m_bFirstUpdateOfAll ? QGetFeaturesThread::UPDATE_EVERYTHING

@@ -28,7 +28,6 @@ using WriteMessages::translated;
 
 constexpr int HINT_SUCCESS = 5;
 constexpr int SAVE_HINT_MS = 2000;
-constexpr int TOOL_BAR_OPEN = 1;
 
 QString fileFilter()
 {
@@ -42,8 +41,10 @@ struct VexaFeatureTree::FeatureFileSession
 {
     QString path; ///< that the user chose, for the result message
     QString source; ///< of the import: a path, or the text
+    QString failure; ///< why the last job failed
     bool isImporting = false; ///< from the file dialog to the end of the last job
     bool isSilent = false;
+    bool isCheckOnly = false; ///< of an import that ends with its check
     bool isExportHeard = false; ///< a silent export whose end has not been told
     bool isStopping = false;
     quint64 number = 0; ///< counts the imports; what a stop leaves behind belongs to none
@@ -79,6 +80,23 @@ quint32 VexaFeatureTree::featureFileResult() const
     return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->resultCode() : 0;
 }
 
+QString VexaFeatureTree::featureFileFailure() const
+{
+    return m_pImExThread && !m_pImExThread->isRunning() ? m_pFeatureFileSession->failure
+                                                        : QString();
+}
+
+QString VexaFeatureTree::failureText(bool isExport) const
+{
+    const FeatureFileReport &report = m_pImExThread->report();
+    if (m_pFeatureFileSession->isStopping) {
+        return FeatureFileTexts::failureText(FeatureFileFailure::Stopped, QString());
+    }
+    const QString text = FeatureFileTexts::failureText(report.failure, report.failureDetail);
+    return isExport || !text.isEmpty() ? text
+                                       : FeatureFileTexts::resultText(m_pImExThread->resultCode());
+}
+
 bool VexaFeatureTree::isFeatureFileBusy() const
 {
     return m_pImExThread && (m_pImExThread->isRunning() || m_pFeatureFileSession->isImporting);
@@ -87,8 +105,19 @@ bool VexaFeatureTree::isFeatureFileBusy() const
 void VexaFeatureTree::logFeatureFile(int level, const QStringList &lines)
 {
     for (const QString &line : lines) {
+        if (line.isEmpty()) {
+            continue;
+        }
         QFunction::Instance()->InsertMessageLog(static_cast<_MESSAGE_LOG_LEVEL_>(level),
                                                 GetCurCameraName(), line);
+    }
+}
+
+/// A tool bar that the host has switched off, since the device is lost, stays so.
+void VexaFeatureTree::updateToolBarForJob(bool busy)
+{
+    if (m_pToolBar) {
+        m_pToolBar->UpdateToolBarBtn(m_nToolBarState, static_cast<int>(m_lCameraID), busy);
     }
 }
 
@@ -120,8 +149,9 @@ void VexaFeatureTree::startFeatureFileJob(unsigned int operation, const QString 
     }
     m_pImExThread->setSelectedLinks(links);
     m_pImExThread->setOperation(operation, path);
+    m_pFeatureFileSession->failure.clear();
     m_pImExThread->start(QThread::InheritPriority);
-    UpdateToolBarBtn(TOOL_BAR_OPEN, static_cast<int>(m_lCameraID), true);
+    updateToolBarForJob(true);
     if (loadingKey) {
         ShowLoadingDlg(true, translated(loadingKey));
     }
@@ -174,6 +204,7 @@ bool VexaFeatureTree::mayImport(bool silent)
         return true;
     }
     m_pFeatureFileSession->isImporting = false;
+    m_pFeatureFileSession->failure = translated(reason);
     logFeatureFile(MESSAGE_LOG_ERROR, {translated(reason)});
     if (silent) {
         emit SigEndImportFeature(false);
@@ -193,6 +224,7 @@ void VexaFeatureTree::LoadCamFeatures(bool silent, const QString &source)
     }
     FeatureFileSession &session = *m_pFeatureFileSession;
     if (silent && session.isImporting) {
+        session.failure = translated("lang_qfeaturetree_threadisrun");
         emit SigEndImportFeature(false);
         return;
     }
@@ -206,6 +238,7 @@ void VexaFeatureTree::LoadCamFeatures(bool silent, const QString &source)
     }
     session.isImporting = true;
     session.isSilent = silent;
+    session.isCheckOnly = false;
     session.source = source;
     const quint64 number = ++session.number;
     if (!silent) {
@@ -227,6 +260,28 @@ void VexaFeatureTree::LoadCamFeatures(bool silent, const QString &source)
     session.job = m_pImExThread->jobNumber();
 }
 
+bool VexaFeatureTree::CheckCamFeatures(const QString &text)
+{
+    const TreeCallScope scope(this);
+    if (!m_pImExThread || !cameraTask() || isFeatureFileBusy()) {
+        return false;
+    }
+    FeatureFileSession &session = *m_pFeatureFileSession;
+    session.isImporting = true;
+    session.isSilent = true;
+    session.isCheckOnly = true;
+    ++session.number;
+    startFeatureFileJob(Job::OPERATION_CHECK_TEXT, text, nullptr);
+    session.job = m_pImExThread->jobNumber();
+    return true;
+}
+
+void VexaFeatureTree::endCheckOnly(bool success)
+{
+    m_pFeatureFileSession->isImporting = false;
+    emit SigEndCheckFeature(success);
+}
+
 void VexaFeatureTree::stopFeatureFileJob()
 {
     if (!m_pImExThread) {
@@ -246,13 +301,18 @@ void VexaFeatureTree::stopFeatureFileJob()
     }
     session.isStopping = true;
     m_pImExThread->stopJob();
+    if (isImportUnsaid || session.isExportHeard) {
+        session.failure = failureText(false);
+    }
     if (wasRunning) {
         OnEndFeatureImExThread(static_cast<int>(operation), false);
     } else if (session.isExportHeard) {
         session.isExportHeard = false;
         emit SigEndExportFeature(false);
     }
-    if (isImportUnsaid) {
+    if (isImportUnsaid && session.isCheckOnly) {
+        endCheckOnly(false);
+    } else if (isImportUnsaid) {
         emit SigEndImportFeature(false);
     }
     // Also that of a job whose end was still on its way.
@@ -279,9 +339,11 @@ void VexaFeatureTree::OnEndFeatureImExThread(int operation, bool success)
         // The signal comes when the thread itself may still be about to finish.
         m_pImExThread->wait();
     }
+    const bool isExport = !isCheck && operation % 2 == 0;
+    m_pFeatureFileSession->failure = success ? QString() : failureText(isExport);
     hideLoading();
     if (!isStop && cameraTask()) {
-        UpdateToolBarBtn(TOOL_BAR_OPEN, static_cast<int>(m_lCameraID), false);
+        updateToolBarForJob(false);
     }
     switch (operation) {
     case Job::OPERATION_TASK_SAVE:
@@ -307,7 +369,9 @@ void VexaFeatureTree::OnEndFeatureImExThread(int operation, bool success)
         break;
     case Job::OPERATION_CHECK_TEXT:
     case Job::OPERATION_CHECK_FILE:
-        if (success) {
+        if (m_pFeatureFileSession->isCheckOnly && operation == Job::OPERATION_CHECK_TEXT) {
+            endCheckOnly(success);
+        } else if (success) {
             goOnWithImport(operation);
         } else {
             endCheck(operation);
@@ -355,7 +419,7 @@ void VexaFeatureTree::endExport(bool success)
     }
     qCritical("OnFeaturesSaveRst failed.");
     const QString text = translated("lang_qfeaturetree_savefeaturefailed");
-    logFeatureFile(MESSAGE_LOG_ERROR, {text});
+    logFeatureFile(MESSAGE_LOG_ERROR, {text, m_pFeatureFileSession->failure});
     ShowMessage(this, text, QString(), QString(), HINT_FAILURE, false);
 }
 
@@ -383,8 +447,10 @@ void VexaFeatureTree::endImport(bool success)
         QString text = translated("lang_qfeaturetree_loadfeaturefailed");
         if (m_pImExThread->resultCode() == FEATURE_FILE_NO_DEVICE) {
             text += FeatureFileTexts::resultText(FEATURE_FILE_NO_DEVICE);
+            logFeatureFile(MESSAGE_LOG_ERROR, {text});
+        } else {
+            logFeatureFile(MESSAGE_LOG_ERROR, {text, m_pFeatureFileSession->failure});
         }
-        logFeatureFile(MESSAGE_LOG_ERROR, {text});
         ShowMessage(this, text, QString(), QString(), HINT_FAILURE, false);
     }
     refreshAfterFeatureFile();
@@ -400,7 +466,7 @@ void VexaFeatureTree::endCheck(int operation)
         emit SigEndImportFeature(false);
     } else {
         const QString text = translated("lang_qfeaturetree_loadfeaturefailed");
-        logFeatureFile(MESSAGE_LOG_ERROR, {text});
+        logFeatureFile(MESSAGE_LOG_ERROR, {text, m_pFeatureFileSession->failure});
         ShowMessage(this, text + QStringLiteral("%1").arg(FeatureFileTexts::resultText(code)),
                     QString(), QString(), HINT_FAILURE, false);
     }

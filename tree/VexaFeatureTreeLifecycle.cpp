@@ -239,6 +239,14 @@ void VexaFeatureTree::StopThread(bool stop)
         return;
     }
     const TreeCallScope scope(this);
+    stopUpdates(stop);
+    if (stop) {
+        stopFeatureFileJob();
+    }
+}
+
+void VexaFeatureTree::stopUpdates(bool stop)
+{
     m_pMaps->setStopRequested(stop);
     const QVector<QGetFeaturesThread *> allWorkers = workers();
     if (stop) {
@@ -251,7 +259,6 @@ void VexaFeatureTree::StopThread(bool stop)
         worker->SetStopThread(stop, true);
     }
     if (stop) {
-        stopFeatureFileJob();
         for (QFuture<void> &future : m_futures) {
             future.waitForFinished();
         }

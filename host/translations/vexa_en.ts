@@ -323,6 +323,34 @@
         <translation>Remove All Favorites</translation>
     </message>
     <message>
+        <source>lang_qfeaturetree_fail_device</source>
+        <translation>The device failed at %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_diskfull</source>
+        <translation>The disk is full. %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_firmware</source>
+        <translation>The device does not tell the version of its firmware.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_memory</source>
+        <translation>There is not enough memory.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_open</source>
+        <translation>The file cannot be opened. %1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_stopped</source>
+        <translation>The job was stopped.</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_write</source>
+        <translation>The file could not be written whole. %1</translation>
+    </message>
+    <message>
         <source>lang_qfeaturetree_featuredesc</source>
         <translation>Feature Description</translation>
     </message>

@@ -323,6 +323,34 @@
         <translation>移除全部收藏</translation>
     </message>
     <message>
+        <source>lang_qfeaturetree_fail_device</source>
+        <translation>设备访问失败:%1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_diskfull</source>
+        <translation>磁盘已满。%1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_firmware</source>
+        <translation>无法读取设备的固件版本。</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_memory</source>
+        <translation>内存不足。</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_open</source>
+        <translation>无法打开文件。%1</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_stopped</source>
+        <translation>任务已停止。</translation>
+    </message>
+    <message>
+        <source>lang_qfeaturetree_fail_write</source>
+        <translation>文件未能完整写入。%1</translation>
+    </message>
+    <message>
         <source>lang_qfeaturetree_featuredesc</source>
         <translation>属性说明</translation>
     </message>

@@ -17,26 +17,33 @@ FeatureFileCall::FeatureFileCall(VexaFeatureTree &tree, std::chrono::millisecond
     , m_limit(limit)
 {
     connect(&m_timer, &QTimer::timeout, this, &FeatureFileCall::look);
-    const auto take = [this](bool success) { end(success ? End::Done : End::Failed); };
-    connect(&tree, &VexaFeatureTree::SigEndExportFeature, this, take);
-    connect(&tree, &VexaFeatureTree::SigEndImportFeature, this, take);
 }
 
-void FeatureFileCall::begin()
+void FeatureFileCall::begin(EndSignal endSignal)
 {
+    connect(m_pTree, endSignal, this,
+            [this](bool success) { end(success ? End::Done : End::Failed); });
     m_deadline.setRemainingTime(m_limit);
     m_timer.start(LOOK_INTERVAL);
 }
 
 void FeatureFileCall::exportTo(const QString &bag)
 {
-    begin();
+    begin(&VexaFeatureTree::SigEndExportFeature);
     m_pTree->SaveCamFeatures(true, bag);
+}
+
+void FeatureFileCall::check(const QString &text)
+{
+    begin(&VexaFeatureTree::SigEndCheckFeature);
+    if (!m_pTree->CheckCamFeatures(text)) {
+        end(End::Unsaid);
+    }
 }
 
 void FeatureFileCall::import(const QString &text)
 {
-    begin();
+    begin(&VexaFeatureTree::SigEndImportFeature);
     m_pTree->LoadCamFeatures(true, text);
 }
 

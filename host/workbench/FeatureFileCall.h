@@ -9,7 +9,7 @@
 
 class VexaFeatureTree;
 
-/// One silent export or import of a tree, with an end whatever road it takes: a tree tells most ends by a signal, and
+/// One silent export, check or import of a tree, with an end whatever road it takes: a tree tells most ends by a signal, and
 /// some not at all. GUI thread.
 class FeatureFileCall : public QObject
 {
@@ -18,7 +18,7 @@ public:
     enum class End {
         Done,
         Failed,
-        Unsaid, ///< the tree has stopped without a signal: a question was answered with no, or it has no device
+        Unsaid, ///< the tree has stopped, or not begun, without a signal: it has no device or no features
         Stuck, ///< no progress within the limit; the tree may still be at it
         TreeGone
     };
@@ -28,15 +28,18 @@ public:
     FeatureFileCall(VexaFeatureTree &tree, std::chrono::milliseconds limit, QObject *parent);
     /// Adds a record to a bag.
     void exportTo(const QString &bag);
+    /// Compares the text of a feature file with the device.
+    void check(const QString &text);
     /// Checks the text of a feature file and writes it into the device; its questions run events.
     void import(const QString &text);
 
 signals:
-    /// Once, and never before exportTo() or import() has returned.
+    /// Once, and never before the operation has returned.
     void ended(FeatureFileCall::End end);
 
 private:
-    void begin();
+    using EndSignal = void (VexaFeatureTree::*)(bool);
+    void begin(EndSignal endSignal);
     void look();
     void end(End end);
 

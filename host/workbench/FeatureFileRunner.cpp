@@ -4,7 +4,6 @@
 #include "UtilityKit/VexaInterface.h"
 #include "host/workbench/FeatureBag.h"
 #include "host/workbench/FeatureFileTools.h"
-#include "host/workbench/HeadlessBoxes.h"
 #include "host/workbench/NodeWritability.h"
 #include "host/workbench/StagedFile.h"
 #include "host/workbench/StandardOutput.h"
@@ -17,36 +16,7 @@ using End = FeatureFileCall::End;
 
 namespace {
 
-/// No software has this version: a tree asks before it takes such a file.
-const QLatin1String ASKED_VERSION("?");
 constexpr qint64 MAX_RECORD_SIZE = 128LL * 1024 * 1024;
-
-struct CodeRow
-{
-    quint32 code;
-    const char *key; ///< of the tree's own texts
-};
-
-QString textOf(quint32 code)
-{
-    static const CodeRow TABLE[] = {{FEATURE_FILE_NO_DEVICE, "lang_qfeaturetree_nodevice"},
-                                    {FEATURE_FILE_UNREADABLE, "lang_qfeaturetree_fileerror"},
-                                    {FEATURE_FILE_NO_FEATURES, "lang_qfeaturetree_xmlerror"},
-                                    {FEATURE_FILE_VERSION, "lang_qfeaturetree_fileerror"},
-                                    {FEATURE_FILE_MISMATCH, "lang_qfeaturetree_mismatch"},
-                                    {FEATURE_FILE_STOPPED, "lang_qfeaturetree_paramerror"}};
-    for (const CodeRow &row : TABLE) {
-        if (row.code == code) {
-            return QCoreApplication::translate("QFeatureTree", row.key);
-        }
-    }
-    return QString();
-}
-
-bool isOfImport(FeatureFileJob::Kind kind)
-{
-    return kind == FeatureFileJob::Kind::Import || kind == FeatureFileJob::Kind::Compare;
-}
 
 const char *failureKey(FeatureFileJob::Kind kind)
 {
@@ -73,15 +43,13 @@ bool isLast(const FeatureDifference &difference, const QHash<QString, QString> &
 
 } // namespace
 
-FeatureFileRunner::FeatureFileRunner(HeadlessBoxes &boxes, bool yes,
-                                     std::chrono::milliseconds limit, QObject *parent)
+FeatureFileRunner::FeatureFileRunner(bool yes, std::chrono::milliseconds limit, QObject *parent)
     : QObject(parent)
-    , m_boxes(boxes)
     , m_bYes(yes)
     , m_limit(limit)
 {
     connect(QFunction::Instance(), &QFunction::messageLogged, this,
-            [this](int level) { m_bWasTold = m_bWasTold || level != MESSAGE_LOG_INFO; });
+            [this](int, const QString &, const QString &text) { m_strLastTold = text; });
 }
 
 FeatureFileRunner::~FeatureFileRunner() = default;
@@ -90,8 +58,8 @@ void FeatureFileRunner::start(const FeatureFileJob &job, const QVector<VexaFeatu
 {
     m_job = job;
     m_pTree = trees.first();
-    m_bWasTold = false;
-    if (isOfImport(job.kind)) {
+    m_strLastTold.clear();
+    if (job.kind == FeatureFileJob::Kind::Import || job.kind == FeatureFileJob::Kind::Compare) {
         startWithFile();
     } else {
         startExport(trees);
@@ -115,23 +83,31 @@ void FeatureFileRunner::startExport(const QVector<VexaFeatureTree *> &trees)
         return;
     }
     m_end = End::Done;
+    m_strReason.clear();
     m_nToGo = trees.size();
     for (VexaFeatureTree *tree : trees) {
         FeatureFileCall *call = makeCall(*tree);
-        connect(call, &FeatureFileCall::ended, this, &FeatureFileRunner::takeExport);
+        connect(call, &FeatureFileCall::ended, this,
+                [this, tree = QPointer<VexaFeatureTree>(tree)](End end) { takeExport(end, tree); });
         call->exportTo(m_staged->path());
     }
 }
 
-void FeatureFileRunner::takeExport(End end)
+void FeatureFileRunner::takeExport(End end, const VexaFeatureTree *tree)
 {
-    m_end = m_end == End::Done ? end : m_end;
+    if (m_end == End::Done && end != End::Done) {
+        m_end = end;
+        m_strReason = reasonOf(end, tree);
+        if (m_job.kind == FeatureFileJob::Kind::ExportBag && tree) {
+            m_strReason = QStringLiteral("%1: %2").arg(tree->GetCurCameraName(), m_strReason);
+        }
+    }
     if (--m_nToGo > 0) {
         return;
     }
     const std::unique_ptr<StagedFile> staged = std::move(m_staged);
     if (m_end != End::Done) {
-        fail(m_end);
+        fail(workbenchText(failureKey(m_job.kind)).arg(m_strReason).trimmed());
         return;
     }
     QString reason;
@@ -173,25 +149,15 @@ void FeatureFileRunner::startWithFile()
 
 void FeatureFileRunner::check(Step next)
 {
-    const QString asked = FeatureFileText::withVersion(m_strText, ASKED_VERSION);
-    FeatureFileText::Content content;
-    QString reason;
-    if (!FeatureFileText::parse(asked, &content, &reason) || content.version != ASKED_VERSION) {
-        fail(workbenchText(failureKey(m_job.kind)).arg(textOf(FEATURE_FILE_VERSION)));
-        return;
-    }
-    m_boxes.setDecliningSilently(true);
-    const int boxes = m_boxes.count();
     FeatureFileCall *call = makeCall(*m_pTree);
-    connect(call, &FeatureFileCall::ended, this, [this, boxes, next](End end) {
-        m_boxes.setDecliningSilently(false);
-        if (end == End::Unsaid && m_boxes.count() > boxes && m_pTree) {
+    connect(call, &FeatureFileCall::ended, this, [this, next](End end) {
+        if (end == End::Done && m_pTree) {
             (this->*next)();
         } else {
-            fail(end);
+            fail(end, m_pTree);
         }
     });
-    call->import(asked);
+    call->check(m_strText);
 }
 
 bool FeatureFileRunner::print(const FeatureDifferences &differences)
@@ -253,7 +219,7 @@ void FeatureFileRunner::apply()
 void FeatureFileRunner::takeApplied(End end)
 {
     if (end != End::Done || !m_pTree) {
-        fail(end);
+        fail(end, m_pTree);
         return;
     }
     m_applied = m_pTree->featureFileReport();
@@ -285,28 +251,27 @@ void FeatureFileRunner::takeSecondCheck()
     finish(whole ? 0 : 1);
 }
 
-void FeatureFileRunner::fail(End end)
+QString FeatureFileRunner::reasonOf(End end, const VexaFeatureTree *tree) const
 {
-    QString reason;
     switch (end) {
-    case End::Failed:
+    case End::Failed: {
+        const QString reason = tree ? tree->featureFileFailure() : QString();
         // An import that is over before it began has left its reason in the log.
-        reason = m_bWasTold || !m_pTree || !isOfImport(m_job.kind)
-            ? QString()
-            : textOf(m_pTree->featureFileResult());
-        break;
-    case End::Stuck:
-        reason = workbenchText("lang_workbench_filejobstuck")
-                     .arg(std::chrono::duration<double>(m_limit).count());
-        break;
-    case End::TreeGone:
-        reason = workbenchText("lang_workbench_lost");
-        break;
-    default:
-        reason = workbenchText("lang_workbench_filejobunsaid");
-        break;
+        return reason == m_strLastTold ? QString() : reason;
     }
-    fail(workbenchText(failureKey(m_job.kind)).arg(reason).trimmed());
+    case End::Stuck:
+        return workbenchText("lang_workbench_filejobstuck")
+            .arg(std::chrono::duration<double>(m_limit).count());
+    case End::TreeGone:
+        return workbenchText("lang_workbench_lost");
+    default:
+        return workbenchText("lang_workbench_filejobunsaid");
+    }
+}
+
+void FeatureFileRunner::fail(End end, const VexaFeatureTree *tree)
+{
+    fail(workbenchText(failureKey(m_job.kind)).arg(reasonOf(end, tree)).trimmed());
 }
 
 void FeatureFileRunner::fail(const QString &reason)

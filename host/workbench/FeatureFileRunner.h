@@ -10,7 +10,6 @@
 #include <functional>
 #include <memory>
 
-class HeadlessBoxes;
 class StagedFile;
 
 /// The headless jobs with feature files, one at a time: exports to a file or a bag, comparisons, imports. What goes wrong is
@@ -20,8 +19,7 @@ class FeatureFileRunner : public QObject
     Q_OBJECT
 public:
     /// `yes`: another software's files are taken, and what differs is applied. `limit`: see FeatureFileCall.
-    FeatureFileRunner(HeadlessBoxes &boxes, bool yes, std::chrono::milliseconds limit,
-                      QObject *parent = nullptr);
+    FeatureFileRunner(bool yes, std::chrono::milliseconds limit, QObject *parent = nullptr);
     ~FeatureFileRunner() override;
 
     /// Runs a job; only a bag has more than one tree.
@@ -35,9 +33,9 @@ private:
     using Step = void (FeatureFileRunner::*)();
 
     void startExport(const QVector<VexaFeatureTree *> &trees);
-    void takeExport(FeatureFileCall::End end);
+    void takeExport(FeatureFileCall::End end, const VexaFeatureTree *tree);
     void startWithFile();
-    /// Finds out what differs, and writes nothing: the tree is made to ask whether it may go on.
+    /// Finds out what differs, and writes nothing.
     void check(Step next);
     void takeComparison();
     void apply();
@@ -48,11 +46,11 @@ private:
     FeatureDifferences lastingDifferences() const;
     bool print(const FeatureDifferences &differences);
     FeatureFileCall *makeCall(VexaFeatureTree &tree);
-    void fail(FeatureFileCall::End end);
+    QString reasonOf(FeatureFileCall::End end, const VexaFeatureTree *tree) const;
+    void fail(FeatureFileCall::End end, const VexaFeatureTree *tree);
     void fail(const QString &reason);
     void finish(int exitCode);
 
-    HeadlessBoxes &m_boxes;
     bool m_bYes;
     std::chrono::milliseconds m_limit;
     FeatureFileJob m_job;
@@ -61,8 +59,9 @@ private:
     int m_nToGo = 0; ///< exports under way
     FeatureFileCall::End m_end =
         FeatureFileCall::End::Done; ///< of the exports: the first that is not well
+    QString m_strReason; ///< of that one
     QString m_strText;
     FeatureFileText::Content m_content;
     FeatureFileReport m_applied;
-    bool m_bWasTold = false; ///< the message log has the reason already
+    QString m_strLastTold; ///< the last line of the message log
 };

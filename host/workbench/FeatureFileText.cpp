@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 namespace {
@@ -146,31 +145,6 @@ bool FeatureFileText::parse(const QString &text, Content *content, QString *reas
 {
     *content = Content();
     return Reader(text).read(content, reason);
-}
-
-QString FeatureFileText::withVersion(const QString &text, const QString &version)
-{
-    // The root's start tag: behind declaration and comments, and the first one that is none of them.
-    static const QRegularExpression ROOT(
-        QStringLiteral("\\A(?:\\s+|<\\?.*?\\?>|<!--.*?-->)*<[^\\s/>]+"),
-        QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression ATTRIBUTE(
-        QStringLiteral("\\s+([^\\s=]+)\\s*=\\s*(\"[^\"]*\"|'[^']*')"));
-    int position = ROOT.match(text).capturedEnd();
-    while (position > 0) {
-        const QRegularExpressionMatch attribute =
-            ATTRIBUTE.match(text, position, QRegularExpression::NormalMatch,
-                            QRegularExpression::AnchoredMatchOption);
-        if (attribute.captured(1) == VERSION) {
-            // An empty one says none.
-            return attribute.capturedLength(2) == 2
-                ? text
-                : QString(text).replace(attribute.capturedStart(2), attribute.capturedLength(2),
-                                        QStringLiteral("\"%1\"").arg(version));
-        }
-        position = attribute.capturedEnd();
-    }
-    return text;
 }
 
 QHash<QString, QString> FeatureFileText::lastValues(const Content &content)

@@ -31,8 +31,6 @@ bool load(const QString &path, qint64 limit, QByteArray *bytes, QString *reason)
 bool load(const QString &path, QString *text, QString *reason);
 /// False with a reason for a text that is no feature file, has a document type or is nested deeper than 32.
 bool parse(const QString &text, Content *content, QString *reason);
-/// The same file as written by another version; unchanged when it says none.
-QString withVersion(const QString &text, const QString &version);
 /// What stays of each name when all values are written one after the other.
 QHash<QString, QString> lastValues(const Content &content);
 

@@ -47,13 +47,12 @@ bool HeadlessBoxes::eventFilter(QObject *watched, QEvent *event)
 
 void HeadlessBoxes::answer(QWidget &dialog, bool yes)
 {
-    ++m_nCount;
     QMetaObject::invokeMethod(&dialog, yes ? "accept" : "reject", Qt::QueuedConnection);
 }
 
 void HeadlessBoxes::takeDifferences(QWidget &dialog)
 {
-    answer(dialog, saysYes());
+    answer(dialog, m_bYes);
     if (!m_bYes) {
         QFunction::Instance()->InsertMessageLog(
             MESSAGE_LOG_WARNING, QString(),
@@ -64,10 +63,9 @@ void HeadlessBoxes::takeDifferences(QWidget &dialog)
 void HeadlessBoxes::take(CustomMessageBox &box)
 {
     const bool question = isQuestion(box);
-    answer(box, !question || saysYes());
+    answer(box, !question || m_bYes);
     // The window's own boxes show prompts, which stand in the log already.
-    if (question ? m_bDeclinesSilently
-                 : qobject_cast<const QMainWindow *>(box.parent()) != nullptr) {
+    if (!question && qobject_cast<const QMainWindow *>(box.parent())) {
         return;
     }
     const QString text = messageLine(box.cTextTitle(), box.cContent(), true);

@@ -47,7 +47,7 @@ HeadlessRunner::HeadlessRunner(WorkbenchWindow &window, const WorkbenchOptions &
     , m_waitingFor(deviceIds)
     , m_limit(limit)
     , m_boxes(options.yes)
-    , m_featureFiles(m_boxes, options.yes, limit)
+    , m_featureFiles(options.yes, limit)
 {
     m_limitTimer.setSingleShot(true);
     connect(&m_limitTimer, &QTimer::timeout, this, &HeadlessRunner::onTimeOut);

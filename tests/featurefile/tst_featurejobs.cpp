@@ -295,13 +295,20 @@ void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes()
 void tst_FeatureJobs::tellsWhatCannotBeWritten()
 {
     const QTemporaryDir folder;
-    QVERIFY(!FeatureFileStore::writeFile(folder.filePath("none/a.vxf"), "text"));
-    QVERIFY(!FeatureFileStore::writeFile(folder.path(), "text"));
-    QVERIFY(!FeatureFileStore::writeFile(folder.filePath("empty"), QString()));
+    using Failure = FeatureFileFailure;
+    QString detail;
+    QCOMPARE(FeatureFileStore::writeFile(folder.filePath("none/a.vxf"), "text", &detail),
+             Failure::Open);
+    QVERIFY2(detail.endsWith("a.vxf: No such file or directory"), qPrintable(detail));
+    QCOMPARE(FeatureFileStore::writeFile(folder.path(), "text", &detail), Failure::Open);
+    QCOMPARE(FeatureFileStore::writeFile("/dev/full", "text", &detail), Failure::Open);
+    QVERIFY(QFile::exists("/dev/full"));
+    QCOMPARE(FeatureFileStore::writeFile(folder.filePath("empty"), QString(), &detail),
+             Failure::Write);
     QVERIFY(!QFile::exists(folder.filePath("empty")));
     const QString bag = folder.filePath("bag");
-    QVERIFY(FeatureFileStore::appendToBag(bag, "1", "a")
-            && FeatureFileStore::appendToBag(bag, "2", "b"));
+    QCOMPARE(FeatureFileStore::appendToBag(bag, "1", "a", &detail), Failure::None);
+    QCOMPARE(FeatureFileStore::appendToBag(bag, "2", "b", &detail), Failure::None);
     QFile file(bag);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(),

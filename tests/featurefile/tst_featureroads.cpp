@@ -1,64 +1,105 @@
+#include "ControlKit/CustomMessageBox.h"
+#include "ControlKit/CustomSaveDoneHintDlg.h"
 #include "ShellServicesModule/QFunction.h"
 #include "UtilityKit/VexaInterface.h"
 #include "featurefile/FeatureFileFormat.h"
 #include "featurefile/VexaFeatureDiff.h"
+#include "shell/VexaFeatureToolBar.h"
 #include "tests/featurefile/FeatureFileLines.h"
 #include "tests/support/ModuleFixture.h"
 
 #include <QApplication>
+#include <QButtonGroup>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRandomGenerator>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
+#include <csignal>
+#include <functional>
+#include <memory>
+#include <sys/resource.h>
+
 namespace {
+
+/// A number, a text, an enumeration, and a table behind a selector.
+QByteArray description()
+{
+    const QByteArray rest = "<AccessMode>RW</AccessMode><pPort>Device</pPort>";
+    const QByteArray word = "<Length>4</Length>" + rest + "<Endianess>BigEndian</Endianess>";
+    return descriptionOf(
+        {"DeviceFirmwareVersion", "Width", "Mode", "Text", "LUTIndex", "LUTValue"},
+        "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0x100</Address><Length>16</Length>"
+            + rest + "</StringReg><StringReg Name=\"Text\"><Address>0x200</Address>"
+            + "<Length>16</Length>" + rest + "</StringReg>"
+            + "<Integer Name=\"Width\"><pValue>WidthReg</pValue></Integer>"
+            + "<IntReg Name=\"WidthReg\"><Address>0x1000</Address>" + word + "</IntReg>"
+            + "<Enumeration Name=\"Mode\"><EnumEntry Name=\"EnumEntry_Mode_Off\"><Value>0</Value>"
+            + "</EnumEntry><pValue>ModeReg</pValue></Enumeration>"
+            + "<IntReg Name=\"ModeReg\"><Address>0x1004</Address>" + word + "</IntReg>"
+            + "<Integer Name=\"LUTIndex\"><Value>0</Value><Min>0</Min><Max>3</Max><Inc>1</Inc>"
+            + "<pSelected>LUTValue</pSelected></Integer>"
+            + "<Integer Name=\"LUTValue\"><pValue>LUTReg</pValue></Integer>"
+            + "<IntReg Name=\"LUTReg\"><Address>0x2000</Address><pAddress>LUTAddress</pAddress>"
+            + word + "</IntReg>"
+            + "<IntSwissKnife Name=\"LUTAddress\"><pVariable Name=\"I\">LUTIndex</pVariable>"
+            + "<Formula>I*4</Formula></IntSwissKnife>");
+}
 
 /// A camera whose first update has ended, with the record of an export at hand.
 struct Road
 {
-    explicit Road(const QString &id = "area-camera")
+    explicit Road(unsigned int accessMode = DEVICE_ACCESS_CONTROL)
     {
-        camera = fixture.open(SimulatedDevices::builtIn(id));
-        camera.device.control->setQuiet(true);
-        ok = ModuleFixture::waitForFirstUpdate(camera);
-    }
-    VexaFeatureTree &tree() { return *camera.tree; }
-    QString exported()
-    {
+        auto device = SimulatedDevices::fromDescription(description(), "road",
+                                                        SimulatorControl::MemoryPattern::Zero);
+        device.control->poke(0x100, "V1");
+        device.control->poke(0x1000, QByteArray::fromHex("00000280"));
+        camera = fixture.open(device, accessMode);
+        if (!ModuleFixture::waitForFirstUpdate(camera)) {
+            return;
+        }
         QSignalSpy ended(camera.tree, &VexaFeatureTree::SigEndExportFeature);
         tree().SaveCamFeatures(true, folder.filePath("bag"));
-        if (!(ended.wait(30000) && ended.first().first().toBool())) {
-            return QString();
-        }
         QFile bag(folder.filePath("bag"));
-        bag.open(QIODevice::ReadOnly);
-        record = QString::fromUtf8(bag.readAll());
-        return record.section(FeatureFileFormat::BAG_FILE_MARKER, 1, 1);
+        if (ended.wait(30000) && ended.first().first().toBool() && bag.open(QIODevice::ReadOnly)) {
+            record = QString::fromUtf8(bag.readAll());
+            text = record.section(FeatureFileFormat::BAG_FILE_MARKER, 1, 1);
+            control().setLogging(true);
+        }
     }
-    qint64 width()
+    VexaFeatureTree &tree() { return *camera.tree; }
+    SimulatorControl &control() { return *camera.device.control; }
+    /// Makes the device differ from the file in its width, and forgets what was asked of it.
+    void change()
     {
-        _NODE_INT_VALUE_ value = {};
-        taskOf(camera)->GetIntegerValue("Width", &value, nullptr, false, false);
-        return value.value;
+        control().poke(0x1000, QByteArray::fromHex("00000100"));
+        control().clearAccessLog();
     }
+    int width() { return control().peek(0x1002, 2).toHex().toInt(nullptr, 16); }
     int writes()
     {
-        int count = 0;
-        for (const SimulatorAccess &access : camera.device.control->accessLog()) {
-            count += access.kind == SimulatorAccess::Write ? 1 : 0;
-        }
-        return count;
+        const auto log = control().accessLog();
+        return int(std::count_if(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
+            return access.kind == SimulatorAccess::Write;
+        }));
     }
 
     ModuleFixture fixture;
     QTemporaryDir folder;
     ModuleFixture::Camera camera;
     QString record;
-    bool ok = false;
+    QString text; ///< of the device as it was opened; empty when something went wrong
 };
+
+constexpr int WIDTH = 0x280;
+constexpr int OTHER_WIDTH = 0x100;
 
 /// Runs `act` on the dialog of that class as soon as it is up.
 template<typename Dialog, typename Act>
@@ -78,66 +119,110 @@ void whenUp(QObject *context, Act act)
     timer->start(5);
 }
 
+/// Takes this file in the file dialogs that come, after `before`. They read the folder in their own time, and accept
+/// nothing until then.
+void choose(
+    QObject *context, const QString &path, const std::function<void()> &before = [] {})
+{
+    auto *timer = new QTimer(context);
+    QObject::connect(timer, &QTimer::timeout, context, [path, before, known = false]() mutable {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (dialog) {
+            if (!std::exchange(known, true)) {
+                before();
+            }
+            dialog->setOption(QFileDialog::DontConfirmOverwrite);
+            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+        }
+    });
+    timer->start(20);
+}
+
+QStringList names(const FeatureDifferences &differences)
+{
+    QStringList found;
+    for (const auto &list : differences) {
+        for (const FeatureDifference &difference : list) {
+            found += difference.name;
+        }
+    }
+    return found;
+}
+
 } // namespace
 
 class tst_FeatureRoads : public QObject
 {
     Q_OBJECT
 private slots:
+    void init();
+    void cleanupTestCase() { m_pRoad.reset(); }
     void bringsABagRecordBack_data();
     void bringsABagRecordBack();
     void refusesFiles_data();
     void refusesFiles();
     void asksAboutAnotherVersion_data();
     void asksAboutAnotherVersion();
-    void refusesToImportNow_data();
-    void refusesToImportNow();
+    void checksWithoutAWord_data();
+    void checksWithoutAWord();
+    void saysWhyAnExportFailed_data();
+    void saysWhyAnExportFailed();
     void oneImportAtATime();
     void survivesWhatComesInTheMiddle_data();
     void survivesWhatComesInTheMiddle();
     void endsWhenTheDeviceGoes();
     void goesThroughTheFileDialogs();
     void listsDifferences();
+
+private:
+    std::unique_ptr<Road> m_pRoad; ///< until a test breaks it
 };
+
+void tst_FeatureRoads::init()
+{
+    if (!m_pRoad || !m_pRoad->camera.tree || m_pRoad->tree().isFeatureFileBusy()) {
+        m_pRoad.reset(); // there is one main widget
+        m_pRoad = std::make_unique<Road>();
+    }
+    QVERIFY(!m_pRoad->text.isEmpty());
+}
 
 void tst_FeatureRoads::bringsABagRecordBack_data()
 {
+    QTest::addColumn<QVector<int>>("keys");
     QTest::addColumn<bool>("accept");
-    QTest::newRow("accepted with Enter") << true;
-    QTest::newRow("rejected with Escape") << false;
+    QTest::newRow("accepted with Enter") << QVector<int>{Qt::Key_Return} << true;
+    QTest::newRow("rejected with Escape") << QVector<int>{Qt::Key_Escape} << false;
+    QTest::newRow("rejected by its button") << QVector<int>{Qt::Key_Tab, Qt::Key_Space} << false;
+    QTest::newRow("accepted from the list")
+        << QVector<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return} << true;
 }
 
 void tst_FeatureRoads::bringsABagRecordBack()
 {
+    QFETCH(QVector<int>, keys);
     QFETCH(bool, accept);
-    Road road;
-    QVERIFY(road.ok);
-    const QString text = road.exported();
-    QCOMPARE(FeatureFileLines::of(text.toUtf8()).error, QString());
+    Road &road = *m_pRoad;
+    QCOMPARE(FeatureFileLines::of(road.text.toUtf8()).error, QString());
     QCOMPARE(road.record.section(FeatureFileFormat::BAG_FILE_MARKER, 0, 0),
              FeatureFileFormat::BAG_SERIAL_MARKER + road.camera.device.source->serial);
-    const qint64 before = road.width();
-    QVERIFY(taskOf(road.camera)->SetIntegerValue("Width", before - 64, nullptr));
-
+    road.change();
     QStringList log;
     QObject context; // what waits for a dialog ends with the test
     connect(QFunction::Instance(), &QFunction::messageLogged, &context,
             [&log](int, const QString &, const QString &line) { log += line; });
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
-    whenUp<VexaFeatureDiff>(&context, [accept](VexaFeatureDiff *dialog) {
-        QTest::keyClick(dialog, accept ? Qt::Key_Return : Qt::Key_Escape);
+    whenUp<VexaFeatureDiff>(&context, [keys](VexaFeatureDiff *dialog) {
+        for (int key : keys) {
+            QTest::keyClick(dialog->focusWidget(), Qt::Key(key));
+        }
     });
-    road.tree().LoadCamFeatures(true, text);
+    road.tree().LoadCamFeatures(true, road.text);
     QVERIFY(ended.wait(30000));
     QVERIFY(ended.first().first().toBool());
-    QCOMPARE(road.width(), accept ? before : before - 64);
-    QStringList names;
-    for (const auto &list : road.tree().featureDifferences()) {
-        for (const FeatureDifference &difference : list) {
-            names += difference.name;
-        }
-    }
-    QVERIFY(names.contains("Width"));
+    QCOMPARE(road.width(), accept ? WIDTH : OTHER_WIDTH);
+    QCOMPARE(names(road.tree().featureDifferences()), QStringList{"Width"});
     QCOMPARE(road.tree().featureFileReport().changed.contains("Width"), accept);
     QCOMPARE(log.join('\n').contains("importcounts"), accept);
     QVERIFY(!road.tree().isFeatureFileBusy());
@@ -160,6 +245,11 @@ void tst_FeatureRoads::refusesFiles_data()
     row("no features", "Features>", "Things>", FEATURE_FILE_NO_FEATURES);
     row("truncated", "</Features>", "", FEATURE_FILE_UNREADABLE);
     row("document type", "<FeaturesFile", "<!DOCTYPE a><FeaturesFile", FEATURE_FILE_UNREADABLE);
+    row("empty", "", "", FEATURE_FILE_UNREADABLE);
+    row("a hundred thousand levels", "<Features>",
+        QByteArray("<Features>" + QByteArray("<a>").repeated(100000)).constData(),
+        FEATURE_FILE_UNREADABLE);
+    row("60 MB of noise", "", "noise", FEATURE_FILE_UNREADABLE);
     row("no length", " len=\"", " l=\"", FEATURE_FILE_STOPPED);
     row("a huge length", " len=\"", " len=\"99999999", FEATURE_FILE_STOPPED);
     row("no address", " address=\"", " a=\"", FEATURE_FILE_STOPPED);
@@ -171,17 +261,22 @@ void tst_FeatureRoads::refusesFiles()
     QFETCH(QString, from);
     QFETCH(QString, to);
     QFETCH(quint32, code);
-    Road road;
-    QVERIFY(road.ok);
-    QString text = road.exported();
+    Road &road = *m_pRoad;
+    QString text = from.isEmpty() ? QString() : road.text;
     QVERIFY2(text.contains(from), qPrintable(from));
     text.replace(from, to);
-    road.camera.device.control->setLogging(true);
+    if (to == "noise") {
+        QByteArray noise(60 * 1024 * 1024, Qt::Uninitialized);
+        QRandomGenerator(1).fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
+        text = QString::fromUtf8(noise);
+    }
+    road.control().clearAccessLog();
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     road.tree().LoadCamFeatures(true, text);
     QVERIFY(ended.wait(30000));
     QVERIFY(!ended.first().first().toBool());
     QCOMPARE(road.tree().featureFileResult(), code);
+    QVERIFY(!road.tree().featureFileFailure().isEmpty());
     QCOMPARE(road.writes(), 0);
 }
 
@@ -196,13 +291,12 @@ void tst_FeatureRoads::asksAboutAnotherVersion()
 {
     QFETCH(bool, goOn);
     QObject context;
-    Road road;
-    QVERIFY(road.ok);
-    QString text = road.exported();
+    Road &road = *m_pRoad;
+    QString text = road.text;
     text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     bool asked = false;
-    whenUp<CustomMainWindow>(&context, [goOn, &asked](CustomMainWindow *box) {
+    whenUp<CustomMessageBox>(&context, [goOn, &asked](CustomMessageBox *box) {
         asked = true;
         goOn ? box->accept() : box->reject();
     });
@@ -211,45 +305,120 @@ void tst_FeatureRoads::asksAboutAnotherVersion()
     QCOMPARE(ended.count(), goOn ? 1 : 0); // a no ends the silent road without a signal too
 }
 
-void tst_FeatureRoads::refusesToImportNow_data()
+void tst_FeatureRoads::checksWithoutAWord_data()
 {
-    QTest::addColumn<bool>("grabbing");
-    QTest::newRow("grabbing") << true;
-    QTest::newRow("read only") << false;
+    QTest::addColumn<QString>("state");
+    for (const char *state : {"grabbing", "read only", "another version"}) {
+        QTest::newRow(state) << QString(state);
+    }
 }
 
-void tst_FeatureRoads::refusesToImportNow()
+void tst_FeatureRoads::checksWithoutAWord()
 {
-    QFETCH(bool, grabbing);
-    ModuleFixture fixture;
-    const auto camera = fixture.open(SimulatedDevices::builtIn("area-camera"),
-                                     grabbing ? DEVICE_ACCESS_CONTROL : DEVICE_ACCESS_READ_ONLY);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    QVERIFY(!grabbing || fixture.host().startGrabbing(camera.id));
-    QSignalSpy ended(camera.tree, &VexaFeatureTree::SigEndImportFeature);
-    camera.tree->LoadCamFeatures(true, "<FeaturesFile/>");
-    QCOMPARE(ended.count(), 1);
-    QVERIFY(!ended.first().first().toBool());
+    QFETCH(QString, state);
+    const bool grabbing = state == "grabbing";
+    if (state == "read only") {
+        m_pRoad.reset();
+        m_pRoad = std::make_unique<Road>(DEVICE_ACCESS_READ_ONLY);
+    }
+    Road &road = *m_pRoad;
+    QString text = road.text;
+    QVERIFY(!grabbing || road.fixture.host().startGrabbing(road.camera.id));
+    road.change();
+    QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
+    QSignalSpy checked(road.camera.tree, &VexaFeatureTree::SigEndCheckFeature);
+    if (state == "another version") {
+        text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
+    } else {
+        road.tree().LoadCamFeatures(true, text);
+        QCOMPARE(ended.count(), 1);
+        QVERIFY(!ended.takeFirst().first().toBool());
+        QVERIFY(!road.tree().featureFileFailure().isEmpty());
+    }
+    QVERIFY(road.tree().CheckCamFeatures(text));
+    QVERIFY(!road.tree().CheckCamFeatures(text)); // one at a time
+    QVERIFY(checked.wait(30000));
+    QVERIFY(checked.first().first().toBool() && !QApplication::activeModalWidget());
+    QCOMPARE(names(road.tree().featureDifferences()), QStringList{"Width"});
+    QCOMPARE(road.tree().featureFileResult(),
+             quint32(text == road.text ? FEATURE_FILE_OK : FEATURE_FILE_VERSION));
+    QVERIFY(ended.isEmpty() && !road.tree().isFeatureFileBusy());
+    QCOMPARE(road.writes(), 0);
+    QVERIFY(!grabbing || road.fixture.host().stopGrabbing(road.camera.id));
+    if (state == "read only") {
+        m_pRoad.reset();
+    }
+}
+
+void tst_FeatureRoads::saysWhyAnExportFailed_data()
+{
+    QTest::addColumn<QString>("path"); // in the folder of the test
+    QTest::addColumn<QString>("fault"); // of the device
+    QTest::addColumn<QString>("key");
+    const auto row = [](const char *name, const char *path, const char *fault, const char *key) {
+        QTest::newRow(name) << QString(path) << QString(fault) << QString(key);
+    };
+    row("folder missing", "none/bag", "", "fail_open");
+    row("file in the place of a folder", "bag/bag", "", "fail_open");
+    row("folder in the place of the file", ".", "", "fail_open");
+    row("device instead of a file", "/dev/full", "", "fail_open");
+    row("no room for the whole file", "new", "limit", "fail_write");
+    row("no firmware", "new", "firmware", "fail_firmware");
+    row("access fails", "new", "width", "fail_device");
+    row("stopped", "new", "stop", "fail_stopped");
+}
+
+void tst_FeatureRoads::saysWhyAnExportFailed()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, fault);
+    QFETCH(QString, key);
+    constexpr int NOT_CONNECTED = 2; // of ArvDeviceError
+    constexpr int INVALID_ADDRESS = 14;
+    Road &road = *m_pRoad;
+    struct rlimit former = {};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
+    const auto formerHandler = signal(SIGXFSZ, SIG_IGN);
+    if (fault == "limit") {
+        struct rlimit small = former;
+        small.rlim_cur = 100;
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    } else if (!fault.isEmpty()) {
+        road.control().setFailing(fault == "firmware" ? 0x100 : 0x1000,
+                                  fault == "firmware" ? INVALID_ADDRESS : NOT_CONNECTED);
+    }
+    QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndExportFeature);
+    road.tree().SaveCamFeatures(true, QDir(road.folder.path()).absoluteFilePath(path));
+    if (fault == "stop") {
+        road.tree().StopThread(true);
+        road.tree().StopThread(false);
+    }
+    const bool isEnded = ended.count() || ended.wait(30000);
+    setrlimit(RLIMIT_FSIZE, &former);
+    signal(SIGXFSZ, formerHandler);
+    road.control().setFailing(fault == "firmware" ? 0x100 : 0x1000, 0);
+    QVERIFY(isEnded && !ended.first().first().toBool());
+    QVERIFY2(road.tree().featureFileFailure().contains(key),
+             qPrintable(road.tree().featureFileFailure()));
+    QVERIFY(!QFile::exists(road.folder.filePath("new")) && QFile::exists("/dev/full"));
 }
 
 void tst_FeatureRoads::oneImportAtATime()
 {
     QObject context;
-    Road road;
-    QVERIFY(road.ok);
-    const QString text = road.exported();
-    QVERIFY(taskOf(road.camera)->SetIntegerValue("Width", road.width() - 64, nullptr));
+    Road &road = *m_pRoad;
+    road.change();
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     int endedInside = -1;
     QSignalSpy exported(road.camera.tree, &VexaFeatureTree::SigEndExportFeature);
     whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
-        road.tree().LoadCamFeatures(true, text);
+        road.tree().LoadCamFeatures(true, road.text);
         endedInside = ended.count();
         // An export may run below the dialog; the import that goes on takes its own text again.
         road.tree().SaveCamFeatures(true, road.folder.filePath("other"));
         dialog->accept();
     });
-    road.tree().LoadCamFeatures(true, text);
+    road.tree().LoadCamFeatures(true, road.text);
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 2, 30000);
     QCOMPARE(endedInside, 1);
     QCOMPARE(ended.at(0).first().toBool(), false);
@@ -263,7 +432,9 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle_data()
     QTest::addColumn<QString>("event");
     QTest::newRow("dialog, grabbing since") << "dialog"
                                             << "grab";
-    for (const char *job : {"export", "check", "dialog", "dialog over an export"}) {
+    for (const char *job :
+         {"export", "check only", "check", "question", "dialog", "dialog over an export", "apply",
+          "save dialog", "save hint", "open dialog"}) {
         for (const char *event : {"close", "restart", "delete"}) {
             QTest::addRow("%s, %s", job, event) << QString(job) << QString(event);
         }
@@ -274,16 +445,18 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
 {
     QFETCH(QString, job);
     QFETCH(QString, event);
+    const std::unique_ptr<Road> broken = std::move(m_pRoad);
     QObject context;
-    Road road;
-    QVERIFY(road.ok);
-    const QString text = road.exported();
-    QVERIFY(taskOf(road.camera)->SetIntegerValue("Width", road.width() - 64, nullptr));
-    QSignalSpy imported(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
-    QSignalSpy exported(road.camera.tree, &VexaFeatureTree::SigEndExportFeature);
-    bool happened = false;
+    Road &road = *broken;
+    QString text = road.text;
+    road.change();
     const QPointer<VexaFeatureTree> tree = road.camera.tree;
+    QSignalSpy ends[] = {{tree, &VexaFeatureTree::SigEndImportFeature},
+                         {tree, &VexaFeatureTree::SigEndExportFeature},
+                         {tree, &VexaFeatureTree::SigEndCheckFeature}};
+    bool happened = false;
     const auto happen = [&] {
+        happened = true;
         if (event == "close") {
             tree->OnCameraClose();
         } else if (event == "restart") {
@@ -293,88 +466,129 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
         } else {
             road.fixture.close(road.camera);
         }
-        happened = true;
     };
-    if (job.startsWith("dialog")) {
-        whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
-            if (job != "dialog") {
-                road.camera.device.control->setLatency(2000);
-                tree->SaveCamFeatures(true, road.folder.filePath("middle"));
-            }
+    QTimer middle;
+    connect(&middle, &QTimer::timeout, &context, [&] {
+        if (job == "apply" ? road.writes() > 0 : road.control().accessLog().size() > 1) {
+            middle.stop();
             happen();
-            if (event == "grab") {
+        }
+    });
+    const auto slowDown = [&] {
+        road.control().setLatency(20000);
+        middle.start(1);
+    };
+    const QString path = road.folder.filePath("middle.vxf");
+    if (job == "save dialog" || job == "open dialog") {
+        choose(&context, job == "save dialog" ? path : road.folder.filePath("bag"), happen);
+        whenUp<CustomSaveDoneHintDlg>(&context, [](auto *hint) { hint->accept(); });
+    } else if (job == "save hint") {
+        choose(&context, path);
+        whenUp<CustomSaveDoneHintDlg>(&context, [&](auto *) { happen(); });
+    } else if (job == "question") {
+        text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
+        whenUp<CustomMessageBox>(&context, [&](CustomMessageBox *box) {
+            const QPointer<CustomMessageBox> asked = box;
+            happen();
+            QVERIFY(asked);
+            asked->accept();
+        });
+    } else if (job.startsWith("dialog") || job == "apply") {
+        whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
+            if (job == "dialog over an export") {
+                road.control().setLatency(20000);
+                tree->SaveCamFeatures(true, path);
+            }
+            if (job != "apply") {
+                happen();
+            }
+            if (job == "apply" || event == "grab") {
                 dialog->accept();
+            }
+            if (job == "apply") {
+                slowDown();
             }
         });
     } else {
-        road.camera.device.control->setLatency(2000);
-        QTimer::singleShot(100, &context, happen);
+        slowDown();
     }
-    if (job == "export") {
-        tree->SaveCamFeatures(true, road.folder.filePath("middle"));
+    const bool silent = !job.startsWith("save") && job != "open dialog";
+    if (job == "export" || job.startsWith("save")) {
+        tree->SaveCamFeatures(silent, silent ? path : QString());
+    } else if (job == "check only") {
+        QVERIFY(tree->CheckCamFeatures(text));
     } else {
-        tree->LoadCamFeatures(true, text);
+        tree->LoadCamFeatures(silent, silent ? text : QString());
     }
     QTRY_VERIFY_WITH_TIMEOUT(happened, 30000);
     QTRY_VERIFY_WITH_TIMEOUT(!tree || !tree->isFeatureFileBusy(), 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(tree.isNull(), event == "delete", 30000);
     QCoreApplication::processEvents();
-    QCOMPARE(exported.count(), job.endsWith("export") ? 1 : 0);
-    QCOMPARE(imported.count(), job == "export" ? 0 : 1);
-    QCOMPARE((exported + imported).first().first().toBool(), false);
-    QCOMPARE((exported + imported).last().first().toBool(), false);
-    QVERIFY(!QFile::exists(road.folder.filePath("middle")));
-    QCOMPARE(event == "delete", tree.isNull());
+    const auto told = ends[0] + ends[1] + ends[2];
+    QCOMPARE(ends[1].count(), job.endsWith("export") ? 1 : 0);
+    QCOMPARE(told.size(), silent ? 1 + int(job == "dialog over an export") : 0);
+    QVERIFY(std::none_of(told.cbegin(), told.cend(),
+                         [](const auto &arguments) { return arguments.first().toBool(); }));
+    // A device that came back while the user chose is the one that was meant.
+    QCOMPARE(QFile::exists(path),
+             job == "save hint" || (job == "save dialog" && event == "restart"));
+    QCOMPARE(road.writes() > 0, job == "apply");
+    QVERIFY(!tree || job == "save hint" || !silent
+            || tree->featureFileFailure().contains(event == "grab" ? "grab" : "stop"));
 }
 
 void tst_FeatureRoads::endsWhenTheDeviceGoes()
 {
     QObject context;
-    Road road;
-    QVERIFY(road.ok);
-    const QString text = road.exported();
-    const qint64 width = road.width();
-    QVERIFY(taskOf(road.camera)->SetIntegerValue("Width", width - 64, nullptr));
+    const std::unique_ptr<Road> broken = std::move(m_pRoad);
+    Road &road = *broken;
+    road.change();
+    const auto *button = road.tree().findChild<VexaFeatureToolBar *>()->findChild<QButtonGroup *>();
+    const auto *import = button->button(VexaFeatureToolBar::BUTTON_IMPORT);
+    const int id = int(road.camera.id);
+    road.tree().UpdateToolBarBtn(1, id, false);
+    QVERIFY(import->isEnabled());
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
-        road.camera.device.control->vanish();
+        road.control().vanish();
+        road.tree().UpdateToolBarBtn(0, id, false); // as a host does that hears of the loss
         dialog->accept();
     });
-    road.tree().LoadCamFeatures(true, text);
+    road.tree().LoadCamFeatures(true, road.text);
+    QVERIFY(!import->isEnabled());
     QVERIFY(ended.wait(30000));
     QVERIFY(!ended.first().first().toBool());
     QCOMPARE(road.tree().featureFileResult(), quint32(FEATURE_FILE_NO_DEVICE));
+    QVERIFY(!import->isEnabled()); // a job that ends does not bring the device back
     QSignalSpy exported(road.camera.tree, &VexaFeatureTree::SigEndExportFeature);
     road.tree().SaveCamFeatures(true, road.folder.filePath("gone"));
     QVERIFY(exported.count() || exported.wait(30000));
     QVERIFY(!exported.first().first().toBool() && !QFile::exists(road.folder.filePath("gone")));
+    QVERIFY(!import->isEnabled());
+    road.tree().UpdateToolBarBtn(1, id, false);
+    QVERIFY(import->isEnabled());
 }
 
 void tst_FeatureRoads::goesThroughTheFileDialogs()
 {
     QObject context;
-    Road road;
-    QVERIFY(road.ok);
+    Road &road = *m_pRoad;
+    road.control().poke(0x1000, QByteArray::fromHex("00000280"));
     const QString path = road.folder.filePath("chosen.vxf");
-    // The dialog reads the folder in its own time, and accepts nothing before.
-    QTimer chooser;
-    connect(&chooser, &QTimer::timeout, &context, [path] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (dialog) {
-            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
-        }
+    choose(&context, path);
+    bool hinted = false;
+    whenUp<CustomSaveDoneHintDlg>(&context, [&](CustomSaveDoneHintDlg *hint) {
+        hinted = true;
+        hint->accept();
     });
-    chooser.start(50);
     road.tree().SaveCamFeatures(false, QString());
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path), 30000);
-    QTRY_VERIFY_WITH_TIMEOUT(!road.tree().isFeatureFileBusy(), 30000);
-    // The hint goes by itself.
-    QTRY_VERIFY_WITH_TIMEOUT(!QApplication::activeModalWidget(), 10000);
-    const qint64 before = road.width();
-    QVERIFY(taskOf(road.camera)->SetIntegerValue("Width", before - 64, nullptr));
+    QTRY_VERIFY_WITH_TIMEOUT(hinted && !road.tree().isFeatureFileBusy(), 30000);
+    QVERIFY(QFile::exists(path));
+    road.change();
     whenUp<VexaFeatureDiff>(&context, [](VexaFeatureDiff *dialog) { dialog->accept(); });
     road.tree().LoadCamFeatures(false, QString());
-    QTRY_COMPARE_WITH_TIMEOUT(road.width(), before, 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(road.width(), WIDTH, 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(!road.tree().isFeatureFileBusy(), 30000);
 }
 
 void tst_FeatureRoads::listsDifferences()
@@ -397,6 +611,7 @@ void tst_FeatureRoads::listsDifferences()
     QCOMPARE(table->model()->index(1, 3).data().toString(), QString("/"));
     dialog.show();
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(!table->horizontalScrollBar()->isVisible()); // all four columns are in sight
     if (qEnvironmentVariableIsSet("VEXA_TEST_PICTURE")) {
         dialog.grab().save(qEnvironmentVariable("VEXA_TEST_PICTURE"));
     }

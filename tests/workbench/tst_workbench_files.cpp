@@ -2,7 +2,6 @@
 #include "WindowFixture.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/FeatureFileRunner.h"
-#include "host/workbench/HeadlessBoxes.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "tests/workbench/WorkbenchProcess.h"
 #include "tree/VexaFeatureTree.h"
@@ -334,8 +333,7 @@ void WorkbenchFilesTest::checksDoNotWrite()
     const QString path = m_workbench.write(QStringLiteral("check.vxf"), text);
     fixture.control(id).clearAccessLog();
     fixture.control(id).setLogging(true);
-    HeadlessBoxes boxes(false);
-    FeatureFileRunner runner(boxes, false, std::chrono::seconds(30));
+    FeatureFileRunner runner(false, std::chrono::seconds(30));
     QSignalSpy finished(&runner, &FeatureFileRunner::finished);
     runner.start({FeatureFileJob::Kind(kind), path}, {fixture.session(id)->tree()});
     QVERIFY(finished.wait(WindowFixture::LONG_WAIT));
@@ -373,8 +371,7 @@ void WorkbenchFilesTest::jobsEndOnSilentRoads()
     QTemporaryDir folder;
     const QString path = isExport ? folder.filePath(QStringLiteral("a.vxf"))
                                   : m_workbench.write(QStringLiteral("check.vxf"), m_base);
-    HeadlessBoxes boxes(false);
-    FeatureFileRunner runner(boxes, false, std::chrono::milliseconds(400));
+    FeatureFileRunner runner(false, std::chrono::milliseconds(400));
     QSignalSpy finished(&runner, &FeatureFileRunner::finished);
     fixture.control(id).blockNextAccess();
     runner.start({FeatureFileJob::Kind(kind), path}, {fixture.session(id)->tree()});
