@@ -123,7 +123,7 @@
     </message>
     <message>
         <source>lang_qfeaturediff_currentvalue</source>
-        <translation>Current Value</translation>
+        <translation>On Device</translation>
     </message>
     <message>
         <source>lang_qfeaturediff_featurediff</source>
@@ -139,7 +139,7 @@
     </message>
     <message>
         <source>lang_qfeaturediff_importfeature</source>
-        <translation>Value in File</translation>
+        <translation>In File</translation>
     </message>
     <message>
         <source>lang_qfeaturediff_importok</source>

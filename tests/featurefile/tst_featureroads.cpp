@@ -4,6 +4,7 @@
 #include "UtilityKit/VexaInterface.h"
 #include "featurefile/FeatureFileFormat.h"
 #include "featurefile/VexaFeatureDiff.h"
+#include "host/translations/Translations.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "tests/featurefile/FeatureFileLines.h"
 #include "tests/support/ModuleFixture.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRandomGenerator>
@@ -611,9 +613,19 @@ void tst_FeatureRoads::listsDifferences()
     QCOMPARE(table->model()->index(1, 3).data().toString(), QString("/"));
     dialog.show();
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-    QVERIFY(!table->horizontalScrollBar()->isVisible()); // all four columns are in sight
-    if (qEnvironmentVariableIsSet("VEXA_TEST_PICTURE")) {
-        dialog.grab().save(qEnvironmentVariable("VEXA_TEST_PICTURE"));
+    for (const char *language : {"CH", "ENG"}) {
+        const QString former = dialog.windowTitle();
+        installLanguage(*qApp, language);
+        QTRY_VERIFY(dialog.windowTitle() != former);
+        if (qEnvironmentVariableIsSet("VEXA_TEST_PICTURE")) {
+            dialog.grab().save(qEnvironmentVariable("VEXA_TEST_PICTURE") + language + ".png");
+        }
+        QVERIFY(!table->horizontalScrollBar()->isVisible()); // all four columns are in sight
+        for (int column = 0; column < 4; ++column) {
+            const QString title = table->model()->headerData(column, Qt::Horizontal).toString();
+            QVERIFY(table->fontMetrics().horizontalAdvance(title) + 4
+                    <= table->columnWidth(column));
+        }
     }
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QCOMPARE(dialog.result(), int(QDialog::Rejected));
