@@ -7,6 +7,8 @@
 #include <QAction>
 #include <QComboBox>
 #include <QMenu>
+#include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTextEdit>
 #include <QtTest>
 
@@ -49,6 +51,7 @@ private slots:
     void refusals();
     void removingAllSparesTheDevicesOwnRows();
     void removedDuringAPass();
+    void addedDuringAnExport();
     void contextMenu();
     void levelReachesEveryTree();
     void jumpShowsTheRow();
@@ -190,6 +193,23 @@ void tst_favourites::removedDuringAPass()
     }
     QVERIFY(ModuleFixture::waitForFirstUpdate(f.camera));
     QVERIFY(f.readsUntil([&] { return shownValue(f.row(1, 1)) == 20; }));
+}
+
+void tst_favourites::addedDuringAnExport()
+{
+    QByteArray xml = description();
+    xml.replace("<Port ",
+                "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0x2000</Address>"
+                "<Length>4</Length><pPort>Device</pPort></StringReg><Port ");
+    Opened f(xml);
+    const QTemporaryDir folder;
+    QSignalSpy ended(f.tree, &VexaFeatureTree::SigEndExportFeature);
+    f.camera.device.control->setLatency(20000);
+    f.tree->SaveCamFeatures(true, folder.filePath("bag"));
+    f.tree->addFavoriteItem(f.row(1, 1));
+    QVERIFY(f.marks() == 1 && ended.isEmpty());
+    f.camera.device.control->setLatency(0);
+    QVERIFY(ended.wait(30000) && ended.first().first().toBool());
 }
 
 void tst_favourites::contextMenu()
