@@ -10,13 +10,12 @@ namespace {
 QByteArray categories(const QString &strText)
 {
     QByteArray xml;
-    const QStringList groups = strText.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    const QStringList groups = strText.split(';', Qt::SkipEmptyParts);
     for (const QString &strGroup : groups) {
-        const QByteArray element = strGroup.startsWith(QLatin1Char('@')) ? "Node" : "Category";
-        const QString strName = strGroup.section(QLatin1Char(':'), 0, 0).remove(QLatin1Char('@'));
+        const QByteArray element = strGroup.startsWith('@') ? "Node" : "Category";
+        const QString strName = strGroup.section(':', 0, 0).remove('@');
         xml += '<' + element + " Name=\"" + strName.toUtf8() + "\">";
-        const QStringList features =
-            strGroup.section(QLatin1Char(':'), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+        const QStringList features = strGroup.section(':', 1).split(',', Qt::SkipEmptyParts);
         for (const QString &strFeature : features) {
             xml += "<pFeature>" + strFeature.toUtf8() + "</pFeature>";
         }
@@ -33,13 +32,13 @@ QString treeText(const VexaPropertyTreeItem *pItem)
         const VexaPropertyTreeItem *pChild = pItem->child(nRow);
         QString strWord = pChild->value()->m_strNodeName;
         if (pChild->itemType() == ITEM_CATEGORY) {
-            strWord += QLatin1Char('(') + treeText(pChild) + QLatin1Char(')');
+            strWord += '(' + treeText(pChild) + ')';
         } else if (!pChild->tagName().isEmpty()) {
-            strWord += QLatin1Char('/') + pChild->tagName();
+            strWord += '/' + pChild->tagName();
         }
         words.append(strWord);
     }
-    return words.join(QLatin1Char(' '));
+    return words.join(' ');
 }
 
 struct Build
@@ -69,7 +68,6 @@ class tst_featuretreebuilder : public QObject
 private slots:
     void tree_data();
     void tree();
-    void leftOutNames();
     void elementMap();
     void elementsOutliveTheDocument();
     void rebuild();
@@ -96,8 +94,10 @@ void tst_featuretreebuilder::tree_data()
         "A=Root B=A a=A b=B x=Root");
     row("category without a link stays out", "Root:a;Lonely:b", "", "a", "a", "a=Root");
     row("blanks around a link", "Root: a ", "<Boolean Name=\"a\"/>", "a/Boolean", "a", "a=Root");
-    row("grades have no rows but keep their names", "Root:SymbolContrastC,SingleTrigger,a", "", "a",
-        "SymbolContrastC SingleTrigger a", "SingleTrigger=Root SymbolContrastC=Root a=Root");
+    row("grades have no rows but keep their names",
+        "Root:SymbolContrastC,SingleTrigger,ModulationE", "", "ModulationE",
+        "SymbolContrastC SingleTrigger ModulationE",
+        "ModulationE=Root SingleTrigger=Root SymbolContrastC=Root");
     row("selectors of the optics stand at the top", "Root:A;A:FocusOptSelect,a,SamOptSelect", "",
         "A(a) FocusOptSelect SamOptSelect", "A FocusOptSelect a SamOptSelect",
         "A=Root FocusOptSelect=Root SamOptSelect=Root a=A");
@@ -117,27 +117,13 @@ void tst_featuretreebuilder::tree()
     QFETCH(QByteArray, nodes);
     const Build build(::categories(categories) + nodes);
     QTEST(build.text(), "tree");
-    QTEST(build.builder.allFeatureNames().join(QLatin1Char(' ')), "names");
+    QTEST(build.builder.allFeatureNames().join(' '), "names");
     QStringList parents;
     for (auto row = build.builder.featureParentMap().cbegin();
          row != build.builder.featureParentMap().cend(); ++row) {
-        parents.append(row.key() + QLatin1Char('=') + row.value());
+        parents.append(row.key() + '=' + row.value());
     }
-    QTEST(parents.join(QLatin1Char(' ')), "parents");
-}
-
-void tst_featuretreebuilder::leftOutNames()
-{
-    const QStringList out{QStringLiteral("Modulation"), QStringLiteral("DefectsD"),
-                          QStringLiteral("TDCRPrintGrowthA"), QStringLiteral("SingleTrigger")};
-    for (const QString &strName : out) {
-        QVERIFY2(!FeatureTreeBuilder::IsNeedCreateItem(strName), qPrintable(strName));
-    }
-    const QStringList in{QStringLiteral("ModulationE"), QStringLiteral("SingleTriggerA"),
-                         QStringLiteral("TDCRDefects"), QString()};
-    for (const QString &strName : in) {
-        QVERIFY2(FeatureTreeBuilder::IsNeedCreateItem(strName), qPrintable(strName));
-    }
+    QTEST(parents.join(' '), "parents");
 }
 
 void tst_featuretreebuilder::elementMap()
@@ -146,14 +132,13 @@ void tst_featuretreebuilder::elementMap()
                       "<Enumeration Name=\"e\"><Wrap><EnumEntry Name=\"a\"><Integer "
                       "Name=\"inner\"/></EnumEntry></Wrap>"
                       "</Enumeration><Float Name=\"b\"/><Boolean Name=\"b\"/>");
-    QCOMPARE(QStringList(build.builder.elementMap().keys()).join(QLatin1Char(' ')),
-             QStringLiteral("a b e"));
+    QCOMPARE(QStringList(build.builder.elementMap().keys()).join(' '), QString("a b e"));
     QDomElement found;
-    QVERIFY(build.builder.GetDomElementNode(QStringLiteral("a"), found));
-    QCOMPARE(found.tagName(), QStringLiteral("Integer")); // not the entry
-    QVERIFY(build.builder.GetDomElementNode(QStringLiteral("b"), found));
-    QCOMPARE(found.tagName(), QStringLiteral("Boolean")); // the later
-    QVERIFY(!build.builder.GetDomElementNode(QStringLiteral("inner"), found));
+    QVERIFY(build.builder.GetDomElementNode("a", found));
+    QCOMPARE(found.tagName(), QString("Integer")); // not the entry
+    QVERIFY(build.builder.GetDomElementNode(QString("b"), found));
+    QCOMPARE(found.tagName(), QString("Boolean")); // the later
+    QVERIFY(!build.builder.GetDomElementNode(QString("inner"), found));
 }
 
 void tst_featuretreebuilder::elementsOutliveTheDocument()
@@ -162,18 +147,18 @@ void tst_featuretreebuilder::elementsOutliveTheDocument()
                 "Name=\"entry\"/></StructReg>");
     build.document.clear();
     QDomElement entry;
-    QVERIFY(build.builder.GetDomElementNode(QStringLiteral("entry"), entry));
-    QCOMPARE(entry.previousSiblingElement().text(), QStringLiteral("x"));
-    QCOMPARE(entry.parentNode().toElement().attribute(QStringLiteral("Name")), QStringLiteral("s"));
+    QVERIFY(build.builder.GetDomElementNode("entry", entry));
+    QCOMPARE(entry.previousSiblingElement().text(), QString("x"));
+    QCOMPARE(entry.parentNode().toElement().attribute(QString("Name")), QString("s"));
 }
 
 void tst_featuretreebuilder::rebuild()
 {
-    Build build(categories(QStringLiteral("Root:A;A:a")));
+    Build build(categories("Root:A;A:a"));
     const VexaPropertyTreeItem *pRoot = build.builder.rootItem();
     build.rebuild();
     QCOMPARE(build.builder.rootItem(), pRoot);
-    QCOMPARE(build.text(), QStringLiteral("A(a)"));
+    QCOMPARE(build.text(), QString("A(a)"));
     QCOMPARE(build.builder.allFeatureNames().size(), 4); // grows until reset
     build.builder.reset();
     QVERIFY(build.builder.allFeatureNames().isEmpty() && build.builder.allTreeItems().isEmpty());
@@ -184,37 +169,37 @@ void tst_featuretreebuilder::rebuild()
 
 void tst_featuretreebuilder::everyRowHasTheView()
 {
-    Build build(categories(QStringLiteral("Root:A,x;A:a")));
+    Build build(categories("Root:A,x;A:a"));
     for (VexaPropertyTreeItem *pItem : build.builder.allTreeItems()) {
         pItem->setReadOnly(1, false);
     }
-    QCOMPARE(build.view.take(), QStringLiteral("readonly:A:0 readonly:a:0 readonly:x:0"));
+    QCOMPARE(build.view.take(), QString("readonly:A:0 readonly:a:0 readonly:x:0"));
 }
 
 void tst_featuretreebuilder::categoriesShareAFeature()
 {
-    Build build(categories(QStringLiteral("Root:A,B,C;A:a;B:a;C:a")) + "<Integer Name=\"a\"/>");
-    VexaPropertyTreeItem *pLast = build.builder.allTreeItems().value(QStringLiteral("a"));
-    QCOMPARE(pLast->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QStringLiteral("C"));
+    Build build(categories("Root:A,B,C;A:a;B:a;C:a") + "<Integer Name=\"a\"/>");
+    VexaPropertyTreeItem *pLast = build.builder.allTreeItems().value("a");
+    QCOMPARE(pLast->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName, QString("C"));
     QStringList others;
     for (VexaPropertyTreeItem *pRow : pLast->otherRows()) {
         others.append(pRow->parent(PARENT_FEATURE_TREE)->value()->m_strNodeName);
-        QCOMPARE(pRow->tagName(), QStringLiteral("Integer"));
+        QCOMPARE(pRow->tagName(), QString("Integer"));
         pRow->setReadOnly(1, false);
         QVERIFY(!pLast->readOnly());
         pRow->setReadOnly(1, true);
         QVERIFY(pLast->readOnly());
     }
     others.sort();
-    QCOMPARE(others, (QStringList{QStringLiteral("A"), QStringLiteral("B")}));
+    QCOMPARE(others, (QStringList{QString("A"), QString("B")}));
 }
 
 void tst_featuretreebuilder::sharedCategoriesEnd()
 {
     // Each level links the next one twice: 2 to the power of 60 rows without a limit.
-    QString strText = QStringLiteral("Root:L0;");
+    QString strText = "Root:L0;";
     for (int nLevel = 0; nLevel < 60; ++nLevel) {
-        strText += QStringLiteral("L%1:L%2,L%2;").arg(nLevel).arg(nLevel + 1);
+        strText += QString("L%1:L%2,L%2;").arg(nLevel).arg(nLevel + 1);
     }
     QTest::ignoreMessage(QtWarningMsg,
                          "The description links more than 200000 features; the rest has no rows.");
@@ -224,9 +209,9 @@ void tst_featuretreebuilder::sharedCategoriesEnd()
 
 void tst_featuretreebuilder::deepDescriptionsEnd()
 {
-    QString strText = QStringLiteral("Root:L0;");
+    QString strText = "Root:L0;";
     for (int nLevel = 0; nLevel < 5000; ++nLevel) {
-        strText += QStringLiteral("L%1:L%2;").arg(nLevel).arg(nLevel + 1);
+        strText += QString("L%1:L%2;").arg(nLevel).arg(nLevel + 1);
     }
     const Build chain(categories(strText));
     int nDepth = 0;
@@ -238,7 +223,7 @@ void tst_featuretreebuilder::deepDescriptionsEnd()
 
     const Build groups(QByteArray("<Group>").repeated(5000) + "<Integer Name=\"deep\"/>"
                        + QByteArray("</Group>").repeated(5000));
-    QVERIFY(groups.builder.elementMap().contains(QStringLiteral("deep")));
+    QVERIFY(groups.builder.elementMap().contains("deep"));
 }
 
 QTEST_GUILESS_MAIN(tst_featuretreebuilder)

@@ -18,6 +18,22 @@ CTreeIntergerItemValue &integerOf(const VexaPropertyTreeItem *pItem)
     return *dynamic_cast<CTreeIntergerItemValue *>(pItem->value());
 }
 
+/// Two rows over a recorder.
+struct Rows
+{
+    explicit Rows(const QString &strTag = QString())
+        : pItem(makeItem(&root, "A", strTag))
+        , pPartner(makeItem(&root, "B", strTag))
+    {
+        pItem->registerView(&view);
+        pPartner->registerView(&view);
+    }
+    NotifyRecorder view;
+    VexaPropertyTreeItem root;
+    VexaPropertyTreeItem *const pItem;
+    VexaPropertyTreeItem *const pPartner;
+};
+
 QString childNames(const VexaPropertyTreeItem &parent)
 {
     QString strNames;
@@ -34,21 +50,15 @@ class tst_propertytreeitem : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void newItem();
     void tagChoosesTheValue();
     void children();
-    void rowsAfterMoves();
     void parentsOfTwoKinds();
     void mappingIsSymmetric();
     void copyTakesState();
     void readOnlyReachesThePartner();
-    void expanded();
-    void endUpdate_data();
     void endUpdate();
     void endUpdateUntilTheEditorFollows();
     void partnerGetsTheValue();
-    void specialOnBothRows();
-    void search_data();
     void search();
     void lastVisibleChild();
     void readingsOutOfOrder();
@@ -62,62 +72,41 @@ void tst_propertytreeitem::initTestCase()
     ShellHost::useTransientSettings();
 }
 
-void tst_propertytreeitem::newItem()
-{
-    VexaPropertyTreeItem item;
-    QVERIFY(item.readOnly() && item.visible() && item.isFeatureTreeItem() && item.value());
-    QVERIFY(!item.isValueCached());
-    QCOMPARE(int(item.itemType()), 3);
-    QCOMPARE(item.visibilityString(), QStringLiteral("Beginner"));
-    QCOMPARE(item.indexInParent(PARENT_FEATURE_TREE), -1);
-}
-
 void tst_propertytreeitem::tagChoosesTheValue()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("Name"));
-    VexaPropertyTreeItem *pPartner = makeItem(&root, QStringLiteral("Name"));
+    VexaPropertyTreeItem *pItem = makeItem(&root, "Name");
+    VexaPropertyTreeItem *pPartner = makeItem(&root, "Name");
     pPartner->setMappingItem(pItem);
-    pItem->value()->m_strTranslateName = QStringLiteral("Uebersetzt");
-    pItem->setTagName(QStringLiteral("Integer"));
+    pItem->value()->m_strTranslateName = "Uebersetzt";
+    pItem->setTagName("Integer");
     const CTreeItemValue *pValue = pItem->value();
     QVERIFY(dynamic_cast<const CTreeIntergerItemValue *>(pValue));
     QVERIFY(dynamic_cast<const CTreeIntergerItemValue *>(pPartner->value()));
-    QCOMPARE(pValue->m_strNodeName + pValue->m_strTranslateName, QStringLiteral("NameUebersetzt"));
-    pItem->setTagName(QStringLiteral("Integer"));
+    QCOMPARE(pValue->m_strNodeName + pValue->m_strTranslateName, QString("NameUebersetzt"));
+    pItem->setTagName("Integer");
     pItem->setTagName(QString());
     QCOMPARE(pItem->value(), pValue);
-    QCOMPARE(pItem->tagName(), QStringLiteral("Integer"));
+    QCOMPARE(pItem->tagName(), QString("Integer"));
 }
 
 void tst_propertytreeitem::children()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pA = makeItem(&root, QStringLiteral("A"));
-    VexaPropertyTreeItem *pB = makeItem(&root, QStringLiteral("B"));
+    VexaPropertyTreeItem *pA = makeItem(&root, "A");
+    VexaPropertyTreeItem *pB = makeItem(&root, "B");
     root.addChild(pA);
     root.insertChild(0, pB);
-    QCOMPARE(childNames(root), QStringLiteral("AB"));
-    QCOMPARE(root.findChild(QStringLiteral("B")), pB);
-    QVERIFY(!root.findChild(QStringLiteral("b")) && !root.child(2) && !root.child(-1));
-    root.removeChild(pA);
-    root.removeChild(pA);
-    QCOMPARE(childNames(root), QStringLiteral("B"));
-    root.insertChild(99, pA); // behind the end
-    QCOMPARE(childNames(root), QStringLiteral("BA"));
-}
-
-void tst_propertytreeitem::rowsAfterMoves()
-{
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pA = makeItem(&root, QStringLiteral("A"));
-    VexaPropertyTreeItem *pB = makeItem(&root, QStringLiteral("B"));
+    QCOMPARE(childNames(root), QString("AB"));
+    QCOMPARE(root.findChild(QString("B")), pB);
+    QVERIFY(!root.findChild("b") && !root.child(2) && !root.child(-1));
     QCOMPARE(pB->indexInParent(PARENT_FEATURE_TREE), 1);
+    root.removeChild(pA);
     root.removeChild(pA);
     QCOMPARE(pB->indexInParent(PARENT_FEATURE_TREE), 0);
-    root.insertChild(0, pA);
-    QCOMPARE(pB->indexInParent(PARENT_FEATURE_TREE), 1);
-    QCOMPARE(pA->indexInParent(PARENT_FEATURE_TREE), 0);
+    QCOMPARE(childNames(root), QString("B"));
+    root.insertChild(99, pA); // behind the end
+    QCOMPARE(childNames(root), QString("BA"));
 }
 
 void tst_propertytreeitem::parentsOfTwoKinds()
@@ -126,8 +115,8 @@ void tst_propertytreeitem::parentsOfTwoKinds()
     VexaPropertyTreeItem root;
     VexaPropertyTreeItem page;
     VexaPropertyTreeItem otherPage;
-    makeItem(&page, QStringLiteral("first"));
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"));
+    makeItem(&page, "first");
+    VexaPropertyTreeItem *pItem = makeItem(&root, "A");
     pItem->setParent(&page, PAGE);
     QCOMPARE(pItem->parent(PARENT_FEATURE_TREE), &root);
     QCOMPARE(pItem->indexInParent(PAGE), 1);
@@ -162,110 +151,84 @@ void tst_propertytreeitem::mappingIsSymmetric()
 void tst_propertytreeitem::copyTakesState()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pSource =
-        makeItem(&root, QStringLiteral("Name"), QStringLiteral("Integer"));
+    VexaPropertyTreeItem *pSource = makeItem(&root, "Name", "Integer");
     integerOf(pSource).m_nValue = 9;
     pSource->setItemType(ITEM_FEATURE);
     pSource->setReadOnly(CAMERA, false);
     pSource->setVisible(false, CAMERA, true);
-    pSource->setVisibilityString(QStringLiteral("Guru"));
+    pSource->setVisibilityString("Guru");
     VexaPropertyTreeItem copy;
     copy.copy(pSource);
     QCOMPARE(integerOf(&copy).m_nValue, qint64(9));
-    QCOMPARE(copy.value()->m_strNodeName, QStringLiteral("Name"));
-    QCOMPARE(copy.visibilityString(), QStringLiteral("Guru"));
+    QCOMPARE(copy.value()->m_strNodeName, QString("Name"));
+    QCOMPARE(copy.visibilityString(), QString("Guru"));
     QVERIFY(!copy.readOnly() && !copy.visible() && copy.itemType() == ITEM_FEATURE);
     QVERIFY(!copy.parent(PARENT_FEATURE_TREE) && !copy.mappingItem());
 }
 
 void tst_propertytreeitem::readOnlyReachesThePartner()
 {
-    NotifyRecorder view;
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"));
-    VexaPropertyTreeItem *pPartner = makeItem(&root, QStringLiteral("B"));
-    pItem->registerView(&view);
-    pPartner->registerView(&view);
-    pItem->setReadOnly(CAMERA, false);
-    QCOMPARE(view.take(), QStringLiteral("readonly:A:0"));
-    pItem->setMappingItem(pPartner);
-    pItem->setReadOnly(CAMERA, false); // no change here, but the partner differs
-    QCOMPARE(view.take(), QStringLiteral("readonly:B:0"));
-    pItem->setReadOnly(CAMERA, false);
-    QCOMPARE(view.take(), QString());
-}
-
-void tst_propertytreeitem::expanded()
-{
-    NotifyRecorder view;
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"));
-    pItem->registerView(&view);
-    pItem->setExpanded(true, CAMERA);
-    QCOMPARE(view.take(), QString());
-    makeItem(pItem, QStringLiteral("a"));
-    pItem->setExpanded(true, CAMERA);
-    QCOMPARE(view.take(), QStringLiteral("expanded:A:1"));
-}
-
-void tst_propertytreeitem::endUpdate_data()
-{
-    QTest::addColumn<QString>("representation");
-    QTest::addColumn<qint64>("value");
-    QTest::addColumn<bool>("cached");
-    QTest::addColumn<QString>("told");
-    QTest::newRow("quiet node tells nobody") << "" << qint64(1) << true << "";
-    QTest::newRow("value") << "" << qint64(2) << true << "data:A:-1";
-    QTest::newRow("another representation needs another editor")
-        << "HexNumber" << qint64(1) << true << "data:A:-1recreate";
-    QTest::newRow("shown as read but is not any more") << "" << qint64(1) << false << "data:A:-1";
+    Rows rows;
+    rows.pItem->setReadOnly(CAMERA, false);
+    QCOMPARE(rows.view.take(), QString("readonly:A:0"));
+    rows.pItem->setMappingItem(rows.pPartner);
+    rows.pItem->setReadOnly(CAMERA, false); // no change here, but the partner differs
+    QCOMPARE(rows.view.take(), QString("readonly:B:0"));
+    rows.pItem->setReadOnly(CAMERA, false);
+    rows.pItem->setExpanded(true, CAMERA); // a row without children is not
+    QCOMPARE(rows.view.take(), QString());
 }
 
 void tst_propertytreeitem::endUpdate()
 {
-    QFETCH(QString, representation);
-    QFETCH(qint64, value);
-    QFETCH(bool, cached);
-    NotifyRecorder view;
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"), QStringLiteral("Integer"));
-    pItem->registerView(&view);
-    integerOf(pItem).m_nValue = 1;
-    pItem->setValueCached(true);
-    pItem->editorTookOver();
-
-    integerOf(pItem).m_nValue = value;
-    integerOf(pItem).m_strRepresentation = representation;
-    pItem->setValueCached(cached);
-    pItem->endUpdateItem(CAMERA);
-    QTEST(view.take(), "told");
+    static const struct
+    {
+        const char *representation;
+        qint64 value;
+        bool cached;
+        const char *told;
+    } rows[] = {{"", 1, true, ""},
+                {"", 2, true, "data:A:-1"},
+                {"HexNumber", 1, true, "data:A:-1recreate"}, // needs another editor
+                {"", 1, false, "data:A:-1"}}; // shown as read, and is not any more
+    for (const auto &row : rows) {
+        Rows items("Integer");
+        integerOf(items.pItem).m_nValue = 1;
+        items.pItem->setValueCached(true);
+        items.pItem->editorTookOver();
+        integerOf(items.pItem).m_nValue = row.value;
+        integerOf(items.pItem).m_strRepresentation = row.representation;
+        items.pItem->setValueCached(row.cached);
+        items.pItem->endUpdateItem(CAMERA);
+        QCOMPARE(items.view.take(), QString(row.told));
+    }
 }
 
 void tst_propertytreeitem::endUpdateUntilTheEditorFollows()
 {
     NotifyRecorder view;
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"), QStringLiteral("Integer"));
+    VexaPropertyTreeItem *pItem = makeItem(&root, "A", "Integer");
     pItem->registerView(&view);
     pItem->endUpdateItem(CAMERA);
     pItem->endUpdateItem(CAMERA);
-    QCOMPARE(view.take(), QStringLiteral("data:A:-1 data:A:-1"));
+    QCOMPARE(view.take(), QString("data:A:-1 data:A:-1"));
 
     // A store between the snapshot and its taking over must be told again.
     const std::unique_ptr<CTreeItemValue> snapshot = pItem->valueSnapshot();
     integerOf(pItem).m_nValue = 5;
     pItem->editorTookOver(*snapshot, pItem->readOnly(), pItem->isValueCached());
     pItem->endUpdateItem(CAMERA);
-    QCOMPARE(view.take(), QStringLiteral("data:A:-1"));
+    QCOMPARE(view.take(), QString("data:A:-1"));
     pItem->editorTookOver(*pItem->valueSnapshot(), pItem->readOnly(), pItem->isValueCached());
     pItem->endUpdateItem(CAMERA);
     QCOMPARE(view.take(), QString());
     // The first read gives what the blank editor's item held already.
     pItem->setValueCached(true);
     pItem->endUpdateItem(CAMERA);
-    QCOMPARE(view.take(), QStringLiteral("data:A:-1"));
+    QCOMPARE(view.take(), QString("data:A:-1"));
 
-    VexaPropertyTreeItem *pCategory = makeItem(&root, QStringLiteral("C"));
+    VexaPropertyTreeItem *pCategory = makeItem(&root, "C");
     pCategory->registerView(&view);
     pCategory->editorTookOver();
     pCategory->setValueCached(true); // no value, nothing to show
@@ -275,88 +238,60 @@ void tst_propertytreeitem::endUpdateUntilTheEditorFollows()
 
 void tst_propertytreeitem::partnerGetsTheValue()
 {
-    NotifyRecorder view;
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"), QStringLiteral("Integer"));
-    VexaPropertyTreeItem *pPartner =
-        makeItem(&root, QStringLiteral("B"), QStringLiteral("Integer"));
+    Rows rows("Integer");
+    NotifyRecorder &view = rows.view;
+    VexaPropertyTreeItem *const pItem = rows.pItem;
+    VexaPropertyTreeItem *const pPartner = rows.pPartner;
     pItem->setMappingItem(pPartner);
-    pItem->registerView(&view);
-    pPartner->registerView(&view);
     pPartner->registerView(nullptr); // skipped
     integerOf(pItem).m_nValue = 4;
     pItem->setValueCached(true);
     pItem->notifyViewUpdate(CAMERA, 1, true, false);
-    QCOMPARE(view.take(), QStringLiteral("data:A:1recreate data:B:1recreate"));
+    QCOMPARE(view.take(), QString("data:A:1recreate data:B:1recreate"));
     QCOMPARE(integerOf(pPartner).m_nValue, qint64(4));
     QVERIFY(pPartner->isValueCached());
-    pItem->value()->m_strToolTip = QStringLiteral("tip");
+    pItem->value()->m_strToolTip = "tip";
     pItem->endUpdateItem(CAMERA); // names come along
-    QCOMPARE(view.take(), QStringLiteral("data:A:-1 data:A:-1"));
-    QCOMPARE(pPartner->value()->m_strToolTip, QStringLiteral("tip"));
-}
-
-void tst_propertytreeitem::specialOnBothRows()
-{
-    NotifyRecorder view;
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"));
-    VexaPropertyTreeItem *pPartner = makeItem(&root, QStringLiteral("B"));
-    pItem->setMappingItem(pPartner);
-    pItem->registerView(&view);
-    pPartner->registerView(&view);
-    pItem->notifiViewSpecialUpdate(NOTIFY_VIEW_SPECIAL_NONE, CAMERA);
-    QCOMPARE(view.take(), QStringLiteral("special:A:0 special:B:0 special:B:0"));
-}
-
-void tst_propertytreeitem::search_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("filter");
-    QTest::addColumn<bool>("found");
-    QTest::newRow("blanks find everything") << "ENG"
-                                            << "   " << true;
-    QTest::newRow("part of the node name, other case") << "ENG"
-                                                       << "OSURET" << true;
-    QTest::newRow("blanks around do not count") << "ENG"
-                                                << " exposuretime " << true;
-    QTest::newRow("display name") << "ENG"
-                                  << "Shutter" << true;
-    QTest::newRow("translation is not searched in English") << "ENG"
-                                                            << "Belichtung" << false;
-    QTest::newRow("translation") << "CH"
-                                 << "belichtung" << true;
-    QTest::newRow("display name is not searched in the other language") << "CH"
-                                                                        << "Shutter" << false;
-    QTest::newRow("node name in any language") << "CH"
-                                               << "exposure" << true;
+    QCOMPARE(view.take(), QString("data:A:-1 data:A:-1"));
+    QCOMPARE(pPartner->value()->m_strToolTip, QString("tip"));
 }
 
 void tst_propertytreeitem::search()
 {
-    QFETCH(QString, language);
-    QFETCH(QString, filter);
+    static const struct
+    {
+        const char *fault;
+        const char *language;
+        const char *filter;
+        bool found;
+    } rows[] = {{"blanks find everything", "ENG", "   ", true},
+                {"part of the node name, other case", "ENG", " OSURET ", true},
+                {"display name", "ENG", "Shutter", true},
+                {"translation is not searched in English", "ENG", "Belichtung", false},
+                {"translation", "CH", "belichtung", true},
+                {"display name is not searched in the other language", "CH", "Shutter", false},
+                {"node name in any language", "CH", "exposure", true}};
     VexaPropertyTreeItem item;
-    item.value()->m_strNodeName = QStringLiteral("ExposureTime");
-    item.value()->m_strDisplayName = QStringLiteral("Shutter");
-    item.value()->m_strTranslateName = QStringLiteral("Belichtungszeit");
-    QLocalCfg::Instance()->m_strPropertyLan = language;
-    const bool found = item.searchVisible(filter);
-    QLocalCfg::Instance()->m_strPropertyLan = QStringLiteral("ENG");
-    QTEST(found, "found");
+    item.value()->m_strNodeName = "ExposureTime";
+    item.value()->m_strDisplayName = "Shutter";
+    item.value()->m_strTranslateName = "Belichtungszeit";
+    for (const auto &row : rows) {
+        QLocalCfg::Instance()->m_strPropertyLan = row.language;
+        QVERIFY2(item.searchVisible(row.filter) == row.found, row.fault);
+    }
+    QLocalCfg::Instance()->m_strPropertyLan = "ENG";
 }
 
 void tst_propertytreeitem::lastVisibleChild()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pA = makeItem(&root, QStringLiteral("Alpha"));
-    VexaPropertyTreeItem *pB = makeItem(&root, QStringLiteral("Beta"));
-    VexaPropertyTreeItem *pC = makeItem(&root, QStringLiteral("Gamma"));
+    VexaPropertyTreeItem *pA = makeItem(&root, "Alpha");
+    VexaPropertyTreeItem *pB = makeItem(&root, "Beta");
+    VexaPropertyTreeItem *pC = makeItem(&root, "Gamma");
     QVERIFY(pC->isLastVisibleChild(QString()));
     pC->setVisible(false, CAMERA, true);
     QVERIFY(pB->isLastVisibleChild(QString()) && !pC->isLastVisibleChild(QString()));
-    QVERIFY(pA->isLastVisibleChild(QStringLiteral("lph"))
-            && !pB->isLastVisibleChild(QStringLiteral("lph")));
+    QVERIFY(pA->isLastVisibleChild("lph") && !pB->isLastVisibleChild("lph"));
     QVERIFY(!root.isLastVisibleChild(QString()));
 }
 
@@ -374,24 +309,22 @@ void tst_propertytreeitem::readingsOutOfOrder()
 void tst_propertytreeitem::snapshotIsWhole()
 {
     VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pCommand =
-        makeItem(&root, QStringLiteral("Run"), QStringLiteral("Command"));
-    pCommand->value()->setValue(QStringLiteral("Execute"));
-    pCommand->value()->m_strCurrentStatus = QStringLiteral("shown");
-    pCommand->value()->m_stepPageNames.insert(0, QStringLiteral("Page"));
+    VexaPropertyTreeItem *pCommand = makeItem(&root, "Run", "Command");
+    pCommand->value()->setValue("Execute");
+    pCommand->value()->m_strCurrentStatus = "shown";
+    pCommand->value()->m_stepPageNames.insert(0, "Page");
     const std::unique_ptr<CTreeItemValue> command = pCommand->valueSnapshot();
-    QCOMPARE(command->displayValue(), QStringLiteral("Execute"));
-    QCOMPARE(command->m_strCurrentStatus + command->m_strNodeName, QStringLiteral("shownRun"));
-    QCOMPARE(command->StepPagesTranslateName(), QStringLiteral("Page"));
+    QCOMPARE(command->displayValue(), QString("Execute"));
+    QCOMPARE(command->m_strCurrentStatus + command->m_strNodeName, QString("shownRun"));
+    QCOMPARE(command->StepPagesTranslateName(), QString("Page"));
 
-    VexaPropertyTreeItem *pEnumeration =
-        makeItem(&root, QStringLiteral("E"), QStringLiteral("Enumeration"));
+    VexaPropertyTreeItem *pEnumeration = makeItem(&root, "E", "Enumeration");
     auto *pEntries = dynamic_cast<CTreeEnumationItemValue *>(pEnumeration->value());
     pEntries->m_nValue = qint64(1) << 40; // must not pass through 32 bits
-    pEntries->updateDisplayName(QStringLiteral("Far"), QStringLiteral("Far"), pEntries->m_nValue);
+    pEntries->updateDisplayName("Far", "Far", pEntries->m_nValue);
     const std::unique_ptr<CTreeItemValue> enumeration = pEnumeration->valueSnapshot();
     pEntries->clearItems();
-    QCOMPARE(enumeration->displayValue(), QStringLiteral("Far"));
+    QCOMPARE(enumeration->displayValue(), QString("Far"));
 }
 
 void tst_propertytreeitem::viewLeavesWhileTold()
@@ -421,15 +354,12 @@ void tst_propertytreeitem::viewLeavesWhileTold()
 
 void tst_propertytreeitem::viewsComeAndGoUnderWorkers()
 {
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, QStringLiteral("A"), QStringLiteral("Integer"));
-    VexaPropertyTreeItem *pPartner =
-        makeItem(&root, QStringLiteral("B"), QStringLiteral("Integer"));
-    pPartner->setMappingItem(pItem);
+    Rows rows("Integer");
+    rows.pPartner->setMappingItem(rows.pItem);
     std::atomic<bool> stop{false};
     std::atomic<int> rounds{0};
     std::vector<std::thread> workers;
-    for (VexaPropertyTreeItem *pWorked : {pItem, pPartner}) {
+    for (VexaPropertyTreeItem *pWorked : {rows.pItem, rows.pPartner}) {
         workers.emplace_back([&stop, &rounds, pWorked] {
             for (int nRound = 0; !stop; ++nRound, ++rounds) {
                 pWorked->updateLock();
@@ -443,17 +373,17 @@ void tst_propertytreeitem::viewsComeAndGoUnderWorkers()
     }
     for (int nRound = 0; nRound < 300 || rounds < 300; ++nRound) {
         const auto view = std::make_unique<NotifyRecorder>();
-        pItem->registerView(view.get());
-        pPartner->registerView(view.get());
-        pItem->editorTookOver();
-        pItem->removeView(view.get());
-        pPartner->removeView(view.get());
+        rows.pItem->registerView(view.get());
+        rows.pPartner->registerView(view.get());
+        rows.pItem->editorTookOver();
+        rows.pItem->removeView(view.get());
+        rows.pPartner->removeView(view.get());
     }
     stop = true;
     for (std::thread &worker : workers) {
         worker.join();
     }
-    QCOMPARE(pItem->readOnly(), pPartner->readOnly());
+    QCOMPARE(rows.pItem->readOnly(), rows.pPartner->readOnly());
 }
 
 QTEST_GUILESS_MAIN(tst_propertytreeitem)
