@@ -185,6 +185,12 @@ void DeviceConnection::close(LastWords lastWords)
     notifyWaiting();
 }
 
+DeviceError DeviceConnection::forgetHeld(const std::atomic<bool> &releasing)
+{
+    m_bForgetHeld = true;
+    return refusal(releasing);
+}
+
 bool DeviceConnection::answers()
 {
     const std::atomic<bool> releasing{false};
@@ -348,6 +354,9 @@ DeviceError DeviceConnection::work(DeviceCall &call)
 {
     const bool isRead = call.m_nReader != 0;
     DeviceSession session = m_session;
+    if (m_bForgetHeld && m_bForgetHeld.exchange(false)) {
+        m_held.drop();
+    }
     if (isRead) {
         session.look = m_held.look(call.m_nReader, *m_pNodes, call.m_question);
     } else {

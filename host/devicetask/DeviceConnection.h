@@ -62,6 +62,8 @@ public:
         return finish(call, releasing, out);
     }
 
+    /// Whatever is held of registers is not used by calls from now on. Waits for nobody; fails as a call would.
+    DeviceError forgetHeld(const std::atomic<bool> &releasing);
     /// Asks the device something harmless; any answer will do. May block for as long as the transport takes.
     bool answers();
     /// Every access fails from now on, those under way included; the device is freed on the connection's thread as
@@ -114,6 +116,7 @@ private:
     const std::unique_ptr<const NodeTable> m_pNodes;
     LocalValues m_locals; ///< of the connection's thread
     HeldValues m_held; ///< of the connection's thread
+    std::atomic<bool> m_bForgetHeld{false}; ///< before the next call
     quint64 m_nChanges = 0; ///< of the connection's thread; see DeviceSession::changes
     std::atomic<unsigned int> m_nAnswered{0}; ///< register accesses that the device answered
     const DeviceSession m_session;

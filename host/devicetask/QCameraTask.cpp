@@ -177,10 +177,11 @@ void QCameraTask::GetXMLDomDocument(QDomDocument &document)
 
 int QCameraTask::ClearGenIcamBuffers()
 {
-    // Any call that is no read of a node drops what is held; a closed task says so.
+    // Without a turn on the connection's thread: the GUI thread asks, and the device may hang.
+    const std::shared_ptr<TaskRecord> keep = d->enter();
+    const std::shared_ptr<DeviceConnection> device = d->connection();
     int error = 0;
-    bool dropped = false;
-    d->read(*this, &error, &dropped, [](const DeviceSession &, bool *) { return DeviceError(); });
+    d->finish(device ? device->forgetHeld(m_bReleasing) : Private::closed(), &error);
     return error;
 }
 

@@ -105,6 +105,7 @@ void CameraLifeTest::closingLeavesAHangingCallBehind()
     QVERIFY(hanging.m_bHangs);
     const std::shared_ptr<MemoryDeviceState> state = hanging.m_device.m_pState;
     // The device is blocked until the end of this: whoever waits for it never comes back.
+    QCOMPARE(hanging.m_device.task().ClearGenIcamBuffers(), 0);
     hanging.m_device.m_host.closeCamera(hanging.m_device.m_nId);
     hanging.join();
     QCOMPARE(hanging.m_nGone.load(), 4);
