@@ -6,9 +6,9 @@
 #include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CustomItemValues.h"
+#include "model/EnumRecord.h"
 #include "model/ItemLocks.h"
 #include "tree/CameraLookup.h"
-#include "tree/EnumRecord.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/VexaFeatureTree.h"
 
@@ -133,7 +133,7 @@ void LightingAccess::setKnownEntry(qint64 nEntry) const
 bool LightingAccess::readEntry(qint64 &nEntry) const
 {
     QCameraTask *const pTask = task();
-    const EnumRecord record = makeEnumRecord();
+    const EnumRecord record;
     if (!pTask || !record
         || !pTask->GetEnumerationValue(m_strSelector, record.get(), nullptr, false, false)) {
         return false;

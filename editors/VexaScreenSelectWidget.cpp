@@ -4,8 +4,8 @@
 #include "editors/EditorHost.h"
 #include "editors/VectorPicture.h"
 #include "model/CustomItemValues.h"
+#include "model/EnumRecord.h"
 #include "tree/CameraLookup.h"
-#include "tree/EnumRecord.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QAccessible>
@@ -56,7 +56,7 @@ const PageRow &pageRow(int nPage)
 int readScreenLanguage(long int lCameraID)
 {
     QCameraTask *const pTask = cameraTaskOf(lCameraID);
-    const EnumRecord record = makeEnumRecord();
+    const EnumRecord record;
     const bool bRead = pTask && record
         && pTask->GetEnumerationValue(QStringLiteral("ScreenLanguage"), record.get(), nullptr,
                                       false, false);

@@ -1,10 +1,10 @@
 // Values of nodes, one for each combination of their selectors' values.
 
 #include "DeviceTaskModule/QCameraTask.h"
-#include "featurefile/EnumRecord.h"
 #include "featurefile/EvalContext.h"
 #include "featurefile/EvalVisit.h"
 #include "model/ElementWalk.h"
+#include "model/EnumRecord.h"
 
 /// A formula on its way through the values of its variables.
 struct EvalContext::Expansion

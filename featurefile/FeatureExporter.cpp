@@ -3,13 +3,13 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "UtilityKit/VexaInterface.h"
-#include "featurefile/EnumRecord.h"
 #include "featurefile/FeatureFileFilters.h"
 #include "featurefile/FeatureFileFormat.h"
 #include "featurefile/FeatureFileRules.h"
 #include "featurefile/PlainValue.h"
 #include "featurefile/RegisterDump.h"
 #include "model/ElementWalk.h"
+#include "model/EnumRecord.h"
 
 #include <QDebug>
 
@@ -170,7 +170,7 @@ int FeatureExporter::pollingTurns(Step *step)
         *step = FeatureFileRules::isGone(error) ? endAt(node) : Step::Next;
         return 1;
     }
-    return (record.value() & ~POLLING_OFF) != 0 ? POLLING_SETS : 1;
+    return (record->value & ~POLLING_OFF) != 0 ? POLLING_SETS : 1;
 }
 
 bool FeatureExporter::selectPollingParameter(int turn, const QString &name, Step *step)

@@ -1,7 +1,7 @@
 #include "featurefile/PlainValue.h"
 
 #include "DeviceTaskModule/QCameraTask.h"
-#include "featurefile/EnumRecord.h"
+#include "model/EnumRecord.h"
 
 #include <QDebug>
 
@@ -54,7 +54,7 @@ Outcome readEnumeration(QCameraTask *task, const QString &name, QString *text, i
         return Outcome::NoMemory;
     }
     const bool done = task->GetEnumerationValue(name, record.get(), error, false, false);
-    *text = QString::number(record.value());
+    *text = QString::number(record->value);
     return outcomeOf(done);
 }
 

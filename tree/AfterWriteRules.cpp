@@ -6,8 +6,8 @@
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "ShellServicesModule/QVexaEventBus.h"
 #include "UtilityKit/VexaInterface.h"
+#include "model/EnumRecord.h"
 #include "tree/CameraLookup.h"
-#include "tree/EnumRecord.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
 #include "tree/WriteNodeRules.h"
@@ -94,7 +94,7 @@ bool tellFtpPictures(VexaFeatureTree &tree, const QString &name)
 
 bool tellTestPattern(VexaFeatureTree &tree, const QString &name)
 {
-    const EnumRecord record = makeEnumRecord();
+    const EnumRecord record;
     if (!record) {
         return false;
     }

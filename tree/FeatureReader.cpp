@@ -6,8 +6,8 @@
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
+#include "model/EnumRecord.h"
 #include "tree/CameraLookup.h"
-#include "tree/EnumRecord.h"
 
 #include <limits>
 
@@ -75,7 +75,7 @@ std::unique_ptr<CTreeItemValue> readString(QCameraTask &task, const QString &nam
 
 std::unique_ptr<CTreeItemValue> readEnumeration(QCameraTask &task, const QString &name)
 {
-    const EnumRecord record = makeEnumRecord();
+    const EnumRecord record;
     if (!record || !task.GetEnumerationValue(name, record.get(), nullptr, true, false)) {
         return nullptr;
     }

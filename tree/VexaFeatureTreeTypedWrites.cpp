@@ -4,8 +4,8 @@
 #include "DeviceTaskModule/QCameraTask.h"
 #include "ShellServicesModule/QFunction.h"
 #include "ShellServicesModule/VexaListenTools.h"
+#include "model/EnumRecord.h"
 #include "shell/VexaMainFeatureWidget.h"
-#include "tree/EnumRecord.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
@@ -193,7 +193,7 @@ bool VexaFeatureTree::enumerationFailed(const QString &name, int value, int erro
 
 bool VexaFeatureTree::isPollingOn(QCameraTask &task) const
 {
-    const EnumRecord record = makeEnumRecord();
+    const EnumRecord record;
     if (!record
         || !task.GetEnumerationValue(QStringLiteral("PollingEnable"), record.get(), nullptr, true,
                                      false)) {

@@ -3,9 +3,9 @@
 #include "DeviceTaskModule/QCameraTask.h"
 #include "ShellServicesModule/QVexaEventBus.h"
 #include "ShellServicesModule/VexaListenTools.h"
+#include "model/EnumRecord.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/CameraLookup.h"
-#include "tree/EnumRecord.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/TreeCallScope.h"
 #include "tree/VexaFeatureTree.h"
@@ -84,7 +84,7 @@ void rereadFrameHandling(const Write &write)
 
 void replaceTriggerSource(QCameraTask &task)
 {
-    const EnumRecord record = makeEnumRecord();
+    const EnumRecord record;
     if (!record
         || !task.GetEnumerationValue(QStringLiteral("CodeReadMode"), record.get(), nullptr, true,
                                      false)

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// The zeroed record of an enumeration's value, on the heap. False without memory.
+/// A zeroed enumeration record of the size that the device layer fills, on the heap. False without memory.
 class EnumRecord
 {
 public:
@@ -17,7 +17,7 @@ public:
     }
     explicit operator bool() const { return m_record != nullptr; }
     _NODE_ENUM_VALUE_ *get() const { return m_record.get(); }
-    quint32 value() const { return m_record->value; }
+    const _NODE_ENUM_VALUE_ *operator->() const { return m_record.get(); }
     /// The values of the supported entries.
     std::vector<quint32> entries() const
     {
