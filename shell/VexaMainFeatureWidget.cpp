@@ -198,9 +198,10 @@ void VexaMainFeatureWidget::removeFeatureTree(long int cameraId)
     m_expandStates.remove(cameraId);
     {
         const QMutexLocker locker(&m_treesMutex);
-        if (m_featureTrees.take(cameraId) != tree) {
+        if (m_featureTrees.value(cameraId) != tree) {
             return; // a listener removed it already
         }
+        m_featureTrees.remove(cameraId);
     }
     tree->deleteWhenIdle();
     if (cameraId == -1) {

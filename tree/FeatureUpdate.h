@@ -33,6 +33,7 @@ public:
     /// Whether somebody else published a reading of the item meanwhile. Nobody knows then which of the two asked the
     /// device last, and the item may hold the older answer.
     bool wasCrossed() const;
+    const QString &nodeName() const { return m_strNodeName; }
     /// The integer that was read, invalid when none was.
     QVariant readInteger() const;
 

@@ -139,16 +139,18 @@ void QGetFeaturesThread::UpdateThreadInfo(const QStringList &names)
 void QGetFeaturesThread::UpdateFeature(VexaPropertyTreeItem *item, UpdateStatusFlags status)
 {
     constexpr int MAX_TURNS = 3;
+    QString nodeName;
     QVariant integer;
     bool isCrossed = true;
     for (int turn = 0; turn < MAX_TURNS && isCrossed; ++turn) {
         FeatureUpdate update({m_lWorkingCameraID, *m_pFacts, m_items}, item, status);
         update.run();
         isCrossed = update.wasCrossed();
+        nodeName = update.nodeName();
         integer = m_bSmartTuneHeard ? update.readInteger() : QVariant();
     }
     if (integer.isValid()) {
-        emit SigThreadSmarTuneData(item->value()->m_strNodeName, integer);
+        emit SigThreadSmarTuneData(nodeName, integer);
     }
 }
 
