@@ -2,6 +2,7 @@
 
 #include "host/workbench/DeviceThreads.h"
 
+#include <QPointer>
 #include <QtConcurrent>
 
 namespace {
@@ -57,6 +58,7 @@ void DeviceReturn::ask()
 
 void DeviceReturn::takeResult()
 {
+    const QPointer<DeviceReturn> self = this;
     const CameraHost::OpenResult result = m_call.result();
     m_bBusy = false;
     if (m_lCameraID != NO_CAMERA_ID && result.cameraId == m_lCameraID) {
@@ -65,5 +67,8 @@ void DeviceReturn::takeResult()
     } else if (m_lCameraID != NO_CAMERA_ID) {
         m_nextTry.start(PAUSE_BETWEEN_TRIES);
     }
-    emit idle();
+    // Making the tree anew may run events that close the camera for good.
+    if (self) {
+        emit idle();
+    }
 }
