@@ -192,11 +192,11 @@
     <name>QFeatureTree</name>
     <message>
         <source>lang_qfeaturetree_changedfeatures</source>
-        <translation>已更改:%1</translation>
+        <translation>已更改：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_importcounts</source>
-        <translation>导入:更改 %1 个值,拒绝 %2 个,无法导入 %3 个。</translation>
+        <translation>导入：更改 %1 个值，拒绝 %2 个，无法导入 %3 个。</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_importgrabbing</source>
@@ -204,87 +204,87 @@
     </message>
     <message>
         <source>lang_qfeaturetree_importreadonly</source>
-        <translation>设备以只读方式打开,无法导入属性。</translation>
+        <translation>设备以只读方式打开，无法导入属性。</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_address</source>
-        <translation>地址不导出:%1</translation>
+        <translation>地址不导出：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_command</source>
-        <translation>命令没有值:%1</translation>
+        <translation>命令没有值：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_condition</source>
-        <translation>设备当前不提供:%1</translation>
+        <translation>设备当前不提供：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_excluded</source>
-        <translation>不属于属性文件:%1</translation>
+        <translation>不属于属性文件：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_fewdigits</source>
-        <translation>六位小数不足以表示该值:%1</translation>
+        <translation>六位小数不足以表示该值：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_filetoolarge</source>
-        <translation>文件过大,无法再次导入%1</translation>
+        <translation>文件过大，无法再次导入%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_furtherwords</source>
-        <translation>仅保存寄存器的首字:%1</translation>
+        <translation>仅保存寄存器的首字：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_identity</source>
-        <translation>仅属于本设备:%1</translation>
+        <translation>仅属于本设备：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_inexact</source>
-        <translation>数值丢失了精度:%1</translation>
+        <translation>数值丢失了精度：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_nolength</source>
-        <translation>未导出,寄存器长度为零:%1</translation>
+        <translation>未导出，寄存器长度为零：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_notcarriable</source>
-        <translation>无法导入,文本不是该属性的数值:%1</translation>
+        <translation>无法导入，文本不是该属性的数值：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_nottaken</source>
-        <translation>已写入,但设备的值仍不同:%1</translation>
+        <translation>已写入，但设备的值仍不同：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_notwritable</source>
-        <translation>寄存器当前不可写:%1</translation>
+        <translation>寄存器当前不可写：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_presentselection</source>
-        <translation>仅导出当前选择的值:%1</translation>
+        <translation>仅导出当前选择的值：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_refused</source>
-        <translation>设备拒绝:%1</translation>
+        <translation>设备拒绝：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_text</source>
-        <translation>文本无法原样恢复:%1</translation>
+        <translation>文本无法原样恢复：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_toolarge</source>
-        <translation>数值过大,无法再次导入:%1</translation>
+        <translation>数值过大，无法再次导入：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_turnskipped</source>
-        <translation>未导出以下轮询参数:%1</translation>
+        <translation>未导出以下轮询参数：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_note_unreadable</source>
-        <translation>未导出,值和寄存器均无法读取:%1</translation>
+        <translation>未导出，值和寄存器均无法读取：%1</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_severaltimes</source>
-        <translation>文件中多次出现,以最后的值为准:%1</translation>
+        <translation>文件中多次出现，以最后的值为准：%1</translation>
     </message>
     <message>
         <source>Prompt</source>

@@ -385,7 +385,7 @@
     </message>
     <message>
         <source>lang_workbench_allfeatures</source>
-        <translation>全部特征</translation>
+        <translation>全部属性</translation>
     </message>
     <message>
         <source>lang_workbench_guidedpages</source>
