@@ -31,14 +31,15 @@ FeatureFileFailure write(const QString &path, QIODevice::OpenMode mode, const QS
     stream << text;
     stream.flush();
     bool isWhole = stream.status() == QTextStream::Ok && file.flush();
-    const QString error = file.errorString();
+    // A disk that has room for a part only is no error.
+    const QString error = file.error() == QFileDevice::NoError ? QString() : file.errorString();
     file.close();
     const QFileInfo written(path);
     const bool isFull = VexaInterface::IsDiskFull(path, DISK_RESERVE, nullptr);
     if (isWhole && written.exists() && written.size() >= 1 && !isFull) {
         return FeatureFileFailure::None;
     }
-    *detail = isWhole ? path : QStringLiteral("%1: %2").arg(path, error);
+    *detail = error.isEmpty() ? path : QStringLiteral("%1: %2").arg(path, error);
     qCritical().noquote() << QStringLiteral("%1 is not whole and is deleted: %2").arg(path, error);
     file.remove();
     return isFull ? FeatureFileFailure::DiskFull : FeatureFileFailure::Write;

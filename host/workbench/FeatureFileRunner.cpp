@@ -97,7 +97,7 @@ void FeatureFileRunner::takeExport(End end, const VexaFeatureTree *tree)
 {
     if (m_end == End::Done && end != End::Done) {
         m_end = end;
-        m_strReason = reasonOf(end, tree);
+        m_strReason = reasonOf(end, tree).replace(m_staged->path(), m_job.file);
         if (m_job.kind == FeatureFileJob::Kind::ExportBag && tree) {
             m_strReason = QStringLiteral("%1: %2").arg(tree->GetCurCameraName(), m_strReason);
         }

@@ -2,12 +2,11 @@
 #include "ControlKit/CustomSaveDoneHintDlg.h"
 #include "ShellServicesModule/QFunction.h"
 #include "UtilityKit/VexaInterface.h"
-#include "featurefile/FeatureFileFormat.h"
 #include "featurefile/VexaFeatureDiff.h"
 #include "host/translations/Translations.h"
 #include "shell/VexaFeatureToolBar.h"
 #include "tests/featurefile/FeatureFileLines.h"
-#include "tests/support/ModuleFixture.h"
+#include "tests/featurefile/RoadFixture.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -15,11 +14,9 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRandomGenerator>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
@@ -29,76 +26,6 @@
 #include <sys/resource.h>
 
 namespace {
-
-/// A number, a text, an enumeration, and a table behind a selector.
-QByteArray description()
-{
-    const QByteArray rest = "<AccessMode>RW</AccessMode><pPort>Device</pPort>";
-    const QByteArray word = "<Length>4</Length>" + rest + "<Endianess>BigEndian</Endianess>";
-    return descriptionOf(
-        {"DeviceFirmwareVersion", "Width", "Mode", "Text", "LUTIndex", "LUTValue"},
-        "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0x100</Address><Length>16</Length>"
-            + rest + "</StringReg><StringReg Name=\"Text\"><Address>0x200</Address>"
-            + "<Length>16</Length>" + rest + "</StringReg>"
-            + "<Integer Name=\"Width\"><pValue>WidthReg</pValue></Integer>"
-            + "<IntReg Name=\"WidthReg\"><Address>0x1000</Address>" + word + "</IntReg>"
-            + "<Enumeration Name=\"Mode\"><EnumEntry Name=\"EnumEntry_Mode_Off\"><Value>0</Value>"
-            + "</EnumEntry><pValue>ModeReg</pValue></Enumeration>"
-            + "<IntReg Name=\"ModeReg\"><Address>0x1004</Address>" + word + "</IntReg>"
-            + "<Integer Name=\"LUTIndex\"><Value>0</Value><Min>0</Min><Max>3</Max><Inc>1</Inc>"
-            + "<pSelected>LUTValue</pSelected></Integer>"
-            + "<Integer Name=\"LUTValue\"><pValue>LUTReg</pValue></Integer>"
-            + "<IntReg Name=\"LUTReg\"><Address>0x2000</Address><pAddress>LUTAddress</pAddress>"
-            + word + "</IntReg>"
-            + "<IntSwissKnife Name=\"LUTAddress\"><pVariable Name=\"I\">LUTIndex</pVariable>"
-            + "<Formula>I*4</Formula></IntSwissKnife>");
-}
-
-/// A camera whose first update has ended, with the record of an export at hand.
-struct Road
-{
-    explicit Road(unsigned int accessMode = DEVICE_ACCESS_CONTROL)
-    {
-        auto device = SimulatedDevices::fromDescription(description(), "road",
-                                                        SimulatorControl::MemoryPattern::Zero);
-        device.control->poke(0x100, "V1");
-        device.control->poke(0x1000, QByteArray::fromHex("00000280"));
-        camera = fixture.open(device, accessMode);
-        if (!ModuleFixture::waitForFirstUpdate(camera)) {
-            return;
-        }
-        QSignalSpy ended(camera.tree, &VexaFeatureTree::SigEndExportFeature);
-        tree().SaveCamFeatures(true, folder.filePath("bag"));
-        QFile bag(folder.filePath("bag"));
-        if (ended.wait(30000) && ended.first().first().toBool() && bag.open(QIODevice::ReadOnly)) {
-            record = QString::fromUtf8(bag.readAll());
-            text = record.section(FeatureFileFormat::BAG_FILE_MARKER, 1, 1);
-            control().setLogging(true);
-        }
-    }
-    VexaFeatureTree &tree() { return *camera.tree; }
-    SimulatorControl &control() { return *camera.device.control; }
-    /// Makes the device differ from the file in its width, and forgets what was asked of it.
-    void change()
-    {
-        control().poke(0x1000, QByteArray::fromHex("00000100"));
-        control().clearAccessLog();
-    }
-    int width() { return control().peek(0x1002, 2).toHex().toInt(nullptr, 16); }
-    int writes()
-    {
-        const auto log = control().accessLog();
-        return int(std::count_if(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
-            return access.kind == SimulatorAccess::Write;
-        }));
-    }
-
-    ModuleFixture fixture;
-    QTemporaryDir folder;
-    ModuleFixture::Camera camera;
-    QString record;
-    QString text; ///< of the device as it was opened; empty when something went wrong
-};
 
 constexpr int WIDTH = 0x280;
 constexpr int OTHER_WIDTH = 0x100;
@@ -164,7 +91,6 @@ private slots:
     void bringsABagRecordBack();
     void refusesFiles_data();
     void refusesFiles();
-    void asksAboutAnotherVersion_data();
     void asksAboutAnotherVersion();
     void checksWithoutAWord_data();
     void checksWithoutAWord();
@@ -178,14 +104,14 @@ private slots:
     void listsDifferences();
 
 private:
-    std::unique_ptr<Road> m_pRoad; ///< until a test breaks it
+    std::unique_ptr<RoadFixture> m_pRoad; ///< until a test breaks it
 };
 
 void tst_FeatureRoads::init()
 {
     if (!m_pRoad || !m_pRoad->camera.tree || m_pRoad->tree().isFeatureFileBusy()) {
         m_pRoad.reset(); // there is one main widget
-        m_pRoad = std::make_unique<Road>();
+        m_pRoad = std::make_unique<RoadFixture>();
     }
     QVERIFY(!m_pRoad->text.isEmpty());
 }
@@ -205,7 +131,7 @@ void tst_FeatureRoads::bringsABagRecordBack()
 {
     QFETCH(QVector<int>, keys);
     QFETCH(bool, accept);
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     QCOMPARE(FeatureFileLines::of(road.text.toUtf8()).error, QString());
     QCOMPARE(road.record.section(FeatureFileFormat::BAG_FILE_MARKER, 0, 0),
              FeatureFileFormat::BAG_SERIAL_MARKER + road.camera.device.source->serial);
@@ -251,7 +177,6 @@ void tst_FeatureRoads::refusesFiles_data()
     row("a hundred thousand levels", "<Features>",
         QByteArray("<Features>" + QByteArray("<a>").repeated(100000)).constData(),
         FEATURE_FILE_UNREADABLE);
-    row("60 MB of noise", "", "noise", FEATURE_FILE_UNREADABLE);
     row("no length", " len=\"", " l=\"", FEATURE_FILE_STOPPED);
     row("a huge length", " len=\"", " len=\"99999999", FEATURE_FILE_STOPPED);
     row("no address", " address=\"", " a=\"", FEATURE_FILE_STOPPED);
@@ -263,15 +188,10 @@ void tst_FeatureRoads::refusesFiles()
     QFETCH(QString, from);
     QFETCH(QString, to);
     QFETCH(quint32, code);
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     QString text = from.isEmpty() ? QString() : road.text;
     QVERIFY2(text.contains(from), qPrintable(from));
     text.replace(from, to);
-    if (to == "noise") {
-        QByteArray noise(60 * 1024 * 1024, Qt::Uninitialized);
-        QRandomGenerator(1).fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
-        text = QString::fromUtf8(noise);
-    }
     road.control().clearAccessLog();
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     road.tree().LoadCamFeatures(true, text);
@@ -282,29 +202,23 @@ void tst_FeatureRoads::refusesFiles()
     QCOMPARE(road.writes(), 0);
 }
 
-void tst_FeatureRoads::asksAboutAnotherVersion_data()
-{
-    QTest::addColumn<bool>("goOn");
-    QTest::newRow("yes") << true;
-    QTest::newRow("no") << false;
-}
-
 void tst_FeatureRoads::asksAboutAnotherVersion()
 {
-    QFETCH(bool, goOn);
-    QObject context;
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     QString text = road.text;
     text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
-    QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
-    bool asked = false;
-    whenUp<CustomMessageBox>(&context, [goOn, &asked](CustomMessageBox *box) {
-        asked = true;
-        goOn ? box->accept() : box->reject();
-    });
-    road.tree().LoadCamFeatures(true, text);
-    QTRY_VERIFY_WITH_TIMEOUT(asked && !road.tree().isFeatureFileBusy(), 30000);
-    QCOMPARE(ended.count(), goOn ? 1 : 0); // a no ends the silent road without a signal too
+    for (const bool goOn : {true, false}) {
+        QObject context;
+        QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
+        bool asked = false;
+        whenUp<CustomMessageBox>(&context, [goOn, &asked](CustomMessageBox *box) {
+            asked = true;
+            goOn ? box->accept() : box->reject();
+        });
+        road.tree().LoadCamFeatures(true, text);
+        QTRY_VERIFY_WITH_TIMEOUT(asked && !road.tree().isFeatureFileBusy(), 30000);
+        QCOMPARE(ended.count(), goOn ? 1 : 0); // a no ends the silent road without a signal too
+    }
 }
 
 void tst_FeatureRoads::checksWithoutAWord_data()
@@ -321,9 +235,9 @@ void tst_FeatureRoads::checksWithoutAWord()
     const bool grabbing = state == "grabbing";
     if (state == "read only") {
         m_pRoad.reset();
-        m_pRoad = std::make_unique<Road>(DEVICE_ACCESS_READ_ONLY);
+        m_pRoad = std::make_unique<RoadFixture>(DEVICE_ACCESS_READ_ONLY);
     }
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     QString text = road.text;
     QVERIFY(!grabbing || road.fixture.host().startGrabbing(road.camera.id));
     road.change();
@@ -377,7 +291,7 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
     QFETCH(QString, key);
     constexpr int NOT_CONNECTED = 2; // of ArvDeviceError
     constexpr int INVALID_ADDRESS = 14;
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     struct rlimit former = {};
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
     const auto formerHandler = signal(SIGXFSZ, SIG_IGN);
@@ -408,7 +322,7 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
 void tst_FeatureRoads::oneImportAtATime()
 {
     QObject context;
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     road.change();
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     int endedInside = -1;
@@ -447,9 +361,9 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
 {
     QFETCH(QString, job);
     QFETCH(QString, event);
-    const std::unique_ptr<Road> broken = std::move(m_pRoad);
+    const std::unique_ptr<RoadFixture> broken = std::move(m_pRoad);
     QObject context;
-    Road &road = *broken;
+    RoadFixture &road = *broken;
     QString text = road.text;
     road.change();
     const QPointer<VexaFeatureTree> tree = road.camera.tree;
@@ -542,8 +456,8 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
 void tst_FeatureRoads::endsWhenTheDeviceGoes()
 {
     QObject context;
-    const std::unique_ptr<Road> broken = std::move(m_pRoad);
-    Road &road = *broken;
+    const std::unique_ptr<RoadFixture> broken = std::move(m_pRoad);
+    RoadFixture &road = *broken;
     road.change();
     const auto *button = road.tree().findChild<VexaFeatureToolBar *>()->findChild<QButtonGroup *>();
     const auto *import = button->button(VexaFeatureToolBar::BUTTON_IMPORT);
@@ -574,7 +488,7 @@ void tst_FeatureRoads::endsWhenTheDeviceGoes()
 void tst_FeatureRoads::goesThroughTheFileDialogs()
 {
     QObject context;
-    Road &road = *m_pRoad;
+    RoadFixture &road = *m_pRoad;
     road.control().poke(0x1000, QByteArray::fromHex("00000280"));
     const QString path = road.folder.filePath("chosen.vxf");
     choose(&context, path);

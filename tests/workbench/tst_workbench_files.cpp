@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -28,9 +29,8 @@ private slots:
     void exportsComeBack();
     void localesWriteTheSame_data();
     void localesWriteTheSame();
+    void failedExportKeepsTheFile_data();
     void failedExportKeepsTheFile();
-    void checksDoNotWrite_data();
-    void checksDoNotWrite();
     void jobsEndOnSilentRoads_data();
     void jobsEndOnSilentRoads();
     void toolBarReplacesWhenDone_data();
@@ -265,85 +265,109 @@ void WorkbenchFilesTest::exportsComeBack()
 
 void WorkbenchFilesTest::localesWriteTheSame_data()
 {
-    QTest::addColumn<QByteArray>("locale");
-    for (const char *locale : {"C", "de_DE.UTF-8", "zh_CN.GBK"}) {
-        QTest::newRow(locale) << QByteArray(locale);
-    }
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("charset");
+    QTest::newRow("C") << "C" << QString();
+    QTest::newRow("comma behind thousands") << "en_US"
+                                            << "UTF-8";
+    QTest::newRow("comma before decimals") << "de_DE"
+                                           << "UTF-8";
+    QTest::newRow("another charset") << "zh_CN"
+                                     << "GBK";
 }
 
 void WorkbenchFilesTest::localesWriteTheSame()
 {
-    QFETCH(QByteArray, locale);
-    const QByteArray former = qgetenv("LC_ALL");
-    qputenv("LC_ALL", locale);
+    QFETCH(QString, locale);
+    QFETCH(QString, charset);
+    const QString folder = file(QStringLiteral("locales"));
+    if (!charset.isEmpty()) {
+        // Few machines have all of them.
+        const QString name = locale + '.' + charset;
+        QVERIFY(QDir().mkpath(folder));
+        QProcess::execute("localedef", {"-c", "-i", locale, "-f", charset, folder + '/' + name});
+        locale = name;
+        if (!QFileInfo::exists(folder + '/' + name + "/LC_NUMERIC")) {
+            QSKIP("this machine cannot make the locale");
+        }
+    }
+    const QByteArray reg = "<Length>32</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>";
+    const QString description = m_workbench.write(
+        "locale.xml",
+        workbenchDescription(
+            {"Text", "Tenth", "Tiny", "Huge", "Long"},
+            "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0</Address>" + reg
+                + "</StringReg><StringReg Name=\"Text\"><Address>64</Address>" + reg
+                + "</StringReg><Float Name=\"Tenth\"><Value>1234567.5</Value></Float>"
+                  "<Float Name=\"Tiny\"><Value>1e-30</Value></Float>"
+                  "<Float Name=\"Huge\"><Value>3.4e38</Value></Float>"
+                  "<Integer Name=\"Long\"><Value>5000000000</Value></Integer>"));
     const QString path = file(QStringLiteral("locale.vxf"));
-    auto result = m_workbench.run({"--device", "code-reader", "--write",
-                                   QString::fromUtf8("FtpUserName=读码<\"1\">"), "--export", path});
+    qputenv("LC_ALL", "C.UTF-8");
+    auto result = m_workbench.run({"--description", description, "--export", path});
+    QByteArray text = bytes(path);
+    for (const char *value : {"1234567.500000", "0.000000", "5000000000", "",
+                              "339999995214436424907732413799364296704.000000"}) {
+        QVERIFY2(text.contains(QByteArray("\r\n<Value>") + value + "</Value>"), value);
+    }
+    text.replace("<Value></Value>", "<Value>读码&lt;\"1\"&gt;'</Value>");
+    text.replace("1234567.500000", "0.100000");
+    qputenv("LC_ALL", locale.toLatin1());
+    qputenv("LOCPATH", folder.toLocal8Bit());
+    result = m_workbench.run({"--description", description, "--import",
+                              m_workbench.write(QStringLiteral("other.vxf"), text), "--yes",
+                              "--export", path});
+    qunsetenv("LOCPATH");
+    qputenv("LC_ALL", "C.UTF-8");
     QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
-    const QByteArray text = bytes(path);
-    QVERIFY(text.contains("\r\n<Value>读码&lt;\"1\"&gt;</Value>"));
-    QVERIFY(text.contains("<Value>25.000000</Value>") && !text.contains(",000000</Value>"));
-    result = m_workbench.run({"--device", "code-reader", "--compare", path});
-    qputenv("LC_ALL", former);
-    QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.out.contains("\tFtpUserName\t读码<\"1\">\treader\n"), result.out.constData());
+    QVERIFY2(result.out.contains("\tText\t读码<\"1\">'\t\n")
+                 || result.out.contains("\tText\t读码<\"1\">'\t/\n"),
+             result.out.constData());
+    QCOMPARE(bytes(path), text);
+}
+
+void WorkbenchFilesTest::failedExportKeepsTheFile_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QByteArray>("disk"); // what is done to it
+    QTest::addColumn<QByteArray>("reason");
+    // Without a node for the firmware there is no feature file.
+    QTest::newRow("no firmware") << m_workbench.write(
+        "plain.xml",
+        workbenchDescription({"Level"},
+                             "<Integer Name=\"Level\">"
+                             "<Value>1</Value></Integer>"))
+                                 << QByteArray("true") << QByteArray("its firmware");
+    QTest::newRow("disk full") << QString() << QByteArray("true")
+                               << QByteArray("The disk is full. @");
+    QTest::newRow("folder read-only") << QString() << QByteArray("mount -o remount,ro \"$0\"")
+                                      << QByteArray("'@': Permission denied");
 }
 
 void WorkbenchFilesTest::failedExportKeepsTheFile()
 {
+    QFETCH(QString, device);
+    QFETCH(QByteArray, disk);
+    QFETCH(QByteArray, reason);
     QTemporaryDir folder;
-    const QString target = folder.filePath(QStringLiteral("kept.vxf"));
-    QFile(target).open(QIODevice::WriteOnly);
-    // Without a node for the firmware there is no feature file.
-    const QString description = m_workbench.write(
-        "plain.xml",
-        workbenchDescription({"Level"}, "<Integer Name=\"Level\"><Value>1</Value></Integer>\n"));
-    const auto result = m_workbench.run({"--description", description, "--export", target});
-    QVERIFY(result.ended);
-    QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.err.contains("The export failed."), result.err.constData());
-    QCOMPARE(entries(folder.path()), QStringList{"kept.vxf"});
-}
-
-void WorkbenchFilesTest::checksDoNotWrite_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<int>("exitCode");
-    const int compare = int(FeatureFileJob::Kind::Compare);
-    QTest::newRow("comparison of equals goes on to write") << compare << QByteArray() << 0;
-    QTest::newRow("comparison applies") << compare << QByteArray("640") << 1;
-    QTest::newRow("import without yes applies")
-        << int(FeatureFileJob::Kind::Import) << QByteArray("640") << 1;
-}
-
-void WorkbenchFilesTest::checksDoNotWrite()
-{
-    QFETCH(int, kind);
-    QFETCH(QByteArray, value);
-    QFETCH(int, exitCode);
-    const QString id = QString::fromLatin1(LINE);
-    WindowFixture fixture({id});
-    fixture.openAndWait(id);
-    QByteArray text = m_base;
-    if (!value.isEmpty()) {
-        const int width = text.indexOf("<Value>", text.indexOf("<Name>Width</Name>")) + 7;
-        text.replace(width, text.indexOf('<', width) - width, value);
+    // On a small disk of its own, which ends with the process.
+    const QByteArray script = "mount -t tmpfs -o size=8k none \"$0\" || exit 99\n"
+                              "printf former > \"$0/kept.vxf\"\n"
+        + disk + "\n\"$@\"; code=$?; ls -A \"$0\"; cat \"$0/kept.vxf\"; exit $code";
+    QProcess process;
+    process.setEnvironment(m_workbench.environment());
+    QStringList arguments = {"-rm", "sh", "-c", script, folder.path(), WorkbenchProcess::program()};
+    arguments +=
+        device.isEmpty() ? QStringList{"--device", LINE} : QStringList{"--description", device};
+    process.start("unshare", arguments << "--export" << folder.filePath("kept.vxf"));
+    if (!process.waitForFinished(90000) || process.exitCode() == 99) {
+        QSKIP("this machine has no disks for tests");
     }
-    const QString path = m_workbench.write(QStringLiteral("check.vxf"), text);
-    fixture.control(id).clearAccessLog();
-    fixture.control(id).setLogging(true);
-    FeatureFileRunner runner(false, std::chrono::seconds(30));
-    QSignalSpy finished(&runner, &FeatureFileRunner::finished);
-    runner.start({FeatureFileJob::Kind(kind), path}, {fixture.session(id)->tree()});
-    QVERIFY(finished.wait(WindowFixture::LONG_WAIT));
-    QCOMPARE(finished.first().first().toInt(), exitCode);
-    QVERIFY(!fixture.session(id)->tree()->isFeatureFileBusy());
-    const auto log = fixture.control(id).accessLog();
-    QVERIFY(!log.isEmpty());
-    QVERIFY(std::none_of(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
-        return access.kind == SimulatorAccess::Write;
-    }));
+    const QByteArray error = process.readAllStandardError();
+    reason.replace('@', folder.filePath("kept.vxf").toLocal8Bit());
+    QVERIFY2(error.contains(reason), error.right(1000).constData());
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("kept.vxf\nformer"));
+    QCOMPARE(process.exitCode(), 1);
 }
 
 void WorkbenchFilesTest::jobsEndOnSilentRoads_data()
