@@ -47,10 +47,10 @@ bool ConverterFormula::takeVariable(const QDomElement &child)
     if (nodeName.isEmpty() || variable.isEmpty()) {
         return m_context.fail(QStringLiteral("getValue failed:%1 pVariable noname").arg(m_strName));
     }
-    if (m_variables.size() >= EvalContext::MAX_DEPTH) {
+    if (m_variables.size() >= m_context.limits().depth) {
         return m_context.fail(QStringLiteral("getValue  failed:%1 has more than %2 variables")
                                   .arg(m_strName)
-                                  .arg(EvalContext::MAX_DEPTH));
+                                  .arg(m_context.limits().depth));
     }
     EvalResults values;
     if (nodeName != m_strReg) {

@@ -26,12 +26,14 @@ const QStringList &registerTags()
 } // namespace
 
 EvalContext::EvalContext(const ElementMap &nodes, const QVector<SelectedLink> &selectedLinks,
-                         QCameraTask *task, bool isGigE, const std::atomic<bool> *stop)
+                         QCameraTask *task, bool isGigE, const std::atomic<bool> *stop,
+                         const EvalLimits &limits)
     : m_nodes(nodes)
     , m_selectedLinks(selectedLinks)
     , m_pTask(task)
     , m_bGigE(isGigE)
     , m_pStop(stop)
+    , m_limits(limits)
 {
     for (int index = 0; index < m_selectedLinks.size(); ++index) {
         m_linksOf[m_selectedLinks.at(index).selected].append(index);
@@ -114,14 +116,14 @@ bool EvalContext::countVisit()
     if (isStopped()) {
         return false;
     }
-    if (++m_nVisits <= MAX_VISITS) {
+    if (++m_nVisits <= m_limits.visits) {
         return true;
     }
     if (!m_bLimitTold) {
         m_bLimitTold = true;
         fail(QStringLiteral("%1 takes more than %2 nodes and registers")
                  .arg(m_strFeature)
-                 .arg(MAX_VISITS));
+                 .arg(m_limits.visits));
     }
     return false;
 }
@@ -132,14 +134,14 @@ bool EvalContext::countCombinations(qint64 count)
     if (isStopped()) {
         return false;
     }
-    if (m_nCombinations <= MAX_COMBINATIONS) {
+    if (m_nCombinations <= m_limits.combinations) {
         return true;
     }
     if (!m_bLimitTold) {
         m_bLimitTold = true;
         fail(QStringLiteral("%1 has more than %2 combinations of values")
                  .arg(m_strFeature)
-                 .arg(MAX_COMBINATIONS));
+                 .arg(m_limits.combinations));
     }
     return false;
 }

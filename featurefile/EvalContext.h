@@ -23,6 +23,14 @@ struct SelectedLink
     QString selected;
 };
 
+/// How much work one node may take. It does not depend on time, so that a description ends the same way everywhere.
+struct EvalLimits
+{
+    int depth = 128;
+    int visits = 100000; ///< nodes looked at and registers read
+    int combinations = 65536;
+};
+
 /// A small interpreter of device descriptions (GenICam Integer, Enumeration, IntSwissKnife, Converter and registers):
 /// which register backs a node, how long it is and where it lies for each value of its selectors. It tells failures
 /// in the log and goes on; descriptions come from outside, so that its work for one node is limited. It lives on one
@@ -34,14 +42,12 @@ class EvalContext
 public:
     using ElementMap = QMap<QString, QDomElement>;
 
-    static constexpr int MAX_DEPTH = 128;
-    static constexpr int MAX_VISITS = 100000; ///< nodes looked at and registers read for one node
-    static constexpr int MAX_COMBINATIONS = 65536;
     static constexpr int MAX_FORMULA = 65536; ///< characters
 
     /// `task` may be null: everything that asks the device fails then. Whoever sets `stop` ends all work early.
     EvalContext(const ElementMap &nodes, const QVector<SelectedLink> &selectedLinks,
-                QCameraTask *task, bool isGigE, const std::atomic<bool> *stop);
+                QCameraTask *task, bool isGigE, const std::atomic<bool> *stop,
+                const EvalLimits &limits = EvalLimits());
 
     /// From here on the work is done for this feature; the limits count anew.
     void beginNode(const QString &feature);
@@ -78,6 +84,7 @@ public:
     QStringList selectorsOf(const QString &name) const;
     QCameraTask *task() const { return m_pTask; }
     bool isGigE() const { return m_bGigE; }
+    const EvalLimits &limits() const { return m_limits; }
     bool isStopped() const;
     const QList<FeatureFileNote> &remarks() const { return m_remarks; }
     void addRemark(const QString &name, FeatureFileReason reason, const QString &detail);
@@ -119,6 +126,7 @@ private:
     QCameraTask *m_pTask;
     bool m_bGigE;
     const std::atomic<bool> *m_pStop;
+    const EvalLimits m_limits;
 
     QString m_strFeature;
     int m_nDepth = 0;

@@ -86,10 +86,10 @@ bool EvalContext::getSwissKnifeValue(const QDomElement &node, EvalResults &out)
             QStringLiteral("\"/\" in %1 is a division with a fraction").arg(expansion.formula));
     }
     expansion.keys = expansion.values.keys();
-    if (expansion.keys.size() > MAX_DEPTH) {
+    if (expansion.keys.size() > m_limits.depth) {
         return fail(QStringLiteral("getValue  failed:%1 has more than %2 variables")
                         .arg(expansion.owner)
-                        .arg(MAX_DEPTH));
+                        .arg(m_limits.depth));
     }
     expandFormula(expansion, expansion.formula, QString(), 0);
     return !isStopped() && !m_bLimitTold;
@@ -152,10 +152,10 @@ bool EvalContext::appendRange(const QString &name, EvalResults &out)
     // The span may need 64 bits without a sign.
     const quint64 span = static_cast<quint64>(range.max) - static_cast<quint64>(range.min);
     const quint64 steps = range.inc > 0 ? span / static_cast<quint64>(range.inc) : 0;
-    if (steps >= MAX_COMBINATIONS) {
+    if (steps >= static_cast<quint64>(m_limits.combinations)) {
         return fail(QStringLiteral("getIntValue failed:%1 has more than %2 values")
                         .arg(name)
-                        .arg(MAX_COMBINATIONS));
+                        .arg(m_limits.combinations));
     }
     for (quint64 step = 0; step <= steps; ++step) {
         if (!countVisit()) {

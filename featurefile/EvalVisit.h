@@ -10,10 +10,10 @@ public:
         : m_pContext(context)
     {
         m_bAllowed = m_pContext->countVisit();
-        if (++m_pContext->m_nDepth > MAX_DEPTH && m_bAllowed) {
+        if (++m_pContext->m_nDepth > m_pContext->m_limits.depth && m_bAllowed) {
             m_bAllowed = m_pContext->fail(QStringLiteral("%1 refers to nodes deeper than %2")
                                               .arg(m_pContext->m_strFeature)
-                                              .arg(MAX_DEPTH));
+                                              .arg(m_pContext->m_limits.depth));
         }
     }
     ~Visit() { --m_pContext->m_nDepth; }

@@ -35,7 +35,7 @@ FeatureExporter::FeatureExporter(const FeatureJob &job)
     : m_job(job)
     , m_pTask(job.pBasicTask->_CameraTak())
     , m_categoryFeatures(job.categoryFeatures.cbegin(), job.categoryFeatures.cend())
-    , m_context(job.nodes, job.selectedLinks, m_pTask, job.isGigE(), job.pStop)
+    , m_context(job.nodes, job.selectedLinks, m_pTask, job.isGigE(), job.pStop, job.limits)
 {
     const QString interface = FeatureFileFilters::interfaceName(m_pTask->deviceType());
     m_exclusions = job.filters.value(interface, FeatureFileFilters::builtIn());

@@ -48,7 +48,7 @@ FeatureImporter::FeatureImporter(const FeatureJob &job)
     : m_job(job)
     , m_pTask(job.pBasicTask->_CameraTak())
     , m_exclusions(FeatureFileFilters::builtIn())
-    , m_context(job.nodes, job.selectedLinks, m_pTask, job.isGigE(), job.pStop)
+    , m_context(job.nodes, job.selectedLinks, m_pTask, job.isGigE(), job.pStop, job.limits)
 {
     if (job.pBasicTask->_GetCamSacnType() != SCAN_TYPE_AREA) {
         m_exclusions += QStringLiteral("AcquisitionLineRateEnable");

@@ -19,6 +19,7 @@ struct FeatureJob
     QVector<SelectedLink> selectedLinks;
     QStringList categoryFeatures; ///< the pFeature texts of all categories
     QMap<QString, QStringList> filters; ///< of exports, by interface name
+    EvalLimits limits;
     QCameraBasicTask *pBasicTask = nullptr; ///< for the length of the job
     const std::atomic<bool> *pStop = nullptr;
     std::atomic<int> *pDone = nullptr;
