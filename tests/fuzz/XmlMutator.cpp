@@ -1,3 +1,5 @@
+#include "FuzzTarget.h"
+
 #include <QByteArray>
 #include <QVector>
 
@@ -8,6 +10,8 @@
 #include <random>
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t maxSize);
+
+const bool CHECK_EVERYTHING = false;
 
 namespace {
 
@@ -37,9 +41,26 @@ QVector<Leaf> leavesOf(const QByteArray &xml)
     return leaves;
 }
 
+/// The values of all attributes.
+QVector<Leaf> attributesOf(const QByteArray &xml)
+{
+    QVector<Leaf> attributes;
+    int begin = 0;
+    while ((begin = xml.indexOf("=\"", begin)) >= 0) {
+        const int text = begin + 2;
+        const int end = xml.indexOf('"', text);
+        if (end < 0) {
+            break;
+        }
+        attributes.append({text, text, end, end});
+        begin = end + 1;
+    }
+    return attributes;
+}
+
 QByteArray escaped(QByteArray text)
 {
-    return text.replace('&', "&amp;").replace('<', "&lt;");
+    return text.replace('&', "&amp;").replace('<', "&lt;").replace('"', "&quot;");
 }
 
 class Mutation
@@ -49,6 +70,7 @@ public:
         : m_xml(xml)
         , m_random(seed)
         , m_leaves(leavesOf(xml))
+        , m_attributes(attributesOf(xml))
     {
     }
 
@@ -91,6 +113,22 @@ public:
                                             "RO",
                                             "WO",
                                             "RW"};
+        constexpr unsigned int ATTRIBUTES_OF_ALL = 4;
+        const bool isAttribute = !m_attributes.isEmpty() && m_random() % ATTRIBUTES_OF_ALL == 0;
+        if (isAttribute) {
+            const Leaf value = any(m_attributes);
+            const Leaf source = any(m_attributes);
+            switch (m_random() % 3) {
+            case 0:
+                return with(value.text, value.textEnd,
+                            m_xml.mid(source.text, source.textEnd - source.text));
+            case 1:
+                return with(value.text, value.textEnd, TEXTS[m_random() % std::size(TEXTS)]);
+            default:
+                return with(value.text, value.textEnd,
+                            escaped(mutated(m_xml.mid(value.text, value.textEnd - value.text))));
+            }
+        }
         const Leaf leaf = any(m_leaves);
         const Leaf other = any(m_leaves);
         const QByteArray whole = m_xml.mid(leaf.start, leaf.end - leaf.start);
@@ -139,6 +177,7 @@ private:
     const QByteArray m_xml;
     std::minstd_rand m_random;
     const QVector<Leaf> m_leaves;
+    const QVector<Leaf> m_attributes;
 };
 
 } // namespace

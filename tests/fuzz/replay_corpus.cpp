@@ -1,11 +1,13 @@
-#include "DescriptionTarget.h"
+#include "FuzzTarget.h"
 
 #include <QDirIterator>
 #include <QFile>
 
 #include <cstdio>
 
-/// Runs the fuzz target over all files of a folder, without a fuzzer.
+const bool CHECK_EVERYTHING = true;
+
+/// Runs a fuzz target over all files of a folder, without a fuzzer.
 int main(int argc, char **argv)
 {
     if (argc != 2) {

@@ -1,0 +1,265 @@
+#include "FeatureFileChecks.h"
+
+#include "FuzzTarget.h"
+#include "featurefile/FeatureExporter.h"
+#include "featurefile/FeatureFileFormat.h"
+#include "featurefile/FeatureFileWriter.h"
+#include "featurefile/FeatureImporter.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+
+/// Depth of the elements of a text without comments and the like, -1 for others; no XML parser.
+int depthOf(const QString &text)
+{
+    int deepest = 0;
+    int depth = 0;
+    for (int begin = text.indexOf(QLatin1Char('<')); begin >= 0;
+         begin = text.indexOf(QLatin1Char('<'), begin + 1)) {
+        const QChar kind = text.at(begin + 1);
+        if (kind == QLatin1Char('!')) {
+            return -1;
+        }
+        if (kind == QLatin1Char('/') || kind == QLatin1Char('?')) {
+            depth -= kind == QLatin1Char('/') ? 1 : 0;
+            continue;
+        }
+        deepest = std::max(deepest, ++depth);
+        int end = begin;
+        for (QChar quote; quote != QChar() || text.at(end) != QLatin1Char('>'); ++end) {
+            const QChar c = text.at(end);
+            if (quote == QChar() && (c == QLatin1Char('"') || c == QLatin1Char('\''))) {
+                quote = c;
+            } else if (c == quote) {
+                quote = QChar();
+            }
+        }
+        depth -= text.at(end - 1) == QLatin1Char('/') ? 1 : 0;
+    }
+    return deepest;
+}
+
+bool isNumber(const QString &text)
+{
+    return !text.isEmpty() && text.size() < 10
+        && std::all_of(text.cbegin(), text.cend(),
+                       [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); });
+}
+
+/// Whether the writer is ever asked for such a group: devices and descriptions give names, strings and formulas, and
+/// nothing else.
+bool isWritten(const FeatureFileEntry &entry)
+{
+    static const QStringList NUMBERS = {QStringLiteral("Boolean"), QStringLiteral("Integer"),
+                                        QStringLiteral("IntReg"), QStringLiteral("Enumeration"),
+                                        QStringLiteral("Float")};
+    return entry.isComplex ? isNumber(entry.length)
+            && std::all_of(entry.registers.cbegin(), entry.registers.cend(),
+                           [](const FeatureFileRegister &row) {
+                               return isNumber(row.address) && isNumber(row.text)
+                                   && (row.to.isEmpty() ? row.from.isEmpty() : isNumber(row.to));
+                           })
+                           : entry.type == QLatin1String("StringReg")
+            || (NUMBERS.contains(entry.type) && isNumber(entry.value));
+}
+
+QString dumpOf(const FeatureFileEntry &entry)
+{
+    QString text =
+        FeatureFileWriter::complexBegin(entry.name, entry.length.toLongLong(), entry.reg);
+    for (const FeatureFileRegister &row : entry.registers) {
+        text += row.to.isEmpty() ? FeatureFileWriter::regValue(row.address, row.variables, row.text)
+                                 : FeatureFileWriter::regValue(row.address, row.variables, row.text,
+                                                               row.to.toUInt(), row.from);
+    }
+    return text + FeatureFileWriter::complexEnd();
+}
+
+bool isSame(const FeatureFileEntry &a, const FeatureFileEntry &b)
+{
+    return a.isComplex == b.isComplex && a.name == b.name && a.type == b.type && a.value == b.value
+        && a.reg == b.reg && a.length.toLongLong() == b.length.toLongLong()
+        && std::equal(a.registers.cbegin(), a.registers.cend(), b.registers.cbegin(),
+                      b.registers.cend(),
+                      [](const FeatureFileRegister &x, const FeatureFileRegister &y) {
+                          return x.address == y.address && x.variables == y.variables
+                              && x.text == y.text && x.to.toUInt() == y.to.toUInt()
+                              && x.from.simplified() == y.from.simplified();
+                      });
+}
+
+/// Differences that no list names: a register's name has its variables behind it.
+bool areNamed(const FeatureDifferences &differences, const QStringList &names)
+{
+    for (const QList<FeatureDifference> &category : differences) {
+        for (const FeatureDifference &difference : category) {
+            const bool isNamed =
+                std::any_of(names.cbegin(), names.cend(), [&difference](const QString &name) {
+                    return difference.name == name
+                        || difference.name.startsWith(name + QLatin1Char('['));
+                });
+            if (!isNamed) {
+                std::fprintf(stderr, "%s: %s in the file, %s in the device\n",
+                             qPrintable(difference.name), qPrintable(difference.fileValue),
+                             qPrintable(difference.deviceValue));
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+QStringList namesOf(const QList<FeatureFileNote> &notes)
+{
+    QStringList names;
+    for (const FeatureFileNote &note : notes) {
+        names += note.name;
+    }
+    return names;
+}
+
+QSet<qint64> addressesOf(const FeatureFileDocument &document, int *rows)
+{
+    QSet<qint64> addresses;
+    for (const FeatureFileEntry &entry : document.entries) {
+        *rows += 1 + entry.registers.size();
+        for (const FeatureFileRegister &row : entry.registers) {
+            const bool isHexadecimal = row.address.startsWith(QLatin1String("0x"));
+            bool ok = false;
+            const qulonglong address = row.address.toULongLong(&ok, isHexadecimal ? 16 : 10);
+            if (ok) {
+                addresses.insert(static_cast<qint64>(address));
+            }
+        }
+    }
+    return addresses;
+}
+
+} // namespace
+
+bool FeatureFileChecks::parse(const QString &text, FeatureFileDocument *document)
+{
+    QString reason;
+    if (!FeatureFileReader::parse(text, document, &reason)) {
+        require(!reason.isEmpty(), "a refusal tells why");
+        return false;
+    }
+    require(depthOf(text) <= FeatureFileFormat::MAX_ELEMENT_DEPTH, "elements are not too deep");
+    require(!text.trimmed().startsWith(QLatin1String("<!DOCTYPE")), "no document type");
+    return true;
+}
+
+void FeatureFileChecks::rewrite(const FeatureFileDocument &document)
+{
+    FeatureFileWriter writer(QStringLiteral("1"));
+    QStringList names;
+    for (const QString &tag :
+         {QStringLiteral("DeviceFirmwareVersion"), QString(FeatureFileFormat::ELEMENT_MODEL)}) {
+        writer.addHeader(tag, document.header.value(tag));
+        names += tag;
+    }
+    writer.beginFeatures();
+    QVector<FeatureFileEntry> entries;
+    for (const FeatureFileEntry &entry : document.entries) {
+        if (!isWritten(entry)) {
+            continue;
+        }
+        names += entry.name;
+        entries.append(entry);
+        if (entry.isComplex) {
+            writer.addComplexFeature(entry.name, dumpOf(entry));
+        } else {
+            writer.addFeature(entry.name, entry.type, entry.value);
+        }
+    }
+    writer.finish();
+    const QVector<FeatureFileWriter::Culprit> culprits = writer.culprits();
+    for (const FeatureFileWriter::Culprit &culprit : culprits) {
+        require(names.contains(culprit.name), "a culprit is a group of the file");
+    }
+    if (!culprits.isEmpty()) {
+        return;
+    }
+    FeatureFileDocument again;
+    require(FeatureFileReader::parse(writer.text(), &again), "a text without culprits is read");
+    require(again.hasFeatures
+                && std::equal(entries.cbegin(), entries.cend(), again.entries.cbegin(),
+                              again.entries.cend(), isSame),
+            "what is written comes back, or is named");
+    for (auto header = again.header.cbegin(); header != again.header.cend(); ++header) {
+        require(header.value() == document.header.value(header.key()),
+                "the header comes back, or is named");
+    }
+}
+
+bool FeatureFileChecks::import(FuzzJob &fuzz, const QString &text,
+                               const FeatureFileDocument *document, FeatureFileReport *report)
+{
+    FuzzDevice &device = fuzz.device();
+    FeatureImporter check(fuzz.job());
+    const bool isGood = check.run(text, true);
+    require(device.writes() == 0, "a check writes nothing");
+    require(isGood || check.resultCode() != FEATURE_FILE_OK, "a refusal has a code");
+    require(document || check.resultCode() == FEATURE_FILE_UNREADABLE, "unreadable is told");
+
+    const int before = device.accesses();
+    FeatureImporter writer(fuzz.job());
+    const bool isDone = writer.run(text, false);
+    require((document && document->hasFeatures) || (!isDone && device.writes() == 0),
+            "a refused file writes nothing");
+    require(isDone || writer.resultCode() != FEATURE_FILE_OK, "an import that ends has a code");
+    int rows = 0;
+    const QSet<qint64> addresses = document ? addressesOf(*document, &rows) : QSet<qint64>();
+    require(addresses.contains(device.writtenAddresses()), "addresses are those of the file");
+    constexpr int PASSES = 11;
+    constexpr int ACCESSES_A_ROW = 40;
+    require(device.accesses() - before <= PASSES * ACCESSES_A_ROW * rows, "the work has an end");
+
+    *report = writer.report();
+    return isGood && isDone && !device.isExhausted();
+}
+
+void FeatureFileChecks::compareAgain(FuzzJob &fuzz, const QString &text,
+                                     const FeatureFileReport &report)
+{
+    FeatureImporter again(fuzz.job());
+    if (again.run(text, true)) {
+        require(areNamed(again.differences(), namesOf(report.notImported) + report.severalTimes),
+                "what the device did not take is named");
+    }
+}
+
+void FeatureFileChecks::exportAll(FuzzJob &fuzz)
+{
+    FuzzDevice &device = fuzz.device();
+    const int writes = device.writes();
+    FeatureExporter exporter(fuzz.job());
+    QString text;
+    if (!exporter.build(&text)) {
+        return;
+    }
+    const FeatureFileReport &report = exporter.report();
+    require(device.writes() == writes || report.bPollingParamWritten, "an export writes nothing");
+    bool isTold = false;
+    for (const FeatureFileNote &remark : report.remarks) {
+        isTold = isTold || remark.reason == FeatureFileReason::Text
+            || remark.reason == FeatureFileReason::FileTooLarge;
+    }
+    FeatureFileDocument document;
+    require(FeatureFileChecks::parse(text, &document) || isTold,
+            "an export is read, or the culprits are named");
+    const int afterExport = device.writes();
+    FeatureImporter check(fuzz.job());
+    const bool isGood = check.run(text, true);
+    require(device.writes() == afterExport, "a check writes nothing");
+    require(isGood || isTold || device.isExhausted() || fuzz.stop() || device.isGone(),
+            "a device takes its own file");
+    if (isGood && !device.isExhausted()) {
+        require(
+            areNamed(check.differences(), namesOf(report.remarks) + check.report().severalTimes),
+            "the device is as its own file says");
+    }
+}
