@@ -3,7 +3,26 @@
 #include "featurefile/FeatureFileFormat.h"
 #include "featurefile/FeatureFileReader.h"
 
+#include <algorithm>
+
 using namespace FeatureFileFormat;
+
+namespace {
+
+/// A register dump as it would have been written.
+QString dumpOf(const FeatureFileEntry &entry)
+{
+    QString text =
+        FeatureFileWriter::complexBegin(entry.name, entry.length.toLongLong(), entry.reg);
+    for (const FeatureFileRegister &row : entry.registers) {
+        text += row.to.isEmpty() ? FeatureFileWriter::regValue(row.address, row.variables, row.text)
+                                 : FeatureFileWriter::regValue(row.address, row.variables, row.text,
+                                                               row.to.toUInt(), row.from);
+    }
+    return text + FeatureFileWriter::complexEnd();
+}
+
+} // namespace
 
 FeatureFileWriter::FeatureFileWriter(const QString &version)
     : m_text(XML_DECLARATION + QString(FILE_BEGIN).arg(version))
@@ -20,7 +39,7 @@ void FeatureFileWriter::add(const Group &group, const QString &text)
 
 void FeatureFileWriter::addHeader(const QString &tag, const QString &value)
 {
-    add({tag, 0, 0, false, false, QString()}, QString(HEADER).arg(tag, value));
+    add({Kind::Header, tag, 0, 0, QString(), value}, QString(HEADER).arg(tag, value));
 }
 
 void FeatureFileWriter::beginFeatures()
@@ -35,12 +54,12 @@ void FeatureFileWriter::addFeature(const QString &name, const QString &type, con
         escaped.replace(QLatin1Char('>'), QLatin1String("&gt;"));
         escaped.replace(QLatin1Char('<'), QLatin1String("&lt;"));
     }
-    add({name, 0, 0, true, true, value}, QString(FEATURE).arg(name, type, escaped));
+    add({Kind::Value, name, 0, 0, type, value}, QString(FEATURE).arg(name, type, escaped));
 }
 
 void FeatureFileWriter::addComplexFeature(const QString &name, const QString &text)
 {
-    add({name, 0, 0, true, false, QString()}, text);
+    add({Kind::Dump, name, 0, 0, QString(), QString()}, text);
 }
 
 void FeatureFileWriter::finish()
@@ -49,31 +68,52 @@ void FeatureFileWriter::finish()
     m_text += FILE_END;
 }
 
+bool FeatureFileWriter::comesBack(const Group &group, const FeatureFileDocument &document,
+                                  int entry) const
+{
+    if (group.kind == Kind::Header) {
+        return document.header.value(group.name) == group.value;
+    }
+    if (entry >= document.entries.size()) {
+        return false;
+    }
+    const FeatureFileEntry &read = document.entries.at(entry);
+    if (group.kind == Kind::Value) {
+        return read.names == QStringList(group.name) && read.type == group.type
+            && read.value == group.value;
+    }
+    // Blanks of formulas are not kept apart in attributes.
+    return dumpOf(read).simplified() == m_text.mid(group.begin, group.length).simplified();
+}
+
 QVector<FeatureFileWriter::Culprit> FeatureFileWriter::culprits() const
 {
     QVector<Culprit> found;
     FeatureFileDocument document;
-    const bool isReadable = FeatureFileReader::parse(m_text, &document);
-    const QString begin = QString(FILE_BEGIN).arg(QString()) + FEATURES_BEGIN;
-    const QString end = FEATURES_END + QString(FILE_END);
+    const auto entries = std::count_if(m_groups.cbegin(), m_groups.cend(), [](const Group &group) {
+        return group.kind != Kind::Header;
+    });
+    // With a group too many or too few nothing stands in its place any more.
+    const bool isReadable =
+        FeatureFileReader::parse(m_text, &document) && document.entries.size() == entries;
+    const QString begin = QString(FILE_BEGIN).arg(QString());
     int entry = 0;
     for (const Group &group : m_groups) {
+        const bool isEntry = group.kind != Kind::Header;
         if (!isReadable) {
-            FeatureFileDocument alone;
-            if (!FeatureFileReader::parse(begin + m_text.mid(group.begin, group.length) + end,
-                                          &alone)) {
+            const QString text = m_text.mid(group.begin, group.length);
+            if (!FeatureFileReader::parse(
+                    begin + (isEntry ? FEATURES_BEGIN + text + FEATURES_END : text) + FILE_END,
+                    &document)) {
                 found.append({group.name, true});
                 continue;
             }
-            document = alone;
             entry = 0;
         }
-        if (group.isEntry && entry < document.entries.size()) {
-            const FeatureFileEntry &read = document.entries.at(entry++);
-            if (group.hasValue && read.value != group.value) {
-                found.append({group.name, false});
-            }
+        if (!comesBack(group, document, entry) || (!isReadable && document.entries.size() > 1)) {
+            found.append({group.name, false});
         }
+        entry += isEntry ? 1 : 0;
     }
     return found;
 }

@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QVector>
 
+struct FeatureFileDocument;
+
 /// Puts the text of a feature file together. It knows the format and nothing of devices. Nothing is escaped but the
 /// angle brackets of strings and the formulas of register dumps.
 class FeatureFileWriter
@@ -20,7 +22,7 @@ public:
     void finish();
     const QString &text() const { return m_text; }
 
-    /// Names of the groups that make the text unreadable or come back as another text, each with whether it is the
+    /// Names of the groups that make the text unreadable or come back as another group, each with whether it is the
     /// former; empty for a text that its own reader takes whole.
     struct Culprit
     {
@@ -37,15 +39,17 @@ public:
     static QString complexEnd();
 
 private:
+    enum class Kind { Header, Value, Dump };
     struct Group
     {
+        Kind kind;
         QString name;
         int begin;
         int length;
-        bool isEntry; ///< of the features, not of the header
-        bool hasValue; ///< that should come back
+        QString type;
         QString value;
     };
+    bool comesBack(const Group &group, const FeatureFileDocument &document, int entry) const;
     void add(const Group &group, const QString &text);
 
     QString m_text;
