@@ -7,6 +7,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build pkg-config ccache
 DISPLAY_PACKAGES=(fonts-dejavu-core fonts-noto-cjk qttranslations5-l10n libqt5svg5)
 # The last three: a GigE Vision camera in a network namespace, and a second opinion on its values.
 CHECK_PACKAGES=(clang-format-14 binutils util-linux iproute2 aravis-tools-cli)
+FUZZ_PACKAGES=(clang-14 libclang-rt-14-dev)
 
 # Installs the packages that are not there; asks the network only then.
 install_missing() {

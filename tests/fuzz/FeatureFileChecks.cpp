@@ -9,6 +9,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -121,21 +122,51 @@ QStringList namesOf(const QList<FeatureFileNote> &notes)
     return names;
 }
 
+bool addressOf(const FeatureFileRegister &row, qint64 *address)
+{
+    const bool isHexadecimal = row.address.startsWith(QLatin1String("0x"));
+    bool ok = false;
+    *address = static_cast<qint64>(row.address.toULongLong(&ok, isHexadecimal ? 16 : 10));
+    return ok;
+}
+
 QSet<qint64> addressesOf(const FeatureFileDocument &document, int *rows)
 {
     QSet<qint64> addresses;
     for (const FeatureFileEntry &entry : document.entries) {
         *rows += 1 + entry.registers.size();
         for (const FeatureFileRegister &row : entry.registers) {
-            const bool isHexadecimal = row.address.startsWith(QLatin1String("0x"));
-            bool ok = false;
-            const qulonglong address = row.address.toULongLong(&ok, isHexadecimal ? 16 : 10);
-            if (ok) {
-                addresses.insert(static_cast<qint64>(address));
+            qint64 address = 0;
+            if (addressOf(row, &address)) {
+                addresses.insert(address);
             }
         }
     }
     return addresses;
+}
+
+/// Whether registers of a file lie on each other in the device: the last one to be written wins then, and those before
+/// it are named only when they were written too.
+bool areOverlapping(const FeatureFileDocument &document)
+{
+    QVector<bool> taken(FuzzDevice::MEMORY_SIZE, false);
+    for (const FeatureFileEntry &entry : document.entries) {
+        const qint64 length = entry.length.toLongLong(nullptr, 0);
+        for (const FeatureFileRegister &row : entry.registers) {
+            qint64 address = 0;
+            if (length > FuzzDevice::MEMORY_SIZE || !addressOf(row, &address)) {
+                return true;
+            }
+            for (qint64 place = 0; place < length; ++place) {
+                bool &byte = taken[static_cast<int>((quint64(address) + quint64(place))
+                                                    % FuzzDevice::MEMORY_SIZE)];
+                if (std::exchange(byte, true)) {
+                    return true;
+                }
+            }
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -195,36 +226,44 @@ void FeatureFileChecks::rewrite(const FeatureFileDocument &document)
     }
 }
 
-bool FeatureFileChecks::import(FuzzJob &fuzz, const QString &text,
-                               const FeatureFileDocument *document, FeatureFileReport *report)
+bool FeatureFileChecks::check(FuzzJob &fuzz, const QString &text,
+                              const FeatureFileDocument *document)
+{
+    FeatureImporter importer(fuzz.job());
+    const bool isGood = importer.run(text, true);
+    require(fuzz.device().writes() == 0, "a check writes nothing");
+    require(isGood || importer.resultCode() != FEATURE_FILE_OK, "a refusal has a code");
+    require(document || importer.resultCode() == FEATURE_FILE_UNREADABLE, "unreadable is told");
+    return isGood;
+}
+
+bool FeatureFileChecks::apply(FuzzJob &fuzz, const QString &text,
+                              const FeatureFileDocument *document, FeatureFileReport *report)
 {
     FuzzDevice &device = fuzz.device();
-    FeatureImporter check(fuzz.job());
-    const bool isGood = check.run(text, true);
-    require(device.writes() == 0, "a check writes nothing");
-    require(isGood || check.resultCode() != FEATURE_FILE_OK, "a refusal has a code");
-    require(document || check.resultCode() == FEATURE_FILE_UNREADABLE, "unreadable is told");
-
     const int before = device.accesses();
-    FeatureImporter writer(fuzz.job());
-    const bool isDone = writer.run(text, false);
+    FeatureImporter importer(fuzz.job());
+    const bool isDone = importer.run(text, false);
     require((document && document->hasFeatures) || (!isDone && device.writes() == 0),
             "a refused file writes nothing");
-    require(isDone || writer.resultCode() != FEATURE_FILE_OK, "an import that ends has a code");
+    require(isDone || importer.resultCode() != FEATURE_FILE_OK, "an import that ends has a code");
     int rows = 0;
     const QSet<qint64> addresses = document ? addressesOf(*document, &rows) : QSet<qint64>();
     require(addresses.contains(device.writtenAddresses()), "addresses are those of the file");
     constexpr int PASSES = 11;
     constexpr int ACCESSES_A_ROW = 40;
     require(device.accesses() - before <= PASSES * ACCESSES_A_ROW * rows, "the work has an end");
-
-    *report = writer.report();
-    return isGood && isDone && !device.isExhausted();
+    *report = importer.report();
+    return isDone && !device.isExhausted();
 }
 
 void FeatureFileChecks::compareAgain(FuzzJob &fuzz, const QString &text,
+                                     const FeatureFileDocument &document,
                                      const FeatureFileReport &report)
 {
+    if (areOverlapping(document)) {
+        return;
+    }
     FeatureImporter again(fuzz.job());
     if (again.run(text, true)) {
         require(areNamed(again.differences(), namesOf(report.notImported) + report.severalTimes),

@@ -10,12 +10,15 @@ namespace FeatureFileChecks {
 bool parse(const QString &text, FeatureFileDocument *document);
 /// What the writer makes of a document comes back, unless it names what does not.
 void rewrite(const FeatureFileDocument &document);
-/// Checks the file against the device and writes it into it: only a file that can be read writes, only at its own
-/// addresses. Whether both went well.
-bool import(FuzzJob &fuzz, const QString &text, const FeatureFileDocument *document,
-            FeatureFileReport *report);
+/// Compares the file with the device, which writes nothing; `document` is null for a file that cannot be read. Whether
+/// the file is for this device.
+bool check(FuzzJob &fuzz, const QString &text, const FeatureFileDocument *document);
+/// Writes the file into the device: only one that can be read, and only at its own addresses. Whether all of it was done.
+bool apply(FuzzJob &fuzz, const QString &text, const FeatureFileDocument *document,
+           FeatureFileReport *report);
 /// Every value of an imported file that the device has not got is named.
-void compareAgain(FuzzJob &fuzz, const QString &text, const FeatureFileReport &report);
+void compareAgain(FuzzJob &fuzz, const QString &text, const FeatureFileDocument &document,
+                  const FeatureFileReport &report);
 /// What an export of the device says is what the device has; what cannot be carried is named.
 void exportAll(FuzzJob &fuzz);
 

@@ -137,13 +137,15 @@ void checkFile(FuzzJob &fuzz, const QByteArray &bytes)
     FeatureFileDocument document;
     FeatureFileReport report;
     const bool isReadable = FeatureFileChecks::parse(text, &document);
-    const bool isImported =
-        FeatureFileChecks::import(fuzz, text, isReadable ? &document : nullptr, &report);
-    if (isReadable && (part == 0 || part == 1)) {
+    const FeatureFileDocument *read = isReadable ? &document : nullptr;
+    const bool isGood = part < ONE_OF / 2 && FeatureFileChecks::check(fuzz, text, read);
+    const bool isApplied =
+        (part == 0 || part > 2) && FeatureFileChecks::apply(fuzz, text, read, &report);
+    if (isReadable && part <= 1) {
         FeatureFileChecks::rewrite(document);
     }
-    if (isImported && (part == 0 || part == 2)) {
-        FeatureFileChecks::compareAgain(fuzz, text, report);
+    if (isGood && isApplied) {
+        FeatureFileChecks::compareAgain(fuzz, text, document, report);
     }
     if (fuzz.device().writes() > 0 && part == 0) {
         FeatureFileChecks::exportAll(fuzz);
