@@ -314,7 +314,9 @@ void tst_FeatureRoundTrip::bringsADeviceBack()
     QCOMPARE(trip.exported(), first);
 
     const QString path = trip.folder.filePath("first.vxf");
-    QVERIFY(FeatureFileStore::writeFile(path, QString::fromUtf8(first)));
+    QString detail;
+    QCOMPARE(FeatureFileStore::writeFile(path, QString::fromUtf8(first), &detail),
+             FeatureFileFailure::None);
     const auto memory = trip.memory();
     const QStringList changed = trip.changeSettings(file);
     QCOMPARE(changed.size(), CHANGES);
