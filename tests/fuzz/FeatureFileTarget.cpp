@@ -109,10 +109,12 @@ void checkBag(const QVector<FeatureBag::Record> &records)
     require(QSet<QString>(names.cbegin(), names.cend()).size() == records.size(),
             "each record has a file of its own");
     const QString path = dataFolder().filePath(QStringLiteral("bag"));
+    QString detail;
     for (int index = 0; index < records.size(); ++index) {
         require(!names.at(index).contains(QLatin1Char('/')), "serial numbers are no paths");
         require(FeatureFileStore::appendToBag(path, records.at(index).serialNumber,
-                                              QString::fromUtf8(records.at(index).file)),
+                                              QString::fromUtf8(records.at(index).file), &detail)
+                    == FeatureFileFailure::None,
                 "a record is appended");
     }
     QFile file(path);
