@@ -125,3 +125,11 @@ void CTreeEnumationItemValue::swapEntries(CTreeEnumationItemValue &source)
 {
     copy(&source, false);
 }
+
+void CTreeEnumationItemValue::setDeviceValue(quint32 nBits)
+{
+    const QMutexLocker locker(&m_mutex);
+    const qint64 nBelowZero = static_cast<qint32>(nBits);
+    m_nValue =
+        !m_enumationMap.contains(nBits) && m_enumationMap.contains(nBelowZero) ? nBelowZero : nBits;
+}

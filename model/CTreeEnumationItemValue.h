@@ -35,6 +35,8 @@ public:
                            const qint64 &nValue);
     /// Takes over the current value and all entries of the other object in one step.
     void swapEntries(CTreeEnumationItemValue &source);
+    /// The value as the device layer gives it, in 32 bits without a sign: an entry below 0 is found by them too.
+    void setDeviceValue(quint32 nBits);
 
     qint64 m_nValue = -1; ///< numeric value of the current entry
 

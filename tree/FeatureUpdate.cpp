@@ -234,6 +234,9 @@ bool FeatureUpdate::GetFeatureValue()
     for (const EnumEntryReading &entry : qAsConst(m_entries)) {
         AddEnumEntry(entry);
     }
+    if (!m_bWriteOnly) {
+        enumeration->setDeviceValue(static_cast<quint32>(enumeration->m_nValue));
+    }
     return true;
 }
 

@@ -95,8 +95,8 @@ const TypedWrite *typedWriteOf(const QString &type)
 void takeOver(CTreeItemValue &value, CTreeItemValue &read)
 {
     if (auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(&value)) {
-        const QMutexLocker locker(&enumeration->m_mutex);
-        enumeration->m_nValue = static_cast<CTreeEnumationItemValue &>(read).m_nValue;
+        enumeration->setDeviceValue(
+            static_cast<quint32>(static_cast<CTreeEnumationItemValue &>(read).m_nValue));
     } else if (auto *text = dynamic_cast<CTreeStringItemValue *>(&value)) {
         text->m_strValue = static_cast<CTreeStringItemValue &>(read).m_strValue;
     } else {

@@ -153,14 +153,20 @@ void tst_featureupdate::enumerationEntries()
 <EnumEntry Name="Locked"><pIsLocked>One</pIsLocked><Value>4</Value></EnumEntry>
 <EnumEntry Name="Raw"><Value>5</Value></EnumEntry>
 <EnumEntry Name="Twin"><DisplayName>A Name</DisplayName><Value>6</Value></EnumEntry>
+<EnumEntry Name="Below"><Value>-2</Value></EnumEntry>
 <pValue>ValueReg</pValue></Enumeration>
 <Boolean Name="RawModeEnable"><pValue>Zero</pValue></Boolean>)",
                    {{VALUE, 16}});
     const auto *value = dynamic_cast<CTreeEnumationItemValue *>(f.item()->value());
     QVERIFY(value);
-    QCOMPARE(value->getDisplayList(), QStringList({"Plain", "A Name"}));
-    QCOMPARE(value->getAllEnumationMap().keys(), QList<qint64>({0, 6, 16}));
+    QCOMPARE(value->getDisplayList(), QStringList({"Plain", "A Name", "Below"}));
+    QCOMPARE(value->getAllEnumationMap().keys(), QList<qint64>({-2, 0, 6, 16}));
     QCOMPARE(value->displayValue(), QString("A Name"));
+    f.poke(VALUE, -2);
+    f.update(EVERYTHING);
+    QCOMPARE(value->displayValue(), QString("Below"));
+    QVERIFY(f.camera.tree->rereadFeatureValue(f.item(), false));
+    QCOMPARE(value->displayValue(), QString("Below"));
 }
 
 void tst_featureupdate::hiddenValueIsSpared()
