@@ -23,10 +23,11 @@ namespace {
 
 constexpr qint64 FOCUS_DONE = 1;
 
-bool isFocusUnderWay(QCameraTask &task)
+bool isFocusUnderWay(QCameraTask *task)
 {
     _NODE_INT_VALUE_ state{};
-    return task.GetIntegerValue(QStringLiteral("AutoFocusStat"), &state, nullptr, true, false)
+    return task
+        && task->GetIntegerValue(QStringLiteral("AutoFocusStat"), &state, nullptr, true, false)
         && state.value != FOCUS_DONE;
 }
 
@@ -87,7 +88,7 @@ bool VexaFeatureTree::OnCommandNodeBtnClicked(const QString &name)
 bool VexaFeatureTree::mayRunCommand(const CommandRule &rule)
 {
     const TreeCallScope scope(this);
-    if ((rule.traits & CommandTrait::NeedsFocusDone) && isFocusUnderWay(*cameraTask())) {
+    if ((rule.traits & CommandTrait::NeedsFocusDone) && isFocusUnderWay(cameraTask())) {
         qInfo("the focus is being set already");
         return false;
     }

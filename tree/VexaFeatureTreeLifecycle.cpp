@@ -93,7 +93,8 @@ void VexaFeatureTree::OnResartCameraOpen(unsigned int accessMode)
     m_pTreeView->ClearTreeViewInfo();
     clearMaps();
     m_domDocument.clear();
-    QCameraTask *task = cameraTask();
+    // Whoever heard of the end of a job may have removed the tree.
+    QCameraTask *task = scope.treeIsGoing() ? nullptr : cameraTask();
     if (!task) {
         return;
     }
