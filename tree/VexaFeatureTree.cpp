@@ -54,7 +54,8 @@ VexaFeatureTree::~VexaFeatureTree()
 
 bool VexaFeatureTree::InitWidget()
 {
-    if (InitCtrl() && InitLayout() && InitSignals()) {
+    // A host may call it after the constructor has.
+    if (haveAllWorkers() || (InitCtrl() && InitLayout() && InitSignals())) {
         return true;
     }
     Release();

@@ -160,6 +160,8 @@ void tst_featuretree::releaseTwice()
 {
     ModuleFixture fixture;
     VexaFeatureTree tree(-1);
+    QVERIFY(tree.InitWidget());
+    QCOMPARE(tree.findChildren<QGetFeaturesThread *>().size(), 4);
     tree.Release();
     tree.Release();
     tree.OnCameraOpen(4);
