@@ -26,7 +26,7 @@ constexpr int READ_EVERYTHING = 13;
 /// A pass that was under way when the device came back may have left out what failed before: one more is needed.
 constexpr int PASSES_AFTER_RETURN = 2;
 constexpr std::chrono::seconds PAUSE_BEFORE_NEXT_PASS{1};
-/// A tree switches its buttons on at the end of a job, also when the device was lost meanwhile.
+/// An import may end at one of its dialogs, of which nobody is told.
 constexpr std::chrono::milliseconds TOOL_BAR_LOOK{200};
 
 QCameraBasicTask *taskOf(long int cameraId)

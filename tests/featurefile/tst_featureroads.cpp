@@ -400,7 +400,12 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
         whenUp<CustomSaveDoneHintDlg>(&context, [](auto *hint) { hint->accept(); });
     } else if (job == "save hint") {
         choose(&context, path);
-        whenUp<CustomSaveDoneHintDlg>(&context, [&](auto *) { happen(); });
+        whenUp<CustomSaveDoneHintDlg>(&context, [&](CustomSaveDoneHintDlg *dialog) {
+            const QPointer<CustomSaveDoneHintDlg> hint = dialog;
+            happen();
+            QVERIFY(hint);
+            hint->accept();
+        });
     } else if (job == "question") {
         text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
         whenUp<CustomMessageBox>(&context, [&](CustomMessageBox *box) {
