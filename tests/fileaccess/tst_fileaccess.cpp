@@ -1,216 +1,18 @@
-#include "ControlKit/CustomComboBox.h"
-#include "ControlKit/CustomMessageBox.h"
-#include "ControlKit/CustomSaveDoneHintDlg.h"
-#include "ShellServicesModule/QVexaProgressDialog.h"
-#include "ShellServicesModule/VexaListenTools.h"
-#include "fileaccess/QVexaFileAccessDialog.h"
 #include "fileaccess/QVexaFileAccessThread.h"
 #include "host/translations/Translations.h"
-#include "shell/VexaFeatureToolBar.h"
-#include "tests/support/ModuleFixture.h"
+#include "tests/fileaccess/FileAccessDesk.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QButtonGroup>
-#include <QDesktopServices>
-#include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
+#include <QDir>
+#include <QRandomGenerator>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QUrl>
-#include <QtTest>
 
-#include <deque>
-#include <functional>
+#include <algorithm>
 
-using Fault = SimulatedFileFault;
 using Worker = QVexaFileAccessThread;
 
 namespace {
 
-constexpr int BLOCK = 1024; // of the simulated devices
 const char *const OLD = "what was there before";
-
-template<typename Window>
-Window *shown()
-{
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        auto *window = qobject_cast<Window *>(widget);
-        if (window && window->isVisible()) {
-            return window;
-        }
-    }
-    return nullptr;
-}
-
-QVexaFileAccessDialog *dialog()
-{
-    return shown<QVexaFileAccessDialog>();
-}
-
-QString comboText()
-{
-    return dialog() ? dialog()->findChild<CustomComboBox *>()->currentText() : QString();
-}
-
-/// What a user does, one step after the other, each as soon as it can be done.
-class User : public QObject
-{
-public:
-    using Step = std::function<bool()>; ///< true once it is done
-
-    void then(const Step &step) { m_steps.push_back(step); }
-    /// Waits for the window and acts on it outside of this call, for it may run a loop of its own.
-    template<typename Window, typename Act>
-    void with(Act act)
-    {
-        then([this, act] {
-            auto *window = shown<Window>();
-            if (window) {
-                QMetaObject::invokeMethod(
-                    this,
-                    [act, window = QPointer<Window>(window)] {
-                        if (window) {
-                            act(window.data());
-                        }
-                    },
-                    Qt::QueuedConnection);
-            }
-            return window != nullptr;
-        });
-    }
-    void choose(const QString &text)
-    {
-        with<QVexaFileAccessDialog>([text](QVexaFileAccessDialog *window) {
-            auto *combo = window->findChild<CustomComboBox *>();
-            combo->setCurrentIndex(combo->findText(text));
-        });
-        then([text] { return comboText() == text; });
-    }
-    void click(int index)
-    {
-        with<QVexaFileAccessDialog>([index](QVexaFileAccessDialog *window) {
-            QTest::mouseClick(window->cButton(index), Qt::LeftButton);
-        });
-    }
-    void nameFile(const QString &path)
-    {
-        with<QFileDialog>([path](QFileDialog *window) {
-            window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
-            QTest::keyClick(window, Qt::Key_Return);
-        });
-        then([] { return !shown<QFileDialog>(); });
-    }
-    void transfer(int button, const QString &text, const QString &path)
-    {
-        choose(text);
-        click(button);
-        nameFile(path);
-    }
-    template<typename Window>
-    void press(Qt::Key key)
-    {
-        with<Window>([key](Window *window) { QTest::keyClick(window, key); });
-        then([] { return !shown<Window>(); });
-    }
-    void readBox(QString *content)
-    {
-        with<CustomMessageBox>(
-            [content](CustomMessageBox *box) { *content = box->accessibleDescription(); });
-        press<CustomMessageBox>(Qt::Key_Return);
-    }
-    void leave()
-    {
-        with<QVexaFileAccessDialog>([](QVexaFileAccessDialog *window) { window->close(); });
-    }
-
-    /// Clicks the tool bar's button; true when all steps were done by the time the dialog has gone.
-    bool visit(const ModuleFixture::Camera &camera)
-    {
-        QElapsedTimer clock;
-        clock.start();
-        QTimer timer;
-        connect(&timer, &QTimer::timeout, this, [this, &clock] {
-            if (!m_steps.empty() && m_steps.front()()) {
-                m_steps.pop_front();
-            } else if (clock.elapsed() > 60000) {
-                for (QWidget *widget : QApplication::topLevelWidgets()) {
-                    widget->close();
-                }
-            }
-        });
-        timer.start(5);
-        VexaMainFeatureWidget::instance()->UpdateToolBarBtn(1, int(camera.id), false);
-        auto *group = camera.tree->findChild<VexaFeatureToolBar *>()->findChild<QButtonGroup *>();
-        group->button(VexaFeatureToolBar::BUTTON_FILE_ACCESS)->click();
-        return QTest::qWaitFor([this] { return m_steps.empty(); }) && !dialog();
-    }
-
-private:
-    std::deque<Step> m_steps;
-};
-
-class Listener : public IVexaListen
-{
-public:
-    Listener() { VexaListenTools::instance()->addListener(this, PRIORITY_LEVEL_0); }
-    ~Listener() override { VexaListenTools::instance()->removeListener(this); }
-    void notify(int event, void *data) override
-    {
-        if (event == VEXA_EVENT_RESET_DEVICE) {
-            m_ids.append(*static_cast<long int *>(data));
-        }
-    }
-    QList<long int> m_ids;
-};
-
-/// Stands for the file manager.
-class FileManager : public QObject
-{
-    Q_OBJECT
-public:
-    FileManager() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
-    ~FileManager() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-    Q_INVOKABLE void open(const QUrl &url) { m_strOpened = url.toLocalFile(); }
-    QString m_strOpened;
-};
-
-/// An area camera and a folder of the host.
-struct Desk
-{
-    Desk()
-    {
-        camera = fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera")));
-        camera.device.control->setQuiet(true);
-        ok = ModuleFixture::waitForFirstUpdate(camera);
-    }
-    SimulatorControl &control() { return *camera.device.control; }
-    QString path(const QString &name) { return folder.filePath(name); }
-    bool keep(const QString &name, const QByteArray &content)
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-    }
-    QByteArray kept(const QString &name)
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
-    }
-    void slowDown()
-    {
-        control().setFile("MultiROI", QByteArray(400 * BLOCK, 'r'));
-        Fault fault;
-        fault.milliseconds = 10;
-        control().setFileFault(fault);
-    }
-
-    ModuleFixture fixture;
-    ModuleFixture::Camera camera;
-    QTemporaryDir folder;
-    User user;
-    bool ok = false;
-};
 
 QByteArray selectorDescription(const QStringList &displayNames)
 {
@@ -234,10 +36,11 @@ class tst_FileAccessDialog : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase() { installLanguage(*qApp, QStringLiteral("ENG")); }
+    void initTestCase();
+    void cleanup();
+    void cleanupTestCase();
     void offersFiles_data();
     void offersFiles();
-    void dealsWithKinds_data();
     void dealsWithKinds();
     void exportsAndImports();
     void restartsTheDevice();
@@ -248,7 +51,47 @@ private slots:
     void theCameraGoes();
     void workerWithoutCamera();
     void noDialogWithoutCamera();
+
+private:
+    /// Opens the camera unless an earlier test left it open.
+    Desk &openDesk();
+    std::unique_ptr<ModuleFixture> m_pFixture;
+    std::unique_ptr<Desk> m_pDesk;
 };
+
+void tst_FileAccessDialog::initTestCase()
+{
+    installLanguage(*qApp, QStringLiteral("ENG"));
+    m_pFixture = std::make_unique<ModuleFixture>();
+}
+
+void tst_FileAccessDialog::cleanup()
+{
+    if (m_pDesk) {
+        m_pDesk->control().setFileFault({});
+    }
+}
+
+void tst_FileAccessDialog::cleanupTestCase()
+{
+    m_pDesk.reset();
+    m_pFixture.reset();
+}
+
+Desk &tst_FileAccessDialog::openDesk()
+{
+    if (!m_pDesk) {
+        m_pDesk = std::make_unique<Desk>(*m_pFixture);
+    }
+    if (!m_pDesk->ok) {
+        qFatal("no camera");
+    }
+    const QStringList left = QDir(m_pDesk->folder.path()).entryList(QDir::Files);
+    for (const QString &name : left) {
+        QFile::remove(m_pDesk->path(name));
+    }
+    return *m_pDesk;
+}
 
 void tst_FileAccessDialog::offersFiles_data()
 {
@@ -270,7 +113,8 @@ void tst_FileAccessDialog::offersFiles()
     QFETCH(QStringList, entries);
     QFETCH(QStringList, texts);
     QFETCH(int, current);
-    ModuleFixture fixture;
+    m_pDesk.reset();
+    ModuleFixture &fixture = *m_pFixture;
     const ModuleFixture::Camera camera = fixture.openDescription(selectorDescription(entries));
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     User user;
@@ -290,42 +134,44 @@ void tst_FileAccessDialog::offersFiles()
     fixture.close(camera);
 }
 
-void tst_FileAccessDialog::dealsWithKinds_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("exportFilter"); // empty: the button is disabled
-    QTest::addColumn<QString>("importFilter");
-    const auto row = [](const char *text, const char *exportFilter, const char *importFilter) {
-        QTest::newRow(text) << text << exportFilter << importFilter;
-    };
-    row("User Set", "FileAccess Files(*.vxa)", "FileAccess Files(*.vxa)");
-    row("Multi ROI", "FileAccess Files(*.vxa)", "FileAccess Files(*.vxa)");
-    row("ZRH User Set 1", "FileAccess Files(*.vxa)", "All(*.*)");
-    row("SECBIN", "", "Bin Files(*.bin)");
-    row("License Notice", "Text Files(*.txt)", "");
-    row("A/B", "All Files(*.*)", "All(*.*)");
-}
-
 void tst_FileAccessDialog::dealsWithKinds()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, exportFilter);
-    QFETCH(QString, importFilter);
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.openDescription(selectorDescription(
+    // What it is | filter of its import | filter of its export; "-" where the button is disabled.
+    const QStringList kinds{"User Set | FileAccess Files(*.vxa) | FileAccess Files(*.vxa)",
+                            "Multi ROI | FileAccess Files(*.vxa) | FileAccess Files(*.vxa)",
+                            "ZRH User Set 1 | All(*.*) | FileAccess Files(*.vxa)",
+                            "SECBIN | Bin Files(*.bin) | -",
+                            "License Notice | - | Text Files(*.txt)",
+                            "A/B | All(*.*) | All Files(*.*)"};
+    m_pDesk.reset();
+    const ModuleFixture::Camera camera = m_pFixture->openDescription(selectorDescription(
         {"User Set 1", "Multi ROI", "ZRH User Set 1", "SECBIN", "License Notice", "A/B"}));
     QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
     User user;
-    user.choose(text);
-    const QStringList filters = {importFilter, exportFilter};
-    QStringList seen = {QString(), QString()};
-    QString name;
-    for (int button = 0; button < 2; ++button) {
-        user.click(button);
-        if (!filters[button].isEmpty()) {
-            user.with<QFileDialog>([&seen, &name, button](QFileDialog *window) {
-                seen[button] = window->nameFilters().join('|');
-                name = window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
+    QStringList seen;
+    for (const QString &kind : kinds) {
+        const QStringList cells = kind.split(" | ");
+        user.choose(cells.first());
+        user.then([&seen, cells] {
+            seen += cells.first();
+            return true;
+        });
+        for (int button = 0; button < 2; ++button) {
+            user.click(button);
+            if (cells.at(1 + button) == "-") {
+                user.then([&seen] {
+                    seen.last() += " | -";
+                    return !shown<QFileDialog>();
+                });
+                continue;
+            }
+            user.with<QFileDialog>([&seen, cells, button](QFileDialog *window) {
+                seen.last() += " | " + window->nameFilters().join('|');
+                const QString name =
+                    window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
+                const QString text = QString(cells.first()).replace('/', '-');
+                QVERIFY2(button == 0 || (name.endsWith(text) && name.count('_') >= 2),
+                         qPrintable(name));
                 window->reject();
             });
             user.then([] { return !shown<QFileDialog>(); });
@@ -333,62 +179,63 @@ void tst_FileAccessDialog::dealsWithKinds()
     }
     user.leave();
     QVERIFY(user.visit(camera));
-    QCOMPARE(seen, filters);
-    if (!exportFilter.isEmpty()) {
-        QVERIFY2(name.endsWith(QString(text).replace('/', '-')) && name.count('_') >= 2
-                     && !name.contains('/'),
-                 qPrintable(name));
-    }
-    fixture.close(camera);
+    QCOMPARE(seen, kinds);
+    m_pFixture->close(camera);
 }
 
+/// Megabytes by VEXA_FILE_MEGABYTES.
 void tst_FileAccessDialog::exportsAndImports()
 {
-    Desk desk;
-    QVERIFY(desk.ok);
+    Desk &desk = openDesk();
+    const int kilobytes = qMax(200, 1000 * qEnvironmentVariableIntValue("VEXA_FILE_MEGABYTES"));
+    QByteArray bytes(1000 * kilobytes, '\0');
+    QRandomGenerator random(7);
+    std::generate(bytes.begin(), bytes.end(), [&random] { return char(random.generate()); });
+    User user;
     Listener listener;
-    QVERIFY(desk.keep("new.vxa", "settings"));
+    QVERIFY(desk.keep("new.vxa", bytes));
     const QByteArray before = desk.control().file("UserSet1");
     FileManager manager;
     QString argument;
-    desk.user.transfer(1, "User Set", desk.path("out")); // gets its suffix
-    desk.user.with<CustomSaveDoneHintDlg>([&](CustomSaveDoneHintDlg *hint) {
+    user.transfer(1, "User Set", desk.path("out")); // gets its suffix
+    user.with<CustomSaveDoneHintDlg>([&](CustomSaveDoneHintDlg *hint) {
         argument = hint->toolTip();
         for (QLabel *label : hint->findChildren<QLabel *>()) {
             emit label->linkActivated(QString());
         }
     });
-    desk.user.then([] { return !shown<CustomSaveDoneHintDlg>(); });
-    desk.user.transfer(1, "User Set", desk.path("again.vxa"));
-    desk.user.with<CustomSaveDoneHintDlg>([](CustomSaveDoneHintDlg *) {});
-    desk.user.then([] { return !shown<CustomSaveDoneHintDlg>(); }); // by itself
-    desk.user.transfer(0, "User Set", desk.path("new.vxa"));
-    desk.user.press<CustomMessageBox>(Qt::Key_Escape); // no restart
-    desk.user.then([&] { return dialog() && dialog()->cButton(0)->isEnabled(); });
-    desk.user.leave();
-    QVERIFY(desk.user.visit(desk.camera));
+    user.then([] { return !shown<CustomSaveDoneHintDlg>(); });
+    user.transfer(0, "User Set", desk.path("new.vxa"));
+    user.press<CustomMessageBox>(Qt::Key_Escape); // no restart
+    user.then([&] { return dialog() && dialog()->cButton(0)->isEnabled(); });
+    user.transfer(1, "User Set", desk.path("back.vxa"));
+    user.with<CustomSaveDoneHintDlg>([](CustomSaveDoneHintDlg *) {});
+    user.then([] { return !shown<CustomSaveDoneHintDlg>(); }); // by itself
+    user.leave();
+    QVERIFY(user.visit(desk.camera));
     QCOMPARE(argument, "/select," + desk.path("out.vxa").replace('/', '\\'));
     QCOMPARE(manager.m_strOpened, desk.folder.path());
-    QVERIFY(desk.kept("out.vxa") == before && desk.kept("again.vxa") == before);
-    QCOMPARE(desk.control().file("UserSet1"), QByteArray("settings"));
+    QVERIFY(desk.kept("out.vxa") == before && desk.kept("back.vxa") == bytes);
+    QVERIFY(desk.control().file("UserSet1") == bytes);
     QVERIFY(listener.m_ids.isEmpty());
-    desk.fixture.close(desk.camera);
+    QVERIFY(user.m_nBusyTicks > 0);
+    qInfo("longest pass of the window during transfers: %lld ms", user.m_nLongestGap);
 }
 
 void tst_FileAccessDialog::restartsTheDevice()
 {
-    Desk desk;
-    QVERIFY(desk.ok);
+    Desk &desk = openDesk();
+    User user;
     Listener listener;
     QVERIFY(desk.keep("any.txt", "bytes"));
-    desk.user.transfer(0, "User File", desk.path("any.txt")); // no ending is asked for
-    desk.user.with<CustomMessageBox>(
+    user.transfer(0, "User File", desk.path("any.txt")); // no ending is asked for
+    user.with<CustomMessageBox>(
         [](CustomMessageBox *box) { QTest::keyClick(box, Qt::Key_Return); });
-    desk.user.then([] { return !dialog(); }); // the tree tells of the restart
-    QVERIFY(desk.user.visit(desk.camera));
+    user.then([] { return !dialog(); }); // the tree tells of the restart
+    QVERIFY(user.visit(desk.camera));
     QCOMPARE(listener.m_ids, QList<long int>({desk.camera.id}));
     QCOMPARE(desk.control().file("UserFile"), QByteArray("bytes"));
-    desk.fixture.close(desk.camera);
+    m_pDesk.reset();
 }
 
 void tst_FileAccessDialog::tellsFailures_data()
@@ -396,22 +243,20 @@ void tst_FileAccessDialog::tellsFailures_data()
     QTest::addColumn<int>("button");
     QTest::addColumn<QString>("file");
     QTest::addColumn<int>("fault");
-    QTest::addColumn<QString>("says");
     QTest::addColumn<QString>("why");
-    const char *imported = "could not be imported.\nError: 0x";
-    const char *exported = "could not be exported.\nError: 0x";
-    QTest::newRow("wrong ending") << 0 << "x.bin" << int(Fault::None) << "does not fit"
-                                  << "";
-    QTest::newRow("ending in capitals") << 0 << "x.VXA" << int(Fault::None) << "does not fit"
-                                        << "";
-    QTest::newRow("empty file") << 0 << "<b>empty.vxa" << int(Fault::None) << imported
-                                << "<b>empty.vxa: the file is empty";
-    QTest::newRow("block refused, import")
-        << 0 << "x.vxa" << int(Fault::RefusedBlock) << imported << "status";
-    QTest::newRow("block refused, export")
-        << 1 << "x.vxa" << int(Fault::RefusedBlock) << exported << "status";
-    QTest::newRow("too many bytes")
-        << 1 << "x.vxa" << int(Fault::TooManyBytes) << exported << "MultiROI";
+    const auto row = [](const char *name, int button, const char *file, Fault::Kind fault,
+                        const char *why) {
+        QTest::newRow(name) << button << file << int(fault) << why;
+    };
+    row("wrong ending", 0, "x.bin", Fault::None, "");
+    row("ending in capitals", 0, "x.VXA", Fault::None, "");
+    row("empty file", 0, "<b>empty.vxa", Fault::None, "<b>empty.vxa: the file is empty");
+    row("larger than the device takes", 0, "large.vxa", Fault::None, "33554432 bytes");
+    row("block refused, import", 0, "x.vxa", Fault::RefusedBlock, "status");
+    row("block refused, export", 1, "x.vxa", Fault::RefusedBlock, "status");
+    row("too many bytes", 1, "x.vxa", Fault::TooManyBytes, "MultiROI");
+    row("path that cannot be written", 1, "none/x.vxa", Fault::None, "none/x.vxa: ");
+    row("full disk", 1, "full.vxa", Fault::None, "full.vxa: ");
 }
 
 void tst_FileAccessDialog::tellsFailures()
@@ -419,52 +264,61 @@ void tst_FileAccessDialog::tellsFailures()
     QFETCH(int, button);
     QFETCH(QString, file);
     QFETCH(int, fault);
-    QFETCH(QString, says);
     QFETCH(QString, why);
-    Desk desk;
-    QVERIFY(desk.ok);
+    Desk &desk = openDesk();
+    User user;
     for (const char *name : {"x.vxa", "x.bin", "x.VXA"}) {
         QVERIFY(desk.keep(name, OLD));
     }
-    QVERIFY(desk.keep("<b>empty.vxa", ""));
+    QVERIFY(desk.keep("<b>empty.vxa", "") && desk.keep("large.vxa", ""));
+    QVERIFY(QFile(desk.path("large.vxa")).resize(32 * 1024 * 1024 + 1));
+    desk.control().setFile("MultiROI", QByteArray(300 * BLOCK, 'r'));
+    std::unique_ptr<FullDisk> full;
+    if (file == "full.vxa") {
+        full = std::make_unique<FullDisk>();
+    }
     Fault planted;
     planted.kind = Fault::Kind(fault);
     desk.control().setFileFault(planted);
     const QByteArray before = desk.control().file("MultiROI");
     QString box;
-    desk.user.choose("Multi ROI");
-    desk.user.click(button);
-    desk.user.with<QFileDialog>([&](QFileDialog *window) {
+    user.choose("Multi ROI");
+    user.click(button);
+    user.with<QFileDialog>([&](QFileDialog *window) {
         window->setOption(QFileDialog::DontConfirmOverwrite);
         window->setNameFilter("*");
         window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(desk.path(file));
         QTest::keyClick(window, Qt::Key_Return);
     });
-    desk.user.readBox(&box);
+    user.readBox(&box);
     // Once more, without the fault: nothing is left behind by the failure.
-    desk.user.then([&] {
+    user.then([&] {
         desk.control().setFileFault({});
+        full.reset();
         return true;
     });
-    desk.user.transfer(1, "Multi ROI", desk.path("after.vxa"));
-    desk.user.press<CustomSaveDoneHintDlg>(Qt::Key_Escape);
-    desk.user.leave();
-    QVERIFY(desk.user.visit(desk.camera));
+    user.transfer(1, "Multi ROI", desk.path("after.vxa"));
+    user.press<CustomSaveDoneHintDlg>(Qt::Key_Escape);
+    user.leave();
+    QVERIFY(user.visit(desk.camera));
+    const QString says = why.isEmpty() ? "does not fit"
+        : button == 0                  ? "could not be imported.\nError: 0x"
+                                       : "could not be exported.\nError: 0x";
     QVERIFY2(box.contains(says) && box.contains(why), qPrintable(box));
+    QVERIFY(!QFile::exists(desk.path("full.vxa")));
     QCOMPARE(desk.kept("x.vxa"), QByteArray(OLD));
     QVERIFY(button == 0 || desk.kept("after.vxa") == before);
-    desk.fixture.close(desk.camera);
 }
 
 void tst_FileAccessDialog::showsProgress()
 {
-    Desk desk;
-    QVERIFY(desk.ok);
+    Desk &desk = openDesk();
+    User user;
     desk.slowDown();
     QStringList texts;
     bool refused = false;
-    desk.user.transfer(1, "Multi ROI", desk.path("out.vxa"));
-    desk.user.then([&] {
+    user.transfer(1, "Multi ROI", desk.path("out.vxa"));
+    user.then([&] {
         auto *progress = shown<QVexaProgressDialog>();
         if (!progress) {
             return false;
@@ -476,7 +330,7 @@ void tst_FileAccessDialog::showsProgress()
         }
         return texts.size() > 3;
     });
-    desk.user.with<QVexaProgressDialog>([&](QVexaProgressDialog *progress) {
+    user.with<QVexaProgressDialog>([&](QVexaProgressDialog *progress) {
         QTest::keyClick(progress, Qt::Key_Escape);
         dialog()->onButtonCliked(1);
         refused = progress->isVisible() && !shown<QFileDialog>()
@@ -486,13 +340,12 @@ void tst_FileAccessDialog::showsProgress()
                                                      &another);
         refused = refused && progress->isVisible();
     });
-    desk.user.press<CustomSaveDoneHintDlg>(Qt::Key_Escape);
-    desk.user.leave();
-    QVERIFY(desk.user.visit(desk.camera));
+    user.press<CustomSaveDoneHintDlg>(Qt::Key_Escape);
+    user.leave();
+    QVERIFY(user.visit(desk.camera));
     QVERIFY(refused);
     QVERIFY(texts.first().contains("400.00 KiB"));
     QCOMPARE(desk.kept("out.vxa").size(), 400 * BLOCK);
-    desk.fixture.close(desk.camera);
 }
 
 void tst_FileAccessDialog::theCameraGoes_data()
@@ -510,57 +363,59 @@ void tst_FileAccessDialog::theCameraGoes()
 {
     QFETCH(QString, during);
     QFETCH(int, boxes);
-    Desk desk;
-    QVERIFY(desk.ok);
+    Desk &desk = openDesk();
+    User user;
     QVERIFY(desk.keep("out.vxa", OLD));
     desk.slowDown();
     QPointer<Worker> worker;
-    desk.user.with<QVexaFileAccessDialog>(
+    user.with<QVexaFileAccessDialog>(
         [&](QVexaFileAccessDialog *window) { worker = window->findChild<Worker *>(); });
     if (during == "file dialog") {
-        desk.user.click(1);
-        desk.user.with<QFileDialog>([](QFileDialog *) {});
+        user.click(1);
+        user.with<QFileDialog>([](QFileDialog *) {});
     } else if (during != "idle") {
-        desk.user.transfer(1, "Multi ROI", desk.path("new.vxa"));
-        desk.user.with<QVexaProgressDialog>([](QVexaProgressDialog *) {});
+        user.transfer(1, "Multi ROI", desk.path("new.vxa"));
+        user.with<QVexaProgressDialog>([](QVexaProgressDialog *) {});
     }
     if (during == "failure") {
-        desk.user.then([&] {
+        user.then([&] {
             desk.control().vanish();
             return true;
         });
-        desk.user.with<CustomMessageBox>([](CustomMessageBox *) {});
+        user.with<CustomMessageBox>([](CustomMessageBox *) {});
     }
     qint64 waited = -1;
-    desk.user.with<QVexaFileAccessDialog>([&](QVexaFileAccessDialog *) {
+    user.with<QVexaFileAccessDialog>([&](QVexaFileAccessDialog *) {
         if (during == "blocked") {
             desk.control().blockNextAccess();
             QTest::qWait(100);
         }
         QElapsedTimer clock;
         clock.start();
-        desk.fixture.mainWidget().removeFeatureTree(desk.camera.id);
+        m_pFixture->mainWidget().removeFeatureTree(desk.camera.id);
         waited = clock.elapsed();
     });
-    desk.user.then([] { return !dialog() && !shown<QVexaProgressDialog>(); });
+    user.then([] { return !dialog() && !shown<QVexaProgressDialog>(); });
     QStringList told;
     for (int box = 0; box < boxes; ++box) {
-        desk.user.readBox(&*told.insert(told.end(), QString()));
+        user.readBox(&*told.insert(told.end(), QString()));
     }
-    QVERIFY(desk.user.visit(desk.camera));
+    QVERIFY(user.visit(desk.camera));
     QVERIFY(!shown<CustomMessageBox>());
     QVERIFY(boxes == 0 || told.first().contains("could not be exported.\nError: 0x"));
+    QVERIFY(during != "failure" || told.first().contains("0x90006000")); // the device has gone
     QVERIFY2(waited >= 0 && waited < 5000, qPrintable(QString::number(waited)));
     desk.control().unblock();
-    desk.fixture.host().closeCamera(desk.camera.id);
+    m_pFixture->host().closeCamera(desk.camera.id);
     QTRY_VERIFY_WITH_TIMEOUT(!worker, 20000);
     QVERIFY(!QFile::exists(desk.path("new.vxa")));
+    m_pDesk.reset();
 }
 
 void tst_FileAccessDialog::workerWithoutCamera()
 {
-    Desk desk;
-    QVERIFY(desk.ok);
+    Desk &desk = openDesk();
+    User user;
     desk.slowDown();
     Worker worker(desk.camera.id);
     QSignalSpy ended(&worker, &Worker::SigEndFileAccessThread);
@@ -574,7 +429,7 @@ void tst_FileAccessDialog::workerWithoutCamera()
     worker.setJob(7, desk.path("first"), "MultiROI");
     worker.start();
     QVERIFY(worker.wait());
-    desk.fixture.close(desk.camera);
+    m_pFixture->close(desk.camera);
     worker.setJob(Worker::DIRECTION_IMPORT, desk.path("first"), "MultiROI");
     worker.start();
     QTRY_VERIFY_WITH_TIMEOUT(ended.count() == 1, 30000);
@@ -583,9 +438,9 @@ void tst_FileAccessDialog::workerWithoutCamera()
 
 void tst_FileAccessDialog::noDialogWithoutCamera()
 {
-    ModuleFixture fixture;
-    fixture.mainWidget().setCurrentCameraID(-1);
-    fixture.mainWidget().OnActionFileAccess(); // would not come back
+    m_pDesk.reset();
+    m_pFixture->mainWidget().setCurrentCameraID(-1);
+    m_pFixture->mainWidget().OnActionFileAccess(); // would not come back
     QVERIFY(!dialog());
 }
 
