@@ -1,3 +1,6 @@
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/GuidedPages.h"
 #include "host/workbench/WorkbenchWindow.h"
@@ -10,6 +13,7 @@
 #include <QDialog>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTableWidget>
@@ -115,6 +119,8 @@ private slots:
     void deviceWithoutPages();
     void ownTrigger();
     void focusWithoutTuning();
+    void otherDevices_data();
+    void otherDevices();
     void rowsOfTheirOwn();
     void formatDialog();
     void triggerBytes();
@@ -205,6 +211,54 @@ void WorkbenchPagesTest::focusWithoutTuning()
     QVERIFY(pRow);
     QCOMPARE(pRow->tagName(), QString("CustomSpinBox"));
     QVERIFY(pRow->visible() && !pRow->readOnly());
+}
+
+void WorkbenchPagesTest::otherDevices_data()
+{
+    QTest::addColumn<QStringList>("there"); // the first is a switch
+    QTest::addColumn<QStringList>("notThere");
+    QTest::newRow("code-reader-16")
+        << QStringList{"LightEnable", "LightingEnable", "LightingSelector"}
+        << QStringList{"Custom_LightingSelector"};
+    QTest::newRow("code-reader-17")
+        << QStringList{"LightingEnable", "LightEnable", "LightingSelector"}
+        << QStringList{"Custom_LightingSelector"};
+    QTest::newRow("code-reader-older")
+        << QStringList{"ReverseX", "Line0Glitch", "TestImageModel", "LightMode", "TCPDestIp"}
+        << QStringList{"MirrorX", "LineDebouncerTime", "TestPattern", "FlashMode", "TcpDstAddr"};
+}
+
+void WorkbenchPagesTest::otherDevices()
+{
+    QFETCH(QStringList, there);
+    QFETCH(QStringList, notThere);
+    const QString device = QTest::currentDataTag();
+    PagesFixture f(device);
+    for (const QString &strNode : there) {
+        QVERIFY2(f.row(strNode).isValid(), qPrintable(strNode));
+    }
+    for (const QString &strNode : notThere) {
+        QVERIFY2(!f.row(strNode).isValid(), qPrintable(strNode));
+    }
+    f.pages().setExpandAll(true);
+    f.view().scrollTo(f.row(there.first()));
+    const QPointer<QCheckBox> pSwitch = f.editor<QCheckBox>(there.first());
+    QVERIFY(pSwitch && pSwitch->isEnabled());
+    const bool bOn = pSwitch->isChecked();
+    QTest::mouseClick(pSwitch, Qt::LeftButton, Qt::NoModifier, QPoint(8, pSwitch->height() / 2));
+    // What the device has now, whatever kind it calls it.
+    const auto inDevice = [&] {
+        qint64 nValue = -1;
+        _NODE_INT_VALUE_ value{};
+        if (QTaskManager::Instance()
+                ->GetTaskByIDEx(f.pages().shownCameraID())
+                ->_CameraTak()
+                ->GetIntegerValue(there.first(), &value, nullptr, true, false)) {
+            nValue = value.value;
+        }
+        return nValue;
+    };
+    QTRY_COMPARE(inDevice(), qint64(!bOn));
 }
 
 void WorkbenchPagesTest::rowsOfTheirOwn()
