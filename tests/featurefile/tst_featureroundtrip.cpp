@@ -275,6 +275,7 @@ void tst_FeatureRoundTrip::bringsADeviceBack_data()
     QTest::addColumn<quint32>("polling");
     QTest::addColumn<QString>("inexact"); // what lost bits on its way
     QTest::newRow("area-camera") << "area-camera" << 0U << QString();
+    QTest::newRow("area-camera, aligned only") << "area-camera" << 0U << QString();
     QTest::newRow("code-reader") << "code-reader" << 0U << "ServiceValue";
     QTest::newRow("code-reader, polling") << "code-reader" << 1U << "ServiceValue";
     QTest::newRow("line-camera") << "line-camera" << 0U << QString();
@@ -287,6 +288,7 @@ void tst_FeatureRoundTrip::bringsADeviceBack()
     QFETCH(quint32, polling);
     RoundTrip trip(SimulatedDevices::builtIn(id));
     QVERIFY(trip.task);
+    trip.device.control->setAlignedOnly(QByteArray(QTest::currentDataTag()).contains("aligned"));
     // A device works its measured rates out at the first write.
     _NODE_INT_VALUE_ height = {};
     int error = 0;

@@ -3,9 +3,10 @@
 
 namespace {
 
+// A gain of 2 bytes in every word, then records of 6 bytes with the black level behind 2 bytes without a meaning.
 constexpr quint64 kChannelTable = 0x50100;
-constexpr int kChannelHalfWords =
-    12; // four channels: 2 bytes of gain and 4 of black level each, packed
+constexpr quint64 kBlackLevels = kChannelTable + 16 + 2;
+constexpr int kHalfWords = 8 + 13;
 
 void addChannels(FeatureTable &t)
 {
@@ -16,25 +17,26 @@ void addChannels(FeatureTable &t)
         .range("0", "3", "1")
         .custom()
         .expert();
-    t.intSwissKnife("ReadoutChannelOffset", "SEL * 6", {{"SEL", "ReadoutChannelSelector"}});
+    t.intSwissKnife("ReadoutChannelGainOffset", "SEL * 4", {{"SEL", "ReadoutChannelSelector"}});
     t.integer("ReadoutChannelGain",
               {"Gain of the selected channel, 1024 stands for 1.", "读出通道增益",
                "所选读出通道的增益，1024表示1倍。"})
         .in(Int(2, 0)
-                .values({1024, 0, 0, 1019, 0, 0, 1031, 0, 0, 1027, 0, 0})
+                .values({1024, 0, 1019, 0, 1031, 0, 1027, 0})
                 .at(kChannelTable)
-                .offsetBy("ReadoutChannelOffset", kChannelHalfWords))
+                .offsetBy("ReadoutChannelGainOffset", kHalfWords))
         .range("0", "4095", "1")
         .custom()
         .expert()
         .selectedBy("ReadoutChannelSelector");
+    t.intSwissKnife("ReadoutChannelLevelOffset", "SEL * 6", {{"SEL", "ReadoutChannelSelector"}});
     t.integer("ReadoutChannelBlackLevel",
               {"Black level of the selected channel, in 1/256 of a grey value.", "读出通道黑电平",
                "所选读出通道的黑电平，单位为1/256灰度值。"})
         .in(Int(4, 0)
                 .within("ReadoutChannelGainReg")
-                .at(kChannelTable + 2)
-                .offsetBy("ReadoutChannelOffset", 1))
+                .at(kBlackLevels)
+                .offsetBy("ReadoutChannelLevelOffset", 1))
         .range("0", "65535", "1")
         .custom()
         .expert()
