@@ -16,7 +16,7 @@ namespace {
 
 SimulatedDevices::Simulated areaCamera()
 {
-    return SimulatedDevices::builtIn(QStringLiteral("area-camera"));
+    return SimulatedDevices::builtIn("area-camera");
 }
 
 class CountingListener : public IVexaListen
@@ -38,14 +38,12 @@ private slots:
     void vanishedCameraGetsTheEmptyPage();
     void workersMakeNoTree();
     void removingTheCurrentCamera();
-    void removingAnUnknownCamera();
     void clearLeavesAnEmptyPage();
     void expandStates();
     void toolBarOnTheEmptyPage();
-    void codeTypeTables();
-    void itemsByStep();
-    void negativeIdOnTheBus();
     void elidedTabText();
+    void enabledToolButtons();
+    void toolButtonsInOrder();
 };
 
 void tst_mainfeaturewidget::withoutTaskManager()
@@ -67,9 +65,14 @@ void tst_mainfeaturewidget::vanishedCameraGetsTheEmptyPage()
     QVERIFY(emptyPage);
     QCOMPARE(fixture.mainWidget().featureTree(4711, false), emptyPage);
     QVERIFY(!fixture.mainWidget().isFeatureTreeExist(4711));
+    emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(-5, {"Width"});
+    QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().size(), 1);
     const ModuleFixture::Camera camera = fixture.open(areaCamera());
     QVERIFY(camera.tree != emptyPage);
     QCOMPARE(fixture.mainWidget().featureTree(camera.id, false), camera.tree);
+    QVERIFY(fixture.mainWidget().getItemByName("Width", STEP_FEATURE_TREE));
+    QVERIFY(!fixture.mainWidget().getItemByName("Width", static_cast<StepIndex>(2)));
+    QVERIFY(!fixture.mainWidget().getItemByName(QString(), STEP_FEATURE_TREE));
     fixture.close(camera);
     QCOMPARE(fixture.mainWidget().featureTree(camera.id, false), emptyPage);
 }
@@ -96,6 +99,8 @@ void tst_mainfeaturewidget::removingTheCurrentCamera()
     QStackedWidget *stack = fixture.mainWidget().getAllFeatureTreeStacked();
     QCOMPARE(stack->currentWidget(), camera.tree);
     CountingListener listener;
+    fixture.mainWidget().removeFeatureTree(99); // of nobody
+    QVERIFY(listener.m_events.isEmpty());
     fixture.mainWidget().removeFeatureTree(camera.id);
     QCOMPARE(listener.m_events.count(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE), 1);
     QCOMPARE(stack->currentWidget(), fixture.mainWidget().featureTree(-1, false));
@@ -105,20 +110,11 @@ void tst_mainfeaturewidget::removingTheCurrentCamera()
     fixture.host().closeCamera(camera.id);
 }
 
-void tst_mainfeaturewidget::removingAnUnknownCamera()
-{
-    ModuleFixture fixture;
-    CountingListener listener;
-    fixture.mainWidget().removeFeatureTree(99);
-    QVERIFY(listener.m_events.isEmpty());
-}
-
 void tst_mainfeaturewidget::clearLeavesAnEmptyPage()
 {
     ModuleFixture fixture;
     const ModuleFixture::Camera first = fixture.open(areaCamera());
-    const ModuleFixture::Camera second =
-        fixture.open(SimulatedDevices::builtIn(QStringLiteral("area-camera"), 1));
+    const ModuleFixture::Camera second = fixture.open(SimulatedDevices::builtIn("area-camera", 1));
     fixture.mainWidget().clearFeatureTrees();
     QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().keys(), QList<long int>({-1}));
     QCOMPARE(fixture.mainWidget().getAllFeatureTreeStacked()->count(), 1);
@@ -151,7 +147,6 @@ void tst_mainfeaturewidget::expandStates()
     fixture.mainWidget().OnCameraClose(camera.id);
     fixture.mainWidget().onFeatureTreeExpand();
     QVERIFY(!view->isExpanded(category));
-    fixture.close(camera);
 }
 
 void tst_mainfeaturewidget::toolBarOnTheEmptyPage()
@@ -163,35 +158,6 @@ void tst_mainfeaturewidget::toolBarOnTheEmptyPage()
     }
 }
 
-void tst_mainfeaturewidget::codeTypeTables()
-{
-    ModuleFixture fixture;
-    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(1, QStringLiteral("LocBarNum")), -1);
-    fixture.mainWidget().SetCodeTypeMap(1, {{QStringLiteral("LocBarNum"), 12}});
-    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(1, QStringLiteral("LocBarNum")), 12);
-    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(1, QStringLiteral("StackBarNum")), -1);
-    QCOMPARE(fixture.mainWidget().GetCodeNumMaxMin(2, QStringLiteral("LocBarNum")), -1);
-}
-
-void tst_mainfeaturewidget::itemsByStep()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    QVERIFY(fixture.mainWidget().getItemByName(QStringLiteral("Width"), STEP_FEATURE_TREE));
-    QVERIFY(
-        !fixture.mainWidget().getItemByName(QStringLiteral("Width"), static_cast<StepIndex>(2)));
-    QVERIFY(!fixture.mainWidget().getItemByName(QString(), STEP_FEATURE_TREE));
-    fixture.close(camera);
-}
-
-void tst_mainfeaturewidget::negativeIdOnTheBus()
-{
-    ModuleFixture fixture;
-    const int trees = fixture.mainWidget().getAllFeatureTreesMap().size();
-    emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(-5, {QStringLiteral("Width")});
-    QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().size(), trees);
-}
-
 void tst_mainfeaturewidget::elidedTabText()
 {
     ModuleFixture fixture;
@@ -199,6 +165,53 @@ void tst_mainfeaturewidget::elidedTabText()
     const QString cut = fixture.mainWidget().GetTabCutString(QString(200, QLatin1Char('W')));
     QVERIFY(cut.size() < 20 && cut.startsWith(QLatin1String("WW"))
             && !cut.endsWith(QLatin1Char('W')));
+}
+
+void tst_mainfeaturewidget::enabledToolButtons()
+{
+    ModuleFixture fixture;
+    const auto device = areaCamera();
+    const int id = static_cast<int>(fixture.host().openCamera(*device.source).cameraId);
+    VexaFeatureToolBar bar(nullptr);
+    const auto enabled = [&](int state, bool busy) {
+        bar.UpdateToolBarBtn(state, id, busy);
+        QString letters = "REIXF"; // refresh, expand, import, export, file access
+        for (int i = 0; i < letters.size(); ++i) {
+            if (!bar.findChildren<QAbstractButton *>().at(i)->isEnabled()) {
+                letters[i] = '-';
+            }
+        }
+        return letters;
+    };
+    QCOMPARE(enabled(0, false), QString("-----")); // another state than live
+    QCOMPARE(enabled(1, false), QString("REIXF"));
+    QCOMPARE(enabled(1, true), QString("RE---"));
+    QVERIFY(fixture.host().startGrabbing(id));
+    QCOMPARE(enabled(1, false), QString("RE---"));
+    fixture.host().closeCamera(id);
+    QCOMPARE(enabled(1, false), QString("-----"));
+}
+
+void tst_mainfeaturewidget::toolButtonsInOrder()
+{
+    VexaFeatureToolBar bar(nullptr);
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QSignalSpy clicked(&bar, &VexaFeatureToolBar::SigToolBarBtnClicked);
+    QAbstractButton *refresh = bar.findChildren<QAbstractButton *>().first();
+    QList<QAbstractButton *> buttons = bar.findChildren<QAbstractButton *>();
+    std::sort(buttons.begin(), buttons.end(),
+              [](auto *left, auto *right) { return left->x() < right->x(); });
+    QList<int> ids;
+    for (QAbstractButton *button : qAsConst(buttons)) {
+        QTest::mouseClick(button, Qt::LeftButton);
+        ids.append(clicked.takeFirst().first().toInt());
+    }
+    QCOMPARE(ids, QList<int>({4, 0, 1, 2, 3}));
+    QVERIFY(!refresh->isEnabled()); // it pauses after a click
+    QTest::mouseClick(refresh, Qt::LeftButton);
+    QVERIFY(clicked.isEmpty());
+    QTRY_VERIFY(refresh->isEnabled());
 }
 
 QTEST_MAIN(tst_mainfeaturewidget)

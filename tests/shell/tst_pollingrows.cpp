@@ -60,8 +60,9 @@ class tst_pollingrows : public QObject
 {
     Q_OBJECT
 private slots:
-    void init();
-    void cleanup() { m_pFixture->close(m_camera), m_pFixture.reset(); }
+    void initTestCase();
+    void cleanup() { m_pFixture->mainWidget().DeletePollingMap(m_camera.id); }
+    void cleanupTestCase() { m_pFixture.reset(); }
     void writesGoToTheSelectedSet_data();
     void writesGoToTheSelectedSet();
     void hostTakesItsRowsBackMeanwhile();
@@ -78,7 +79,7 @@ private:
     ModuleFixture::Camera m_camera;
 };
 
-void tst_pollingrows::init()
+void tst_pollingrows::initTestCase()
 {
     m_pFixture = std::make_unique<ModuleFixture>();
     m_camera = m_pFixture->open(SimulatedDevices::builtIn("code-reader"));
