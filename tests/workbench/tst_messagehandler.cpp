@@ -49,20 +49,19 @@ void MessageHandlerTest::routing_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("onStandardError");
-    QTest::newRow("info floods a script's stderr") << int(QtInfoMsg) << "ordinary" << false;
-    QTest::newRow("warning lost") << int(QtWarningMsg) << "warned" << true;
-    QTest::newRow("failure lost") << int(QtCriticalMsg) << "errCodeStr: 0x90006104 [CameraID:0"
-                                  << true;
-    QTest::newRow("successful write looks like a failure")
-        << int(QtCriticalMsg) << "NodeName:Width, NodeValue:640, [CameraID:0]" << false;
-    QTest::newRow("quoted successful write")
-        << int(QtCriticalMsg) << "\"NodeName:Width, NodeValue:640\"" << false;
-    QTest::newRow("value with a line end")
-        << int(QtCriticalMsg) << "NodeName:A\nB, NodeValue:1" << false;
-    QTest::newRow("noise of a machine without a desktop")
-        << int(QtWarningMsg) << "This plugin does not support propagateSizeHints()" << false;
-    QTest::newRow("failure that names the node")
-        << int(QtCriticalMsg) << "failed: NodeName:A, NodeValue:1" << true;
+    const auto row = [](const char *fault, QtMsgType type, const char *text, bool shown) {
+        QTest::newRow(fault) << int(type) << QString(text) << shown;
+    };
+    row("info floods a script's stderr", QtInfoMsg, "ordinary", false);
+    row("warning lost", QtWarningMsg, "warned", true);
+    row("failure lost", QtCriticalMsg, "errCodeStr: 0x90006104 [CameraID:0", true);
+    row("successful write looks like a failure", QtCriticalMsg,
+        "NodeName:Width, NodeValue:640, [CameraID:0]", false);
+    row("quoted successful write", QtCriticalMsg, "\"NodeName:Width, NodeValue:640\"", false);
+    row("value with a line end", QtCriticalMsg, "NodeName:A\nB, NodeValue:1", false);
+    row("noise of a machine without a desktop", QtWarningMsg,
+        "This plugin does not support propagateSizeHints()", false);
+    row("failure that names the node", QtCriticalMsg, "failed: NodeName:A, NodeValue:1", true);
 }
 
 void MessageHandlerTest::routing()

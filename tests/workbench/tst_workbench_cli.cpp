@@ -32,16 +32,13 @@ class WorkbenchCliTest : public QObject
 private slots:
     void wrongUsage_data();
     void wrongUsage();
-    void informs_data();
     void informs();
     void readsOneValue_data();
     void readsOneValue();
     void refusedDescription_data();
     void refusedDescription();
     void descriptionWithoutRoot();
-    void categoriesInACircleEnd();
     void memoryPatternFillsRegisters();
-    void picture_data();
     void picture();
     void filesThereAndBack();
     void fileFailures_data();
@@ -51,6 +48,9 @@ private slots:
     void languageAndLevelReachTheDump();
     void headlessRunLeavesSettingsAlone();
     void terminationSignalEndsCleanly();
+    void lintFindings();
+    void lintFiles_data();
+    void lintFiles();
 
 private:
     WorkbenchProcess m_workbench;
@@ -60,38 +60,35 @@ void WorkbenchCliTest::wrongUsage_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("reason");
-    QTest::newRow("unknown option taken for a device")
-        << QStringList{"--devcie", "x"} << QByteArray("devcie");
-    QTest::newRow("stray argument ignored")
-        << QStringList{"area-camera"} << QByteArray("'area-camera'");
-    QTest::newRow("value missing at the end") << QStringList{"--device"} << QByteArray("device");
-    QTest::newRow("empty value taken for not given")
-        << QStringList{"--dump="} << QByteArray("needs a value");
-    QTest::newRow("level above the table") << QStringList{"--user-level", "3"} << QByteArray("'3'");
-    QTest::newRow("level that is no number read as 0")
-        << QStringList{"--user-level", "guru"} << QByteArray("'guru'");
-    QTest::newRow("language by another name")
-        << QStringList{"--language", "eng"} << QByteArray("ENG or CH");
-    QTest::newRow("pattern that does not exist")
-        << QStringList{"--description", "x", "--memory-pattern", "random"}
-        << QByteArray("zero or ugly");
-    QTest::newRow("pattern without effect")
-        << QStringList{"--memory-pattern", "ugly"} << QByteArray("--description");
-    QTest::newRow("first of two dumps lost")
-        << QStringList{"--dump", "a", "--dump", "b"} << QByteArray("once");
-    QTest::newRow("dump of which device")
-        << QStringList{"--device", "area-camera", "--device", "area-camera", "--dump", "-"}
-        << QByteArray("one device");
-    QTest::newRow("write without a value")
-        << QStringList{"--write", "Width"} << QByteArray("'Width'");
-    QTest::newRow("write without a name")
-        << QStringList{"--write", "=3"} << QByteArray("NAME=VALUE");
-    QTest::newRow("write to which device")
-        << QStringList{"--device", "area-camera", "--device", "area-camera", "--write", "Width=640"}
-        << QByteArray("one device");
-    QTest::newRow("answer to no question") << QStringList{"--yes"} << QByteArray("--write");
-    QTest::newRow("two jobs mixed on stdout")
-        << QStringList{"--dump", "-", "--read", "Width"} << QByteArray("standard output");
+    const auto row = [](const char *fault, const QStringList &arguments, const char *reason) {
+        QTest::newRow(fault) << arguments << QByteArray(reason);
+    };
+    const QStringList twice{"--device", "area-camera", "--device", "area-camera"};
+    row("unknown option taken for a device", {"--devcie", "x"}, "devcie");
+    row("stray argument ignored", {"area-camera"}, "'area-camera'");
+    row("value missing at the end", {"--device"}, "device");
+    row("empty value taken for not given", {"--dump="}, "needs a value");
+    row("level above the table", {"--user-level", "3"}, "'3'");
+    row("level that is no number read as 0", {"--user-level", "guru"}, "'guru'");
+    row("language by another name", {"--language", "eng"}, "ENG or CH");
+    row("pattern that does not exist", {"--description", "x", "--memory-pattern", "random"},
+        "zero or ugly");
+    row("pattern without effect", {"--memory-pattern", "ugly"}, "--description");
+    row("first of two dumps lost", {"--dump", "a", "--dump", "b"}, "once");
+    row("dump of which device",
+        QStringList(twice) << "--dump"
+                           << "-",
+        "one device");
+    row("write without a value", {"--write", "Width"}, "'Width'");
+    row("write without a name", {"--write", "=3"}, "NAME=VALUE");
+    row("write to which device",
+        QStringList(twice) << "--write"
+                           << "Width=640",
+        "one device");
+    row("answer to no question", {"--yes"}, "--write");
+    row("two jobs mixed on stdout", {"--dump", "-", "--read", "Width"}, "standard output");
+    row("target left out", {"--device", "code-reader", "--get-file", "MultiROI"}, "NAME FILE");
+    row("files of which device", QStringList(twice) << "--files", "one device");
 }
 
 void WorkbenchCliTest::wrongUsage()
@@ -105,24 +102,18 @@ void WorkbenchCliTest::wrongUsage()
     QCOMPARE(result.out, QByteArray());
 }
 
-void WorkbenchCliTest::informs_data()
-{
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("list without the camera") << "--list" << QByteArray("area-camera\tGigE\t");
-    QTest::newRow("help without an option") << "--help" << QByteArray("--screenshot <FILE.png>");
-    QTest::newRow("version without a number") << "--version" << QByteArray("vexa-workbench 1.");
-}
-
 void WorkbenchCliTest::informs()
 {
-    QFETCH(QString, option);
-    QFETCH(QByteArray, text);
-    const WorkbenchProcess::Result result = m_workbench.run({option});
-    QVERIFY(result.ended);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY2(result.out.contains(text), result.out.constData());
-    QCOMPARE(result.err, QByteArray());
+    const QMap<QString, QByteArray> texts{{"--list", "area-camera\tGigE\t"},
+                                          {"--help", "--screenshot <FILE.png>"},
+                                          {"--version", "vexa-workbench 1."}};
+    for (auto text = texts.cbegin(); text != texts.cend(); ++text) {
+        const WorkbenchProcess::Result result = m_workbench.run({text.key()});
+        QVERIFY(result.ended);
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY2(result.out.contains(*text), result.out.constData());
+        QCOMPARE(result.err, QByteArray());
+    }
 }
 
 void WorkbenchCliTest::readsOneValue_data()
@@ -140,8 +131,12 @@ void WorkbenchCliTest::readsOneValue()
     QFETCH(QString, name);
     QFETCH(int, exitCode);
     QFETCH(QByteArray, out);
-    const QString file =
-        m_workbench.write("level.xml", workbenchDescription({"Level", "Reset"}, LEVEL_REGISTER));
+    // Categories in a circle end.
+    const QByteArray circle =
+        "<Category Name=\"A\"><pFeature>B</pFeature><pFeature>Level</pFeature></Category>\n"
+        "<Category Name=\"B\"><pFeature>A</pFeature><pFeature>Root</pFeature></Category>\n";
+    const QString file = m_workbench.write(
+        "level.xml", workbenchDescription({"A", "Reset"}, circle + LEVEL_REGISTER));
     const WorkbenchProcess::Result result =
         m_workbench.run({"--description", file, "--read", name});
     QVERIFY(result.ended);
@@ -191,20 +186,6 @@ void WorkbenchCliTest::descriptionWithoutRoot()
     QCOMPARE(result.err.count("\"Root\""), 1);
 }
 
-void WorkbenchCliTest::categoriesInACircleEnd()
-{
-    const QByteArray circle =
-        "<Category Name=\"A\"><pFeature>B</pFeature><pFeature>Level</pFeature></Category>\n"
-        "<Category Name=\"B\"><pFeature>A</pFeature><pFeature>Root</pFeature></Category>\n";
-    const QString file =
-        m_workbench.write("circle.xml", workbenchDescription({"A"}, circle + LEVEL_REGISTER));
-    const WorkbenchProcess::Result result =
-        m_workbench.run({"--description", file, "--read", "Level"});
-    QVERIFY(result.ended);
-    QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.out, QByteArray("0\n"));
-}
-
 void WorkbenchCliTest::memoryPatternFillsRegisters()
 {
     const QString file =
@@ -217,28 +198,17 @@ void WorkbenchCliTest::memoryPatternFillsRegisters()
     QVERIFY2(result.out.trimmed().toLongLong() & 0x80000000LL, result.out.constData());
 }
 
-void WorkbenchCliTest::picture_data()
-{
-    QTest::addColumn<QByteArray>("scale");
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("picture without a display") << QByteArray("1") << QSize(1280, 800);
-    QTest::newRow("picture in logical pixels at scale 2") << QByteArray("2") << QSize(2560, 1600);
-}
-
 void WorkbenchCliTest::picture()
 {
-    QFETCH(QByteArray, scale);
-    QFETCH(QSize, size);
-    qputenv("QT_SCALE_FACTOR", scale);
+    qputenv("QT_SCALE_FACTOR", "2"); // not in logical pixels
     const QString file = m_workbench.path("window.png");
     const WorkbenchProcess::Result result = m_workbench.run(
         {"--device", "area-camera", "--device", "area-camera", "--screenshot", file});
     qunsetenv("QT_SCALE_FACTOR");
     QVERIFY(result.ended);
     QCOMPARE(result.exitCode, 0);
-    const QImage image(file);
     // A window that something inside forces to grow does not fit the screen that it is meant for.
-    QCOMPARE(image.size(), size);
+    QCOMPARE(QImage(file).size(), QSize(2560, 1600));
 }
 
 void WorkbenchCliTest::filesThereAndBack()
@@ -262,31 +232,25 @@ void WorkbenchCliTest::filesThereAndBack()
 void WorkbenchCliTest::fileFailures_data()
 {
     QTest::addColumn<QStringList>("job");
-    QTest::addColumn<int>("exitCode");
     QTest::addColumn<QByteArray>("reason");
     const QString path = m_workbench.path("none.bin");
     const QString source = m_workbench.write("something.bin", "something");
     QTest::newRow("file that the device has not")
-        << QStringList{"--get-file", "NoFile", path} << 1 << QByteArray("'NoFile' was not copied");
+        << QStringList{"--get-file", "NoFile", path} << QByteArray("'NoFile' was not copied");
     QTest::newRow("file that only reads")
-        << QStringList{"--put-file", "License Notice", source} << 1 << QByteArray("Failure");
+        << QStringList{"--put-file", "License Notice", source} << QByteArray("Failure");
     QTest::newRow("source that is not there")
-        << QStringList{"--put-file", "MultiROI", path} << 1 << QByteArray("none.bin");
-    QTest::newRow("target left out")
-        << QStringList{"--get-file", "MultiROI"} << 2 << QByteArray("NAME FILE");
-    QTest::newRow("two devices") << QStringList{"--device", "area-camera", "--files"} << 2
-                                 << QByteArray("one device");
+        << QStringList{"--put-file", "MultiROI", path} << QByteArray("none.bin");
 }
 
 void WorkbenchCliTest::fileFailures()
 {
     QFETCH(QStringList, job);
-    QFETCH(int, exitCode);
     QFETCH(QByteArray, reason);
     const WorkbenchProcess::Result result =
         m_workbench.run(QStringList{"--device", "code-reader"} + job);
     QVERIFY(result.ended);
-    QCOMPARE(result.exitCode, exitCode);
+    QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.err.contains(reason), result.err.constData());
     QVERIFY(!QFile::exists(m_workbench.path("none.bin")));
 }
@@ -294,17 +258,13 @@ void WorkbenchCliTest::fileFailures()
 void WorkbenchCliTest::unwritableTargetsFail_data()
 {
     QTest::addColumn<QStringList>("job");
-    QTest::newRow("dump into a missing folder") << QStringList{"--dump", "/nonexistent/dump.json"};
-    QTest::newRow("picture into a missing folder")
-        << QStringList{"--screenshot", "/nonexistent/window.png"};
-    QTest::newRow("description that is a folder")
-        << QStringList{"--description", "/tmp", "--dump", "-"};
-    QTest::newRow("description that is not there")
-        << QStringList{"--description", "/nonexistent/x.xml", "--dump", "-"};
-    QTest::newRow("device that is not there")
-        << QStringList{"--device", "no-such-camera", "--dump", "-"};
-    QTest::newRow("device number below one")
-        << QStringList{"--device", "area-camera#0", "--dump", "-"};
+    const auto row = [](const char *fault, const QStringList &job) { QTest::newRow(fault) << job; };
+    row("dump into a missing folder", {"--dump", "/nonexistent/dump.json"});
+    row("picture into a missing folder", {"--screenshot", "/nonexistent/window.png"});
+    row("description that is a folder", {"--description", "/tmp", "--dump", "-"});
+    row("description that is not there", {"--description", "/nonexistent/x.xml", "--dump", "-"});
+    row("device that is not there", {"--device", "no-such-camera", "--dump", "-"});
+    row("device number below one", {"--device", "area-camera#0", "--dump", "-"});
 }
 
 void WorkbenchCliTest::unwritableTargetsFail()
@@ -376,6 +336,56 @@ void WorkbenchCliTest::terminationSignalEndsCleanly()
     QVERIFY(process.waitForFinished(30000));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 0);
+}
+
+void WorkbenchCliTest::lintFindings()
+{
+    const QString file = m_workbench.write(
+        "bad.xml",
+        "<RegisterDescription>\n<Integer Name=\"A\">\n<pValue>B</pValue></Integer>\n"
+        "<Integer Name=\"B\"><Value>1</Value>\n<pMax>C</pMax></Integer>\n"
+        "<Integer Name=\"Step\"><Value>1</Value><Inc>0</Inc></Integer></RegisterDescription>");
+    const WorkbenchProcess::Result result = m_workbench.run({"--lint", file});
+    QCOMPARE(result.exitCode, 1);
+    const QString expected =
+        QStringLiteral("%1:3: A: it needs B, which cannot be evaluated\n"
+                       "%1:5: B: its pMax refers to C, which does not exist\n"
+                       "%1:6: Step: its Inc is not positive and counts as none\n")
+            .arg(file);
+    QCOMPARE(QString::fromUtf8(result.out), expected);
+    QCOMPARE(QString::fromUtf8(result.err), file + ": 3 findings, 2 of 3 nodes are left out\n");
+}
+
+void WorkbenchCliTest::lintFiles_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
+    const auto row = [](const char *name, const QString &file, int exitCode, const char *out,
+                        const char *err) {
+        QTest::newRow(name) << file << exitCode << QByteArray(out) << QByteArray(err);
+    };
+    row("sound", m_workbench.write("sound.xml", "<RegisterDescription/>"), 0, "", "0 findings");
+    row("cut off", m_workbench.write("cut.xml", "<RegisterDescription>\n<Integer"), 1,
+        ":2: RegisterDescription: The device description is not", "1 findings");
+    row("empty", m_workbench.write("empty.xml", {}), 1,
+        ":1: RegisterDescription: The device description is empty", "1 findings");
+    row("missing", m_workbench.path("nowhere.xml"), 1, "", "nowhere.xml: ");
+    row("folder", m_workbench.path({}), 1, "", ": ");
+}
+
+void WorkbenchCliTest::lintFiles()
+{
+    QFETCH(QString, file);
+    const WorkbenchProcess::Result result = m_workbench.run({"--lint", file});
+    QVERIFY(result.ended);
+    QTEST(result.exitCode, "exitCode");
+    QFETCH(QByteArray, out);
+    QFETCH(QByteArray, err);
+    QVERIFY2(result.out.contains(out) && result.out.isEmpty() == out.isEmpty(),
+             result.out.constData());
+    QVERIFY2(result.err.contains(err), result.err.constData());
 }
 
 QTEST_GUILESS_MAIN(WorkbenchCliTest)

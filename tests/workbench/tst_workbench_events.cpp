@@ -18,7 +18,6 @@
 #include <thread>
 
 using Event = std::function<void(long int cameraId)>;
-Q_DECLARE_METATYPE(Event)
 
 /// What the window answers to the module's events: lines of the log, marks in the list, a refresh.
 class WorkbenchEventsTest : public QObject
@@ -27,11 +26,9 @@ class WorkbenchEventsTest : public QObject
 private slots:
     void init() { m_pFixture = std::make_unique<WindowFixture>(); }
     void cleanup() { m_pFixture.reset(); }
-    void eventsLeaveALine_data();
     void eventsLeaveALine();
     void loadedParametersAreReadAgain();
     void listFollowsNameAndMark();
-    void closingAsksForUnsavedChanges_data();
     void closingAsksForUnsavedChanges();
 
 private:
@@ -84,65 +81,54 @@ void answerNextBox(QWidget *window, bool yes, QString *seen)
 
 } // namespace
 
-void WorkbenchEventsTest::eventsLeaveALine_data()
-{
-    QTest::addColumn<Event>("event");
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("chinese");
-    const auto row = [](const char *name, const Event &event, const char *line,
-                        const char *chinese) {
-        QTest::newRow(name) << event << QString::fromUtf8(line) << QString::fromUtf8(chinese);
-    };
-    QVexaEventBus *bus = QVexaEventBus::Instance();
-    row(
-        "region unheard", [=](long int id) { emit bus->SigVexaEventUpdateROI(id); },
-        "The region in which codes", "读码区域");
-    row(
-        "role unheard", [=](long int id) { emit bus->SigVexaEventStateRoleChanged(id); },
-        "The role of the station", "工作站角色");
-    row(
-        "stations unheard", [=](long int id) { emit bus->SigVexaEventUpdateMainSub(id, true); },
-        "Main and sub stations", "主从站");
-    row(
-        "polling unheard", [=](long int) { emit bus->SigVexaEventCameraPollingParamChanged(); },
-        "A polling parameter", "轮询参数");
-    row(
-        "smart tune unheard", [=](long int) { emit bus->SigVexaEventStartSmartTune(true); },
-        "Smart tune", "智能调节");
-    row(
-        "adaptation taken for smart tune",
-        [=](long int) { emit bus->SigVexaEventStartSmartTune(false); }, "The adaptation", "自适应");
-    row("test image on taken for off", imageEvent("test_open"), "test pattern on", "已开启");
-    row("test image off taken for on", imageEvent("test_close"), "test pattern off", "已关闭");
-    row("upload on taken for off", imageEvent("ftp_open"), "test images on", "已开启");
-    row("upload off taken for on", imageEvent("ftp_close"), "test images off", "已关闭");
-    row("event 18 unheard", listenerEvent(""), "polling or protocol", "通信协议");
-    row("event 19 test on", listenerEvent("test_open"), "sends the test pattern", "以测试图案");
-    row("event 19 test off", listenerEvent("test_close"), "its own image", "自身图像");
-    row("event 19 upload on", listenerEvent("ftp_open"), "uploads raw", "通过FTP上传");
-    row("event 19 upload off", listenerEvent("ftp_close"), "no longer uploads", "不再通过FTP");
-    row(
-        "line lost that a worker causes",
-        [=](long int id) { std::thread([=] { emit bus->SigVexaEventUpdateROI(id); }).join(); },
-        "The region in which codes", "读码区域");
-}
-
 void WorkbenchEventsTest::eventsLeaveALine()
 {
-    QFETCH(Event, event);
-    QFETCH(QString, line);
-    QFETCH(QString, chinese);
+    QVexaEventBus *bus = QVexaEventBus::Instance();
+    const auto region = [=](long int id) { emit bus->SigVexaEventUpdateROI(id); };
+    const auto role = [=](long int id) { emit bus->SigVexaEventStateRoleChanged(id); };
+    const auto stations = [=](long int id) { emit bus->SigVexaEventUpdateMainSub(id, true); };
+    const auto polling = [=](long int) { emit bus->SigVexaEventCameraPollingParamChanged(); };
+    const auto tune = [=](long int) { emit bus->SigVexaEventStartSmartTune(true); };
+    const auto adapt = [=](long int) { emit bus->SigVexaEventStartSmartTune(false); };
+    const auto worker = [=](long int id) { std::thread(region, id).join(); };
+    const struct
+    {
+        Event event;
+        const char *line;
+        const char *chinese;
+    } rows[] = {
+        {region, "The region in which codes", "读码区域"},
+        {role, "The role of the station", "工作站角色"},
+        {stations, "Main and sub stations", "主从站"},
+        {polling, "A polling parameter", "轮询参数"},
+        {tune, "Smart tune", "智能调节"},
+        {adapt, "The adaptation", "自适应"},
+        {imageEvent("test_open"), "test pattern on", "已开启"},
+        {imageEvent("test_close"), "test pattern off", "已关闭"},
+        {imageEvent("ftp_open"), "test images on", "已开启"},
+        {imageEvent("ftp_close"), "test images off", "已关闭"},
+        {listenerEvent(""), "polling or protocol", "通信协议"},
+        {listenerEvent("test_open"), "sends the test pattern", "以测试图案"},
+        {listenerEvent("test_close"), "its own image", "自身图像"},
+        {listenerEvent("ftp_open"), "uploads raw", "通过FTP上传"},
+        {listenerEvent("ftp_close"), "no longer uploads", "不再通过FTP"},
+        {worker, "The region in which codes", "读码区域"},
+    };
     w().openAndWait(FIRST);
     const long int cameraId = w().session(FIRST)->cameraId();
     const auto lastLine = [this] { return w().messages().section('\n', -1); };
     const QString name = w().session(FIRST)->displayName() + ": ";
-    const int lines = w().messages().count('\n');
-    event(cameraId);
-    QTRY_COMPARE(w().messages().count('\n'), lines + 1);
-    QVERIFY2(lastLine().contains(line) && lastLine().contains(name), qPrintable(lastLine()));
-    w().window().setLanguage("CH");
-    event(cameraId);
-    QTRY_VERIFY2(lastLine().contains(chinese) && lastLine().contains(name), qPrintable(lastLine()));
+    for (const bool english : {true, false}) {
+        w().window().setLanguage(english ? "ENG" : "CH");
+        for (const auto &row : rows) {
+            const int lines = w().messages().count('\n');
+            row.event(cameraId);
+            QTRY_COMPARE(w().messages().count('\n'), lines + 1);
+            QVERIFY2(lastLine().contains(english ? row.line : row.chinese)
+                         && lastLine().contains(name),
+                     qPrintable(lastLine()));
+        }
+    }
 }
 
 void WorkbenchEventsTest::loadedParametersAreReadAgain()
@@ -177,39 +163,32 @@ void WorkbenchEventsTest::listFollowsNameAndMark()
     QCOMPARE(text(FIRST), FIRST);
 }
 
-void WorkbenchEventsTest::closingAsksForUnsavedChanges_data()
-{
-    QTest::addColumn<bool>("wholeWindow");
-    QTest::addColumn<bool>("yes");
-    QTest::addColumn<int>("openAfterwards");
-    QTest::newRow("camera closed against the answer") << false << false << 2;
-    QTest::newRow("answer forgotten") << false << true << 1;
-    QTest::newRow("window closed against the answer") << true << false << 2;
-    QTest::newRow("window kept against the answer") << true << true << 0;
-}
-
 void WorkbenchEventsTest::closingAsksForUnsavedChanges()
 {
-    QFETCH(bool, wholeWindow);
-    QFETCH(bool, yes);
-    QFETCH(int, openAfterwards);
+    static const struct
+    {
+        bool wholeWindow;
+        bool yes;
+        unsigned int openAfterwards;
+    } rows[] = {{true, false, 2}, {false, false, 2}, {false, true, 1}, {true, true, 0}};
     w().openAndWait(SECOND);
     w().openAndWait(FIRST);
     const QString name = w().session(FIRST)->displayName();
-    COMMONINTERFACE::AddCurrentCamModified(name);
-    QString asked;
-    answerNextBox(&w().window(), yes, &asked);
-    if (wholeWindow) {
-        w().window().close();
-    } else {
-        w().click("CloseButton");
-    }
-    QVERIFY2(asked.contains(name), qPrintable(asked));
-    QCOMPARE(int(QTaskManager::Instance()->GetTaskCount()), openAfterwards);
-    QCOMPARE(w().window().isVisible(), !(wholeWindow && yes));
-    QCOMPARE(ShellHost::instance()->modifiedCameras().contains(name), !yes);
-    if (!yes) {
-        COMMONINTERFACE::RemoveCurrentCamModified(name);
+    const QString second = w().session(SECOND)->displayName();
+    for (const auto &row : rows) {
+        const QString modified = row.openAfterwards > 0 ? name : second;
+        COMMONINTERFACE::AddCurrentCamModified(modified);
+        QString asked;
+        answerNextBox(&w().window(), row.yes, &asked);
+        if (row.wholeWindow) {
+            w().window().close();
+        } else {
+            w().click("CloseButton");
+        }
+        QVERIFY2(asked.contains(modified), qPrintable(asked));
+        QCOMPARE(QTaskManager::Instance()->GetTaskCount(), row.openAfterwards);
+        QCOMPARE(w().window().isVisible(), !(row.wholeWindow && row.yes));
+        QCOMPARE(ShellHost::instance()->modifiedCameras().contains(modified), !row.yes);
     }
 }
 

