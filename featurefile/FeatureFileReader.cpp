@@ -92,7 +92,9 @@ QString FeatureFileReader::textOf(const QString &path)
         return QString();
     }
     const QByteArray bytes = file.read(MAX_FILE_SIZE + 1);
-    return bytes.size() > MAX_FILE_SIZE ? QString() : QString::fromUtf8(bytes);
+    // Of a byte array alone the text would end at the first zero, and what stands behind it would go unnoticed.
+    return bytes.size() > MAX_FILE_SIZE ? QString()
+                                        : QString::fromUtf8(bytes.constData(), bytes.size());
 }
 
 bool FeatureFileReader::parse(const QString &text, FeatureFileDocument *document, QString *reason)
