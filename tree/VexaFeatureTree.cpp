@@ -17,6 +17,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QDialog>
 #include <QEvent>
 #include <QMetaMethod>
 #include <QMutexLocker>
@@ -76,6 +77,13 @@ void VexaFeatureTree::deleteWhenIdle()
         return;
     }
     m_bDeleteWhenIdle = true;
+    // One of its calls may wait for an answer, which would change nothing any more.
+    const auto dialogs = findChildren<QDialog *>(QString(), Qt::FindDirectChildrenOnly);
+    for (QDialog *dialog : dialogs) {
+        if (dialog->isVisible()) {
+            dialog->reject();
+        }
+    }
 }
 
 QCameraTask *VexaFeatureTree::cameraTask() const
