@@ -1,7 +1,5 @@
-#include "model/CTreeCustomDrawItemValue.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
-#include "model/CTreeFormatStringItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
 
@@ -22,11 +20,8 @@ private slots:
     void fingerprint();
     void exchange();
     void copyMovesNamesAndValueApart();
-    void copyDrawAndFormat();
-    void constructionAndAssignmentDiffer();
     void enumerationEntries();
     void enumerationSwap();
-    void pageNames();
 };
 
 void tst_itemvalues::integerText_data()
@@ -150,53 +145,6 @@ void tst_itemvalues::copyMovesNamesAndValueApart()
     QCOMPARE(target.m_strNodeName, QString("Name"));
 }
 
-void tst_itemvalues::copyDrawAndFormat()
-{
-    CTreeCustomDrawItemValue drawn;
-    drawn.m_bDrawOn = true;
-    drawn.m_nDrawType = 4;
-    CTreeCustomDrawItemValue draw;
-    draw.copy(&drawn, false);
-    QCOMPARE(draw.m_nDrawType, 4);
-    QVERIFY(!draw.m_bDrawOn);
-
-    CTreeStringItemValue text;
-    text.m_strNodeName = "UdpFormatString";
-    text.m_strValue = "<A>";
-    text.m_nMaxLength = 64;
-    CTreeFormatStringItemValue format;
-    format.copy(&text, false);
-    QCOMPARE(format.displayValue(), QString("<A>"));
-    QCOMPARE(format.m_nMaxLength, 64);
-    QCOMPARE(format.m_strFormatNode, QString("UdpFormatString"));
-    QCOMPARE(format.m_strCustomNode, QString("Custom_UdpFormatString"));
-    CTreeFormatStringItemValue other;
-    other.copy(&format, false); // only a string value is taken
-    QCOMPARE(other.displayValue(), QString());
-}
-
-void tst_itemvalues::constructionAndAssignmentDiffer()
-{
-    CTreeStringItemValue source;
-    source.m_strNodeName = "Name";
-    source.m_strTranslateName = "Uebersetzt";
-    source.m_strCurrentStatus = "shown";
-    source.m_nStepIndex = 2;
-    source.m_stepPageNames.insert(2, "Page");
-    source.m_strValue = "text";
-    const CTreeStringItemValue constructed(source);
-    QCOMPARE(constructed.m_strNodeName, QString("Name"));
-    QCOMPARE(constructed.m_strValue, QString("text"));
-    QCOMPARE(constructed.m_strTranslateName + constructed.m_strCurrentStatus, QString());
-    QCOMPARE(constructed.m_nStepIndex, 0);
-    CTreeStringItemValue assigned;
-    assigned = source;
-    QCOMPARE(assigned.m_strTranslateName, QString("Uebersetzt"));
-    QCOMPARE(assigned.m_strCurrentStatus, QString("shown"));
-    QCOMPARE(assigned.StepPagesTranslateName(), QString("Page"));
-    QCOMPARE(assigned.m_strValue, QString("text"));
-}
-
 void tst_itemvalues::enumerationEntries()
 {
     CTreeEnumationItemValue value;
@@ -228,23 +176,6 @@ void tst_itemvalues::enumerationSwap()
     QCOMPARE(shown.displayValue(), QString("New"));
     QCOMPARE(shown.getDisplayList(), QStringList(QString("New")));
     QCOMPARE(shown.m_strNodeName, QString("Name"));
-}
-
-void tst_itemvalues::pageNames()
-{
-    CTreeItemValue value;
-    value.m_strDisplayName = "plain";
-    QCOMPARE(value.StepPagesTranslateName(), QString("plain"));
-    QCOMPARE(value.translateName(), QString("plain"));
-    value.m_strStepDisplayNameEn = "step";
-    QCOMPARE(value.StepPagesTranslateName(), QString("step"));
-    value.m_strStepDisplayNameCn = "Schritt";
-    QCOMPARE(value.StepPagesTranslateName(), QString("Schritt"));
-    QCOMPARE(value.StepPagesDisplayName(), QString("step"));
-    value.m_stepPageNames = {{0, QString()}, {1, "page one"}};
-    QCOMPARE(value.StepPagesTranslateName(), QString("Schritt"));
-    value.m_nStepIndex = 1;
-    QCOMPARE(value.StepPagesTranslateName(), QString("page one"));
 }
 
 QTEST_GUILESS_MAIN(tst_itemvalues)

@@ -82,7 +82,6 @@ private slots:
     void stopDropsTheAnswer();
     void copiesAreSnapshots();
     void selectedAndLocked();
-    void elementHelpers();
 };
 
 /// What is worked out once for many features must not depend on which of them came first.
@@ -302,23 +301,6 @@ void tst_nodedependencymaps::selectedAndLocked()
     QCOMPARE(joined(out), QString("T U"));
     QCOMPARE(description.maps.pSelectedRecords().size(), 2);
     QCOMPARE(joined(description.maps.lockedList()), QString("L")); // whatever the text is
-}
-
-void tst_nodedependencymaps::elementHelpers()
-{
-    Description description(
-        "<Group><X Name='R'><AccessMode>RW</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>"
-        "<pValue>V</pValue></X></Group><X Name='W'><AccessMode>WO</AccessMode></X>");
-    const QDomElement top = description.document.documentElement();
-    QDomElement found;
-    QVERIFY(NodeDependencyMaps::GetFeatureNode("R", top, found));
-    QCOMPARE(NodeDependencyMaps::GetValueAccessMode(found), QString("RO"));
-    QString strText;
-    QVERIFY(NodeDependencyMaps::GetPValueText(&found, strText) && strText == "V");
-    QVERIFY(!NodeDependencyMaps::GetPIsLockedText(&found, strText));
-    QVERIFY(NodeDependencyMaps::GetFeatureNode("W", top, found));
-    QCOMPARE(NodeDependencyMaps::GetValueAccessMode(found), QString("WO"));
-    QVERIFY(!NodeDependencyMaps::GetFeatureNode("None", top, found));
 }
 
 QTEST_GUILESS_MAIN(tst_nodedependencymaps)

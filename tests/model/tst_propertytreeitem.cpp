@@ -50,11 +50,9 @@ class tst_propertytreeitem : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void tagChoosesTheValue();
     void children();
     void parentsOfTwoKinds();
     void mappingIsSymmetric();
-    void copyTakesState();
     void readOnlyReachesThePartner();
     void endUpdate();
     void endUpdateUntilTheEditorFollows();
@@ -70,24 +68,6 @@ private slots:
 void tst_propertytreeitem::initTestCase()
 {
     ShellHost::useTransientSettings();
-}
-
-void tst_propertytreeitem::tagChoosesTheValue()
-{
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pItem = makeItem(&root, "Name");
-    VexaPropertyTreeItem *pPartner = makeItem(&root, "Name");
-    pPartner->setMappingItem(pItem);
-    pItem->value()->m_strTranslateName = "Uebersetzt";
-    pItem->setTagName("Integer");
-    const CTreeItemValue *pValue = pItem->value();
-    QVERIFY(dynamic_cast<const CTreeIntergerItemValue *>(pValue));
-    QVERIFY(dynamic_cast<const CTreeIntergerItemValue *>(pPartner->value()));
-    QCOMPARE(pValue->m_strNodeName + pValue->m_strTranslateName, QString("NameUebersetzt"));
-    pItem->setTagName("Integer");
-    pItem->setTagName(QString());
-    QCOMPARE(pItem->value(), pValue);
-    QCOMPARE(pItem->tagName(), QString("Integer"));
 }
 
 void tst_propertytreeitem::children()
@@ -146,24 +126,6 @@ void tst_propertytreeitem::mappingIsSymmetric()
     QVERIFY(!a.mappingItem());
     c.setMappingItem(nullptr);
     QVERIFY(!b.mappingItem());
-}
-
-void tst_propertytreeitem::copyTakesState()
-{
-    VexaPropertyTreeItem root;
-    VexaPropertyTreeItem *pSource = makeItem(&root, "Name", "Integer");
-    integerOf(pSource).m_nValue = 9;
-    pSource->setItemType(ITEM_FEATURE);
-    pSource->setReadOnly(CAMERA, false);
-    pSource->setVisible(false, CAMERA, true);
-    pSource->setVisibilityString("Guru");
-    VexaPropertyTreeItem copy;
-    copy.copy(pSource);
-    QCOMPARE(integerOf(&copy).m_nValue, qint64(9));
-    QCOMPARE(copy.value()->m_strNodeName, QString("Name"));
-    QCOMPARE(copy.visibilityString(), QString("Guru"));
-    QVERIFY(!copy.readOnly() && !copy.visible() && copy.itemType() == ITEM_FEATURE);
-    QVERIFY(!copy.parent(PARENT_FEATURE_TREE) && !copy.mappingItem());
 }
 
 void tst_propertytreeitem::readOnlyReachesThePartner()

@@ -9,7 +9,6 @@
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTextEdit>
 #include <QtTest>
 
 namespace {
@@ -54,7 +53,6 @@ private slots:
     void addedDuringAnExport();
     void contextMenu();
     void levelReachesEveryTree();
-    void jumpShowsTheRow();
 
 private:
     struct Opened : ModuleFixture
@@ -262,21 +260,6 @@ void tst_favourites::levelReachesEveryTree()
         }
     }
     f.close(other);
-}
-
-void tst_favourites::jumpShowsTheRow()
-{
-    Opened f;
-    f.view->collapseAll();
-    auto *pane = f.tree->findChild<QTextEdit *>();
-    QString name = "NoSuchFeature";
-    f.tree->JumpToFeature(name);
-    QVERIFY(!f.view->currentIndex().isValid() && pane->toPlainText().isEmpty());
-    name = "Shared";
-    f.tree->JumpToFeature(name);
-    QCOMPARE(f.view->itemAt(f.view->currentIndex()), f.row(1, 0)); // the first of its rows
-    QVERIFY(f.view->isExpanded(f.view->currentIndex().parent()));
-    QVERIFY(pane->toPlainText().contains("Is shared."));
 }
 
 QTEST_MAIN(tst_favourites)

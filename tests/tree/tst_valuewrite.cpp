@@ -1,12 +1,10 @@
 #include "ControlKit/CustomLoadingDialog.h"
 #include "DeviceTaskModule/VexaFeatureObserverable.h"
 #include "model/VexaPropertyTreeItem.h"
-#include "shell/PollingRoles.h"
 #include "tests/tree/WriteFixture.h"
 
 #include <QPointer>
 #include <QRegularExpression>
-#include <QStandardItem>
 #include <QtTest>
 
 #include <thread>
@@ -59,8 +57,6 @@ private slots:
     void suppressedPrompts();
     void swallowedWritesShowTheDeviceAgain_data();
     void swallowedWritesShowTheDeviceAgain();
-    void pollingRowsFollow_data();
-    void pollingRowsFollow();
     void editorOfTheLimitIsRenewed();
     void burstGivesOneRefresh();
     void valuesThatAreNone_data();
@@ -309,40 +305,6 @@ void tst_valuewrite::swallowedWritesShowTheDeviceAgain()
     QVERIFY(fixture.takeHeard().contains(told));
     QTRY_COMPARE(fixture.inRow(name).toString(), fixture.onDevice(name).toString());
     QVERIFY(fixture.onDevice(name).toString() != value.toString());
-}
-
-void tst_valuewrite::pollingRowsFollow_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("shown"); // in the host's table; empty: the row stays
-    const auto row = [](const char *name, const QVariant &value, const char *shown) {
-        QTest::newRow(name) << value << QString(shown);
-    };
-    row("PollingParamEnable", 0, "0");
-    row("PollingSingleParamTimeout", 70, "70");
-    row("PollingLightSelector", 2, "2");
-    row("PollingExposureTime", 900.126, "900.13");
-    row("PollingParamName", "one", "one");
-    row("PollingVertline", 7, ""); // has no row
-    // A refused value.
-    row("PollingLensType refused", 99, "99");
-    row("PollingIOAction refused", 99, "");
-}
-
-void tst_valuewrite::pollingRowsFollow()
-{
-    QFETCH(QVariant, value);
-    QFETCH(QString, shown);
-    const QStringList tag = QString(QTest::currentDataTag()).split(' ');
-    WriteFixture &fixture = m_shared.get();
-    QVERIFY(fixture.setOnDevice("PollingParam", 1));
-    fixture.tree().getFeatureValueFromCamera(fixture.item("PollingParam"));
-    QStandardItem name(tag.first());
-    QStandardItem cell;
-    fixture.module().mainWidget().SetPollingMap(fixture.camera().id, {{0, {&name, &cell}}});
-    QCOMPARE(fixture.write(tag.first(), value), tag.size() == 1);
-    QCOMPARE(cell.data(POLLING_ROLE_VALUE).toString(), shown);
-    fixture.module().mainWidget().DeletePollingMap(fixture.camera().id);
 }
 
 void tst_valuewrite::editorOfTheLimitIsRenewed()

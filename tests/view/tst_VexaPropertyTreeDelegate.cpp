@@ -1,10 +1,8 @@
 #include "ControlKit/CustomCheckBox.h"
 #include "ControlKit/CustomComboBox.h"
-#include "ControlKit/CustomLabel.h"
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
-#include "editors/QCustomReverseHintWidget.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "tests/view/ViewFixture.h"
@@ -38,7 +36,6 @@ private slots:
     void spinBoxSnaps_data();
     void spinBoxSnaps();
     void menuTakesNothingBack();
-    void hintTexts();
 };
 
 static const char *const TREE = "All\n"
@@ -350,34 +347,6 @@ void TestVexaPropertyTreeDelegate::menuTakesNothingBack()
     box.showText("4294967296"); // of another value, until the first change
     box.stepBy(-1);
     QCOMPARE(box.text(), QString("49"));
-}
-
-void TestVexaPropertyTreeDelegate::hintTexts()
-{
-    const QString key = "lang_qcustomreversehintwidget_";
-    static const struct
-    {
-        int kind;
-        const char *language;
-        QString text;
-    } rows[] = {{0, "ENG", key + "xmirror"},
-                {1, "CH", "Y镜像"},
-                {7, "CH", key + "hdrenable"}, // no fixed text
-                {8, "ENG", key + "selftriggerperiod"},
-                {9, "CH", ""},
-                {-1, "ENG", ""}};
-    for (const auto &row : rows) {
-        QCustomReverseHintWidget widget(nullptr, row.kind);
-        widget.setLanguage(row.language);
-        const auto labels =
-            widget.findChildren<CustomLabel *>(QString(), Qt::FindDirectChildrenOnly);
-        QCOMPARE(labels.at(1)->text(), row.text);
-        QCOMPARE(labels.at(1)->toolTip(), row.text);
-        QCOMPARE(labels.at(0)->toolTip().isEmpty(), row.text.isEmpty());
-        QEvent change(QEvent::LanguageChange); // shows the keys again
-        QCoreApplication::sendEvent(&widget, &change);
-        QVERIFY(row.text.isEmpty() || labels.at(1)->text().startsWith(key));
-    }
 }
 
 QTEST_MAIN(TestVexaPropertyTreeDelegate)

@@ -5,8 +5,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
-#include <QColor>
-#include <QSignalSpy>
 #include <QTest>
 
 class TestVexaPropertyTreeModel : public QObject
@@ -15,13 +13,11 @@ class TestVexaPropertyTreeModel : public QObject
 private slots:
     void structureIsSound();
     void texts();
-    void writableRowsStandOut();
     void flags();
     void setData_data();
     void setData();
     void editWithoutACameraIsNoFailure();
     void rowsFollowARemoval();
-    void clearRootLeavesNothing();
 };
 
 static const char *const TREE = "ImageFormat\n"
@@ -63,20 +59,6 @@ void TestVexaPropertyTreeModel::texts()
     const QModelIndex hint = fixture.view().indexOfItem(fixture.item("ReverseX"), 0);
     QCOMPARE(hint.data(), QVariant(QString()));
     QCOMPARE(hint.data(Qt::ToolTipRole), QVariant(QString()));
-}
-
-void TestVexaPropertyTreeModel::writableRowsStandOut()
-{
-    ViewFixture fixture(TREE);
-    const QModelIndex value = fixture.view().indexOfItem(fixture.item("Width"), 1);
-    const auto isGrey = [&value] {
-        return value.data(Qt::ForegroundRole).value<QColor>() == QColor(Qt::gray);
-    };
-    QVERIFY(isGrey());
-    fixture.item("Width")->setReadOnly(ViewFixture::CAMERA, false);
-    QVERIFY(!isGrey());
-    fixture.view().propertyModel()->setEditable(false);
-    QVERIFY(isGrey());
 }
 
 void TestVexaPropertyTreeModel::flags()
@@ -171,17 +153,6 @@ void TestVexaPropertyTreeModel::rowsFollowARemoval()
     auto *const pFour = new VexaPropertyTreeItem(fixture.item("A"));
     view.propertyModel()->insertRowNotify(fixture.item("A"), 2);
     QCOMPARE(view.indexOfItem(pFour, 0).row(), 2);
-}
-
-void TestVexaPropertyTreeModel::clearRootLeavesNothing()
-{
-    ViewFixture fixture(TREE);
-    QSignalSpy reset(fixture.view().propertyModel(), &QAbstractItemModel::modelReset);
-    fixture.clear();
-    QCOMPARE(reset.count(), 1);
-    QCOMPARE(fixture.root()->childCount(), 0);
-    QVERIFY(!fixture.view().propertyModel()->rootItem());
-    QVERIFY(!fixture.view().indexAt(QPoint(1, 1)).isValid());
 }
 
 QTEST_MAIN(TestVexaPropertyTreeModel)

@@ -123,6 +123,7 @@ void WorkbenchLossTest::deviceThatComesBackIsRebuilt()
     w().openAndWait(FIRST);
     w().click("StartButton");
     QTRY_COMPARE(w().stateText(FIRST), QString("Grabbing"));
+    QCOMPARE(enabledToolButtons(), 2); // import, export and files are shut
     const QPointer<VexaFeatureTree> tree = w().session(FIRST)->tree();
     const long int cameraId = w().session(FIRST)->cameraId();
     QSignalSpy lost(&w().window(), &WorkbenchWindow::deviceLost);

@@ -29,9 +29,7 @@ class WorkbenchWindowTest : public QObject
 private slots:
     void init() { m_pFixture = std::make_unique<WindowFixture>(); }
     void cleanup() { m_pFixture.reset(); }
-    void openAndCloseFromTheList();
     void selectionDecidesWhatIsShown();
-    void grabbingShutsImportAndExport();
     void grabbingThatHangsLeavesTheWindowAlive();
     void slowOpeningLeavesTheWindowAlive();
     void closeWhileOpening();
@@ -56,23 +54,6 @@ constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
 
 } // namespace
 
-void WorkbenchWindowTest::openAndCloseFromTheList()
-{
-    w().openAndWait(FIRST);
-    QCOMPARE(w().stateText(FIRST), QString("Open"));
-    const long int cameraId = w().session(FIRST)->cameraId();
-    VexaFeatureTree *tree = w().session(FIRST)->tree();
-    QVERIFY(tree && tree->isVisible() && tree->AllTreeItemsMap().size() >= 180);
-    QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 1U);
-
-    w().click("CloseButton");
-    QCOMPARE(w().stateText(FIRST), QString("Available"));
-    QVERIFY(!VexaMainFeatureWidget::instance()->isFeatureTreeExist(cameraId));
-    QVERIFY(QTaskManager::Instance()->IsCameraTaskReleased(cameraId));
-    QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
-    QCOMPARE(ShellHost::instance()->currentCameraID(), -1L);
-}
-
 void WorkbenchWindowTest::selectionDecidesWhatIsShown()
 {
     w().openAndWait(FIRST);
@@ -80,35 +61,16 @@ void WorkbenchWindowTest::selectionDecidesWhatIsShown()
     QVERIFY(w().session(SECOND)->tree()->isVisible());
     w().select(FIRST);
     QVERIFY(w().session(FIRST)->tree()->isVisible());
+    const long int first = w().session(FIRST)->cameraId();
     QCOMPARE(ShellHost::instance()->currentCameraID(), w().session(FIRST)->cameraId());
     // Closing the one on show leaves the other open and the empty page on show.
     w().click("CloseButton");
+    QCOMPARE(ShellHost::instance()->currentCameraID(), -1L);
+    QVERIFY(!VexaMainFeatureWidget::instance()->isFeatureTreeExist(first));
+    QVERIFY(QTaskManager::Instance()->IsCameraTaskReleased(first));
     QVERIFY(!w().session(SECOND)->tree()->isVisible());
     w().select(SECOND);
     QVERIFY(w().session(SECOND)->tree()->isVisible());
-}
-
-void WorkbenchWindowTest::grabbingShutsImportAndExport()
-{
-    w().openAndWait(FIRST);
-    const auto enabledToolButtons = [this] {
-        int enabled = 0;
-        for (const QPushButton *button :
-             w().session(FIRST)->tree()->findChildren<QPushButton *>()) {
-            enabled += button->isVisible() && button->isEnabled()
-                && QByteArray(button->parentWidget()->metaObject()->className())
-                    == "VexaFeatureToolBar";
-        }
-        return enabled;
-    };
-    QCOMPARE(enabledToolButtons(), 5);
-    w().click("StartButton");
-    QCOMPARE(w().stateText(FIRST), QString("Starting"));
-    QTRY_COMPARE(w().stateText(FIRST), QString("Grabbing"));
-    QCOMPARE(enabledToolButtons(), 2);
-    w().click("StopButton");
-    QTRY_COMPARE(w().stateText(FIRST), QString("Open"));
-    QCOMPARE(enabledToolButtons(), 5);
 }
 
 void WorkbenchWindowTest::grabbingThatHangsLeavesTheWindowAlive()
@@ -160,10 +122,10 @@ void WorkbenchWindowTest::closeWhileOpening()
 void WorkbenchWindowTest::foundDevicesJoinTheList()
 {
     const auto camera = std::make_shared<DeviceSource>();
-    camera->id = QStringLiteral("192.168.7.9");
-    camera->name = camera->model = QStringLiteral("Model");
+    camera->id = "192.168.7.9";
+    camera->name = camera->model = "Model";
     const auto usb = std::make_shared<DeviceSource>(*camera);
-    usb->id = QStringLiteral("U3V-1");
+    usb->id = "U3V-1";
     usb->deviceType = DEVICE_TYPE_U3V;
     const auto found = std::make_shared<std::atomic<bool>>(false);
     w().window().setSearch([camera, usb, found] {
@@ -255,7 +217,7 @@ void WorkbenchWindowTest::messagesAreBounded()
 {
     for (int count = 0; count < MessageLogPanel::MAXIMUM_MESSAGES + 50; ++count) {
         QFunction::Instance()->InsertMessageLog(MESSAGE_LOG_INFO, "camera",
-                                                QStringLiteral("line\n%1").arg(count));
+                                                QString("line\n%1").arg(count));
     }
     const QStringList lines = w().messages().split('\n');
     QCOMPARE(lines.size(), MessageLogPanel::MAXIMUM_MESSAGES);
