@@ -7,7 +7,10 @@
 #include "tests/model/PageFixture.h"
 #include "tests/view/EditFixture.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QtTest>
@@ -120,3 +123,35 @@ public:
     std::unique_ptr<TestPages> m_pPages;
     bool m_bReady = false;
 };
+
+inline void paste(QWidget *pBox, const QString &strText)
+{
+    QGuiApplication::clipboard()->setText(strText);
+    QTest::keyClick(pBox, Qt::Key_V, Qt::ControlModifier);
+}
+
+/// Clicks into the box and does what the words say: "paste:...", "clear", "esc", "back", else the text is typed.
+inline void act(QTextEdit *pBox, const QStringList &words)
+{
+    QTest::mouseClick(pBox->viewport(), Qt::LeftButton);
+    pBox->moveCursor(QTextCursor::End);
+    for (const QString &strWord : words) {
+        if (strWord.startsWith("paste:")) {
+            paste(pBox, strWord.mid(6));
+        } else if (strWord == "clear") {
+            QTest::keyClick(pBox, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(pBox, Qt::Key_Backspace);
+        } else if (strWord == "esc") {
+            QTest::keyClick(pBox, Qt::Key_Escape);
+        } else if (strWord == "back") {
+            QTest::keyClick(pBox, Qt::Key_Backspace);
+        } else {
+            QTest::keyClicks(pBox, strWord);
+        }
+    }
+}
+
+inline QMenu *menuOf(const QWidget *pEditor)
+{
+    return pEditor->findChild<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
+}

@@ -5,11 +5,9 @@
 #include "host/translations/Translations.h"
 #include "model/CustomNodeNames.h"
 #include "tests/editors/FormatFixture.h"
+#include "tests/model/PageTexts.h"
 
 #include <QAction>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QMenu>
 #include <QtTest>
 
 namespace {
@@ -22,38 +20,6 @@ const QString PICTURE = QStringLiteral("ResSet_Ftp_Picture_Name");
 const QString BYTES = QStringLiteral("TcpStartTriggerHex");
 const QStringList ROWS{TCP, DIRECTORY, CONTENT, PICTURE, BYTES, "ResSet_Emmc_Picture_Name"};
 
-void paste(QWidget *pBox, const QString &strText)
-{
-    QGuiApplication::clipboard()->setText(strText);
-    QTest::keyClick(pBox, Qt::Key_V, Qt::ControlModifier);
-}
-
-/// Clicks into the box and does what the words say: "paste:...", "clear", "esc", "back", else the text is typed.
-void act(QTextEdit *pBox, const QStringList &words)
-{
-    QTest::mouseClick(pBox->viewport(), Qt::LeftButton);
-    pBox->moveCursor(QTextCursor::End);
-    for (const QString &strWord : words) {
-        if (strWord.startsWith("paste:")) {
-            paste(pBox, strWord.mid(6));
-        } else if (strWord == "clear") {
-            QTest::keyClick(pBox, Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClick(pBox, Qt::Key_Backspace);
-        } else if (strWord == "esc") {
-            QTest::keyClick(pBox, Qt::Key_Escape);
-        } else if (strWord == "back") {
-            QTest::keyClick(pBox, Qt::Key_Backspace);
-        } else {
-            QTest::keyClicks(pBox, strWord);
-        }
-    }
-}
-
-QMenu *menuOf(const QWidget *pEditor)
-{
-    return pEditor->findChild<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
-}
-
 } // namespace
 
 class tst_stringformat : public QObject
@@ -63,7 +29,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanupTestCase() { m_pFixture.reset(); }
-    void everyRowHasItsForm();
+    void everyRowIsUsed();
     void tablesFitTheDevice();
     void edits_data();
     void edits();
@@ -80,7 +46,7 @@ private slots:
     void lockedWhileTyping();
     void otherWindowsEndNoEdit();
     void keyboardAlone();
-    void editIsTheHosts();
+    void tableOfCharacters();
     void switchesLanguage();
     void goesAwayInAnEdit_data();
     void goesAwayInAnEdit();
@@ -98,7 +64,8 @@ void tst_stringformat::initTestCase()
 
 void tst_stringformat::init()
 {
-    if (qstrcmp(QTest::currentTestFunction(), "otherDevices") == 0) {
+    const QByteArray function = QTest::currentTestFunction();
+    if (function == "otherDevices" || function == "everyRowIsUsed") {
         return;
     }
     if (!m_pFixture) {
@@ -123,26 +90,80 @@ void tst_stringformat::init()
     fixture().forgetWrites();
 }
 
-void tst_stringformat::everyRowHasItsForm()
+/// All 26 rows at once, as no protocol shows them, by clicks and keys.
+void tst_stringformat::everyRowIsUsed()
 {
-    int nMenus = 0;
-    for (const QString &strNode : ROWS) {
-        auto *const pEditor = qobject_cast<VexaStringFormatWidget *>(fixture().editor(strNode));
-        QVERIFY2(pEditor && pEditor->isEnabled(), qPrintable(strNode));
-        const QString strTitle = pEditor->findChild<QLabel *>()->text();
-        QVERIFY2(!strTitle.isEmpty(), qPrintable(strNode));
-        QCOMPARE(fixture().box(strNode)->accessibleName(), strTitle);
-        QVERIFY(fixture().button(strNode)->accessibleName().contains(strTitle));
-        const bool bMenu = menuOf(pEditor);
-        nMenus += bMenu;
-        QCOMPARE(fixture().button(strNode)->size(), bMenu ? QSize(36, 36) : QSize(80, 36));
-        QCOMPARE(fixture().button(strNode)->text(), bMenu ? QString() : QString("Edit"));
-        QVERIFY(!bMenu || !fixture().button(strNode)->icon().pixmap(24, 24).isNull());
-        QCOMPARE(pEditor->height(), 160);
+    m_pFixture.reset();
+    QStringList nodes;
+    QStringList elements;
+    const QString xml =
+        QString::fromUtf8(SimulatedDevices::builtIn("code-reader").control->description());
+    const QRegularExpression text(QStringLiteral("<StringReg Name=\"(\\w+)\""));
+    for (auto it = text.globalMatch(xml); it.hasNext();) {
+        const QString node = it.next().captured(1);
+        const QString custom = customNodeOf(node);
+        if (!custom.isEmpty()) {
+            nodes << node;
+            elements << "s:" + node + "=";
+            const QString source = sourceDataNodeOf(node);
+            elements << (source.isEmpty()
+                             ? "e:" + VexaStringFormatRules::triggerFormatNode(custom) + "=Text,Hex"
+                             : "e:" + source + "=a,b");
+        }
     }
-    QCOMPARE(nMenus, 3);
-    QCOMPARE(fixture().counter(TCP), QString("13/255"));
-    QCOMPARE(fixture().counter(BYTES), QString("5/63"));
+    QCOMPARE(nodes.size(), 26);
+    m_pFixture = std::make_unique<FormatFixture>(
+        SimulatedDevices::fromDescription(deviceOf(elements.join(' ')), QStringLiteral("test"),
+                                          SimulatorControl::MemoryPattern::Zero),
+        nodes);
+    QSignalSpy asked(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested);
+    QMap<QString, int> forms;
+    for (const QString &node : nodes) {
+        fixture().m_pPages->activateWindow(); // a menu was up
+        QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+        const QString custom = customNodeOf(node);
+        auto *const pEditor = qobject_cast<VexaStringFormatWidget *>(fixture().editor(node));
+        QVERIFY2(pEditor && pEditor->isEnabled() && pEditor->height() == 160, qPrintable(node));
+        const QString title = pEditor->findChild<QLabel *>()->text();
+        QCOMPARE(title, QString(VexaStringFormatRules::titleOf(custom)));
+        QCOMPARE(box(node)->accessibleName(), title);
+        act(box(node), {"ab"});
+        QTest::keyClick(box(node), Qt::Key_Tab);
+        QPushButton *const pButton = fixture().button(node);
+        QVERIFY2(pButton->hasFocus() && pButton->accessibleName().contains(title),
+                 qPrintable(node));
+        QCOMPARE(fixture().deviceText(node), QString("ab"));
+        QCOMPARE(fixture().counter(node), QString("2/31"));
+        QMenu *const pMenu = menuOf(pEditor);
+        ++forms[pMenu ? "menu" : sourceDataNodeOf(node).isEmpty() ? "bytes" : "text"];
+        QTest::mouseClick(pButton, Qt::RightButton);
+        QVERIFY(asked.isEmpty() && !(pMenu && pMenu->isVisible()));
+        QTest::mouseClick(pButton, Qt::LeftButton);
+        if (pMenu) {
+            QTRY_VERIFY(pMenu->isVisible());
+            QTest::keyClick(pMenu, Qt::Key_Down);
+            QTest::keyClick(pMenu, Qt::Key_Return);
+            QVERIFY2(fixture().deviceText(node).startsWith("ab<a>"), qPrintable(node));
+            QVERIFY(pButton->size() == QSize(36, 36) && !pButton->icon().pixmap(24, 24).isNull());
+            continue;
+        }
+        QVERIFY(pButton->size() == QSize(80, 36) && pButton->text() == "Edit");
+        const QVariantList request = asked.value(0);
+        asked.clear();
+        QCOMPARE(request.value(0).value<VexaPropertyTreeItem *>(), fixture().feature(node));
+        QCOMPARE(request.value(1).value<VexaPropertyTreeItem *>(),
+                 fixture().feature(sourceDataNodeOf(node)));
+        if (sourceDataNodeOf(node).isEmpty()) {
+            QVERIFY(taskOf(fixture().m_camera)
+                        ->SetEnumerationValue(VexaStringFormatRules::triggerFormatNode(custom), 1,
+                                              nullptr));
+            act(box(node), {"c", "back"});
+            QTest::keyClick(box(node), Qt::Key_Tab);
+            QCOMPARE(fixture().deviceText(node), QString("a"));
+        }
+    }
+    QCOMPARE(forms, (QMap<QString, int>{{"menu", 3}, {"bytes", 8}, {"text", 15}}));
+    m_pFixture.reset();
 }
 
 void tst_stringformat::tablesFitTheDevice()
@@ -299,8 +320,6 @@ void tst_stringformat::triggerKeys_data()
 {
     QTest::addColumn<QStringList>("words");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("bytes are not typed") << QStringList{"5", " "} << "02 53";
-    QTest::newRow("bytes are taken back") << QStringList{"back"} << "02 5";
     QTest::newRow("bytes are pasted") << QStringList{"paste: 03"} << "02 53 03";
 }
 
@@ -320,20 +339,14 @@ void tst_stringformat::triggerKeys()
 
 void tst_stringformat::otherDevices_data()
 {
-    QTest::addColumn<QByteArray>("format"); // the node that tells text from bytes
     QTest::addColumn<QByteArray>("access"); // to the trigger text
-    QTest::newRow("a trigger of text is typed")
-        << QByteArray("<Enumeration Name=\"UdpEndTriggerFormat\"><EnumEntry Name=\"Text\">"
-                      "<Value>0</Value></EnumEntry><Value>0</Value></Enumeration>")
-        << QByteArray("RW");
-    QTest::newRow("a trigger that tells no format is typed") << QByteArray() << QByteArray("RW");
+    QTest::newRow("a trigger that tells no format is typed") << QByteArray("RW");
     QTest::newRow("a node that is read only takes no text from an editor that lags")
-        << QByteArray() << QByteArray("RO");
+        << QByteArray("RO");
 }
 
 void tst_stringformat::otherDevices()
 {
-    QFETCH(QByteArray, format);
     QFETCH(QByteArray, access);
     m_pFixture.reset();
     const QString node = QStringLiteral("UdpEndTriggerHex");
@@ -341,7 +354,7 @@ void tst_stringformat::otherDevices()
         descriptionOf({node},
                       "<StringReg Name=\"UdpEndTriggerHex\"><Address>64</Address><Length>8"
                       "</Length><AccessMode>"
-                          + access + "</AccessMode><pPort>Device</pPort></StringReg>" + format),
+                          + access + "</AccessMode><pPort>Device</pPort></StringReg>"),
         QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
     m_pFixture = std::make_unique<FormatFixture>(device, QStringList{node});
     QVERIFY(m_pFixture->m_bReady && box(node));
@@ -468,19 +481,8 @@ void tst_stringformat::keyboardAlone()
     QCOMPARE(fixture().writes().size(), 0);
 }
 
-void tst_stringformat::editIsTheHosts()
+void tst_stringformat::tableOfCharacters()
 {
-    QSignalSpy asked(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested);
-    QTest::mouseClick(fixture().button(TCP), Qt::LeftButton);
-    QTest::mouseClick(fixture().button(TCP), Qt::RightButton);
-    QTest::mouseClick(fixture().button(BYTES), Qt::LeftButton);
-    QCOMPARE(asked.size(), 2);
-    QCOMPARE(asked.at(0).at(0).value<VexaPropertyTreeItem *>(), fixture().feature(TCP));
-    QCOMPARE(asked.at(0).at(1).value<VexaPropertyTreeItem *>(),
-             fixture().feature("TcpFormatSourceData"));
-    QCOMPARE(asked.at(1).at(0).value<VexaPropertyTreeItem *>(), fixture().feature(BYTES));
-    QVERIFY(!asked.at(1).at(1).value<VexaPropertyTreeItem *>());
-
     // A table of characters adds to what is there, until it is full.
     auto *const pEditor = static_cast<VexaStringFormatWidget *>(fixture().editor(BYTES));
     QStringList rows[] = {{" 03", "ETX"}, {QString(60, 'x')}, {" 0D"}};

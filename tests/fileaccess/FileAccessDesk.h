@@ -55,6 +55,7 @@ inline QString comboText()
 class User : public QObject
 {
 public:
+    static constexpr int LONGEST_STEP = 120000; // ms
     using Step = std::function<bool()>; ///< true once it is done
 
     void then(const Step &step) { m_steps.push_back(step); }
@@ -138,7 +139,8 @@ public:
             }
             if (!m_steps.empty() && m_steps.front()()) {
                 m_steps.pop_front();
-            } else if (clock.elapsed() > 60000) {
+                clock.restart();
+            } else if (clock.elapsed() > LONGEST_STEP) {
                 for (QWidget *widget : QApplication::topLevelWidgets()) {
                     widget->close();
                 }
