@@ -12,6 +12,8 @@ namespace {
 
 const QLatin1String LANGUAGE_CHINESE("CH");
 constexpr float SMALLEST_SHOWN_MAXIMUM = 0.0001F;
+constexpr int ASSEMBLY_PLACEHOLDERS = 8;
+constexpr qint64 LONGEST_GROWTH = 1 << 16; // characters
 
 QString body(const QString &text)
 {
@@ -100,6 +102,22 @@ QString entryInfo(const EnumEntryReading &entry)
         + bodyLine(facts.nameSpace) + labels().visibility + bodyLine(facts.visibility);
 }
 
+/// One arg call after the other: a percent sign and a digit in a text are taken for a placeholder, unless there are so
+/// many that thousands of such texts would outgrow the memory.
+QString assembled(QStringList parts)
+{
+    QString text = labels().assembly;
+    for (const QString &part : qAsConst(parts)) {
+        const int percentSigns = text.count(QLatin1Char('%'));
+        if (percentSigns > ASSEMBLY_PLACEHOLDERS
+            && qint64(percentSigns) * part.size() > LONGEST_GROWTH) {
+            return assembled(parts.replaceInStrings(QStringLiteral("%"), QStringLiteral("&#37;")));
+        }
+        text = text.arg(part);
+    }
+    return text;
+}
+
 } // namespace
 
 QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const QString &language)
@@ -121,17 +139,11 @@ QString FeatureToolTip::CreateToolTip(const FeatureToolTipSource &source, const 
         QFunction::stringToHtmlFilter(title + QStringLiteral("\n\n"), QColor(255, 255, 255), true);
     description.replace(QLatin1Char('"'), QLatin1Char('\''));
 
-    // One arg call after the other: a percent sign and a digit in a text are taken for a placeholder.
-    QString text = labels().assembly;
-    text = text.arg(titleHtml);
-    text = text.arg(body(description) + labels().paragraph);
-    text = text.arg(bodyLine(facts.name));
-    text = text.arg(bodyLine(facts.tagName));
-    text = text.arg(
-        bodyLine(facts.nameSpace.isEmpty() ? QStringLiteral("Standard") : facts.nameSpace));
-    text = text.arg(bodyLine(facts.visibility));
-    text = text.arg(bodyLine(facts.streamable));
-    text = text.arg(CreateValueInfo(source));
+    const QString text = assembled(
+        {titleHtml, body(description) + labels().paragraph, bodyLine(facts.name),
+         bodyLine(facts.tagName),
+         bodyLine(facts.nameSpace.isEmpty() ? QStringLiteral("Standard") : facts.nameSpace),
+         bodyLine(facts.visibility), bodyLine(facts.streamable), CreateValueInfo(source)});
     return QStringLiteral("<span style=\"width:2px;height:12px; background-color:#FF7500; "
                           "\">&nbsp;</span>&nbsp;")
         + text;
@@ -146,7 +158,8 @@ QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
     QString text = QStringLiteral("\n");
     const QString &tagName = source.facts->tagName;
     if (tagName == QLatin1String("Integer")) {
-        if (const auto *value = dynamic_cast<const CTreeIntergerItemValue *>(source.value)) {
+        const auto *value = dynamic_cast<const CTreeIntergerItemValue *>(source.value);
+        if (value && source.valueRead) {
             text += integerInfo(*value, nodeName);
         }
     } else if (tagName == QLatin1String("Enumeration")) {
@@ -163,7 +176,7 @@ QString FeatureToolTip::CreateValueInfo(const FeatureToolTipSource &source)
     return text;
 }
 
-QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value,
+QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value, bool valueRead,
                                    const QVector<EnumEntryReading> &entries)
 {
     QByteArray state;
@@ -171,6 +184,7 @@ QByteArray FeatureToolTip::stateOf(const CTreeItemValue &value,
     const auto add = [&state](auto number) {
         state.append(reinterpret_cast<const char *>(&number), sizeof number);
     };
+    add(valueRead);
     // A translation comes once and stays.
     add(value.m_strTranslateName.isEmpty());
     add(value.m_strDescriptionTrans.isEmpty());

@@ -13,6 +13,7 @@ struct FeatureToolTipSource
 {
     const NodeFacts *facts = nullptr; ///< what the device description says of the node
     const CTreeItemValue *value = nullptr; ///< names, description and range; not null
+    bool valueRead = true; ///< the value, and with it its range, came from the device
     QVector<EnumEntryReading> entries; ///< of an Enumeration
 };
 
@@ -25,6 +26,7 @@ QString CreateToolTip(const FeatureToolTipSource &source, const QString &languag
 QString CreateValueInfo(const FeatureToolTipSource &source);
 /// Everything that the texts depend on and that may change while the camera is open. Cheap: it is taken at every update
 /// of a node to see whether the texts still hold.
-QByteArray stateOf(const CTreeItemValue &value, const QVector<EnumEntryReading> &entries);
+QByteArray stateOf(const CTreeItemValue &value, bool valueRead,
+                   const QVector<EnumEntryReading> &entries);
 
 } // namespace FeatureToolTip

@@ -401,10 +401,11 @@ void FeatureUpdate::publishToolTips()
         return;
     }
     // The texts are long and nearly always those of the last pass.
+    const bool valueRead = m_pItem->isValueCached();
     QByteArray state;
     {
         const ItemLock lock(m_pItem);
-        state = FeatureToolTip::stateOf(*m_pItem->value(), m_entries);
+        state = FeatureToolTip::stateOf(*m_pItem->value(), valueRead, m_entries);
     }
     if (m_pItem->toolTipsAreOf(state)) {
         return;
@@ -413,6 +414,7 @@ void FeatureUpdate::publishToolTips()
     FeatureToolTipSource source;
     source.facts = m_pFacts;
     source.value = snapshot.get();
+    source.valueRead = valueRead;
     source.entries = m_entries;
     m_pItem->setToolTips(FeatureToolTip::CreateToolTip(source, QStringLiteral("ENG")),
                          FeatureToolTip::CreateToolTip(source, QStringLiteral("CH")), state);

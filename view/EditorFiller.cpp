@@ -434,6 +434,9 @@ Result fillWriteOnly(const Request &request)
     if (qobject_cast<CustomCheckBox *>(request.pEditor)) {
         return fillBoolean(request);
     }
+    if (qobject_cast<CustomCalendar *>(request.pEditor)) {
+        return fillCalendar(request);
+    }
     if (pSpin && pSpin->cHasUserText()) {
         return RESULT_PUT_OFF;
     }

@@ -7,8 +7,6 @@
 
 #include <QScopedValueRollback>
 
-#include <algorithm>
-
 namespace {
 
 constexpr int FRAME_GAP = 8; // pixels between an editor and the right edge, where the frame runs
@@ -57,12 +55,6 @@ void EditorPlacer::forget()
 {
     m_placed.clear();
     m_rowsInSight.clear();
-}
-
-bool EditorPlacer::isInSight(const VexaPropertyTreeItem *pItem) const
-{
-    return std::find(m_rowsInSight.constBegin(), m_rowsInSight.constEnd(), pItem)
-        != m_rowsInSight.constEnd();
 }
 
 QVector<EditorPlacer::Cell> EditorPlacer::cellsInSight()

@@ -24,7 +24,6 @@ public:
     void forget();
     /// The rows in the viewport, from the top, as of the last place().
     const QVector<VexaPropertyTreeItem *> &rowsInSight() const { return m_rowsInSight; }
-    bool isInSight(const VexaPropertyTreeItem *pItem) const;
 
 private:
     struct Cell

@@ -25,13 +25,14 @@ QString shownText(const QString &html)
 }
 
 QString tailOf(const QByteArray &xml, const CTreeItemValue &value,
-               const QVector<EnumEntryReading> &entries = {})
+               const QVector<EnumEntryReading> &entries = {}, bool valueRead = true)
 {
     const NodeFacts facts = factsOf(xml);
     FeatureToolTipSource source;
     source.facts = &facts;
     source.value = &value;
     source.entries = entries;
+    source.valueRead = valueRead;
     return shownText(FeatureToolTip::CreateValueInfo(source));
 }
 
@@ -69,6 +70,9 @@ void tst_featuretooltip::head_data()
     row("visibility of the node", "<Command><Visibility>Expert</Visibility></Command>", "", "",
         "ENG", "Visibility: Expert");
     row("double quotes become single", plain, "a \"b\" c", "", "ENG", "a 'b' c");
+    row("a placeholder takes what stands there", plain, "a %7 b", "", "ENG", "a No");
+    row("a text full of placeholders stays text", plain,
+        QByteArray("%8").repeated(70000).constData(), "", "ENG", "%8%8");
     row("markup stays text", plain, "x < y & z", "", "ENG", "x < y & z");
     row("English keeps the English text", plain, "Text", "文本", "ENG", "Text");
     row("Chinese shows the translation", plain, "", "文本", "CH", "文本");
@@ -105,6 +109,7 @@ void tst_featuretooltip::tail()
              QString("Min: 16|Max: 9007199254740993|Inc: 4|"));
     QCOMPARE(tailOf("<Integer Name='GevPersistentIPAddress'/>", integer), QString("Inc: 4|"));
     QCOMPARE(tailOf("<Integer Name='GevCurrentIPAddress'/>", integer), QString());
+    QCOMPARE(tailOf("<Integer Name='Width'/>", CTreeIntergerItemValue(), {}, false), QString());
     integer.m_nIncValue = 0;
     QCOMPARE(tailOf("<Integer Name='Width'/>", integer), QString("Min: 16|Max: 9007199254740993|"));
     CTreeFloatItemValue number;
