@@ -1,8 +1,10 @@
 #include "host/workbench/CameraViews.h"
 
+#include "host/workbench/CameraPage.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/GuidedPages.h"
 #include "host/workbench/WorkbenchTexts.h"
+#include "tree/VexaFeatureTree.h"
 
 #include <QEvent>
 #include <QStackedLayout>
@@ -42,7 +44,16 @@ void CameraViews::setCamera(const CameraSession *pCamera)
 {
     // Before the first full update nothing is known of the device.
     m_lCameraID = pCamera && pCamera->isFirstUpdateDone() ? pCamera->cameraId() : NO_CAMERA_ID;
+    if (const VexaFeatureTree *pTree = pCamera ? CameraPage::tree(pCamera->cameraId()) : nullptr) {
+        connect(pTree, &VexaFeatureTree::SigHide, this, &CameraViews::showPages,
+                Qt::UniqueConnection);
+    }
     showChosen();
+}
+
+void CameraViews::showPages()
+{
+    m_pTabs->setCurrentIndex(TAB_PAGES);
 }
 
 void CameraViews::showChosen()

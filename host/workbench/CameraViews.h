@@ -24,6 +24,8 @@ protected:
 private:
     void retranslate();
     void showChosen();
+    /// Where the return button above all features leads.
+    void showPages();
 
     QTabBar *m_pTabs;
     QStackedLayout *m_pStack;
