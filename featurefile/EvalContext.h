@@ -1,6 +1,7 @@
 #pragma once
 
 #include "featurefile/EvalResult.h"
+#include "featurefile/FeatureFileFormat.h"
 #include "model/FeatureFileValues.h"
 
 #include <QDomElement>
@@ -29,6 +30,7 @@ struct EvalLimits
     int depth = 128;
     int visits = 100000; ///< nodes looked at and registers read
     int combinations = 65536;
+    qint64 dump = FeatureFileFormat::MAX_FILE_SIZE; ///< characters of all registers
 };
 
 /// A small interpreter of device descriptions (GenICam Integer, Enumeration, IntSwissKnife, Converter and registers):

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int POLLING_SETS = 8;
 constexpr quint32 POLLING_OFF = 2;
+constexpr qint64 MOST_TEXT = 4 * FeatureFileFormat::MAX_FILE_SIZE;
 
 QString lastChildText(const QDomElement &element, const QString &tag)
 {
@@ -201,6 +202,10 @@ bool FeatureExporter::dump(const QString &name, FeatureFileWriter &writer, bool 
     *noLength = outcome == RegisterDump::Outcome::NoLength;
     if (outcome != RegisterDump::Outcome::Done) {
         return false;
+    }
+    // The file is useless by then, and a text has an end.
+    if (writer.text().size() > MOST_TEXT) {
+        return m_context.fail(QStringLiteral("%1 is left out of a file too large").arg(name));
     }
     writer.addComplexFeature(name, text);
     remarkOnSelection(name, text);

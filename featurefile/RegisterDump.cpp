@@ -143,6 +143,11 @@ RegisterDump::Outcome RegisterDump::write(EvalContext &context, const QString &n
         if (!appendLine(reading, addresses.at(index), index, text)) {
             return Outcome::Failed;
         }
+        // Long registers at many addresses would take all memory.
+        if (text->size() > context.limits().dump) {
+            context.fail(QStringLiteral("%1: its registers are larger than a file").arg(name));
+            return Outcome::Failed;
+        }
     }
     *text += FeatureFileWriter::complexEnd();
     return Outcome::Done;

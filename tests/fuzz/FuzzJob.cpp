@@ -10,7 +10,7 @@
 namespace {
 
 /// Lower than those of the program, so that their ends are reached in no time.
-const EvalLimits LIMITS{24, 400, 32};
+const EvalLimits LIMITS{24, 400, 32, 4000};
 
 int s_lines = 0;
 

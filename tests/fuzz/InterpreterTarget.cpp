@@ -1,6 +1,7 @@
 #include "FeatureFileChecks.h"
 #include "FuzzTarget.h"
 #include "featurefile/FeatureFileFormat.h"
+#include "featurefile/FeatureFileWriter.h"
 #include "featurefile/RegisterDump.h"
 
 #include <QDomDocument>
@@ -76,7 +77,10 @@ void askEverything(FuzzJob &fuzz, EvalContext &context, const QString &name)
         const RegisterDump::Outcome outcome = RegisterDump::write(context, name, &text);
         require(outcome != RegisterDump::Outcome::Done || hasAddresses(text),
                 "a dump has the device's own addresses");
-        require(text.size() <= FeatureFileFormat::MAX_FILE_SIZE, "a dump fits into a file");
+        require(outcome != RegisterDump::Outcome::Done
+                    || text.size()
+                        <= fuzz.job().limits.dump + FeatureFileWriter::complexEnd().size(),
+                "a dump has a limit");
     });
     limited(fuzz, context, name, [&] {
         bool isNodeValue = false;
