@@ -4,8 +4,6 @@
 #include <QtTest>
 
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
 
 Q_DECLARE_METATYPE(_NODE_INT_VALUE_)
@@ -119,17 +117,6 @@ std::unique_ptr<DeviceFixture> openDevice()
     return device;
 }
 
-struct EnumRecord
-{
-    EnumRecord()
-        : record(static_cast<_NODE_ENUM_VALUE_ *>(std::calloc(1, NODE_ENUM_RECORD_SIZE)))
-    {
-    }
-    ~EnumRecord() { std::free(record); }
-    Q_DISABLE_COPY(EnumRecord)
-    _NODE_ENUM_VALUE_ *record;
-};
-
 } // namespace
 
 class NodeReadTest : public QObject
@@ -242,20 +229,20 @@ void NodeReadTest::floats()
 void NodeReadTest::enumerations()
 {
     const auto device = openDevice();
-    const EnumRecord out;
-    QVERIFY(device->task().GetEnumerationValue("Choice", out.record, nullptr, true, false));
-    QCOMPARE(out.record->value, quint32(-12));
-    QCOMPARE(out.record->count, 2U);
-    QCOMPARE(out.record->entries[0], quint32(-12));
-    QCOMPARE(out.record->entries[1], 40U);
-    QCOMPARE(out.record->entries[2], 0U);
+    const auto out = std::make_unique<_NODE_ENUM_VALUE_>();
+    QVERIFY(device->task().GetEnumerationValue("Choice", out.get(), nullptr, true, false));
+    QCOMPARE(out->value, quint32(-12));
+    QCOMPARE(out->count, 2U);
+    QCOMPARE(out->entries[0], quint32(-12));
+    QCOMPARE(out->entries[1], 40U);
+    QCOMPARE(out->entries[2], 0U);
     // A condition without a value takes its entry away, not the node.
-    QVERIFY(device->task().GetEnumerationValue("ChoiceDivides", out.record, nullptr, true, false));
-    QCOMPARE(out.record->count, 1U);
-    QCOMPARE(out.record->entries[0], quint32(-12));
+    QVERIFY(device->task().GetEnumerationValue("ChoiceDivides", out.get(), nullptr, true, false));
+    QCOMPARE(out->count, 1U);
+    QCOMPARE(out->entries[0], quint32(-12));
     // So does one that the device refuses to answer.
-    QVERIFY(device->task().GetEnumerationValue("ChoiceFails", out.record, nullptr, true, false));
-    QCOMPARE(out.record->count, 0U);
+    QVERIFY(device->task().GetEnumerationValue("ChoiceFails", out.get(), nullptr, true, false));
+    QCOMPARE(out->count, 0U);
 }
 
 void NodeReadTest::booleansAndStrings()
@@ -327,8 +314,8 @@ void NodeReadTest::failures()
     QCameraTask &task = device->task();
     _NODE_INT_VALUE_ integer{1, 2, 3, 4};
     _NODE_FLOAT_VALUE_ number{1, 2, 3};
-    const EnumRecord choice;
-    choice.record->value = 11;
+    const auto choice = std::make_unique<_NODE_ENUM_VALUE_>();
+    choice->value = 11;
     bool flag = true;
     QString text = "kept";
     qint64 length = 9;
@@ -339,7 +326,7 @@ void NodeReadTest::failures()
         case 'f':
             return task.GetFloatValue(node, &number, error, false, false);
         case 'e':
-            return task.GetEnumerationValue(node, choice.record, error, false, false);
+            return task.GetEnumerationValue(node, choice.get(), error, false, false);
         case 'b':
             return task.GetBooleanValue(node, &flag, error, false, false);
         default:
@@ -355,7 +342,7 @@ void NodeReadTest::failures()
     QVERIFY2(remark.startsWith(meaning) && remark.contains(reason), qPrintable(remark));
     QVERIFY(integer.value == 1 && integer.max == 2 && integer.min == 3 && integer.inc == 4);
     QVERIFY(number.value == 1 && number.max == 2 && number.min == 3);
-    QVERIFY(choice.record->value == 11 && choice.record->count == 0);
+    QVERIFY(choice->value == 11 && choice->count == 0);
     QVERIFY(flag && text == "kept" && length == 9);
 }
 
@@ -435,21 +422,15 @@ void NodeReadTest::memory()
     QVERIFY(task.ReadMemory(0x1000, back.data(), back.size(), nullptr));
     QCOMPARE(back, pattern);
 
-    struct Refused
-    {
-        qint64 address;
-        qint64 length;
-        int code;
-    };
-    const Refused refused[] = {{-4, 4, int(0x90006201U)},
-                               {0, -1, int(0x90006201U)},
-                               {0, qint64(1) << 40, int(0x90006201U)},
-                               {0x4000 - 1024, 1500, int(0x90006206U)}};
-    for (const Refused &row : refused) {
+    const std::tuple<qint64, qint64, quint32> refused[] = {{-4, 4, 0x90006201},
+                                                           {0, -1, 0x90006201},
+                                                           {0, qint64(1) << 40, 0x90006201},
+                                                           {0x4000 - 1024, 1500, 0x90006206}};
+    for (const auto &[address, length, code] : refused) {
         back.fill('x');
         int error = 0;
-        QVERIFY(!task.ReadMemory(row.address, back.data(), row.length, &error));
-        QCOMPARE(error, row.code);
+        QVERIFY(!task.ReadMemory(address, back.data(), length, &error));
+        QCOMPARE(quint32(error), code);
         QCOMPARE(back, QByteArray(1500, 'x'));
     }
     QVERIFY(task.ReadMemory(0, nullptr, 0, nullptr));
