@@ -3,8 +3,7 @@
 #include "host/devicetask/CameraHost.h"
 #include "host/simulator/SimulatedDevices.h"
 
-#include <QDomDocument>
-#include <QtEndian>
+#include <QXmlStreamReader>
 
 #include <arv.h>
 
@@ -12,30 +11,20 @@ namespace {
 
 using DeviceReference::Value;
 
-void collect(const QDomElement &parent, QMap<QString, QDomElement> &elements)
+/// Tags by name.
+QMap<QString, QString> tagsOf(const QByteArray &description)
 {
-    for (QDomElement element = parent.firstChildElement(); !element.isNull();
-         element = element.nextSiblingElement()) {
-        if (element.hasAttribute(QStringLiteral("Name"))
-            && element.tagName() != QLatin1String("EnumEntry")) {
-            elements.insert(element.attribute(QStringLiteral("Name")), element);
+    QXmlStreamReader reader(description);
+    QMap<QString, QString> tags;
+    while (!reader.atEnd()) {
+        const bool isNode = reader.readNext() == QXmlStreamReader::StartElement
+            && reader.name() != QLatin1String("EnumEntry");
+        const QString name = reader.attributes().value(QLatin1String("Name")).toString();
+        if (isNode && !name.isEmpty()) {
+            tags.insert(name, reader.name().toString());
         }
-        collect(element, elements);
     }
-}
-
-QMap<QString, QDomElement> elementsOf(const SimulatedDevices::Simulated &device)
-{
-    QDomDocument document;
-    document.setContent(device.control->description());
-    QMap<QString, QDomElement> elements;
-    collect(document.documentElement(), elements);
-    return elements;
-}
-
-QString childText(const QDomElement &element, const char *tag)
-{
-    return element.firstChildElement(QString::fromLatin1(tag)).text().trimmed();
+    return tags;
 }
 
 bool isReadable(ArvGcNode *node)
@@ -75,39 +64,6 @@ QVariant read(ArvGcNode *node, const QString &tag, Value &out)
     return value;
 }
 
-QVariant decode(const QDomElement &reg, const SimulatorControl &control)
-{
-    const QString address = childText(reg, "Address");
-    const bool plain = reg.elementsByTagName(QStringLiteral("Address")).size() == 1
-        && reg.firstChildElement(QStringLiteral("pAddress")).isNull()
-        && reg.firstChildElement(QStringLiteral("pIndex")).isNull()
-        && reg.firstChildElement(QStringLiteral("IntSwissKnife")).isNull();
-    bool ok = false;
-    const int length = childText(reg, "Length").toInt(&ok, 0);
-    if (!plain || address.isEmpty() || !ok) {
-        return QVariant();
-    }
-    QByteArray bytes = control.peek(address.toULongLong(nullptr, 0), static_cast<quint32>(length));
-    if (reg.tagName() == QLatin1String("StringReg")) {
-        return QString::fromUtf8(bytes.constData(),
-                                 static_cast<int>(qstrnlen(bytes.constData(), bytes.size())));
-    }
-    if (childText(reg, "Endianess") == QLatin1String("BigEndian")) {
-        std::reverse(bytes.begin(), bytes.end());
-    }
-    if (reg.tagName() == QLatin1String("FloatReg")) {
-        return length == 4 ? QVariant(double(qFromLittleEndian<float>(bytes.constData())))
-                           : QVariant(qFromLittleEndian<double>(bytes.constData()));
-    }
-    if (reg.tagName() != QLatin1String("IntReg") || length > 8) {
-        return QVariant();
-    }
-    const bool negative =
-        childText(reg, "Sign") == QLatin1String("Signed") && (bytes.back() & 0x80);
-    const QByteArray extended = bytes.leftJustified(8, negative ? '\xFF' : '\0');
-    return qFromLittleEndian<qint64>(extended.constData());
-}
-
 } // namespace
 
 QMap<QString, Value> DeviceReference::readFeatures(const QString &builtInId)
@@ -118,35 +74,17 @@ QMap<QString, Value> DeviceReference::readFeatures(const QString &builtInId)
     ArvGc *gc = arv_gc_new(device, xml.constData(), static_cast<size_t>(xml.size()));
     arv_gc_set_register_cache_policy(gc, ARV_REGISTER_CACHE_POLICY_DISABLE);
     QMap<QString, Value> values;
-    const QMap<QString, QDomElement> elements = elementsOf(simulated);
-    for (auto it = elements.cbegin(); it != elements.cend(); ++it) {
+    const QMap<QString, QString> tags = tagsOf(xml);
+    for (auto it = tags.cbegin(); it != tags.cend(); ++it) {
         ArvGcNode *node = arv_gc_get_node(gc, it.key().toUtf8().constData());
         if (node && ARV_IS_GC_FEATURE_NODE(node)) {
             Value value;
             value.readable = isReadable(node);
-            value.value = value.readable ? read(node, it->tagName(), value) : QVariant();
+            value.value = value.readable ? read(node, *it, value) : QVariant();
             values.insert(it.key(), value);
         }
     }
     g_object_unref(gc);
     g_object_unref(device);
-    return values;
-}
-
-QMap<QString, QVariant> DeviceReference::decodePlainRegisters(const QString &builtInId)
-{
-    const SimulatedDevices::Simulated simulated = SimulatedDevices::builtIn(builtInId);
-    const QMap<QString, QDomElement> elements = elementsOf(simulated);
-    QMap<QString, QVariant> values;
-    for (auto it = elements.cbegin(); it != elements.cend(); ++it) {
-        static const QStringList NUMBERS{QStringLiteral("Integer"), QStringLiteral("Float"),
-                                         QStringLiteral("Enumeration")};
-        const QDomElement reg =
-            NUMBERS.contains(it->tagName()) ? elements.value(childText(*it, "pValue")) : *it;
-        const QVariant value = reg.isNull() ? QVariant() : decode(reg, *simulated.control);
-        if (value.isValid()) {
-            values.insert(it.key(), value);
-        }
-    }
     return values;
 }

@@ -20,8 +20,4 @@ struct Value
 /// Every feature in the description of a fresh built-in device, read by an ArvGc of its own; by name.
 QMap<QString, Value> readFeatures(const QString &builtInId);
 
-/// The features that stand directly on one register at a fixed address, decoded from the bytes in the memory of a fresh
-/// built-in device: address, length, byte order and sign are taken from the description's text.
-QMap<QString, QVariant> decodePlainRegisters(const QString &builtInId);
-
 } // namespace DeviceReference

@@ -10,17 +10,15 @@
 
 #include <limits>
 
-/// Every value that vexa-workbench --dump prints, against what the simulator's registers hold.
+/// Every value that vexa-workbench --dump prints, against what Aravis reads of the same device.
 class WorkbenchDumpTest : public QObject
 {
     Q_OBJECT
 private slots:
     void initTestCase();
     void valuesAreThoseOfTheDevice();
-    void valuesAreThoseOfTheRegisters();
     void treeOrderIsTheDescriptions();
     void ungivenValuesAreNull();
-    void dumpFileHoldsTheSame();
 
 private:
     /// Features that change by themselves between two readings, found out by reading twice.
@@ -52,11 +50,14 @@ float limit(const QVariant &value)
 void WorkbenchDumpTest::initTestCase()
 {
     m_first = DeviceReference::readFeatures("area-camera");
+    const QString path = m_workbench.path("dump.json");
     const WorkbenchProcess::Result result =
-        m_workbench.run({"--device", "area-camera", "--dump", "-"});
+        m_workbench.run({"--device", "area-camera", "--dump", path});
     QVERIFY2(result.ended && result.exitCode == 0, result.err.constData());
-    QCOMPARE(result.err, QByteArray());
-    m_items = QJsonDocument::fromJson(result.out).array();
+    QCOMPARE(result.out + result.err, QByteArray());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    m_items = QJsonDocument::fromJson(file.readAll()).array();
     for (const QJsonValue &item : qAsConst(m_items)) {
         m_byName.insert(item["name"].toString(), item.toObject());
     }
@@ -90,6 +91,13 @@ void WorkbenchDumpTest::valuesAreThoseOfTheDevice()
             continue;
         }
         compare("value", expected.value);
+        if (it->value("tag") == QLatin1String("Enumeration")) {
+            bool offered = false;
+            for (const QJsonValue &entry : it->value("entries").toArray()) {
+                offered = offered || entry["value"] == it->value("value");
+            }
+            QVERIFY2(offered, it.key().toUtf8());
+        }
         for (const auto &[field, reference] :
              {std::pair{"min", expected.min}, {"max", expected.max}, {"inc", expected.inc}}) {
             if (reference.isValid()) {
@@ -100,26 +108,6 @@ void WorkbenchDumpTest::valuesAreThoseOfTheDevice()
     }
     QCOMPARE(wrong.join('\n'), QString());
     QVERIFY2(compared > 120, QByteArray::number(compared));
-}
-
-void WorkbenchDumpTest::valuesAreThoseOfTheRegisters()
-{
-    const QMap<QString, QVariant> registers = DeviceReference::decodePlainRegisters("area-camera");
-    int compared = 0;
-    for (auto it = registers.cbegin(); it != registers.cend(); ++it) {
-        const QJsonValue value = m_byName.value(it.key()).value("value");
-        if (value.isUndefined() || value.isNull() || moves(it.key())) {
-            continue;
-        }
-        const bool same = it->type() == QVariant::Double
-            ? value.toVariant().toFloat() == it->toFloat()
-            : value.toVariant().toString() == it->toString();
-        QVERIFY2(same,
-                 it.key().toUtf8() + ": " + value.toVariant().toString().toUtf8() + " instead of "
-                     + it->toString().toUtf8());
-        ++compared;
-    }
-    QVERIFY2(compared > 40, QByteArray::number(compared));
 }
 
 void WorkbenchDumpTest::treeOrderIsTheDescriptions()
@@ -164,25 +152,6 @@ void WorkbenchDumpTest::ungivenValuesAreNull()
         }
     }
     QVERIFY(unread > 0);
-}
-
-void WorkbenchDumpTest::dumpFileHoldsTheSame()
-{
-    const QString path = m_workbench.path("dump.json");
-    const WorkbenchProcess::Result result =
-        m_workbench.run({"--device", "area-camera", "--dump", path});
-    QVERIFY(result.ended);
-    QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.out, QByteArray());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonArray items = QJsonDocument::fromJson(file.readAll()).array();
-    QCOMPARE(items.size(), m_items.size());
-    for (int row = 0; row < items.size(); ++row) {
-        if (!moves(items.at(row)["name"].toString())) {
-            QCOMPARE(items.at(row).toObject(), m_items.at(row).toObject());
-        }
-    }
 }
 
 QTEST_GUILESS_MAIN(WorkbenchDumpTest)
