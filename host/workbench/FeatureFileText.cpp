@@ -137,7 +137,7 @@ bool FeatureFileText::load(const QString &path, QString *text, QString *reason)
 {
     QByteArray bytes;
     const bool loaded = load(path, MAX_FILE_SIZE, &bytes, reason);
-    *text = QString::fromUtf8(bytes);
+    *text = QString::fromUtf8(bytes.constData(), bytes.size()); // a zero byte ends nothing
     return loaded;
 }
 

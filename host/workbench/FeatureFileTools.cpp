@@ -123,7 +123,9 @@ int FeatureFileTools::splitBag(const QString &bag, const QString &folder)
     QByteArray table;
     for (int i = 0; i < records.size(); ++i) {
         FeatureFileText::Content content;
-        if (!FeatureFileText::parse(QString::fromUtf8(records.at(i).file), &content, &reason)) {
+        const QByteArray &file = records.at(i).file;
+        if (!FeatureFileText::parse(QString::fromUtf8(file.constData(), file.size()), &content,
+                                    &reason)) {
             return fail(1, bag, QStringLiteral("record %1: %2").arg(i + 1).arg(reason));
         }
         QString model;
