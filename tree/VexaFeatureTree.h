@@ -26,7 +26,6 @@ class NodeDependencyMaps;
 class QAction;
 class QBoxLayout;
 class QCameraTask;
-class QDialog;
 class QGetFeaturesThread;
 class QTextEdit;
 class QTimer;
@@ -68,7 +67,7 @@ public:
     void readyForDelete();
     /// Stops the workers and waits for them, or makes them ready to run again.
     void StopThread(bool stop);
-    /// Hides the tree at once and deletes it when none of its calls is on the stack any more.
+    /// Hides the tree and its dialogs at once and deletes it when none of its calls is on the stack any more.
     void deleteWhenIdle();
 
     // The page.
@@ -213,14 +212,14 @@ Q_SIGNALS:
     void SigFirstEndUpdateFeature(long int lCameraID);
     void SigEndExportFeature(bool bExportSuccess);
     void SigEndImportFeature(bool bExportSuccess);
-    /// featureDifferences and featureFileResult say what the check found; a file of another version is no failure.
-    void SigEndCheckFeature(bool bSuccess);
     void SigToolBarBtnClicked(int nIndex);
     void SigExpandTree();
     void SigSetFeatureValueByThread(QString strNodeType, QString strNodeName, QVariant oNodeValue);
     void SigGetFeatureValueByThread(QString strNodeName, QVariant oNodeValue);
     void SigShowSmartTune(QString strNode, QVariant oNodeValue);
     void SigRefreshFeatures();
+    /// featureDifferences and featureFileResult say what the check found; a file of another version is no failure.
+    void SigEndCheckFeature(bool bSuccess);
 
 public Q_SLOTS:
     /// A full update that spares hidden items.
@@ -392,7 +391,6 @@ private:
     QGetFeaturesThread *m_pPollingThread = nullptr;
     QMutex m_mutex; ///< guards m_observers
     QList<VexaFeatureObserverable *> m_observers;
-    QPointer<QDialog> m_pModalDialog;
     QPointer<CustomMessageBox> m_pMessageBox;
     VexaFeatureToolBar *m_pToolBar = nullptr;
     QVector<QFuture<void>> m_futures;

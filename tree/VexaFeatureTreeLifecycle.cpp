@@ -18,7 +18,6 @@
 #include "view/VexaFeatureTreeView.h"
 
 #include <QDebug>
-#include <QDialog>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -328,7 +327,6 @@ void VexaFeatureTree::clearMaps()
 
 void VexaFeatureTree::Release()
 {
-    delete m_pModalDialog;
     delete m_pMessageBox;
     ClearTreeViewInfo();
     qInfo("VexaFeatureTree::Release begin OnCameraClose");
