@@ -4,8 +4,8 @@
 
 #include <QStringList>
 
-/// A tree compared with its device: each item's value, range, entries, access and visibility with what the operations
-/// of the task answer now, worked out here from the description.
+/// A tree compared with a second one that is read anew from the same device: each item's value, range, entries, access
+/// and visibility.
 struct FreshRead
 {
     static FreshRead compare(const ModuleFixture::Camera &camera);
