@@ -21,7 +21,6 @@ constexpr int NODE_NOT_ACCESSIBLE = int(0x90006104U);
 
 /// GigE Vision: the control channel is given up when its heartbeat has failed some times. In ms, as all of them.
 constexpr int LOST_WITHIN = 60000;
-constexpr int FROZEN_FOR = 5000;
 constexpr int RETURN_WITHIN = 30000;
 /// Failed reads of four readers that do not wait for the device: the time-outs of the protocol would take minutes.
 constexpr int MANY = 1000;
@@ -44,11 +43,6 @@ qint64 widthOf(long int cameraId)
     _NODE_INT_VALUE_ width{};
     QCameraTask *task = taskOf(cameraId);
     return task && task->GetIntegerValue("Width", &width, nullptr, true, false) ? width.value : -1;
-}
-
-bool isTransport(int error)
-{
-    return error >= DEVICE_GONE && error <= DEVICE_TRANSPORT;
 }
 
 /// The work of another thread, while this one's events go on.
@@ -78,6 +72,7 @@ private slots:
 
 private:
     CameraHost::OpenResult open();
+    /// No thread of the opening is left behind.
     void close(long int cameraId);
     /// The conditions told so far, in order.
     QVector<DeviceCondition> told() const;
@@ -113,6 +108,7 @@ void GigeLossTest::close(long int cameraId)
 {
     taskOf(cameraId)->m_bReleasing = true;
     m_pHost->closeCamera(cameraId);
+    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
 }
 
 QVector<DeviceCondition> GigeLossTest::told() const
@@ -140,7 +136,7 @@ void GigeLossTest::killedCamera()
     QTRY_VERIFY_WITH_TIMEOUT(told().contains(DeviceCondition::Lost), LOST_WITHIN);
     QCOMPARE(readers.successes(), 0);
     QTRY_VERIFY(readers.failures() > MANY);
-    QVERIFY2(isTransport(readers.lastError()), QByteArray::number(readers.lastError(), 16));
+    QVERIFY(readers.lastError() >= DEVICE_GONE && readers.lastError() <= DEVICE_TRANSPORT);
     QCOMPARE(told(), (QVector{DeviceCondition::NotResponding, DeviceCondition::Lost}));
     QCOMPARE(m_pHost->condition(opened.cameraId), DeviceCondition::Lost);
 
@@ -155,9 +151,8 @@ void GigeLossTest::killedCamera()
     QTRY_VERIFY(readers.allSucceed());
     QTRY_COMPARE(told().last(), DeviceCondition::Live);
 
-    close(opened.cameraId);
     readers.stop();
-    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
+    close(opened.cameraId);
 }
 
 void GigeLossTest::frozenCamera()
@@ -171,13 +166,10 @@ void GigeLossTest::frozenCamera()
     TaskReaders readers(opened.cameraId);
     QTRY_VERIFY(readers.allSucceed());
 
-    QElapsedTimer frozen;
-    frozen.start();
     readers.forget();
     camera.freeze();
     QTRY_VERIFY_WITH_TIMEOUT(told().contains(DeviceCondition::NotResponding), LOST_WITHIN);
     readers.forget();
-    QTRY_VERIFY_WITH_TIMEOUT(frozen.hasExpired(FROZEN_FOR), 2 * FROZEN_FOR);
     QTRY_VERIFY(readers.failures() > MANY);
     QCOMPARE(readers.successes(), 0);
 
@@ -198,7 +190,6 @@ void GigeLossTest::frozenCamera()
 
     readers.stop();
     close(opened.cameraId);
-    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
 }
 
 void GigeLossTest::cameraOfAnotherHost()
@@ -219,8 +210,7 @@ void GigeLossTest::cameraOfAnotherHost()
         int error = 0;
         QCameraTask &task = *taskOf(opened.cameraId);
         QVERIFY(!task.SetIntegerValue("Width", width / 2, &error));
-        QCOMPARE(QByteArray::number(uint(error), 16),
-                 QByteArray::number(uint(NODE_NOT_ACCESSIBLE), 16));
+        QCOMPARE(error, NODE_NOT_ACCESSIBLE);
         QVERIFY(!task.GetLastErrorRemark().isEmpty());
         QCOMPARE(widthOf(opened.cameraId), width);
         QCOMPARE(readers.failures(), 0);
@@ -240,7 +230,6 @@ void GigeLossTest::cameraOfAnotherHost()
     QVERIFY(taskOf(own.cameraId)->SetIntegerValue("Width", 256, nullptr));
     QCOMPARE(widthOf(own.cameraId), 256);
     close(own.cameraId);
-    QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
 }
 
 void GigeLossTest::closingWhileNothingAnswers()
@@ -254,7 +243,8 @@ void GigeLossTest::closingWhileNothingAnswers()
     camera.freeze();
     QTest::qWait(300); // until every reader is inside an access that nobody answers
     // Nothing in it waits for the camera: it stays frozen to the end.
-    close(opened.cameraId);
+    taskOf(opened.cameraId)->m_bReleasing = true;
+    m_pHost->closeCamera(opened.cameraId);
     readers.stop();
     QTRY_VERIFY_WITH_TIMEOUT(threadCount() <= m_nThreads, RETURN_WITHIN);
 }
