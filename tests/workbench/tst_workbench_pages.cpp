@@ -1,6 +1,7 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QCameraTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
+#include "host/devicetask/CameraHost.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/GuidedPages.h"
 #include "host/workbench/WorkbenchWindow.h"
@@ -15,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTableWidget>
 #include <QTimer>
@@ -24,6 +26,12 @@
 namespace {
 
 const QString READER = QStringLiteral("code-reader");
+std::atomic<int> s_nGuiCalls{0};
+
+void countGuiCall()
+{
+    s_nGuiCalls += QThread::currentThread() == qApp->thread();
+}
 
 /// The guided pages of the window, as its user sees them.
 class PagesFixture : public WindowFixture
@@ -133,6 +141,7 @@ private slots:
     void focusWithoutTuning();
     void otherDevices_data();
     void otherDevices();
+    void guiThreadAsksNothing();
     void rowsOfTheirOwn();
     void formatDialog();
     void triggerBytes();
@@ -271,6 +280,29 @@ void WorkbenchPagesTest::otherDevices()
         return nValue;
     };
     QTRY_COMPARE(inDevice(), qint64(!bOn));
+}
+
+/// But for the rows that read on their own: the picture of a light its bitmap when that changes, and the screen its
+/// language when it is made.
+void WorkbenchPagesTest::guiThreadAsksNothing()
+{
+    const QString device = QStringLiteral("code-reader-16"); // has no such light
+    PagesFixture f(device);
+    s_nGuiCalls = 0;
+    CameraHost::setCallObserver(countGuiCall);
+    f.session(device)->tree()->RefreshFeatures(); // its workers ask meanwhile
+    f.pages().setExpandAll(true);
+    QScrollBar &bar = *f.view().verticalScrollBar();
+    for (int nPlace = 0; nPlace < 20; ++nPlace) {
+        bar.setValue(bar.maximum() * nPlace / 19);
+        QTest::mouseMove(f.view().viewport(), QPoint(60, 80 + 10 * nPlace));
+        QCoreApplication::processEvents();
+    }
+    f.window().setLanguage(QStringLiteral("CH"));
+    f.window().setLanguage(QStringLiteral("ENG"));
+    QTest::qWait(200);
+    CameraHost::setCallObserver(nullptr);
+    QCOMPARE(s_nGuiCalls.load(), 0);
 }
 
 void WorkbenchPagesTest::rowsOfTheirOwn()
