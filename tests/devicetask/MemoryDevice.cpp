@@ -21,11 +21,6 @@ MemoryDeviceState &stateOf(void *device)
     return **static_cast<MemoryDevice *>(device)->state;
 }
 
-ArvGc *getGenicam(ArvDevice *)
-{
-    return nullptr;
-}
-
 const char *getGenicamXml(ArvDevice *device, size_t *size)
 {
     const QByteArray &xml = stateOf(device).m_xml;
@@ -43,22 +38,6 @@ gboolean writeMemory(ArvDevice *device, guint64 address, guint32 size, void *buf
     return stateOf(device).access(address, size, nullptr, buffer, error);
 }
 
-gboolean readRegister(ArvDevice *device, guint64 address, guint32 *value, GError **error)
-{
-    guint32 raw = 0;
-    if (!stateOf(device).access(address, 4, &raw, nullptr, error)) {
-        return FALSE;
-    }
-    *value = GUINT32_FROM_BE(raw);
-    return TRUE;
-}
-
-gboolean writeRegister(ArvDevice *device, guint64 address, guint32 value, GError **error)
-{
-    const guint32 raw = GUINT32_TO_BE(value);
-    return stateOf(device).access(address, 4, nullptr, &raw, error);
-}
-
 void finalize(GObject *object)
 {
     auto *self = reinterpret_cast<MemoryDevice *>(object);
@@ -70,12 +49,9 @@ void finalize(GObject *object)
 void classInit(gpointer klass, gpointer)
 {
     auto *device = static_cast<ArvDeviceClass *>(klass);
-    device->get_genicam = getGenicam;
     device->get_genicam_xml = getGenicamXml;
     device->read_memory = readMemory;
     device->write_memory = writeMemory;
-    device->read_register = readRegister;
-    device->write_register = writeRegister;
     G_OBJECT_CLASS(klass)->finalize = finalize;
 }
 
