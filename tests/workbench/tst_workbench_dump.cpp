@@ -1,8 +1,6 @@
-#include "host/simulator/SimulatedDevices.h"
 #include "tests/workbench/DeviceReference.h"
 #include "tests/workbench/WorkbenchProcess.h"
 
-#include <QDomDocument>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -17,7 +15,6 @@ class WorkbenchDumpTest : public QObject
 private slots:
     void initTestCase();
     void valuesAreThoseOfTheDevice();
-    void treeOrderIsTheDescriptions();
     void ungivenValuesAreNull();
 
 private:
@@ -108,34 +105,6 @@ void WorkbenchDumpTest::valuesAreThoseOfTheDevice()
     }
     QCOMPARE(wrong.join('\n'), QString());
     QVERIFY2(compared > 120, QByteArray::number(compared));
-}
-
-void WorkbenchDumpTest::treeOrderIsTheDescriptions()
-{
-    QDomDocument document;
-    QVERIFY(document.setContent(SimulatedDevices::builtIn("area-camera").control->description()));
-    QMap<QString, QDomElement> categories;
-    const QDomNodeList list = document.documentElement().elementsByTagName("Category");
-    for (int row = 0; row < list.size(); ++row) {
-        categories.insert(list.at(row).toElement().attribute("Name"), list.at(row).toElement());
-    }
-    QStringList expected;
-    const std::function<void(const QString &, const QString &)> walk = [&](const QString &category,
-                                                                           const QString &path) {
-        for (QDomElement feature = categories.value(category).firstChildElement("pFeature");
-             !feature.isNull(); feature = feature.nextSiblingElement("pFeature")) {
-            const QString line = path + feature.text().trimmed();
-            expected.append(line);
-            walk(feature.text().trimmed(), line + "/");
-        }
-    };
-    walk("Root", QString());
-    QStringList found;
-    for (const QJsonValue &item : qAsConst(m_items)) {
-        QStringList path = item["path"].toVariant().toStringList();
-        found.append((path << item["name"].toString()).join("/"));
-    }
-    QCOMPARE(found, expected);
 }
 
 void WorkbenchDumpTest::ungivenValuesAreNull()
