@@ -188,7 +188,7 @@ void CameraLifeTest::manyOpeningsUnderReadersLeaveNothing()
     }
     QCOMPARE(wrong.load(), 0);
     QTRY_COMPARE(state->m_nLiving.load(), 0);
-    QTRY_COMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads); // one of the test before may have ended meanwhile
     const auto living = std::count_if(tasks.cbegin(), tasks.cend(),
                                       [](const auto &task) { return !task.isNull(); });
     QCOMPARE(int(living), 8);
