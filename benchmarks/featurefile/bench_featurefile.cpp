@@ -126,7 +126,8 @@ int main(int argc, char *argv[])
             QTextStream(stderr) << text << '\n';
         }
     });
-    for (const QString &id : SimulatedDevices::builtInIds()) {
+    const QStringList chosen = QCoreApplication::arguments().mid(1);
+    for (const QString &id : chosen.isEmpty() ? SimulatedDevices::builtInIds() : chosen) {
         if (!measure(id)) {
             QTextStream(stderr) << "a job on " << id << " failed\n";
             return 1;

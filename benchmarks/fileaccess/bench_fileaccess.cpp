@@ -22,7 +22,7 @@ using BenchReport::report;
 constexpr int SIZE = 20 * 1000 * 1000;
 constexpr int BLOCK = 1024; // of the simulated devices
 constexpr int ACCESSES_A_BLOCK = 8;
-constexpr int LATENCY_US = 100;
+constexpr int LATENCY_US = 300;
 constexpr int ATTEMPTS = 3;
 
 QByteArray randomBytes()
@@ -50,8 +50,8 @@ bool measure(SimulatorControl &control, QCameraTask &task, const QString &path, 
         accesses = control.accessLog().size();
         best = std::min(best, taken / (accesses * double(LATENCY_US)));
     }
-    report(writes ? "20 MB to the device / accesses x latency, 100 us an access"
-                  : "20 MB from the device / accesses x latency, 100 us an access",
+    report(writes ? "20 MB to the device / accesses x latency, 300 us an access"
+                  : "20 MB from the device / accesses x latency, 300 us an access",
            best, 1.1, "x");
     report("register accesses of a block, opening and closing with it",
            double(accesses) / ((SIZE + BLOCK - 1) / BLOCK), ACCESSES_A_BLOCK + 0.01, "");

@@ -26,7 +26,7 @@ constexpr milliseconds PROBE_INTERVAL(500);
 /// A device that is silent for that long has to be opened anew.
 constexpr milliseconds SILENCE_LIMIT(10000);
 /// How long both sides look out for each other before they sleep: a sleep and a wake cost more than many accesses.
-constexpr std::chrono::microseconds LINGER_FOR_CALLS(50);
+constexpr std::chrono::microseconds LINGER_FOR_CALLS(200);
 constexpr std::chrono::microseconds LINGER_FOR_ANSWER(400);
 
 constexpr signed char NEVER_ASKED = 1;
