@@ -15,18 +15,10 @@ public:
     {
         note("visible", pItem, QString::number(bVisible));
     }
-    void itemExpandedChanged(long, VexaPropertyTreeItem *pItem, bool bExpanded) override
-    {
-        note("expanded", pItem, QString::number(bExpanded));
-    }
     void itemDataChanged(long, VexaPropertyTreeItem *pItem, int nType, bool bRecreate,
                          bool) override
     {
         note("data", pItem, QStringLiteral("%1%2").arg(nType).arg(bRecreate ? "recreate" : ""));
-    }
-    void itemSpecialChanged(long, VexaPropertyTreeItem *pItem, int nType) override
-    {
-        note("special", pItem, QString::number(nType));
     }
     void itemReadOnlyChanged(long, VexaPropertyTreeItem *pItem, bool bReadOnly) override
     {

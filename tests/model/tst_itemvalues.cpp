@@ -18,10 +18,6 @@ private slots:
     void integerText_data();
     void integerText();
     void fingerprint();
-    void exchange();
-    void copyMovesNamesAndValueApart();
-    void enumerationEntries();
-    void enumerationSwap();
 };
 
 void tst_itemvalues::integerText_data()
@@ -41,21 +37,15 @@ void tst_itemvalues::integerText_data()
     const qint64 top = std::numeric_limits<qint64>::max();
     row("never read", "N", "", -1, -1, -1, 2, "-1");
     row("below the minimum shows the minimum", "N", "", 5, 10, 20, 2, "10");
-    row("above the maximum shows the maximum", "N", "", 25, 10, 20, 2, "20");
     row("range upside down: the maximum wins from the minimum on", "N", "", 15, 10, 3, 2, "3");
-    row("range upside down: below the minimum", "N", "", 5, 10, 3, 2, "10");
     row("64 bits survive", "N", "PureNumber", BEYOND_32_BITS, 0, top, 2, "4294967301");
     row("hexadecimal", "N", "HexNumber", 31, 0, 255, 3, "0x1F");
     row("address by representation", "N", "IPV4Address", 0xC0A80001, 0, top, 4, "192.168.0.1");
-    row("address by name", "GevSCDA", "HexNumber", 0xEF000001, 0, top, 4, "239.0.0.1");
-    row("address name without representation is decimal", "GevSCDA", "", 7, 0, 9, 2, "7");
-    row("mask", "GevCurrentSubnetMask", "IPV4Address", 0xFFFFFF00, 0, top, 5, "255.255.255.0");
     row("mask name beats MAC representation", "GevPersistentSubnetMask", "MACAddress", 0xFF000000,
         0, top, 5, "255.0.0.0");
     row("MAC by name", "GevMACAddress", "HexNumber", 0x0A0B0C0D0E0F, 0, top, 6,
         "0A:0B:0C:0D:0E:0F");
     row("MAC name without representation is decimal", "GevMACAddress", "", 7, 0, 9, 2, "7");
-    row("MAC by representation", "N", "MACAddress", 1, 0, top, 6, "00:00:00:00:00:01");
 }
 
 void tst_itemvalues::integerText()
@@ -100,82 +90,6 @@ void tst_itemvalues::fingerprint()
     enumeration.updateDisplayName("Zwei", "Two", 2);
     enumeration.updateDisplayName("Eins", "One", 1);
     QVERIFY(enumeration.createCurrentStauts(true).endsWith(";Zwei;Eins;"));
-}
-
-void tst_itemvalues::exchange()
-{
-    CTreeIntergerItemValue integer;
-    integer.setValue(BEYOND_32_BITS);
-    QCOMPARE(integer.value(), QVariant(BEYOND_32_BITS));
-    CTreeEnumationItemValue enumeration;
-    enumeration.setValue(BEYOND_32_BITS);
-    QCOMPARE(enumeration.m_nValue, qint64(5)); // through 32 bits
-    CTreeItemValue plain;
-    plain.setValue(1);
-    QVERIFY(!plain.value().isValid());
-}
-
-void tst_itemvalues::copyMovesNamesAndValueApart()
-{
-    CTreeItemValue names;
-    names.m_strNodeName = "Name";
-    names.m_strTranslateName = "Uebersetzt";
-    names.m_strToolTipCn = "Tip";
-    names.m_strCurrentStatus = "shown";
-    names.m_strStepDisplayNameEn = "Step";
-    CTreeIntergerItemValue source;
-    source.m_strNodeName = "Other";
-    source.m_nValue = 3;
-    source.m_nIncValue = 2;
-    source.m_strRepresentation = "HexNumber";
-
-    CTreeIntergerItemValue target;
-    target.copy(&names, true);
-    QCOMPARE(target.m_strNodeName, QString("Name"));
-    QCOMPARE(target.m_strTranslateName, QString("Uebersetzt"));
-    QCOMPARE(target.m_strToolTipCn, QString("Tip"));
-    QCOMPARE(target.m_strCurrentStatus + target.m_strStepDisplayNameEn, QString());
-    QCOMPARE(target.m_nValue, qint64(-1));
-    target.copy(&source, false);
-    QCOMPARE(target.m_strNodeName, QString("Name"));
-    QCOMPARE(target.m_nValue, qint64(3));
-    QCOMPARE(target.m_nIncValue, qint64(2));
-    QCOMPARE(target.m_strRepresentation, QString("HexNumber"));
-    target.copy(nullptr, true);
-    QCOMPARE(target.m_strNodeName, QString("Name"));
-}
-
-void tst_itemvalues::enumerationEntries()
-{
-    CTreeEnumationItemValue value;
-    value.updateDisplayName("On", "Always", 1);
-    value.updateDisplayName("Off", "Never", 0);
-    value.updateDisplayName("On", "Sometimes", 7);
-    QCOMPARE(value.getDisplayList(), QStringList({QString("On"), QString("Off")}));
-    QCOMPARE(value.getDisplayListCN(),
-             value.getDisplayList()); // no translator: row for row the same
-    QCOMPARE(value.getAllNameMap().value(QString("Sometimes")), QString("On"));
-    value.m_nValue = 7;
-    QCOMPARE(value.displayValue(), QString("On"));
-    value.m_nValue = 8;
-    QCOMPARE(value.displayValue(), QString());
-    value.clearItems();
-    QVERIFY(value.getAllEnumationMap().isEmpty() && value.getAllNameMap().isEmpty()
-            && value.getDisplayList().isEmpty() && value.getDisplayListCN().isEmpty());
-}
-
-void tst_itemvalues::enumerationSwap()
-{
-    CTreeEnumationItemValue read;
-    read.updateDisplayName("New", "New", 3);
-    read.m_nValue = 3;
-    CTreeEnumationItemValue shown;
-    shown.m_strNodeName = "Name";
-    shown.updateDisplayName("Old", "Old", 1);
-    shown.swapEntries(read);
-    QCOMPARE(shown.displayValue(), QString("New"));
-    QCOMPARE(shown.getDisplayList(), QStringList(QString("New")));
-    QCOMPARE(shown.m_strNodeName, QString("Name"));
 }
 
 QTEST_GUILESS_MAIN(tst_itemvalues)

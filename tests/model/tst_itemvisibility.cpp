@@ -62,9 +62,6 @@ private slots:
     void scripts_data();
     void scripts();
     void drawingMode();
-    void twoRowsOfOneFeature();
-    void favouriteFollowsItsFeature();
-    void rowOfAPage();
 };
 
 void tst_itemvisibility::scripts_data()
@@ -77,8 +74,6 @@ void tst_itemvisibility::scripts_data()
                         const char *shown, const char *told) {
         QTest::newRow(fault) << before << script << shown << told;
     };
-    row("new tree", "", "", "ABPabcp", "");
-    row("leaf hides", "", "a-", "ABPbcp", "visible:a:0");
     row("same state tells nobody", "a-", "a- a!", "ABPbcp", "");
     row("category without visible leaves hides itself", "", "b- c-", "APap",
         "visible:b:0 visible:c:0");
@@ -88,12 +83,9 @@ void tst_itemvisibility::scripts_data()
     row("leaf under a closed branch stays hidden", "A- ", "a=", "Pp", "");
     row("wish spoken under a closed branch counts when it opens", "a- A-", "a+ A+", "ABPabcp",
         "visible:a:1 visible:b:1 visible:c:1");
-    row("hidden wish under a closed branch counts when it opens", "A-", "b- A+", "ABPacp",
-        "visible:a:1 visible:c:1");
     row("leaf two levels down follows the upper branch", "b- A-", "A+", "ABPacp",
         "visible:a:1 visible:c:1");
     row("sub-branch keeps its own switch", "B- A-", "A+", "APap", "visible:a:1");
-    row("sub-branch opens under a closed branch", "A- B-", "B+", "Pp", "");
     row("not recursive always reopens", "A-", "A!", "ABPabcp",
         "visible:a:1 visible:b:1 visible:c:1");
 }
@@ -125,51 +117,6 @@ void tst_itemvisibility::drawingMode()
         pCategory->setVisible(true, CAMERA, true);
         QVERIFY(pItem->visible());
     }
-}
-
-void tst_itemvisibility::twoRowsOfOneFeature()
-{
-    Tree tree;
-    tree.at("p")->setMappingItem(tree.at("b"));
-    tree.run("p-");
-    QCOMPARE(tree.view.take(), QString("visible:p:0 visible:b:0"));
-    tree.run("A- p+"); // each row under its own branches
-    QVERIFY(tree.at("p")->visible());
-    QVERIFY(!tree.at("b")->visible());
-    tree.run("A+");
-    QVERIFY(tree.at("b")->visible());
-}
-
-void tst_itemvisibility::favouriteFollowsItsFeature()
-{
-    Tree tree;
-    VexaPropertyTreeItem *pFavourite = tree.at("p");
-    pFavourite->setItemType(ITEM_FAVORITE);
-    tree.at("a")->setMappingItem(pFavourite);
-    tree.run("A-");
-    QVERIFY(!pFavourite->visible());
-    tree.run("A+");
-    QVERIFY(pFavourite->visible());
-    tree.run("a-");
-    QVERIFY(!pFavourite->visible());
-}
-
-void tst_itemvisibility::rowOfAPage()
-{
-    constexpr ParentType PAGE = 3;
-    Tree tree;
-    VexaPropertyTreeItem pageRoot;
-    auto *pPage = new VexaPropertyTreeItem(&pageRoot, PAGE);
-    tree.at("a")->setParent(pPage, PAGE);
-    QVERIFY(pPage->visible());
-    tree.run("A-");
-    QVERIFY(!pPage->visible()); // its only row hangs on the branch of the feature tree
-    tree.run("A+");
-    QCOMPARE(pPage->visibleChildCount(), 1);
-    pPage->setVisible(false, CAMERA, true);
-    QVERIFY(!pPage->visible());
-    QVERIFY(tree.at("a")->visible()); // the feature tree shows it all the same
-    tree.at("a")->setParent(nullptr, PAGE);
 }
 
 QTEST_GUILESS_MAIN(tst_itemvisibility)

@@ -5,8 +5,6 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
-#include <thread>
-
 namespace {
 
 struct Description
@@ -73,15 +71,10 @@ private slots:
     void orderOfTheDescriptionDoesNotCount();
     void dependants_data();
     void dependants();
-    void nearestStructInvalidatorFirst();
     void polling_data();
     void polling();
-    void noCacheThroughTwoLinks();
     void circlesEnd();
     void hostileDescriptionsEnd();
-    void stopDropsTheAnswer();
-    void copiesAreSnapshots();
-    void selectedAndLocked();
 };
 
 /// What is worked out once for many features must not depend on which of them came first.
@@ -121,15 +114,10 @@ void tst_nodedependencymaps::dependants_data()
         "<Integer Name='Bc'><pValue>Rb</pValue></Integer>"
         "<X Name='Rb'><pValue>Q</pValue></X><X Name='M'><pInvalidator>C</pInvalidator></X>";
     row("nothing depends on it", "<Integer Name='A'/>", "A", "A");
-    row("unknown name", "<Integer Name='A'/>", "Z", "Z");
     row("fixed list", "<Integer Name='A'/>", "AlgoRegionIndex",
         "AlgoRegionEnable AlgoRegionHeight AlgoRegionLeftX AlgoRegionLeftY AlgoRegionWidth "
         "PollingAlgoROIRegionIndex "
         "AlgoRegionIndex");
-    row("acquisition start", "<Integer Name='A'/>", "AcquisitionStart",
-        "AcquisitionStop AcquisitionStart");
-    row("packet size", "<Integer Name='A'/>", "GevSCPSPacketSize",
-        "GevSCPSPacketSize DeviceStreamChannelPacketSize");
     row("contrast brings the line source", "<Integer Name='A'/>", "ContrastEnable",
         "ContrastEnable LineSource");
     row("partner of a dependant", pair, "C", "A Bc C");
@@ -152,10 +140,6 @@ void tst_nodedependencymaps::dependants_data()
     row("selected features follow",
         "<Integer Name='S'><pSelected>T</pSelected><pSelected>U</pSelected></Integer>", "S",
         "T U S");
-    row("blanks around a reference",
-        "<Integer Name='A'><pValue> Ra </pValue></Integer><X Name='Ra'><pInvalidator>\n "
-        "C</pInvalidator></X>",
-        "C", "A C");
 }
 
 void tst_nodedependencymaps::dependants()
@@ -166,15 +150,6 @@ void tst_nodedependencymaps::dependants()
     QTEST(joined(description.maps.GetFeatureInvalidatorList(name)), "list");
 }
 
-void tst_nodedependencymaps::nearestStructInvalidatorFirst()
-{
-    const Description description(
-        "<StructReg Name='S'><pInvalidator>a</pInvalidator><pInvalidator>b</pInvalidator>"
-        "<StructEntry Name='E'/><pInvalidator>later</pInvalidator></StructReg>"
-        "<Integer Name='I'><pValue>E</pValue></Integer>");
-    QCOMPARE(joined(description.maps.invalidatorMap().value(QString("I"))), QString("b a"));
-}
-
 void tst_nodedependencymaps::polling_data()
 {
     QTest::addColumn<QByteArray>("children");
@@ -182,18 +157,12 @@ void tst_nodedependencymaps::polling_data()
     const auto row = [](const char *fault, const char *children, qint64 period) {
         QTest::newRow(fault) << QByteArray(children) << period;
     };
-    row("none", "", 0);
     row("down to the grid", "<PollingTime>120</PollingTime>", 100);
     row("half rounds up", "<PollingTime>125</PollingTime>", 150);
-    row("short period fires", "<PollingTime>1</PollingTime>", 50);
     row("longest period stays in range", "<PollingTime>9223372036854775807</PollingTime>",
         9223372036854775800);
     row("zero never fires", "<PollingTime>0</PollingTime>", 0);
-    row("below zero never fires", "<PollingTime>-100</PollingTime>", 0);
     row("no cache", "<Cachable>NoCache</Cachable>", 2000);
-    row("other cache modes are not polled", "<Cachable>WriteThrough</Cachable>", 0);
-    row("zero of a node without a cache",
-        "<Cachable>NoCache</Cachable><PollingTime>0</PollingTime>", 0);
     row("not a number ends the search", "<PollingTime>soon</PollingTime><pValue>R</pValue>", 0);
     row("register behind an empty period", "<PollingTime/><pValue>R</pValue>", 500);
 }
@@ -210,15 +179,6 @@ void tst_nodedependencymaps::polling()
         expected.insert(period, {"I"});
     }
     QCOMPARE(description.maps.pollingMap(), expected);
-}
-
-void tst_nodedependencymaps::noCacheThroughTwoLinks()
-{
-    const Description description(
-        "<Integer Name='A'><pValue>B</pValue></Integer><X Name='B'><pValue>C</pValue></X>"
-        "<X Name='C'><Cachable>NoCache</Cachable></X><Integer "
-        "Name='D'><pMin>C</pMin></Integer>");
-    QCOMPARE(joined(description.maps.noCacheList()), QString("A B C"));
 }
 
 void tst_nodedependencymaps::circlesEnd()
@@ -249,58 +209,6 @@ void tst_nodedependencymaps::hostileDescriptionsEnd()
                          "dependants stay unknown.");
     const Description description(xml);
     QVERIFY(description.maps.invalidatorMap().value("N0").contains("N2500"));
-}
-
-void tst_nodedependencymaps::stopDropsTheAnswer()
-{
-    NodeDependencyMaps maps;
-    const NodeDependencyMaps snapshot = maps;
-    maps.setStopRequested(true);
-    QVERIFY(maps.GetFeatureInvalidatorList("AcquisitionStart").isEmpty());
-    QVERIFY(snapshot.GetFeatureInvalidatorList("A").isEmpty());
-    QCOMPARE(maps.GetFeatureInvalidatorList(QString("AlgoRegionIndex")).last(),
-             QString("AlgoRegionIndex"));
-    maps.setStopRequested(false);
-    QCOMPARE(joined(snapshot.GetFeatureInvalidatorList(QString("A"))), QString("A"));
-}
-
-void tst_nodedependencymaps::copiesAreSnapshots()
-{
-    Description description(randomElements(3, 300).join());
-    const NodeDependencyMaps snapshot = description.maps;
-    const QString strName = "N150";
-    const QStringList expected = snapshot.GetFeatureInvalidatorList(strName);
-    QVector<QStringList> answers(4);
-    std::vector<std::thread> readers;
-    for (QStringList &answer : answers) {
-        readers.emplace_back([&answer, snapshot, strName] {
-            for (int nRound = 0; nRound < 200; ++nRound) {
-                answer = snapshot.GetFeatureInvalidatorList(strName);
-            }
-        });
-    }
-    description.maps.clear(); // the tree goes; the jobs keep theirs
-    for (std::thread &reader : readers) {
-        reader.join();
-    }
-    for (const QStringList &answer : qAsConst(answers)) {
-        QCOMPARE(answer, expected);
-    }
-    QVERIFY(description.maps.invalidatorMap().isEmpty());
-}
-
-void tst_nodedependencymaps::selectedAndLocked()
-{
-    const Description description(
-        "<Integer Name='S'><pSelected>T</pSelected><pSelected>U</pSelected></Integer>"
-        "<Integer Name='L'><pIsLocked/></Integer><Integer Name='T'/>");
-    QList<QString> out{"kept"};
-    QVERIFY(!description.maps.GetFeaturePSelectedList("T", out));
-    QCOMPARE(joined(out), QString("kept"));
-    QVERIFY(description.maps.GetFeaturePSelectedList("S", out));
-    QCOMPARE(joined(out), QString("T U"));
-    QCOMPARE(description.maps.pSelectedRecords().size(), 2);
-    QCOMPARE(joined(description.maps.lockedList()), QString("L")); // whatever the text is
 }
 
 QTEST_GUILESS_MAIN(tst_nodedependencymaps)
