@@ -6,7 +6,6 @@
 #include "tests/support/ModuleFixture.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTreeView>
@@ -38,12 +37,8 @@ private slots:
     void vanishedCameraGetsTheEmptyPage();
     void workersMakeNoTree();
     void removingTheCurrentCamera();
-    void clearLeavesAnEmptyPage();
     void expandStates();
-    void toolBarOnTheEmptyPage();
-    void elidedTabText();
     void enabledToolButtons();
-    void toolButtonsInOrder();
 };
 
 void tst_mainfeaturewidget::withoutTaskManager()
@@ -110,18 +105,6 @@ void tst_mainfeaturewidget::removingTheCurrentCamera()
     fixture.host().closeCamera(camera.id);
 }
 
-void tst_mainfeaturewidget::clearLeavesAnEmptyPage()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera first = fixture.open(areaCamera());
-    const ModuleFixture::Camera second = fixture.open(SimulatedDevices::builtIn("area-camera", 1));
-    fixture.mainWidget().clearFeatureTrees();
-    QCOMPARE(fixture.mainWidget().getAllFeatureTreesMap().keys(), QList<long int>({-1}));
-    QCOMPARE(fixture.mainWidget().getAllFeatureTreeStacked()->count(), 1);
-    fixture.host().closeCamera(first.id);
-    fixture.host().closeCamera(second.id);
-}
-
 void tst_mainfeaturewidget::expandStates()
 {
     ModuleFixture fixture;
@@ -149,24 +132,6 @@ void tst_mainfeaturewidget::expandStates()
     QVERIFY(!view->isExpanded(category));
 }
 
-void tst_mainfeaturewidget::toolBarOnTheEmptyPage()
-{
-    ModuleFixture fixture;
-    for (const int index : {0, 1, 2, 3, 4, 17}) {
-        fixture.mainWidget().OnToolBarBtnClicked(index); // a dialog would not return
-        QVERIFY2(!QApplication::activeModalWidget(), qPrintable(QString::number(index)));
-    }
-}
-
-void tst_mainfeaturewidget::elidedTabText()
-{
-    ModuleFixture fixture;
-    QCOMPARE(fixture.mainWidget().GetTabCutString(QStringLiteral("Tab")), QStringLiteral("Tab"));
-    const QString cut = fixture.mainWidget().GetTabCutString(QString(200, QLatin1Char('W')));
-    QVERIFY(cut.size() < 20 && cut.startsWith(QLatin1String("WW"))
-            && !cut.endsWith(QLatin1Char('W')));
-}
-
 void tst_mainfeaturewidget::enabledToolButtons()
 {
     ModuleFixture fixture;
@@ -190,28 +155,6 @@ void tst_mainfeaturewidget::enabledToolButtons()
     QCOMPARE(enabled(1, false), QString("RE---"));
     fixture.host().closeCamera(id);
     QCOMPARE(enabled(1, false), QString("-----"));
-}
-
-void tst_mainfeaturewidget::toolButtonsInOrder()
-{
-    VexaFeatureToolBar bar(nullptr);
-    bar.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bar));
-    QSignalSpy clicked(&bar, &VexaFeatureToolBar::SigToolBarBtnClicked);
-    QAbstractButton *refresh = bar.findChildren<QAbstractButton *>().first();
-    QList<QAbstractButton *> buttons = bar.findChildren<QAbstractButton *>();
-    std::sort(buttons.begin(), buttons.end(),
-              [](auto *left, auto *right) { return left->x() < right->x(); });
-    QList<int> ids;
-    for (QAbstractButton *button : qAsConst(buttons)) {
-        QTest::mouseClick(button, Qt::LeftButton);
-        ids.append(clicked.takeFirst().first().toInt());
-    }
-    QCOMPARE(ids, QList<int>({4, 0, 1, 2, 3}));
-    QVERIFY(!refresh->isEnabled()); // it pauses after a click
-    QTest::mouseClick(refresh, Qt::LeftButton);
-    QVERIFY(clicked.isEmpty());
-    QTRY_VERIFY(refresh->isEnabled());
 }
 
 QTEST_MAIN(tst_mainfeaturewidget)

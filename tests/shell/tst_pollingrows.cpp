@@ -66,7 +66,6 @@ private slots:
     void writesGoToTheSelectedSet_data();
     void writesGoToTheSelectedSet();
     void hostTakesItsRowsBackMeanwhile();
-    void rowsByName();
 
 private:
     void select(const char *node, quint32 value)
@@ -98,12 +97,9 @@ void tst_pollingrows::writesGoToTheSelectedSet_data()
         QTest::newRow(title) << QString(node) << QString(value) << set << sets << QString(touched);
     };
     row("text", "PollingParamName", "near", 2, 4, "0,2 near; 0,4 today");
-    row("focus marks the set", "PollingFocusPos", "120", 1, 4, "1,1 120 changed; 1,4 today");
     row("light of the segment", "PollingLightEnable", "1", 3, 4, "2,3 1; 2,4 today; 4,3  [2]1");
     row("action of the line", "PollingIOAction", "3", 1, 4, "3,1 3; 3,4 today; 5,1  [1]3");
-    row("no cell of the time", "PollingFocusPos", "9", 0, 1, "1,0 9 changed");
     row("table narrower than the sets", "PollingLightEnable", "1", 6, 4, "");
-    row("node without a row", "PollingGain", "1.50", 1, 4, "");
     row("camera without rows", "PollingGain", "1.50", 1, 0, "");
 }
 
@@ -149,22 +145,6 @@ void tst_pollingrows::hostTakesItsRowsBackMeanwhile()
         m_camera.tree->UpdatePollingValue(node, QStringLiteral("5"));
         QCOMPARE(changes, 1);
     }
-}
-
-void tst_pollingrows::rowsByName()
-{
-    VexaMainFeatureWidget &widget = m_pFixture->mainWidget();
-    HostTable table({"A", "B", "A"});
-    auto rows = table.m_rows;
-    rows.insert(-1, {});
-    rows.insert(9, {nullptr});
-    widget.SetPollingMap(99, rows);
-    QCOMPARE(widget.GetPollingMap(99).keys(), (QStringList{"A", "B"}));
-    QCOMPARE(widget.GetPollingMap(99).value("A"), table.m_rows.value(2));
-    widget.UpdatePollingValue(99, "A", "1", 1); // a camera that has gone
-    QCOMPARE(table.touched(), QString());
-    widget.DeletePollingMap(99);
-    QVERIFY(widget.GetPollingMap(99).isEmpty());
 }
 
 QTEST_MAIN(tst_pollingrows)
