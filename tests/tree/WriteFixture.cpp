@@ -39,10 +39,10 @@ void keepLine(QtMsgType type, const QMessageLogContext &context, const QString &
 
 } // namespace
 
-WriteFixture::WriteFixture(const QString &deviceId)
+WriteFixture::WriteFixture()
 {
     installLanguage(*qApp, QStringLiteral("ENG"));
-    m_camera = m_module.open(SimulatedDevices::builtIn(deviceId));
+    m_camera = m_module.open(SimulatedDevices::builtIn("code-reader"));
     ModuleFixture::waitForFirstUpdate(m_camera);
     s_nextHandler = qInstallMessageHandler(keepLine);
     qApp->installEventFilter(this);

@@ -20,9 +20,9 @@ namespace {
 class Observer : public VexaFeatureObserverable
 {
 public:
-    void notifyFeatureChanged(const QString &name, bool fromUiJson) override
+    void notifyFeatureChanged(const QString &name, bool) override
     {
-        m_heard.append(name + (fromUiJson ? " from page" : ""));
+        m_heard.append(name);
         if (m_pTree) {
             m_pTree->RemoveFeatureObserverable(this);
             m_pTree->RemoveFeatureObserverable(m_pOther);
@@ -50,8 +50,6 @@ private slots:
     void commands();
     void defaultsAreLoaded();
     void sourceDataFollows();
-    void whiteBalanceIsFreed();
-    void observersHear();
     void observerLeavesInTheMiddle();
 
 private:
@@ -75,17 +73,12 @@ void tst_afterwrite::tellsTheClient_data()
                         const QStringList &heard, const Values &before = {}) {
         QTest::newRow(tag) << before << QString(name) << value << heard;
     };
-    const QString list = "bus SigVexaEventUpdateDevListCtrl";
     const auto image = [](const char *state) {
         return QStringList{QStringLiteral("bus SigVexaEventTestImgNodeChanged %1").arg(state),
                            QStringLiteral("info strTestImageInfo %1").arg(state)};
     };
     row("plain node", "FocusStep", 30, {});
-    row("region is the dispatcher's", "AlgoRegionWidth", 128, {});
-    row("working mode", "AutoWorkReal", 0, {list});
-    row("locked address", "LockIPEnable", 1, {list});
-    row("forced address", "ForceIPEnable", 0, {list});
-    row("occupation", "PreventingIllegalOccupation", 1, {list});
+    row("working mode", "AutoWorkReal", 0, {"bus SigVexaEventUpdateDevListCtrl"});
     row("test pictures on", "UploadTestRawPictureEnable", 1, image("ftp_open"),
         {{"FtpProtocalEnable", 1}});
     row("test pattern on", "TestPattern", 20, image("test_open"));
@@ -225,8 +218,6 @@ void tst_afterwrite::sourceDataFollows()
         return QTest::qWaitFor(isHeard, protocol == 1 ? 300 : 5000) ? lines.join('/') : QString();
     };
     QVERIFY(!refreshed(1).contains("SourceData")); // has none
-    QVERIFY(refreshed(3).contains("SerialFormatSourceData"));
-    QVERIFY(refreshed(4).contains("ResSet_Ftp_FileName_SourceData"));
     const QString source = "UdpFormatSourceData";
     QVERIFY(refreshed(11).contains(source));
     // After the user's own write it is read at once: the entries follow the reading of codes.
@@ -240,46 +231,6 @@ void tst_afterwrite::sourceDataFollows()
     const int with = entries();
     fixture.edit("DMCode", 0);
     QCOMPARE(entries(), with - 1);
-}
-
-void tst_afterwrite::whiteBalanceIsFreed()
-{
-    WriteFixture &fixture = m_shared.get();
-    const char *const nodes[] = {"BalanceRatioSelector", "BalanceRatio"};
-    for (const int automatic : {2, 0}) {
-        for (const char *node : nodes) {
-            fixture.item(node)->setReadOnly(fixture.camera().id, true);
-        }
-        QVERIFY(fixture.setOnDevice("BalanceWhiteAuto", automatic));
-        fixture.tree().getFeatureValueFromCamera(fixture.item("BalanceWhiteAuto"));
-        fixture.tree().itemValueChanged(fixture.item("BalanceWhiteAuto"), false);
-        for (const char *node : nodes) {
-            QCOMPARE(fixture.item(node)->readOnly(), automatic != 0);
-        }
-    }
-}
-
-void tst_afterwrite::observersHear()
-{
-    m_shared.reset();
-    const QMap<QString, QStringList> devices{
-        {"code-reader", {"Gain from page", "Gain", "Gain", "Gain"}},
-        {"grabber-camera", {"Gain", "Gain"}}}; // tells of no values
-    for (auto device = devices.cbegin(); device != devices.cend(); ++device) {
-        Observer observer;
-        WriteFixture fixture(device.key());
-        VexaFeatureTree &tree = fixture.tree();
-        tree.AddFeatureObserverable(&observer);
-        tree.itemValueChanged(fixture.item("Gain"), true);
-        tree.itemValueChanged(fixture.item("Gain"), false);
-        tree.itemVisibleStateChanged(fixture.item("Gain"));
-        tree.itemReadOnlyChanged(fixture.item("Gain"), true);
-        tree.itemValueChanged(nullptr, false);
-        tree.itemVisibleStateChanged(nullptr);
-        tree.itemReadOnlyChanged(nullptr, false);
-        QCOMPARE(observer.m_heard, device.value());
-        tree.RemoveFeatureObserverable(&observer);
-    }
 }
 
 void tst_afterwrite::observerLeavesInTheMiddle()

@@ -1,14 +1,10 @@
-#include "ShellServicesModule/QLocalCfg.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/ItemLocks.h"
 #include "tests/support/ModuleFixture.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QMenu>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -16,18 +12,17 @@ namespace {
 constexpr quint64 VALUE_ADDRESS = 0x1000;
 constexpr quint64 LOCK_ADDRESS = 0x1004;
 
-/// "Shared" stands under three categories. The first category is empty, or it holds a feature for experts.
-QByteArray description(const QByteArray &inFirst = QByteArray())
+/// "Shared" stands under three categories. The first category is empty.
+QByteArray description()
 {
-    QByteArray xml = R"(<Category Name="Marks">FIRST</Category>
+    QByteArray xml = R"(<Category Name="Marks"/>
 <Category Name="One"><pFeature>Shared</pFeature><pFeature>Alone</pFeature></Category>
 <Category Name="Two"><pFeature>Shared</pFeature></Category>
 <Category Name="Three"><pFeature>Shared</pFeature></Category>
-<Integer Name="Own"><Visibility>Expert</Visibility><pValue>ValueReg</pValue></Integer>
 <Integer Name="Shared"><Description>Is shared.</Description><pIsLocked>LockReg</pIsLocked><pValue>ValueReg</pValue></Integer>
 <Integer Name="Alone"><pIsLocked>LockReg</pIsLocked><pValue>ValueReg</pValue></Integer>
 <IntReg Name="ValueReg"><Address>0x1000</Address>REST</IntReg><IntReg Name="LockReg"><Address>0x1004</Address>REST</IntReg>)";
-    xml.replace("FIRST", inFirst).replace("REST", R"(<Length>4</Length><AccessMode>RW</AccessMode>
+    xml.replace("REST", R"(<Length>4</Length><AccessMode>RW</AccessMode>
 <pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess>)");
     return descriptionOf({"Marks", "One", "Two", "Three"}, xml);
 }
@@ -48,17 +43,14 @@ private slots:
     void followsItsFeature_data();
     void followsItsFeature();
     void refusals();
-    void removingAllSparesTheDevicesOwnRows();
     void removedDuringAPass();
-    void addedDuringAnExport();
     void contextMenu();
-    void levelReachesEveryTree();
 
 private:
     struct Opened : ModuleFixture
     {
-        explicit Opened(const QByteArray &xml = description(), bool wait = true)
-            : camera(openDescription(xml))
+        explicit Opened(bool wait = true)
+            : camera(openDescription(description()))
             , tree(camera.tree)
             , view(tree->findChild<VexaFeatureTreeView *>())
         {
@@ -102,7 +94,6 @@ void tst_favourites::followsItsFeature_data()
     QTest::addColumn<bool>("byOriginal");
     QTest::newRow("single row") << 1 << 1 << false;
     QTest::newRow("first of the twins, which no update names") << 1 << 0 << false;
-    QTest::newRow("last of the twins") << 3 << 0 << false;
     QTest::newRow("middle twin, removed by its original") << 2 << 0 << true;
 }
 
@@ -160,23 +151,9 @@ void tst_favourites::refusals()
     f.tree->addFavoriteItem(f.row(1, 0)); // ends with its camera
 }
 
-void tst_favourites::removingAllSparesTheDevicesOwnRows()
-{
-    Opened f(description("<pFeature>Own</pFeature>"));
-    f.tree->findChild<QComboBox *>()->setCurrentIndex(2);
-    VexaPropertyTreeItem *marks = f.tree->rootItem()->child(0);
-    QTRY_VERIFY(f.isHidden(marks));
-    f.tree->addFavoriteItem(f.row(1, 1));
-    f.tree->addFavoriteItem(f.row(2, 0));
-    QVERIFY(f.marks() == 3 && !f.isHidden(marks));
-    f.tree->removeAllFavoriteItems();
-    QVERIFY(f.marks() == 1 && f.isHidden(marks));
-    QCOMPARE(f.row(0, 0), f.tree->propertyItemByName("Own"));
-}
-
 void tst_favourites::removedDuringAPass()
 {
-    Opened f(description(), false);
+    Opened f(false);
     // The first pass is cut short, and what it told of the favourite waits in the queue while the row goes.
     for (int turn = 1; turn <= 20; ++turn) {
         f.tree->addFavoriteItem(f.row(3, 0));
@@ -191,23 +168,6 @@ void tst_favourites::removedDuringAPass()
     }
     QVERIFY(ModuleFixture::waitForFirstUpdate(f.camera));
     QVERIFY(f.readsUntil([&] { return shownValue(f.row(1, 1)) == 20; }));
-}
-
-void tst_favourites::addedDuringAnExport()
-{
-    QByteArray xml = description();
-    xml.replace("<Port ",
-                "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0x2000</Address>"
-                "<Length>4</Length><pPort>Device</pPort></StringReg><Port ");
-    Opened f(xml);
-    const QTemporaryDir folder;
-    QSignalSpy ended(f.tree, &VexaFeatureTree::SigEndExportFeature);
-    f.camera.device.control->setLatency(20000);
-    f.tree->SaveCamFeatures(true, folder.filePath("bag"));
-    f.tree->addFavoriteItem(f.row(1, 1));
-    QVERIFY(f.marks() == 1 && ended.isEmpty());
-    f.camera.device.control->setLatency(0);
-    QVERIFY(ended.wait(30000) && ended.first().first().toBool());
 }
 
 void tst_favourites::contextMenu()
@@ -244,22 +204,6 @@ void tst_favourites::contextMenu()
         menu->close();
     }
     QVERIFY(f.tree->favoriteItemsMap().isEmpty());
-}
-
-void tst_favourites::levelReachesEveryTree()
-{
-    Opened f(description("<pFeature>Own</pFeature>"));
-    const ModuleFixture::Camera other = f.openDescription(f.camera.device.control->description());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(other));
-    for (int level : {2, 0, 1}) {
-        other.tree->findChild<QComboBox *>()->setCurrentIndex(level);
-        for (VexaFeatureTree *tree : f.mainWidget().getAllFeatureTreesMap()) {
-            QCOMPARE(tree->findChild<QComboBox *>()->currentData().toInt(), level);
-            const VexaPropertyTreeItem *own = tree->propertyItemByName("Own");
-            QTRY_VERIFY(!own || own->visible() == (level < 2));
-        }
-    }
-    f.close(other);
 }
 
 QTEST_MAIN(tst_favourites)

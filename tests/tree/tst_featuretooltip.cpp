@@ -46,7 +46,6 @@ private slots:
     void head();
     void tail();
     void entries();
-    void nothingWithoutFacts();
 };
 
 void tst_featuretooltip::head_data()
@@ -63,10 +62,6 @@ void tst_featuretooltip::head_data()
                              << expected;
     };
     row("no name space is Standard", plain, "", "", "ENG", "Name Space: Standard");
-    row("own name space", "<Command NameSpace='Custom'/>", "", "", "ENG", "Name Space: Custom");
-    row("type is the tag", plain, "", "", "ENG", "Type: Command");
-    row("streamable as given", "<Command><Streamable>Yes</Streamable></Command>", "", "", "ENG",
-        "Streamable: Yes");
     row("visibility of the node", "<Command><Visibility>Expert</Visibility></Command>", "", "",
         "ENG", "Visibility: Expert");
     row("double quotes become single", plain, "a \"b\" c", "", "ENG", "a 'b' c");
@@ -74,9 +69,7 @@ void tst_featuretooltip::head_data()
     row("a text full of placeholders stays text", plain,
         QByteArray("%8").repeated(70000).constData(), "", "ENG", "%8%8");
     row("markup stays text", plain, "x < y & z", "", "ENG", "x < y & z");
-    row("English keeps the English text", plain, "Text", "文本", "ENG", "Text");
     row("Chinese shows the translation", plain, "", "文本", "CH", "文本");
-    row("Chinese without a translation", plain, "Text", "", "CH", "Text");
     row("Chinese title is the translated name", plain, "Text", "", "CH", "增益");
 }
 
@@ -138,18 +131,6 @@ void tst_featuretooltip::entries()
         QVERIFY2(text.contains(part), qPrintable(text));
     }
     QVERIFY(!text.contains("Something else") && !text.contains("Hidden"));
-}
-
-void tst_featuretooltip::nothingWithoutFacts()
-{
-    const CTreeItemValue value;
-    const NodeFacts facts = factsOf("<Command Name='Gain'/>");
-    FeatureToolTipSource source;
-    source.value = &value;
-    QVERIFY(FeatureToolTip::CreateToolTip(source, "ENG").isEmpty());
-    source.value = nullptr;
-    source.facts = &facts;
-    QVERIFY(FeatureToolTip::CreateToolTip(source, "ENG").isEmpty());
 }
 
 QTEST_MAIN(tst_featuretooltip)

@@ -1,7 +1,5 @@
-#include "ControlKit/CustomLoadingDialog.h"
 #include "ControlKit/CustomMessageBox.h"
 #include "DeviceTaskModule/VexaFeatureObserverable.h"
-#include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/VexaListenTools.h"
 #include "model/CTreeItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
@@ -35,15 +33,11 @@ class tst_featuretree : public QObject
     Q_OBJECT
 private slots:
     void opensOnceRestartsAndCloses();
-    void openWithoutTaskStaysEmpty();
     void stopWaitsForOneAccessOnly();
-    void vanishedDeviceWhileUpdating();
     void boxes();
     void removedByItsOwnSignal();
     void releaseTwice();
     void refreshNodeEvent();
-    void languageChange();
-    void openAndCloseManyTimes();
 };
 
 void tst_featuretree::opensOnceRestartsAndCloses()
@@ -82,18 +76,6 @@ void tst_featuretree::opensOnceRestartsAndCloses()
     QVERIFY(stays.m_released.size() == 1 && leaves.m_released.isEmpty());
 }
 
-void tst_featuretree::openWithoutTaskStaysEmpty()
-{
-    ModuleFixture fixture;
-    const auto device = areaCamera();
-    const long int id = fixture.host().openCamera(*device.source).cameraId;
-    VexaFeatureTree *tree = fixture.mainWidget().featureTree(id, true);
-    fixture.host().closeCamera(id);
-    tree->OnCameraOpen(4);
-    QVERIFY(tree->AllTreeItemsMap().isEmpty());
-    QVERIFY(!CustomLoadingDialog::isLoading(1));
-}
-
 void tst_featuretree::stopWaitsForOneAccessOnly()
 {
     ModuleFixture fixture;
@@ -112,16 +94,6 @@ void tst_featuretree::stopWaitsForOneAccessOnly()
     device.control->setLatency(0);
 }
 
-void tst_featuretree::vanishedDeviceWhileUpdating()
-{
-    ModuleFixture fixture;
-    const auto device = areaCamera();
-    device.control->setLatency(50);
-    const ModuleFixture::Camera camera = fixture.open(device);
-    device.control->vanish();
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-}
-
 void tst_featuretree::boxes()
 {
     ModuleFixture fixture;
@@ -137,12 +109,6 @@ void tst_featuretree::boxes()
     fixture.close(camera);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!box);
-
-    const ModuleFixture::Camera going = fixture.open(areaCamera());
-    going.tree->readyForDelete();
-    QTest::ignoreMessage(QtInfoMsg, "ready for delete");
-    going.tree->ShowMessage(nullptr, "title", "text", QString(), 3, true);
-    QVERIFY(going.tree->findChildren<CustomMessageBox *>().isEmpty());
 }
 
 void tst_featuretree::removedByItsOwnSignal()
@@ -187,43 +153,6 @@ void tst_featuretree::refreshNodeEvent()
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &node);
     QTRY_COMPARE(item->value()->value().toLongLong(), 16LL);
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, nullptr);
-}
-
-void tst_featuretree::languageChange()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const CTreeItemValue *width = camera.tree->propertyItemByName("Width")->value();
-    QVERIFY(!width->m_strTranslateName.isEmpty());
-    QString name = "Width";
-    const auto shownName = [&] {
-        camera.tree->JumpToFeature(name);
-        const QModelIndex current = camera.tree->findChild<QTreeView *>()->currentIndex();
-        return current.siblingAtColumn(0).data().toString();
-    };
-    QLocalCfg::Instance()->m_strPropertyLan = "ENG";
-    QCOMPARE(shownName(), width->displayName());
-    QLocalCfg::Instance()->m_strPropertyLan = "CH";
-    QCOMPARE(shownName(), width->m_strTranslateName);
-    const QString pane = camera.tree->findChild<QTextEdit *>()->toPlainText();
-    QVERIFY2(pane.contains(width->m_strTranslateName), qPrintable(pane));
-}
-
-void tst_featuretree::openAndCloseManyTimes()
-{
-    ModuleFixture fixture;
-    const auto device = areaCamera();
-    int before = 0;
-    for (int turn = 0; turn < 6; ++turn) {
-        const ModuleFixture::Camera camera = fixture.open(device);
-        QVERIFY(camera.id != -1);
-        fixture.close(camera); // in the middle of the first update
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        const int widgets = QApplication::allWidgets().size();
-        before = turn == 0 ? widgets : before;
-        QCOMPARE(widgets, before);
-    }
 }
 
 QTEST_MAIN(tst_featuretree)

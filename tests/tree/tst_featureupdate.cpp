@@ -1,17 +1,14 @@
 #include "ShellServicesModule/QLocalCfg.h"
 #include "model/CTreeEnumationItemValue.h"
-#include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tests/support/ModuleFixture.h"
-#include "tree/FeatureUpdate.h"
 #include "tree/QGetFeaturesThread.h"
 
 #include <QtTest>
 
 namespace {
 
-constexpr int EVERYTHING = QGetFeaturesThread::UPDATE_EVERYTHING;
 constexpr quint64 VALUE = 0x100;
 constexpr quint64 ONE = 0x104; // reads 1
 constexpr quint64 BROKEN = 0x108; // fails
@@ -57,7 +54,10 @@ struct Opened : ModuleFixture
     {
         return camera.tree->propertyItemByName(name);
     }
-    void update(int what) const { camera.tree->updateFeature(item(), what); }
+    void update() const
+    {
+        camera.tree->updateFeature(item(), QGetFeaturesThread::UPDATE_EVERYTHING);
+    }
 
     decltype(SimulatedDevices::Simulated::control) control;
     Camera camera;
@@ -74,31 +74,12 @@ class tst_featureupdate : public QObject
 {
     Q_OBJECT
 private slots:
-    void visibleAtLevel();
     void access();
     void emptyRange();
     void enumerationEntries();
-    void hiddenValueIsSpared();
     void failedReadKeepsTheValue();
     void unreachableDeviceChangesNothing();
-    void frameRatesReachTheTask();
-    void pointerNodesAreReadOnceAnUpdate();
 };
-
-void tst_featureupdate::visibleAtLevel()
-{
-    // 0 guru, 1 expert, 2 beginner, 3 unknown
-    const QMap<QString, QString> levels{{"", "0123"},  {"Beginner", "012"}, {"Expert", "01"},
-                                        {"Guru", "0"}, {"Invisible", ""},   {"Wizard", ""}};
-    for (auto row = levels.cbegin(); row != levels.cend(); ++row) {
-        QString shown;
-        for (int level = 0; level <= 3; ++level) {
-            shown += FeatureUpdate::IsVisibleAtLevel(row.key(), level) ? QString::number(level)
-                                                                       : QString();
-        }
-        QCOMPARE(row.key() + shown, row.key() + row.value());
-    }
-}
 
 void tst_featureupdate::access()
 {
@@ -163,19 +144,10 @@ void tst_featureupdate::enumerationEntries()
     QCOMPARE(value->getAllEnumationMap().keys(), QList<qint64>({-2, 0, 6, 16}));
     QCOMPARE(value->displayValue(), QString("A Name"));
     f.poke(VALUE, -2);
-    f.update(EVERYTHING);
+    f.update();
     QCOMPARE(value->displayValue(), QString("Below"));
     QVERIFY(f.camera.tree->rereadFeatureValue(f.item(), false));
     QCOMPARE(value->displayValue(), QString("Below"));
-}
-
-void tst_featureupdate::hiddenValueIsSpared()
-{
-    const Opened f({"Feature"}, feature("<Visibility>Guru</Visibility>"));
-    f.update(QGetFeaturesThread::UPDATE_REFRESH);
-    QVERIFY(f.control->accessLog().isEmpty());
-    f.update(EVERYTHING);
-    QVERIFY(!f.control->accessLog().isEmpty());
 }
 
 void tst_featureupdate::failedReadKeepsTheValue()
@@ -186,10 +158,10 @@ void tst_featureupdate::failedReadKeepsTheValue()
     QVERIFY(!f.item("Unread")->isValueCached() && f.item()->isValueCached());
     f.control->setFailing(VALUE, 10);
     f.poke(VALUE, 6);
-    f.update(EVERYTHING);
+    f.update();
     QCOMPARE(f.item()->value()->value().toLongLong(), 5LL);
     f.control->setFailing(VALUE, 0);
-    f.update(EVERYTHING);
+    f.update();
     QCOMPARE(f.item()->value()->value().toLongLong(), 6LL);
 }
 
@@ -200,38 +172,8 @@ void tst_featureupdate::unreachableDeviceChangesNothing()
         QVERIFY(f.item()->visible() && !f.item()->readOnly());
         QCOMPARE(f.item()->value()->value().toLongLong(), 5LL);
         f.control->vanish();
-        f.update(EVERYTHING);
+        f.update();
     }
-}
-
-void tst_featureupdate::frameRatesReachTheTask()
-{
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(SimulatedDevices::builtIn("area-camera"));
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const auto *rate = dynamic_cast<CTreeFloatItemValue *>(
-        camera.tree->propertyItemByName("AcquisitionFrameRate")->value());
-    QVERIFY(rate && rate->m_fValue > 0.0F);
-    QCOMPARE(taskOf(camera)->m_fAcquisitionFrameRate.load(), rate->m_fValue);
-}
-
-void tst_featureupdate::pointerNodesAreReadOnceAnUpdate()
-{
-    QByteArray entries;
-    for (int i = 0; i < 20; ++i) {
-        const QByteArray number = QByteArray::number(i);
-        entries += "<EnumEntry Name='E" + number + "'><pIsAvailable>One</pIsAvailable><Value>"
-            + number + "</Value></EnumEntry>";
-    }
-    const Opened f({"Feature"},
-                   "<Enumeration Name='Feature'>" + entries
-                       + "<pValue>ValueReg</pValue></Enumeration>");
-    // Visibility and access only: the entries are read for the two tool tips.
-    f.update(QGetFeaturesThread::UPDATE_VISIBILITY | QGetFeaturesThread::UPDATE_ACCESS);
-    const QVector<SimulatorAccess> log = f.control->accessLog();
-    QCOMPARE(std::count_if(log.cbegin(), log.cend(),
-                           [](const SimulatorAccess &access) { return access.address == ONE; }),
-             1);
 }
 
 QTEST_MAIN(tst_featureupdate)

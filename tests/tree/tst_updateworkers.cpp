@@ -1,13 +1,11 @@
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QVexaEventBus.h"
-#include "model/CTreeIntergerItemValue.h"
-#include "model/IVexaFeatureNotify.h"
+#include "model/CTreeItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tests/support/ModuleFixture.h"
 #include "tree/QGetFeaturesThread.h"
 
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -15,18 +13,7 @@
 
 namespace {
 
-constexpr quint64 LOCK = 0x100;
 constexpr quint64 FIRST_VALUE = 0x1000; // then four bytes each
-
-/// Counts what items tell; items call it on workers.
-class CountingView : public IVexaFeatureNotify
-{
-public:
-    void itemDataChanged(long, VexaPropertyTreeItem *, int, bool, bool) override { ++m_nTold; }
-    void itemVisibleChanged(long, VexaPropertyTreeItem *, bool) override { ++m_nTold; }
-    void itemReadOnlyChanged(long, VexaPropertyTreeItem *, bool) override { ++m_nTold; }
-    std::atomic<int> m_nTold{0};
-};
 
 QByteArray intReg(const QByteArray &name, quint64 address)
 {
@@ -36,13 +23,13 @@ QByteArray intReg(const QByteArray &name, quint64 address)
 }
 
 /// Features "Feature0000" and so on, each over a register of its own.
-QByteArray manyFeatures(int count, QStringList &names, const QByteArray &children = "")
+QByteArray manyFeatures(int count, QStringList &names)
 {
     QByteArray elements;
     for (int i = 0; i < count; ++i) {
         const QByteArray number = QByteArray::number(i).rightJustified(4, '0');
         names.append("Feature" + number);
-        elements += "<Integer Name='Feature" + number + "'>" + children + "<pValue>Reg" + number
+        elements += "<Integer Name='Feature" + number + "'><pValue>Reg" + number
             + "</pValue></Integer>" + intReg("Reg" + number, FIRST_VALUE + 4 * quint64(i));
     }
     return elements;
@@ -75,17 +62,6 @@ struct Opened : ModuleFixture
                 return access.address == address;
             }));
     }
-    /// Reads everything, asked for so often at once; false when the pass does not end.
-    bool pass(int times = 1) const
-    {
-        control.clearAccessLog();
-        QSignalSpy ended(tree.findChildren<QGetFeaturesThread *>().value(2),
-                         &QGetFeaturesThread::sigThreadEnd);
-        while (times-- > 0) {
-            tree.UpdateFeatures(FEATURES_UPDATE_ALL, {}, QGetFeaturesThread::UPDATE_EVERYTHING);
-        }
-        return !ended.isEmpty() || ended.wait(20000);
-    }
     const Camera camera;
     SimulatorControl &control;
     VexaFeatureTree &tree;
@@ -110,13 +86,10 @@ class tst_updateworkers : public QObject
     Q_OBJECT
 private slots:
     void firstUpdateIsToldOnce();
-    void secondFullUpdateIsRefused();
-    void quietDeviceTellsNobody();
     void levelChangeShowsExactlyTheRows();
     void lockedNodesFollowGrabbing();
     void changedNodesAreReadAfterTheBurst();
     void pollingReadsItsTableOnly();
-    void sharedLock();
 };
 
 void tst_updateworkers::firstUpdateIsToldOnce()
@@ -135,40 +108,6 @@ void tst_updateworkers::firstUpdateIsToldOnce()
     QCOMPARE(first.count(), 1);
     QCOMPARE(bus.count(), 1);
     QCOMPARE(bus.first().first().value<long>(), camera.id);
-}
-
-void tst_updateworkers::secondFullUpdateIsRefused()
-{
-    QStringList names;
-    const QByteArray elements = manyFeatures(100, names);
-    const Opened f(descriptionOf(names, elements));
-    QVERIFY(f.pass(3));
-    QCoreApplication::processEvents();
-    QCOMPARE(f.readsOf(FIRST_VALUE + 4 * 99), 1);
-}
-
-void tst_updateworkers::quietDeviceTellsNobody()
-{
-    CountingView view;
-    QStringList names;
-    const QByteArray elements = manyFeatures(200, names);
-    const Opened f(descriptionOf(names, elements));
-    // Every editor takes over what the first pass brought.
-    f.tree.notifyEditorUpdate();
-    const QMap<QString, VexaPropertyTreeItem *> items = f.tree.AllTreeItemsMap();
-    QTRY_VERIFY(std::all_of(items.cbegin(), items.cend(), [](VexaPropertyTreeItem *item) {
-        item->updateLock();
-        const bool caughtUp = item->value()->m_strCurrentStatus
-            == item->value()->createCurrentStauts(item->readOnly());
-        item->updateUnlock();
-        return caughtUp;
-    }));
-    for (VexaPropertyTreeItem *item : items) {
-        item->registerView(&view);
-        f.tree.updateFeature(item, QGetFeaturesThread::UPDATE_EVERYTHING);
-        item->removeView(&view);
-    }
-    QCOMPARE(view.m_nTold.load(), 0);
 }
 
 void tst_updateworkers::levelChangeShowsExactlyTheRows()
@@ -238,30 +177,6 @@ void tst_updateworkers::pollingReadsItsTableOnly()
     f.poke(FIRST_VALUE + 4 * 7, 7);
     QTRY_COMPARE(f.shown(names.at(7)), 7LL);
     QCOMPARE(f.readsOf(FIRST_VALUE + 4 * 7), f.control.accessLog().size());
-}
-
-/// The lock of hundreds of features is read a handful of times a pass, and the next pass sees its change.
-void tst_updateworkers::sharedLock()
-{
-    QStringList names;
-    const QByteArray elements = manyFeatures(300, names, "<pIsLocked>Lock</pIsLocked>");
-    const Opened f(
-        descriptionOf(names, elements + intReg("LockReg", LOCK) + R"(<IntSwissKnife Name="Lock">
-<pVariable Name="L">LockReg</pVariable><Formula>L = 1</Formula></IntSwissKnife>)"));
-    for (int turn = 0; turn < 6; ++turn) {
-        const bool isLocked = turn % 2 == 0;
-        f.poke(LOCK, isLocked);
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(f.pass());
-        // A slow machine takes longer than anything is held.
-        const qint64 most = 5 + timer.elapsed() / 40;
-        const int reads = f.readsOf(LOCK);
-        QVERIFY2(reads >= 1 && reads <= most, qPrintable(QString::number(reads)));
-        for (const QString &name : qAsConst(names)) {
-            QCOMPARE(f.tree.propertyItemByName(name)->readOnly(), isLocked);
-        }
-    }
 }
 
 QTEST_MAIN(tst_updateworkers)
