@@ -1,4 +1,3 @@
-#include "ControlKit/CustomCheckBox.h"
 #include "ControlKit/CustomLoadingDialog.h"
 #include "ControlKit/CustomMessageBox.h"
 #include "host/controlkit/CustomStyle.h"
@@ -48,21 +47,6 @@ QWidget *loadingPanel(const QString &text)
     return nullptr;
 }
 
-void drag(QWidget *widget, const QPoint &from, const QPoint &by)
-{
-    const auto send = [widget](QEvent::Type type, const QPoint &position, const QPoint &global,
-                               Qt::MouseButtons held) {
-        QMouseEvent event(type, position, global,
-                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(widget, &event);
-    };
-    const QPoint global = widget->mapToGlobal(from);
-    send(QEvent::MouseButtonPress, from, global, Qt::LeftButton);
-    send(QEvent::MouseMove, widget->mapFromGlobal(global + by), global + by, Qt::LeftButton);
-    send(QEvent::MouseButtonRelease, widget->mapFromGlobal(global + by), global + by, Qt::NoButton);
-}
-
 } // namespace
 
 class tst_KitDialogs : public QObject
@@ -72,14 +56,10 @@ private slots:
     void initTestCase();
     void answer_data();
     void answer();
-    void checkBox();
     void parentDestroyedMeanwhile();
     void content_data();
     void content();
     void languageChange();
-    void stretch_data();
-    void stretch();
-    void titleBarDrags();
     void loadingByKey();
     void loadingOutlivesItsWindow();
 
@@ -139,22 +119,6 @@ void tst_KitDialogs::answer()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void tst_KitDialogs::checkBox()
-{
-    bool checked = true;
-    whenOpen([](CustomMessageBox *box) {
-        auto *const check = box->findChild<CustomCheckBox *>();
-        QVERIFY(check->isVisible() && check->isChecked());
-        QCOMPARE(check->text(), QStringLiteral("Again"));
-        check->setChecked(false);
-        box->accept();
-    });
-    QCOMPARE(CustomMessageBox::ask(nullptr, QStringLiteral("Sure?"), QString(), 3,
-                                   QStringLiteral("Again"), &checked),
-             1);
-    QVERIFY(!checked);
-}
-
 void tst_KitDialogs::parentDestroyedMeanwhile()
 {
     auto *const parent = new QWidget;
@@ -168,11 +132,7 @@ void tst_KitDialogs::content_data()
     QTest::addColumn<QString>("shown");
     QTest::newRow("markup") << "<b>bold</b> text"
                             << "bold text";
-    QTest::newRow("line ends") << "failed\r\n0x90006104"
-                               << "failed\n0x90006104";
     QTest::newRow("word wider than the box") << QString(3000, 'x') << QString(3000, 'x');
-    QTest::newRow("more than a screen")
-        << QString("line\n").repeated(500) << QString("line\n").repeated(500);
 }
 
 void tst_KitDialogs::content()
@@ -206,47 +166,6 @@ void tst_KitDialogs::languageChange()
     QCoreApplication::removeTranslator(&translator);
     QCOMPARE(boxTexts, QStringList({"CH lang_controlkit_no", "CH lang_controlkit_yes"}));
     QCOMPARE(windowTexts, QStringList({"CH lang_controlkit_cancel", "CH lang_controlkit_ok"}));
-}
-
-void tst_KitDialogs::stretch_data()
-{
-    QTest::addColumn<int>("edges");
-    QTest::addColumn<QPoint>("hold"); // of a window of 400 by 300
-    QTest::addColumn<QSize>("size"); // after a drag by (30, 20)
-    const int all = 203;
-    QTest::newRow("bottom right corner") << all << QPoint(398, 298) << QSize(430, 320);
-    QTest::newRow("left") << all << QPoint(1, 150) << QSize(370, 300);
-    QTest::newRow("top is not among them") << all << QPoint(200, 0) << QSize(400, 300);
-    QTest::newRow("top") << 4 << QPoint(200, 0) << QSize(400, 280);
-    QTest::newRow("fixed size is resized") << 0 << QPoint(398, 150) << QSize(400, 300);
-}
-
-void tst_KitDialogs::stretch()
-{
-    QFETCH(int, edges);
-    QFETCH(QPoint, hold);
-    CustomMainWindow window;
-    window.cSetStrechEdges(edges);
-    window.setGeometry(100, 100, 400, 300);
-    window.show();
-    drag(&window, hold, QPoint(30, 20));
-    QTEST(window.size(), "size");
-    // A later move without the button must not go on resizing.
-    const QSize after = window.size();
-    QMouseEvent move(QEvent::MouseMove, QPointF(10, 150), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(&window, &move);
-    QCOMPARE(window.size(), after);
-}
-
-void tst_KitDialogs::titleBarDrags()
-{
-    CustomMainWindow window;
-    window.setGeometry(100, 100, 400, 300);
-    window.show();
-    const QPoint start = window.pos();
-    drag(window.cTitleBar(), QPoint(40, 10), QPoint(25, 35));
-    QCOMPARE(window.pos(), start + QPoint(25, 35));
 }
 
 void tst_KitDialogs::loadingByKey()
