@@ -3,9 +3,6 @@
 #include "tests/workbench/WorkbenchProcess.h"
 
 #include <QImage>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QtTest>
 
@@ -20,11 +17,6 @@ const char *const LEVEL_REGISTER =
     "<Integer Name=\"Level\"><DisplayName>Level</DisplayName><pValue>LevelReg</pValue></Integer>\n"
     "<Command Name=\"Reset\"><pValue>LevelReg</pValue><CommandValue>1</CommandValue></Command>\n";
 
-QJsonArray parsed(const QByteArray &json)
-{
-    return QJsonDocument::fromJson(json).array();
-}
-
 } // namespace
 
 /// The program as a script uses it: options, exit codes, what is printed where, what bad input gets.
@@ -34,17 +26,14 @@ class WorkbenchCliTest : public QObject
 private slots:
     void wrongUsage_data();
     void wrongUsage();
-    void informs();
     void describedDevice_data();
     void describedDevice();
-    void descriptionWithoutRoot();
     void failures_data();
     void failures();
     void addressesOfNobody();
     void lint();
     void picture();
     void filesThereAndBack();
-    void languageAndLevelReachTheDump();
     void headlessRunLeavesSettingsAlone();
     void terminationSignalEndsCleanly();
 
@@ -61,24 +50,14 @@ void WorkbenchCliTest::wrongUsage_data()
     };
     row("unknown option taken for a device", "--devcie x", "devcie");
     row("stray argument ignored", "area-camera", "'area-camera'");
-    row("value missing at the end", "--device", "device");
     row("empty value taken for not given", "--dump=", "needs a value");
     row("level above the table", "--user-level 3", "'3'");
     row("level that is no number read as 0", "--user-level guru", "'guru'");
-    row("language by another name", "--language eng", "ENG or CH");
-    row("pattern that does not exist", "--description x --memory-pattern random", "zero or ugly");
-    row("pattern without effect", "--memory-pattern ugly", "--description");
     row("first of two dumps lost", "--dump a --dump b", "once");
     row("dump of which device", "--device area-camera --gige 127.0.0.77 --dump -", "one device");
     row("write without a value", "--write Width", "'Width'");
-    row("write without a name", "--write =3", "NAME=VALUE");
-    row("write to which device", "--device area-camera --device area-camera --write Width=640",
-        "one device");
-    row("files of which device", "--device area-camera --device code-reader --files", "one device");
-    row("answer to no question", "--yes", "--write");
     row("two jobs mixed on stdout", "--dump - --read Width", "standard output");
     row("target of a file left out", "--device code-reader --get-file MultiROI", "NAME FILE");
-    row("two descriptions checked, one reported", "--lint a.xml --lint b.xml", "once");
 }
 
 void WorkbenchCliTest::wrongUsage()
@@ -90,20 +69,6 @@ void WorkbenchCliTest::wrongUsage()
     QCOMPARE(result.exitCode, 2);
     QVERIFY2(result.err.contains(reason), result.err.constData());
     QCOMPARE(result.out, QByteArray());
-}
-
-void WorkbenchCliTest::informs()
-{
-    const QMap<QString, QByteArray> texts{{"--list", "area-camera\tGigE\t"},
-                                          {"--help", "--screenshot <FILE.png>"},
-                                          {"--version", "vexa-workbench 1."}};
-    for (auto text = texts.cbegin(); text != texts.cend(); ++text) {
-        const WorkbenchProcess::Result result = m_workbench.run({text.key()});
-        QVERIFY(result.ended);
-        QCOMPARE(result.exitCode, 0);
-        QVERIFY2(result.out.contains(*text), result.out.constData());
-        QCOMPARE(result.err, QByteArray());
-    }
 }
 
 void WorkbenchCliTest::describedDevice_data()
@@ -138,19 +103,6 @@ void WorkbenchCliTest::describedDevice()
     QCOMPARE(result.err.contains(arguments.section(' ', -1).toUtf8()), out.isEmpty());
 }
 
-void WorkbenchCliTest::descriptionWithoutRoot()
-{
-    QByteArray xml = workbenchDescription({"Level"}, LEVEL_REGISTER);
-    xml.replace("Category Name=\"Root\"", "Category Name=\"Other\"");
-    const WorkbenchProcess::Result result =
-        m_workbench.run({"--description", m_workbench.write("noroot.xml", xml), "--dump", "-"});
-    QVERIFY(result.ended);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY(QJsonDocument::fromJson(result.out).isArray());
-    QCOMPARE(parsed(result.out).size(), 0);
-    QCOMPARE(result.err.count("\"Root\""), 1);
-}
-
 void WorkbenchCliTest::failures_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -164,18 +116,12 @@ void WorkbenchCliTest::failures_data()
     const QString broken = m_workbench.write("broken.xml", good.left(good.size() / 2));
     const QString large = m_workbench.write("large.xml", good + QByteArray(64 * 1024 * 1024, ' '));
     row("half a description dumped", {"--description", broken, "--dump", "-"}, "broken: ");
-    row("half a description waited for", {"--description", broken, "--screenshot", never},
-        "broken: ");
     row("description over 64 MiB", {"--description", large, "--dump", "-"}, "at most 67108864");
-    row("description that is a folder", {"--description", "/tmp", "--dump", "-"}, "/tmp");
     row("description that is not there", {"--description", "/nonexistent/x.xml", "--dump", "-"},
         "x.xml");
-    row("check of a file that is not there", {"--lint", "/nonexistent/x.xml"}, "x.xml");
     row("dump into a missing folder", {"--dump", "/nonexistent/dump.json"}, "dump.json");
-    row("picture into a missing folder", {"--screenshot", "/nonexistent/window.png"}, "window.png");
     row("device that is not there", {"--device", "no-such-camera", "--dump", "-"},
         "no-such-camera");
-    row("device number below one", {"--device", "area-camera#0", "--dump", "-"}, "area-camera#0");
     row("second opening of one device",
         {"--gige", "127.0.0.77", "--gige", " 127.0.0.77", "--screenshot", never},
         "'127.0.0.77' was asked for twice");
@@ -184,10 +130,6 @@ void WorkbenchCliTest::failures_data()
         "'nowhere' is not the IPv4 address");
     row("computer without a camera waited for", {"--gige", "127.0.0.77", "--screenshot", never},
         "no GigE Vision device");
-    row("device that is not plugged in", {"--usb", "no-such-device", "--screenshot", never},
-        "no USB3 Vision device");
-    row("file that the device has not", {"--device", "code-reader", "--get-file", "NoFile", never},
-        "'NoFile' was not copied");
     row("file that only reads", {"--device", "code-reader", "--put-file", "License Notice", source},
         "Failure");
     row("source that is not there", {"--device", "code-reader", "--put-file", "MultiROI", never},
@@ -273,24 +215,6 @@ void WorkbenchCliTest::filesThereAndBack()
     QVERIFY(back.open(QIODevice::ReadOnly));
     QVERIFY(back.readAll() == bytes);
     QVERIFY(QFileInfo(m_workbench.path("licence.txt")).size() > 1000);
-}
-
-void WorkbenchCliTest::languageAndLevelReachTheDump()
-{
-    const auto visibleCount = [this](const QString &level) {
-        const WorkbenchProcess::Result result = m_workbench.run(
-            {"--device", "area-camera", "--language", "CH", "--user-level", level, "--dump", "-"});
-        int visible = 0;
-        for (const QJsonValue &item : parsed(result.out)) {
-            visible += item["visible"].toBool() && item["itemType"].toInt() == 2 ? 1 : 0;
-        }
-        return visible;
-    };
-    const int beginner = visibleCount("2");
-    const int expert = visibleCount("1");
-    const int guru = visibleCount("0");
-    QVERIFY2(0 < beginner && beginner < expert && expert < guru,
-             qPrintable(QStringLiteral("%1 %2 %3").arg(beginner).arg(expert).arg(guru)));
 }
 
 void WorkbenchCliTest::headlessRunLeavesSettingsAlone()

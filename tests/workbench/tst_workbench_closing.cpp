@@ -6,45 +6,25 @@
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
-#include <QDir>
 #include <QScopeGuard>
 #include <QtTest>
 
-#include <algorithm>
 #include <atomic>
 #include <memory>
 
-/// Cameras closed at any moment, and very often.
+/// Cameras closed at any moment.
 class WorkbenchClosingTest : public QObject
 {
     Q_OBJECT
 private slots:
     void closesAtOnce_data();
     void closesAtOnce();
-    void twoDevicesManyTimes();
 };
 
 namespace {
 
 const QString FIRST = WindowFixture::FIRST;
-const QString SECOND = WindowFixture::SECOND;
 constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
-
-constexpr int ROUNDS = 12;
-
-/// QTRY_VERIFY looks every 50 ms, which is most of the time of a quick round.
-template<class Condition>
-bool becomes(Condition &&condition)
-{
-    return QTest::qWaitFor(condition, LONG_WAIT);
-}
-
-int threadCount()
-{
-    return QDir(QStringLiteral("/proc/self/task"))
-        .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
-        .size();
-}
 
 enum class Moment { AtRest, AccessHangs, NotResponding, Lost, Reopening, Starting };
 
@@ -126,38 +106,6 @@ void WorkbenchClosingTest::closesAtOnce()
     fixture.openAndWait(FIRST);
     QCOMPARE(fixture.stateText(FIRST), QString("Open"));
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 1U);
-}
-
-void WorkbenchClosingTest::twoDevicesManyTimes()
-{
-    WindowFixture fixture;
-    int threads = 0;
-    for (int round = 0; round < ROUNDS; ++round) {
-        fixture.forgetUpdates();
-        for (const QString &id : {FIRST, SECOND}) {
-            fixture.select(id);
-            fixture.click("OpenButton");
-        }
-        // Closed sometimes in the middle of the opening or of the first full update, sometimes after it.
-        const bool opened = round % 3 != 0;
-        const bool updated = round % 3 == 2;
-        for (const QString &id : {FIRST, SECOND}) {
-            QVERIFY(becomes([&] { return !opened || fixture.stateText(id) == "Open"; }));
-            QVERIFY(becomes([&] { return !updated || fixture.isUpdated(id); }));
-        }
-        for (const QString &id : {SECOND, FIRST}) {
-            fixture.select(id);
-            fixture.click("CloseButton");
-            QCOMPARE(fixture.stateText(id), QString("Available"));
-        }
-        QVERIFY(becomes([] { return QTaskManager::Instance()->GetTaskCount() == 0; }));
-        threads = round == ROUNDS / 2 ? threadCount() : threads;
-    }
-    QCOMPARE(VexaMainFeatureWidget::instance()->getAllFeatureTreesMap().size(), 1);
-    // Sessions that were given up end with their openings.
-    QTRY_VERIFY(fixture.window().findChildren<CameraSession *>().isEmpty());
-    // Threads of pools end after a while; those of a device that is left behind would not.
-    QVERIFY(becomes([threads] { return threadCount() <= threads + 2; }));
 }
 
 QTEST_MAIN(WorkbenchClosingTest)

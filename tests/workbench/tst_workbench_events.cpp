@@ -85,9 +85,7 @@ void WorkbenchEventsTest::eventsLeaveALine()
 {
     QVexaEventBus *bus = QVexaEventBus::Instance();
     const auto region = [=](long int id) { emit bus->SigVexaEventUpdateROI(id); };
-    const auto role = [=](long int id) { emit bus->SigVexaEventStateRoleChanged(id); };
     const auto stations = [=](long int id) { emit bus->SigVexaEventUpdateMainSub(id, true); };
-    const auto polling = [=](long int) { emit bus->SigVexaEventCameraPollingParamChanged(); };
     const auto tune = [=](long int) { emit bus->SigVexaEventStartSmartTune(true); };
     const auto adapt = [=](long int) { emit bus->SigVexaEventStartSmartTune(false); };
     const auto worker = [=](long int id) { std::thread(region, id).join(); };
@@ -98,20 +96,13 @@ void WorkbenchEventsTest::eventsLeaveALine()
         const char *chinese;
     } rows[] = {
         {region, "The region in which codes", "读码区域"},
-        {role, "The role of the station", "工作站角色"},
         {stations, "Main and sub stations", "主从站"},
-        {polling, "A polling parameter", "轮询参数"},
         {tune, "Smart tune", "智能调节"},
         {adapt, "The adaptation", "自适应"},
         {imageEvent("test_open"), "test pattern on", "已开启"},
-        {imageEvent("test_close"), "test pattern off", "已关闭"},
-        {imageEvent("ftp_open"), "test images on", "已开启"},
         {imageEvent("ftp_close"), "test images off", "已关闭"},
         {listenerEvent(""), "polling or protocol", "通信协议"},
         {listenerEvent("test_open"), "sends the test pattern", "以测试图案"},
-        {listenerEvent("test_close"), "its own image", "自身图像"},
-        {listenerEvent("ftp_open"), "uploads raw", "通过FTP上传"},
-        {listenerEvent("ftp_close"), "no longer uploads", "不再通过FTP"},
         {worker, "The region in which codes", "读码区域"},
     };
     w().openAndWait(FIRST);

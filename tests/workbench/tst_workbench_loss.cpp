@@ -31,7 +31,6 @@ private slots:
     void controlledElsewhereAtOpening();
     void controlledElsewhereAfterALoss();
     void lossInTheFirstUpdate();
-    void oneLossLeavesTheOtherDevice();
     void bannerFollowsTheLanguage();
 
 private:
@@ -48,7 +47,6 @@ private:
 namespace {
 
 const QString FIRST = WindowFixture::FIRST;
-const QString SECOND = WindowFixture::SECOND;
 constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
 constexpr quint64 DEVICE_USER_ID = 0xE8;
 
@@ -239,24 +237,6 @@ void WorkbenchLossTest::lossInTheFirstUpdate()
     w().control(FIRST).comeBack();
     QTRY_VERIFY_WITH_TIMEOUT(w().isUpdated(FIRST), LONG_WAIT);
     QVERIFY(!w().shown(FIRST, "DeviceModelName").isEmpty());
-}
-
-void WorkbenchLossTest::oneLossLeavesTheOtherDevice()
-{
-    w().openAndWait(FIRST);
-    w().openAndWait(SECOND);
-    w().unplug(FIRST);
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Lost"), LONG_WAIT);
-    QCOMPARE(w().stateText(SECOND), QString("Open"));
-    // The bar belongs to the device on show.
-    QVERIFY(banner()->isHidden() && w().session(SECOND)->tree()->isVisible());
-    w().select(FIRST);
-    QVERIFY(banner()->isVisible());
-    w().select(SECOND);
-    QVERIFY(banner()->isHidden());
-    w().control(FIRST).comeBack();
-    QTRY_COMPARE_WITH_TIMEOUT(w().stateText(FIRST), QString("Open"), LONG_WAIT);
-    QVERIFY(w().session(SECOND)->tree()->isVisible());
 }
 
 void WorkbenchLossTest::bannerFollowsTheLanguage()

@@ -1,20 +1,16 @@
 #include "ControlKit/CustomMessageBox.h"
 #include "DeviceTaskModule/QTaskManager.h"
 #include "ShellServicesModule/QFunction.h"
-#include "ShellServicesModule/QLocalCfg.h"
 #include "WindowFixture.h"
 #include "host/devicetask/CameraHost.h"
 #include "host/shellservices/ShellHost.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/HeadlessRunner.h"
 #include "host/workbench/MessageLogPanel.h"
-#include "host/workbench/WorkbenchTexts.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
-#include <QComboBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QtTest>
@@ -33,8 +29,6 @@ private slots:
     void grabbingThatHangsLeavesTheWindowAlive();
     void closeWhileOpening();
     void foundDevicesJoinTheList();
-    void languageSwitch();
-    void nothingIsCutOff();
     void messagesAreBounded();
     void promptIsShownOnceAndEscaped();
     void silentDeviceEndsAHeadlessRun();
@@ -148,55 +142,6 @@ void WorkbenchWindowTest::foundDevicesJoinTheList()
     w().click("OpenButton");
     QTRY_COMPARE(w().stateText(camera->id), QString("Available"));
     QVERIFY(w().messages().contains("could not be opened"));
-}
-
-void WorkbenchWindowTest::languageSwitch()
-{
-    w().openAndWait(FIRST);
-    auto *combo = w().window().findChild<QComboBox *>("LanguageCombo");
-    const auto *open = w().window().findChild<QPushButton *>("OpenButton");
-    const QString english = open->text();
-    combo->setCurrentIndex(combo->findData("CH"));
-    emit combo->activated(combo->currentIndex());
-    QTRY_VERIFY(open->text() != english);
-    QCOMPARE(QLocalCfg::Instance()->GetPropertyLan(), QString("CH"));
-    QVERIFY(w().stateText(FIRST) != QString("Open"));
-    combo->setCurrentIndex(combo->findData("ENG"));
-    emit combo->activated(combo->currentIndex());
-    QTRY_COMPARE(open->text(), english);
-    QCOMPARE(QLocalCfg::Instance()->GetPropertyLan(), QString("ENG"));
-}
-
-void WorkbenchWindowTest::nothingIsCutOff()
-{
-    w().openAndWait(FIRST);
-    const QWidget *tree = w().session(FIRST)->tree();
-    for (const char *language : {"ENG", "CH"}) {
-        w().window().setLanguage(language);
-        QCoreApplication::processEvents();
-        QCOMPARE(w().window().size(), QSize(1280, 800));
-        const auto isCut = [](const auto *widget, int width) {
-            return widget->isVisible()
-                && widget->fontMetrics().horizontalAdvance(widget->text()) > width;
-        };
-        for (const QPushButton *button : w().window().findChildren<QPushButton *>()) {
-            QVERIFY2(!isCut(button, button->width()), qPrintable(button->text()));
-        }
-        for (const QLabel *label : w().window().findChildren<QLabel *>()) {
-            QVERIFY2(!isCut(label, label->contentsRect().width()), qPrintable(label->text()));
-        }
-        // The longest of the states, with the margins of its cell.
-        for (const char *state :
-             {"lang_workbench_state_notresponding", "lang_workbench_state_available"}) {
-            const int width = w().list()->fontMetrics().horizontalAdvance(workbenchText(state));
-            QVERIFY2(width + 20 <= w().list()->columnWidth(1), state);
-        }
-        QVERIFY(w().list()->columnWidth(0) >= 120);
-        // Everything that is shown lies inside of what holds it.
-        const QRect inWindow(tree->mapTo(&w().window(), QPoint()), tree->size());
-        QVERIFY(w().window().rect().contains(inWindow));
-        QVERIFY(tree->minimumSizeHint().width() <= tree->width());
-    }
 }
 
 void WorkbenchWindowTest::messagesAreBounded()
