@@ -1,10 +1,8 @@
 #include "model/CTreeItemValue.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
-#include "view/VexaPropertyTreeModel.h"
 
 #include <QApplication>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -14,21 +12,16 @@ class TestVexaFeatureTreeView : public QObject
 {
     Q_OBJECT
 private slots:
-    void updateBits();
     void ignoresOtherCamerasAndForbiddenTimes();
-    void categoriesFollowTheirLeaves();
     void visibility_data();
     void visibility();
     void search_data();
     void search();
-    void namesThatAreNeverShown();
     void burstFromAWorkerEndsWithTheNewestValue();
     void clearingUnderQueuedNotifications();
     void jumpsToAFeature();
-    void onlyRowsInSightShowTheirEditors();
     void largeTreeOpensInSlices();
     void wideCategoryHidesInLinearTime();
-    void fixedHeight();
     void openAndClose();
 };
 
@@ -38,21 +31,6 @@ static const char *const TREE = "A\n"
                                 "B\n"
                                 "  Inner\n"
                                 "    Gain Integer\n";
-
-void TestVexaFeatureTreeView::updateBits()
-{
-    ViewFixture fixture(TREE);
-    fixture.show();
-    auto *const pSpin = qobject_cast<QSpinBox *>(fixture.editor("Width"));
-    for (const int nType : {0, 1, 2, 3, -1}) { // bits: editor, owner
-        fixture.setInteger("Width", 5, 0, 100);
-        fixture.owner().m_calls.clear();
-        fixture.item("Width")->value()->setValue(6);
-        fixture.item("Width")->notifyViewUpdate(ViewFixture::CAMERA, nType, false, false);
-        QCOMPARE(pSpin->value(), nType & 1 ? 6 : 5);
-        QCOMPARE(fixture.owner().m_calls.contains("value Width"), (nType & 2) != 0);
-    }
-}
 
 void TestVexaFeatureTreeView::ignoresOtherCamerasAndForbiddenTimes()
 {
@@ -81,23 +59,6 @@ void TestVexaFeatureTreeView::ignoresOtherCamerasAndForbiddenTimes()
     QCOMPARE(qobject_cast<QSpinBox *>(fixture.editor("Width"))->value(), 6);
 }
 
-void TestVexaFeatureTreeView::categoriesFollowTheirLeaves()
-{
-    ViewFixture fixture(TREE);
-    fixture.show();
-    const QString strAll = "A\n  Width\n  Height\nB\n  Inner\n    Gain";
-    QCOMPARE(fixture.shownRows(), strAll);
-    fixture.item("Gain")->setVisible(false, ViewFixture::CAMERA, true);
-    fixture.item("Width")->setVisible(false, ViewFixture::CAMERA, true);
-    QCOMPARE(fixture.shownRows(), QString("A\n  Height"));
-    fixture.item("Height")->setVisible(false, ViewFixture::CAMERA, true);
-    QCOMPARE(fixture.shownRows(), QString());
-    for (const char *name : {"Gain", "Width", "Height"}) {
-        fixture.item(name)->setVisible(true, ViewFixture::CAMERA, true);
-    }
-    QCOMPARE(fixture.shownRows(), strAll);
-}
-
 void TestVexaFeatureTreeView::visibility_data()
 {
     QTest::addColumn<QStringList>("show");
@@ -115,7 +76,6 @@ void TestVexaFeatureTreeView::visibility_data()
         "A\n  Width");
     row("forced away", {}, {"Gain"}, {}, "", firstOnly);
     row("both lists: shown wins", {"Gain"}, {"Gain"}, {}, "", all);
-    row("category forced away", {}, {"B"}, {}, "", firstOnly);
     row("forced row in a category forced away", {"Gain"}, {"B"}, {}, "", all);
     row("basic view wins over all", {"Width"}, {}, {}, "A", "B\n  Inner\n    Gain");
 }
@@ -161,7 +121,6 @@ void TestVexaFeatureTreeView::search_data()
     QTest::newRow("case and blanks") << "  gAI " << true << "B\n  Inner\n    Gain";
     QTest::newRow("hidden features stay hidden") << "Height" << false << "";
     QTest::newRow("category name is no hit") << "Inner" << false << "";
-    QTest::newRow("nothing") << "zzz" << false << "";
     QTest::newRow("empty text shows the level's rows")
         << "" << true << "A\n  Width\nB\n  Inner\n    Gain";
 }
@@ -182,20 +141,6 @@ void TestVexaFeatureTreeView::search()
     QCOMPARE(fixture.shownRows().contains("Height"), fixture.item("Height")->searchVisible(text));
     QVERIFY(fixture.view().setSearchText(QString()));
     QCOMPARE(fixture.shownRows(), QString("A\n  Width\n  Height\nB\n  Inner\n    Gain"));
-}
-
-void TestVexaFeatureTreeView::namesThatAreNeverShown()
-{
-    ViewFixture fixture("A\n  EMMCCloseTime Integer\n  EMMCStateShowStr StringReg\nB\n  "
-                        "EMMCCloseTimeShowMin Integer\n"
-                        "  EMMCStateJpegShowStr StringReg\n  Gain Integer\n");
-    fixture.show();
-    fixture.item("EMMCCloseTime")->setVisible(false, ViewFixture::CAMERA, true);
-    fixture.item("EMMCCloseTime")->setVisible(true, ViewFixture::CAMERA, true);
-    fixture.view().setForceShowItems(ViewFixture::CAMERA, {fixture.item("EMMCStateShowStr")});
-    fixture.view().refreshAllRows();
-    QCOMPARE(fixture.shownRows(), QString("B\n  Gain"));
-    QVERIFY(!fixture.editor("EMMCCloseTime"));
 }
 
 void TestVexaFeatureTreeView::burstFromAWorkerEndsWithTheNewestValue()
@@ -258,45 +203,6 @@ void TestVexaFeatureTreeView::jumpsToAFeature()
     QCOMPARE(fixture.view().currentIndex(), index);
 }
 
-void TestVexaFeatureTreeView::onlyRowsInSightShowTheirEditors()
-{
-    QString strTree = "A\n";
-    for (int i = 0; i < 500; ++i) {
-        strTree += QString("  F%1 Command\n").arg(i);
-    }
-    ViewFixture fixture(strTree);
-    fixture.show();
-    const auto check = [&] {
-        const QRect viewport = fixture.view().viewport()->rect();
-        for (int i = 0; i < 500; ++i) {
-            const QString strName = QString("F%1").arg(i);
-            const QRect row =
-                fixture.view().visualRect(fixture.view().indexOfItem(fixture.item(strName), 1));
-            const QWidget *const pEditor = fixture.editor(strName);
-            const bool bInSight = row.isValid() && row.intersects(viewport);
-            if (pEditor->isVisible() != bInSight
-                || (bInSight && !row.contains(pEditor->geometry()))) {
-                return QString("%1 %2").arg(strName).arg(pEditor->isVisible());
-            }
-        }
-        return QString();
-    };
-    QCOMPARE(check(), QString());
-    for (const int nPosition : {1, 40, 3000, 3001, 100000, 0}) {
-        fixture.view().verticalScrollBar()->setValue(nPosition);
-        QCOMPARE(check(), QString());
-    }
-    fixture.owner().resize(600, 900);
-    QCOMPARE(check(), QString());
-    fixture.view().collapseAll();
-    QCOMPARE(check(), QString());
-    fixture.view().expandAll();
-    QCOMPARE(check(), QString());
-    fixture.view().setSearchText("F33");
-    fixture.view().doItemsLayout();
-    QCOMPARE(check(), QString());
-}
-
 void TestVexaFeatureTreeView::largeTreeOpensInSlices()
 {
     QString strTree;
@@ -329,19 +235,6 @@ void TestVexaFeatureTreeView::wideCategoryHidesInLinearTime()
     }
     // Asking all siblings each time would take minutes.
     QCOMPARE(fixture.shownRows(), QString());
-}
-
-void TestVexaFeatureTreeView::fixedHeight()
-{
-    ViewFixture fixture(TREE);
-    fixture.show();
-    fixture.view().setFixedHeightByRows(true);
-    QCOMPARE(fixture.view().height(), 6 * 38);
-    fixture.view().setExpanded(fixture.view().indexOfItem(fixture.item("B"), 0), false);
-    QCOMPARE(fixture.view().height(), 4 * 38);
-    fixture.item("Width")->setVisible(false, ViewFixture::CAMERA, true);
-    fixture.view().doItemsLayout();
-    QCOMPARE(fixture.view().height(), 3 * 38);
 }
 
 void TestVexaFeatureTreeView::openAndClose()

@@ -1,4 +1,3 @@
-#include "ShellServicesModule/QLocalCfg.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertyTreeModel.h"
@@ -12,11 +11,8 @@ class TestVexaPropertyTreeModel : public QObject
     Q_OBJECT
 private slots:
     void structureIsSound();
-    void texts();
-    void flags();
     void setData_data();
     void setData();
-    void editWithoutACameraIsNoFailure();
     void rowsFollowARemoval();
 };
 
@@ -44,40 +40,6 @@ void TestVexaPropertyTreeModel::structureIsSound()
     QCOMPARE(model.rowCount(fixture.view().indexOfItem(fixture.item("Inner"), 0)), 0);
 }
 
-void TestVexaPropertyTreeModel::texts()
-{
-    ViewFixture fixture(TREE);
-    fixture.item("Width")->value()->m_strTranslateName = "Kuan";
-    const QModelIndex index = fixture.view().indexOfItem(fixture.item("Width"), 0);
-    for (const char *language : {"CH", "ENG"}) {
-        QLocalCfg::Instance()->m_strPropertyLan = language;
-        const QString text = language == QByteArray("ENG") ? "Width" : "Kuan";
-        QCOMPARE(index.data().toString(), text);
-        QCOMPARE(index.data(Qt::ToolTipRole).toString(), text);
-    }
-    QVERIFY(!index.sibling(index.row(), 1).data().isValid());
-    const QModelIndex hint = fixture.view().indexOfItem(fixture.item("ReverseX"), 0);
-    QCOMPARE(hint.data(), QVariant(QString()));
-    QCOMPARE(hint.data(Qt::ToolTipRole), QVariant(QString()));
-}
-
-void TestVexaPropertyTreeModel::flags()
-{
-    ViewFixture fixture(TREE);
-    const auto flagsOf = [&fixture](const char *name, int column) {
-        return fixture.view().indexOfItem(fixture.item(name), column).flags();
-    };
-    const Qt::ItemFlags base = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    for (const bool readOnly : {true, false}) {
-        fixture.item("Width")->setReadOnly(ViewFixture::CAMERA, readOnly);
-        fixture.item("Light")->setReadOnly(ViewFixture::CAMERA, readOnly);
-        QCOMPARE(flagsOf("Width", 1), readOnly ? base : base | Qt::ItemIsEditable);
-        QCOMPARE(flagsOf("Width", 0), base);
-        QCOMPARE(flagsOf("Light", 0), Qt::ItemFlags());
-        QCOMPARE(flagsOf("Light", 1), Qt::ItemFlags(Qt::ItemIsEditable));
-    }
-}
-
 void TestVexaPropertyTreeModel::setData_data()
 {
     QTest::addColumn<QString>("name");
@@ -92,15 +54,12 @@ void TestVexaPropertyTreeModel::setData_data()
                              << QString(calls);
     };
     const char *const told = "value Width,after Width";
-    row("integer as it is", "Width", 5, true, true, "", "");
     row("integer", "Width", 6, true, true, "Integer Width 6", told);
     row("equal in its low 32 bits", "Width", qint64(5) + (qint64(1) << 32), true, true,
         "Integer Width 4294967301", told);
     row("float within the tolerance", "Gain", 1.5009, true, true, "", "");
     row("float beyond the tolerance", "Gain", 1.502, true, true, "Float Gain 1.502",
         "value Gain,after Gain");
-    row("command always runs", "DeviceReset", 0, true, true, "Command DeviceReset 0",
-        "value DeviceReset,after DeviceReset");
     row("refused reset", "DeviceReset", 0, false, false, "Command DeviceReset 0", "");
     row("refused while the camera has gone", "Width", 6, false, true, "Integer Width 6", "");
 }
@@ -126,18 +85,6 @@ void TestVexaPropertyTreeModel::setData()
         QCOMPARE(static_cast<CTreeIntergerItemValue *>(pItem->value())->m_nValue,
                  value.toLongLong());
     }
-}
-
-void TestVexaPropertyTreeModel::editWithoutACameraIsNoFailure()
-{
-    ViewFixture fixture(TREE);
-    VexaPropertyTreeModel &model = *fixture.view().propertyModel();
-    const QModelIndex index = fixture.view().indexOfItem(fixture.item("Width"), 1);
-    QVERIFY(model.setData(index, 7, Qt::DisplayRole));
-    QVERIFY(model.setData(QModelIndex(), 7));
-    model.setCameraID(-1);
-    QVERIFY(model.setData(index, 7));
-    QVERIFY(fixture.owner().m_writes.isEmpty());
 }
 
 void TestVexaPropertyTreeModel::rowsFollowARemoval()

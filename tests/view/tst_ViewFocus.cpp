@@ -4,8 +4,6 @@
 #include <QApplication>
 #include <QLayout>
 #include <QLineEdit>
-#include <QScrollBar>
-#include <QSignalSpy>
 #include <QTest>
 
 /// Keyboard, mouse and focus in a view that is on screen.
@@ -17,11 +15,8 @@ private slots:
     void cleanup() { m_pFixture.reset(); }
     void tabWalksTheRows();
     void tabPassesDisabledRowsAndLeavesAtTheEnds();
-    void focusedEditorSurvivesScrolling();
     void focusOfAHiddenRowGoesToTheView();
     void rowGoesBehindAnotherWindow();
-    void featureFollowsMouseKeyboardAndFocus();
-    void givingUpTakesNothingOver();
 
 private:
     QString focused() const
@@ -102,15 +97,6 @@ void TestViewFocus::tabPassesDisabledRowsAndLeavesAtTheEnds()
     QCOMPARE(focused(), QString("after"));
 }
 
-void TestViewFocus::focusedEditorSurvivesScrolling()
-{
-    fixture().view().verticalScrollBar()->setValue(1500);
-    QCOMPARE(focused(), QString("F0"));
-    QVERIFY(!fixture().view().viewport()->rect().intersects(fixture().editor("F0")->geometry()));
-    fixture().view().verticalScrollBar()->setValue(0);
-    QVERIFY(fixture().view().viewport()->rect().contains(fixture().editor("F0")->geometry()));
-}
-
 void TestViewFocus::focusOfAHiddenRowGoesToTheView()
 {
     QTest::keyClicks(fixture().editor("F0"), "5");
@@ -139,42 +125,6 @@ void TestViewFocus::rowGoesBehindAnotherWindow()
     fixture().view().doItemsLayout();
     QCOMPARE(pSpin->text(), before);
     QCOMPARE(fixture().owner().m_writes, QStringList());
-}
-
-void TestViewFocus::featureFollowsMouseKeyboardAndFocus()
-{
-    QSignalSpy activated(&fixture().view(), &VexaFeatureTreeView::sigFeatureActivated);
-    const auto last = [&] {
-        return fixture().view().itemAt(activated.last().first().toModelIndex());
-    };
-    fixture().editor("F2")->setFocus();
-    QCOMPARE(last(), fixture().item("F2"));
-    const QRect row =
-        fixture().view().visualRect(fixture().view().indexOfItem(fixture().item("F4"), 0));
-    QTest::mouseMove(fixture().view().viewport(), row.center());
-    QTest::mouseMove(fixture().view().viewport(), row.center() + QPoint(3, 2));
-    QCOMPARE(last(), fixture().item("F4"));
-    fixture().view().setFocus();
-    fixture().view().setCurrentIndex(fixture().view().indexOfItem(fixture().item("F5"), 0));
-    QTest::keyClick(&fixture().view(), Qt::Key_Down);
-    QCOMPARE(last(), fixture().item("F6"));
-    QCOMPARE(activated.count(), 4); // once a change
-    QEvent enter(QEvent::Enter);
-    QApplication::sendEvent(fixture().editor("F7"), &enter);
-    QCOMPARE(last(), fixture().item("F7"));
-}
-
-void TestViewFocus::givingUpTakesNothingOver()
-{
-    auto *const pSpin = qobject_cast<VexaPropertySpinBox *>(fixture().editor("F0"));
-    pSpin->selectAll();
-    QTest::keyClicks(pSpin, "9");
-    fixture().view().setCurrentIndex(fixture().view().indexOfItem(fixture().item("F0"), 0));
-    fixture().view().giveUpEditor();
-    QCOMPARE(fixture().owner().m_writes, QStringList());
-    QCOMPARE(pSpin->text(), QString("0"));
-    QVERIFY(!fixture().view().currentIndex().isValid());
-    QCOMPARE(focused(), QString("view"));
 }
 
 QTEST_MAIN(TestViewFocus)

@@ -1,17 +1,15 @@
 #include "ControlKit/CustomCheckBox.h"
 #include "ControlKit/CustomPushButton.h"
-#include "ShellServicesModule/QPropertyLineEdit.h"
 #include "editors/VexaFeatureDrawWidget.h"
-#include "model/CTreeBooleanItemValue.h"
 #include "model/CTreeCustomDrawItemValue.h"
 #include "model/CTreeCustomWaterMarkItemValue.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
-#include "view/VexaPropertyTreeDelegate.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QEventLoop>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -26,7 +24,6 @@ private slots:
     void refillWaitsForTheWrite();
     void treeGoesInTheWrite_data();
     void treeGoesInTheWrite();
-    void plainSignalsOfTheBaseWriteNothing();
     void drawRow();
     void watermarkRow();
 };
@@ -201,21 +198,6 @@ void TestEditGuards::treeGoesInTheWrite()
         QCOMPARE(pFixture->owner().m_calls, QStringList()); // nobody is told of a row that has gone
     }
     QTRY_VERIFY(!pEditor);
-}
-
-void TestEditGuards::plainSignalsOfTheBaseWriteNothing()
-{
-    const auto pFixture = openTree();
-    QVERIFY(pFixture);
-    VexaPropertyTreeDelegate *const pDelegate = pFixture->view().propertyDelegate();
-    for (const char *pName : {"Int", "Float", "Enum", "Bool", "Cmd"}) {
-        QWidget *const pEditor = pFixture->editor(pName);
-        if (auto *const pSpin = qobject_cast<QSpinBox *>(pEditor)) {
-            pSpin->setValue(3);
-        }
-        emit pDelegate->commitData(pEditor);
-    }
-    QCOMPARE(pFixture->owner().m_writes, QStringList());
 }
 
 void TestEditGuards::drawRow()

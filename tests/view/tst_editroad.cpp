@@ -1,4 +1,3 @@
-#include "ControlKit/CustomMessageBox.h"
 #include "ShellServicesModule/QFunction.h"
 #include "host/shellservices/ShellHost.h"
 #include "tests/view/EditFixture.h"
@@ -24,7 +23,6 @@ private slots:
     void deviceHasTheLastWord();
     void badTextIsTakenBack_data();
     void badTextIsTakenBack();
-    void badKeysAreTold();
     void clientForbidsEdits();
     void deviceRefuses_data();
     void deviceRefuses();
@@ -56,10 +54,8 @@ void tst_EditRoad::editReachesTheDevice_data()
     row("switch", "code-reader", "ContrastEnable", SPACE, "", "on");
     row("spin box writes nothing", "area-camera", "Brightness", TYPE, "77", "77");
     row("value off the grid is written", "area-camera", "Width", TYPE, "1023", "1020");
-    row("float edit writes nothing", "area-camera", "Gain", TYPE, "3.25", "3.25");
     row("decimal comma", "area-camera", "Gain", TYPE, "3,5", "3.50");
     row("minimum refused for its rounding", "area-camera", "Gamma", TYPE, "0.1", "0.10");
-    row("text edit writes nothing", "area-camera", "DeviceUserID", TYPE, "Left", "Left");
     row("text edit is not emptied", "area-camera", "DeviceUserID", TYPE, "", "");
     row("hex edit writes decimal", "area-camera", "UserOutputValueAll", TYPE, "c", "0xC");
     row("enumeration writes its row", "area-camera", "TestPattern", DOWN, "", "");
@@ -108,9 +104,7 @@ void tst_EditRoad::writeOnlyNodesTakeValues_data()
                         const char *pHeld) {
         QTest::newRow(pFault) << pName << nAddress << pKeys << pHeld;
     };
-    row("number that looks like the former", "SecretNumber", 0x1050, "0", "0");
     row("number", "SecretNumber", 0x1050, "7", "7");
-    row("hex", "SecretHex", 0x1060, "1f", "31");
     row("text", "SecretText", 0x1070, "A", "65");
     row("enumeration without a value", "SecretMode", 0x1080, "down", "1");
     row("switch without a state", "SecretSwitch", 0x1090, "space", "1");
@@ -181,14 +175,11 @@ void tst_EditRoad::badTextIsTakenBack_data()
         QTest::newRow(pFault) << pDevice << pName << strTyped;
     };
     row("above the range of a box", "", "Grid", "51");
-    row("below the range of a box", "", "Grid", "9");
     row("box emptied", "", "Grid", "");
     row("too large for a box: another number", "area-camera", "CounterDuration", "4294967295");
     row("over 64 bits", "", "Big", "9223372036854775808");
-    row("number emptied", "", "Big", "");
     row("hex of 17 digits", "", "BigHex", "0x10000000000000000");
     row("float above its range", "area-camera", "Gamma", "4.01");
-    row("float of two points", "area-camera", "Gamma", "1.2.3");
     row("text too long", "area-camera", "DeviceUserID", QString(200, 'x'));
     row("directory emptied", "code-reader", "FtpFormatDirectoryString", "");
     row("address of five parts", "code-reader", "TcpDstAddr", "1.2.3.4.5");
@@ -214,37 +205,6 @@ void tst_EditRoad::badTextIsTakenBack()
     }
     QCOMPARE(fixture.writes(), 0);
     QCOMPARE(fixture.deviceValue(name), before);
-}
-
-void tst_EditRoad::badKeysAreTold()
-{
-    static const struct
-    {
-        const char *device;
-        const char *name;
-        const char *typed;
-        const char *kept;
-    } rows[] = {{"area-camera", "Brightness", "12x", "12"},
-                {"area-camera", "Gamma", "12x", "12"},
-                {"code-reader", "TcpStartTriggerStr", "a中", "a"},
-                {"code-reader", "FtpFormatDirectoryString", "a//", "a/"}};
-    for (const auto &row : rows) {
-        EditFixture &fixture = m_fixture.of(row.device);
-        QWidget *const pEditor = fixture.focusOn(row.name);
-        QVERIFY(pEditor);
-        hideToolTip();
-        QTest::keyClick(pEditor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(pEditor, Qt::Key_Delete);
-        for (const QChar &character : QString(row.typed)) {
-            QTest::sendKeyEvent(QTest::Click, pEditor, Qt::Key_unknown, QString(character),
-                                Qt::NoModifier);
-        }
-        QCOMPARE(fixture.shown(row.name), QString(row.kept));
-        QTRY_VERIFY(QToolTip::isVisible());
-        QTest::keyClick(pEditor, Qt::Key_Escape);
-        QCOMPARE(fixture.shown(row.name), fixture.deviceValue(row.name));
-        QCOMPARE(fixture.writes(), 0);
-    }
 }
 
 void tst_EditRoad::clientForbidsEdits()

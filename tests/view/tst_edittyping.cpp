@@ -7,7 +7,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QScrollBar>
-#include <QSpinBox>
 #include <QWheelEvent>
 #include <QtTest>
 
@@ -25,7 +24,6 @@ private slots:
     void wheelOverEditorsScrolls();
     void walkingThroughWritesNothing();
     void refillsWriteNothing();
-    void valueAboveTheClientsLimit();
 
 private:
     SharedEditFixture m_fixture;
@@ -180,23 +178,6 @@ void tst_EditTyping::refillsWriteNothing()
     }
     QCOMPARE(fixture.writes(), 0);
     QCOMPARE(ShellHost::instance()->modifiedCameras(), QStringList());
-}
-
-/// The client allows less than the device holds: the row still says what the device does.
-void tst_EditTyping::valueAboveTheClientsLimit()
-{
-    EditFixture &fixture = m_fixture.of("code-reader");
-    const long int id = fixture.camera().id;
-    auto *const pSpin = qobject_cast<QSpinBox *>(fixture.editor("LocBarNum"));
-    const int nHeld = fixture.deviceValue("LocBarNum").toInt();
-    for (const int nLimit : {nHeld - 1, nHeld + 1}) {
-        fixture.module().mainWidget().SetCodeTypeMap(id, {{"LocBarNum", nLimit}});
-        fixture.item("LocBarNum")->notifyViewUpdate(id, -1, false, false);
-        QCOMPARE(pSpin->maximum(), nLimit);
-        QCOMPARE(fixture.shown("LocBarNum"), QString::number(nHeld));
-    }
-    QCOMPARE(fixture.writes(), 0);
-    fixture.module().mainWidget().SetCodeTypeMap(id, {});
 }
 
 void tst_EditTyping::wheelOverEditorsScrolls()
