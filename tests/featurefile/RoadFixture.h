@@ -13,13 +13,13 @@
 /// hand.
 struct RoadFixture
 {
-    explicit RoadFixture(unsigned int accessMode = DEVICE_ACCESS_CONTROL)
+    RoadFixture()
     {
         auto device = SimulatedDevices::fromDescription(description(), "road",
                                                         SimulatorControl::MemoryPattern::Zero);
         device.control->poke(0x100, "V1");
         device.control->poke(0x1000, QByteArray::fromHex("00000280"));
-        camera = fixture.open(device, accessMode);
+        camera = fixture.open(device);
         if (!ModuleFixture::waitForFirstUpdate(camera)) {
             return;
         }

