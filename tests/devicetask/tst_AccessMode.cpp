@@ -8,30 +8,23 @@ namespace {
 const char *const NODES = R"(
 <Category Name="Shown"/><Category Name="Gone"><pIsAvailable>Zero</pIsAvailable></Category>
 <Category Name="None"><pIsImplemented>Zero</pIsImplemented></Category>
-<Category Name="LockedCategory"><pIsLocked>One</pIsLocked></Category>
 <Boolean Name="Yes"><Value>1</Value></Boolean>
-<Float Name="Half"><Value>0.5</Value></Float>
 <Integer Name="OverRW"><pValue>RW</pValue></Integer>
-<Integer Name="OverRO"><pValue>RO</pValue></Integer>
 <Integer Name="Locked"><pIsLocked>One</pIsLocked><pValue>RW</pValue></Integer>
 <Integer Name="LockedByBoolean"><pIsLocked>Yes</pIsLocked><pValue>RW</pValue></Integer>
-<Integer Name="LockedByFloat"><pIsLocked>Half</pIsLocked><pValue>RW</pValue></Integer>
 <Integer Name="Unlocked"><pIsLocked>Zero</pIsLocked><pValue>RW</pValue></Integer>
 <Integer Name="LockedWO"><pIsLocked>One</pIsLocked><pValue>WO</pValue></Integer>
 <Integer Name="OverLocked"><pValue>Locked</pValue></Integer>
 <Integer Name="Away"><pIsAvailable>Zero</pIsAvailable><pValue>RW</pValue></Integer>
 <Integer Name="OverAway"><pValue>Away</pValue></Integer>
 <Integer Name="Missing"><pIsImplemented>Zero</pIsImplemented><pIsAvailable>Zero</pIsAvailable><pValue>RW</pValue></Integer>
-<Integer Name="OverMissing"><pValue>Missing</pValue></Integer>
 <Integer Name="ImposedRO"><ImposedAccessMode>RO</ImposedAccessMode><pValue>RW</pValue></Integer>
 <Integer Name="ImposedWO"><ImposedAccessMode>WO</ImposedAccessMode><pValue>RW</pValue></Integer>
 <Integer Name="ImposedAgainst"><ImposedAccessMode>RO</ImposedAccessMode><pValue>WO</pValue></Integer>
 <Command Name="Run"><pValue>WO</pValue><CommandValue>1</CommandValue></Command>
-<Command Name="RunRW"><pValue>RW</pValue><CommandValue>1</CommandValue></Command>
 <Command Name="RunLocked"><pIsLocked>One</pIsLocked><pValue>RW</pValue><CommandValue>1</CommandValue></Command>
 <IntSwissKnife Name="Knife"><pVariable Name="A">RO</pVariable><Formula>A+1</Formula></IntSwissKnife>
 <IntSwissKnife Name="KnifeOfAway"><pVariable Name="A">Away</pVariable><Formula>A+1</Formula></IntSwissKnife>
-<IntSwissKnife Name="KnifeOfWO"><pVariable Name="A">WO</pVariable><Formula>A+1</Formula></IntSwissKnife>
 <Converter Name="Converted"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO</FormulaFrom><pValue>RO</pValue></Converter>
 <StructReg Comment="s"><pIsAvailable>Zero</pIsAvailable><Address>64</Address><Length>4</Length><AccessMode>RW</AccessMode>
 <pPort>Device</pPort><Endianess>BigEndian</Endianess><StructEntry Name="AwayEntry"><Bit>0</Bit></StructEntry></StructReg>
@@ -68,7 +61,6 @@ private Q_SLOTS:
     void mode_data();
     void mode();
     void keepsLastModeWhileDeviceIsSilent();
-    void writeToLockedNodeNeverReachesDevice();
 };
 
 void AccessModeTest::initTestCase()
@@ -84,16 +76,15 @@ void AccessModeTest::mode_data()
     {
         int mode;
         const char *nodes;
-    } rows[] = {{NODE_NI, "None Missing OverMissing Broken OverBroken NoSuchNode"},
+    } rows[] = {{NODE_NI, "None Missing OverBroken NoSuchNode"},
                 {NODE_NA,
-                 "Gone LockedWO Away OverAway ImposedAgainst KnifeOfAway KnifeOfWO AwayEntry "
-                 "AwayByDivision OneOfTwoAway Chunk OverChunk"},
+                 "Gone LockedWO OverAway ImposedAgainst KnifeOfAway AwayEntry AwayByDivision "
+                 "OneOfTwoAway OverChunk"},
                 {NODE_WO, "WO ImposedWO Run"},
                 {NODE_RO,
-                 "Shown LockedCategory OverRO Locked LockedByBoolean LockedByFloat OverLocked "
-                 "ImposedRO RunLocked Knife Converted LockedEntry ConstantLock OneOfTwoLocks "
-                 "NoAccessMode"},
-                {NODE_RW, "OverRW Unlocked RunRW LockedByDivision Constant"}};
+                 "Shown LockedByBoolean OverLocked ImposedRO RunLocked Knife Converted "
+                 "LockedEntry ConstantLock OneOfTwoLocks NoAccessMode"},
+                {NODE_RW, "OverRW Unlocked LockedByDivision Constant"}};
     for (const auto &row : rows) {
         for (const QByteArray &node : QByteArray(row.nodes).split(' ')) {
             QTest::newRow(node.constData()) << row.mode;
@@ -124,17 +115,6 @@ void AccessModeTest::keepsLastModeWhileDeviceIsSilent()
     silent.m_pState->setGone(ARV_DEVICE_ERROR_TIMEOUT);
     QCOMPARE(silent.task().GetAccessMode("Gated", &error), 1); // never asked before
     QVERIFY(error != 0);
-}
-
-void AccessModeTest::writeToLockedNodeNeverReachesDevice()
-{
-    DeviceFixture device(nodes());
-    int error = -1;
-    QVERIFY(!device.task().SetIntegerValue("Locked", 5, &error));
-    QCOMPARE(error, int(0x90006104U));
-    QVERIFY(!device.task().ExecuteCommand("RunLocked", &error));
-    QCOMPARE(device.m_pState->peek(16, 4), QByteArray(4, '\0'));
-    QCOMPARE(device.m_pState->m_nAccesses.load(), 0);
 }
 
 QTEST_GUILESS_MAIN(AccessModeTest)

@@ -1,7 +1,6 @@
 #include "DeviceFixture.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
-#include "DeviceTaskModule/VexaOperateCameraThread.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -40,8 +39,7 @@ class CameraLifeTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void endLeavesAHangingCallBehind_data();
-    void endLeavesAHangingCallBehind();
+    void closingLeavesAHangingCallBehind();
     void hangingCallMakesTheDeviceSilent();
     void manyOpeningsUnderReadersLeaveNothing();
     void pointersOutliveTheClosing();
@@ -50,10 +48,7 @@ private Q_SLOTS:
     void lostDeviceIsOpenedAnew_data();
     void lostDeviceIsOpenedAnew();
     void deviceOfAnotherHostIsReadOnly();
-    void grabbing_data();
-    void grabbing();
     void closingWhileGrabbingStopsTheDevice();
-    void closeRequest();
 };
 
 /// Four readers, one of which hangs in the device.
@@ -97,35 +92,19 @@ private:
     std::vector<std::thread> m_readers;
 };
 
-void CameraLifeTest::endLeavesAHangingCallBehind_data()
+void CameraLifeTest::closingLeavesAHangingCallBehind()
 {
-    QTest::addColumn<bool>("closes");
-    QTest::newRow("closed") << true;
-    QTest::newRow("told to release") << false;
-}
-
-void CameraLifeTest::endLeavesAHangingCallBehind()
-{
-    QFETCH(bool, closes);
     HangingDevice hanging;
     QVERIFY(hanging.m_bHangs);
     DeviceFixture &device = hanging.m_device;
     // The device is blocked until the end of this: whoever waits for it never comes back.
     QCOMPARE(device.task().ClearGenIcamBuffers(), 0);
-    if (closes) {
-        device.m_host.closeCamera(device.m_nId);
-    } else {
-        device.task().m_bReleasing = true;
-    }
+    device.m_host.closeCamera(device.m_nId);
     hanging.join();
     QCOMPARE(hanging.m_nGone.load(), 4);
     QCOMPARE(device.m_pState->m_nLiving.load(), 1);
     device.m_pState->unblock();
-    if (closes) {
-        QTRY_COMPARE(device.m_pState->m_nLiving.load(), 0);
-    } else {
-        QVERIFY(!readReg(device.task()));
-    }
+    QTRY_COMPARE(device.m_pState->m_nLiving.load(), 0);
 }
 
 void CameraLifeTest::hangingCallMakesTheDeviceSilent()
@@ -343,45 +322,6 @@ void CameraLifeTest::deviceOfAnotherHostIsReadOnly()
     QCOMPARE(state->m_nAccesses.load(), accesses);
 }
 
-void CameraLifeTest::grabbing_data()
-{
-    QTest::addColumn<QByteArray>("nodes");
-    QTest::addColumn<int>("failing");
-    QTest::addColumn<bool>("starts");
-    QTest::addColumn<int>("locked"); // at address 16 while grabbing
-    QTest::addColumn<int>("started"); // at address 32
-    const QByteArray lock = intReg("LockReg", 16)
-        + "<Integer Name=\"TLParamsLocked\"><pValue>LockReg</pValue></Integer>";
-    const QByteArray commands = grabbingCommands();
-    QTest::newRow("both") << lock + commands << 0x3000 << true << 1 << 1;
-    QTest::newRow("noCommands") << lock << 0x3000 << true << 1 << 0;
-    QTest::newRow("noLock") << commands << 0x3000 << true << 0 << 1;
-    QTest::newRow("startRefusedUnlocksAgain") << lock + commands << 32 << false << 0 << 0;
-}
-
-void CameraLifeTest::grabbing()
-{
-    QFETCH(QByteArray, nodes);
-    QFETCH(int, failing);
-    QFETCH(bool, starts);
-    DeviceFixture device(nodes);
-    device.m_pState->setFailing(failing, ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY);
-    QString error;
-    QCOMPARE(device.m_host.startGrabbing(device.m_nId, &error), starts);
-    QCOMPARE(error.isEmpty(), starts);
-    QTEST(int(device.m_pState->peek(16 + 3, 1)[0]), "locked");
-    QTEST(int(device.m_pState->peek(32 + 3, 1)[0]), "started");
-    QCOMPARE(int(device.task().GetCameraState()),
-             int(starts ? TASK_CAMERA_GRABBING : TASK_CAMERA_OPEN));
-    if (starts) {
-        QVERIFY(device.m_host.stopGrabbing(device.m_nId));
-        QCOMPARE(device.m_pState->peek(16, 4), QByteArray(4, '\0'));
-        QCOMPARE(int(device.task().GetCameraState()), int(TASK_CAMERA_OPEN));
-    }
-    QVERIFY(!device.m_host.startGrabbing(device.m_nId + 1, &error));
-    QVERIFY(!error.isEmpty());
-}
-
 void CameraLifeTest::closingWhileGrabbingStopsTheDevice()
 {
     DeviceFixture device(intReg("TLParamsLocked", 16) + grabbingCommands());
@@ -392,19 +332,6 @@ void CameraLifeTest::closingWhileGrabbingStopsTheDevice()
     QCOMPARE(device.m_pState->m_nLiving.load(), 1);
     QCOMPARE(device.m_pState->peek(32, 4), QByteArray::fromHex("00000002"));
     QCOMPARE(device.m_pState->peek(16, 4), QByteArray(4, '\0'));
-}
-
-void CameraLifeTest::closeRequest()
-{
-    DeviceFixture device({});
-    QSignalSpy requests(&device.m_host, &CameraHost::closeRequested);
-    std::thread([&] {
-        VexaOperateCameraThread::addOperateCamera(VEXA_OPERATOR_CLOSE, device.m_nId, true);
-    }).join();
-    QTRY_COMPARE(requests.count(), 1);
-    QCOMPARE(requests.at(0).at(0).value<long>(), device.m_nId);
-    QCOMPARE(requests.at(0).at(1).toBool(), true);
-    QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 1U);
 }
 
 QTEST_GUILESS_MAIN(CameraLifeTest)

@@ -41,9 +41,9 @@ QByteArray contentOf(const QString &path)
 class Transfer
 {
 public:
-    explicit Transfer(CameraHost &host, const QString &deviceId = "area-camera")
+    explicit Transfer(CameraHost &host)
         : m_host(host)
-        , m_device(SimulatedDevices::builtIn(deviceId))
+        , m_device(SimulatedDevices::builtIn("area-camera"))
         , m_nId(m_host.openCamera(*m_device.source).cameraId)
     {
         control().setQuiet(true);
@@ -51,12 +51,6 @@ public:
         startOver();
     }
     ~Transfer() { m_host.closeCamera(m_nId); }
-    void reopen()
-    {
-        m_host.closeCamera(m_nId);
-        control().comeBack();
-        m_nId = m_host.openCamera(*m_device.source).cameraId;
-    }
     /// As it was after the opening, with the folder's one file; an opening takes long under a sanitizer.
     void startOver()
     {
@@ -78,7 +72,7 @@ public:
         QCOMPARE(file.write(content), qint64(content.size()));
     }
     int get(const QString &entry = "MultiROI") { return task().ReadDeviceFile(path(), entry); }
-    int put(const QString &entry = "MultiROI") { return task().WriteDeviceFile(path(), entry); }
+    int put() { return task().WriteDeviceFile(path(), "MultiROI"); }
     QString remark() { return task().GetLastErrorRemark(); }
     QStringList files() { return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden); }
     qint64 feature(const char *name)
@@ -94,11 +88,6 @@ public:
         return row.match(QString::fromUtf8(control().description()))
             .captured(1)
             .toULongLong(nullptr, 16);
-    }
-    bool run(int operation)
-    {
-        return task().SetIntegerValue("FileOperationSelector", operation, nullptr)
-            && task().ExecuteCommand("FileOperationExecute", nullptr);
     }
 
     CameraHost &m_host;
@@ -119,63 +108,40 @@ private Q_SLOTS:
     void blocksAreHeld();
     void faults_data();
     void faults();
-    void vanishes();
     void refusals_data();
     void refusals();
-    void leftOpenByAnother();
-    void oneAtATime();
     void closedInTheMiddle();
 
     void initTestCase() { m_pArea = std::make_unique<Transfer>(m_host); }
-    void cleanup()
-    {
-        m_pOther.reset();
-        m_pArea->startOver();
-    }
+    void cleanup() { m_pArea->startOver(); }
 
 private:
-    Transfer &on(const QString &device);
     CameraHost m_host;
     std::unique_ptr<Transfer> m_pArea; ///< for all that leave the device as they found it
-    std::unique_ptr<Transfer> m_pOther;
 };
-
-Transfer &tst_FileAccess::on(const QString &device)
-{
-    if (device == "area-camera") {
-        return *m_pArea;
-    }
-    m_pOther = std::make_unique<Transfer>(m_host, device);
-    return *m_pOther;
-}
 
 void tst_FileAccess::thereAndBack_data()
 {
-    QTest::addColumn<QString>("device");
     QTest::addColumn<int>("size");
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("milliseconds"); // that an operation takes
-    const auto row = [](const char *name, int size, const char *device = "area-camera",
-                        Fault::Kind kind = Fault::None, int milliseconds = 0) {
-        QTest::newRow(name) << QString(device) << size << int(kind) << milliseconds;
+    const auto row = [](const char *name, int size, Fault::Kind kind = Fault::None,
+                        int milliseconds = 0) {
+        QTest::newRow(name) << size << int(kind) << milliseconds;
     };
     row("many blocks", 300 * 1000);
     row("whole blocks", 3 * BLOCK);
-    row("part of a word", BLOCK + 1);
-    row("one byte", 1, "line-camera");
-    row("device that tells no size, whole blocks", BLOCK, "area-camera", Fault::NoSize);
-    row("device that tells no size", 2 * BLOCK + 7, "area-camera", Fault::NoSize);
-    row("operations that take their time", 3 * BLOCK + 2, "area-camera", Fault::None, 25);
+    row("one byte", 1);
+    row("device that tells no size", 2 * BLOCK + 7, Fault::NoSize);
+    row("operations that take their time", 3 * BLOCK + 2, Fault::None, 25);
 }
 
 void tst_FileAccess::thereAndBack()
 {
-    QFETCH(QString, device);
     QFETCH(int, size);
     QFETCH(int, kind);
     QFETCH(int, milliseconds);
-    const QString entry = device == "line-camera" ? "UserSet1" : "MultiROI";
-    Transfer &t = on(device);
+    Transfer &t = *m_pArea;
     Fault fault;
     fault.kind = Fault::Kind(kind);
     fault.milliseconds = milliseconds;
@@ -186,15 +152,15 @@ void tst_FileAccess::thereAndBack()
     t.keep(bytes);
     const qint64 selected = t.feature("FileSelector");
     t.control().clearAccessLog();
-    QVERIFY2(t.put(entry) == 0, qPrintable(t.remark()));
-    QVERIFY(t.control().file(entry) == bytes);
+    QVERIFY2(t.put() == 0, qPrintable(t.remark()));
+    QVERIFY(t.control().file("MultiROI") == bytes);
     QVERIFY(t.control().accessLog().size() <= most);
     QCOMPARE(t.feature("FileSelector"), selected);
 
     t.keep(OLD);
     t.control().clearAccessLog();
     std::atomic<int> code{-1};
-    std::thread reader([&t, &code, &entry] { code = t.get(entry); });
+    std::thread reader([&t, &code] { code = t.get(); });
     qint64 before = 0;
     bool seen = false;
     while (code == -1) {
@@ -270,7 +236,6 @@ void tst_FileAccess::faults_data()
     row("opening refused", Fault::RefusedOpen, NODE_ACCESS, NODE_ACCESS);
     row("block refused", Fault::RefusedBlock, NODE_ACCESS, NODE_ACCESS);
     row("half a block", Fault::HalfBlock, 0, 0);
-    row("more than asked for", Fault::TooManyBytes, NODE_LOGICAL, NODE_LOGICAL);
     row("nothing for ever", Fault::NothingForEver, NODE_LOGICAL, NODE_RUNTIME);
     row("size too large", Fault::SizeTooLarge, NODE_LOGICAL, 0);
     row("size too small by blocks", Fault::SizeTooSmall, NODE_LOGICAL, 0);
@@ -306,61 +271,33 @@ void tst_FileAccess::faults()
     }
 }
 
-void tst_FileAccess::vanishes()
-{
-    const QByteArray bytes = randomBytes(FAULT_BLOCKS * BLOCK);
-    Transfer t(m_host);
-    for (int block = 0; block < FAULT_BLOCKS; block += 5) {
-        const bool writes = block % 2 == 0;
-        t.reopen();
-        t.control().setFile("MultiROI", bytes);
-        t.keep(writes ? bytes : QByteArray(OLD));
-        // In another access of the block each time.
-        t.control().vanishAfter(ACCESSES_AROUND / 2 + block * ACCESSES_A_BLOCK + block / 5);
-        QCOMPARE(writes ? t.put() : t.get(), int(DEVICE_GONE));
-        QVERIFY(contentOf(t.path()) == (writes ? bytes : QByteArray(OLD)));
-        QCOMPARE(t.files(), QStringList("file.bin"));
-    }
-}
-
 void tst_FileAccess::refusals_data()
 {
-    QTest::addColumn<QString>("device");
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("writes");
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("remark");
     const auto row = [](const char *name, const char *entry, const char *path, bool writes,
-                        int code, const char *remark, const char *device = "area-camera") {
-        QTest::newRow(name) << QString(device) << QString(entry) << QString(path) << writes << code
-                            << QString(remark);
+                        int code, const char *remark) {
+        QTest::newRow(name) << QString(entry) << QString(path) << writes << code << QString(remark);
     };
-    for (const char *name : {"", "NoSuchFile", "../file.bin", "/etc/hostname", "User Set 1"}) {
-        row(QByteArray("no entry ").append(name), name, "file.bin", false, NODE_PROPERTY,
-            "FileSelector");
-    }
-    row("device without files", "UserSet1", "file.bin", false, NODE_PROPERTY, "FileSelector",
-        "grabber-camera");
+    row("no entry", "../file.bin", "file.bin", false, NODE_PROPERTY, "FileSelector");
     row("file that only reads", "LicenseNotice", "file.bin", true, NODE_ACCESS,
         "Open of file LicenseNotice");
-    row("folder that does not exist", "UserSet1", "none/file", false, NODE_ARGUMENT, "none/file");
     row("folder in the place of a file", "UserSet1", ".", false, NODE_ARGUMENT, "/.");
-    row("no source", "UserSet1", "none", true, NODE_ARGUMENT, "none");
     row("empty source", "UserSet1", "empty", true, NODE_ARGUMENT, "the file is empty");
     row("source too large", "UserSet1", "large", true, NODE_RANGE, "33554432 bytes");
-    row("folder as the source", "UserSet1", ".", true, NODE_ARGUMENT, "/.");
 }
 
 void tst_FileAccess::refusals()
 {
-    QFETCH(QString, device);
     QFETCH(QString, entry);
     QFETCH(QString, path);
     QFETCH(bool, writes);
     QFETCH(int, code);
     QFETCH(QString, remark);
-    Transfer &t = on(device);
+    Transfer &t = *m_pArea;
     if (path == "empty" || path == "large") {
         QFile source(t.path(path));
         QVERIFY(source.open(QIODevice::WriteOnly));
@@ -375,33 +312,6 @@ void tst_FileAccess::refusals()
     QCOMPARE(t.files(), files);
     QCOMPARE(contentOf(t.path()), QByteArray(OLD));
     QCOMPARE(t.control().file(entry), before);
-}
-
-void tst_FileAccess::leftOpenByAnother()
-{
-    Transfer &t = *m_pArea;
-    QCOMPARE(t.get(), 0); // closes what a fault may have left open
-    QVERIFY(t.task().SetIntegerValue("FileSelector", 3, nullptr)); // MultiROI
-    QVERIFY2(t.run(0), qPrintable(t.remark()));
-    QVERIFY2(t.get() == 0, qPrintable(t.remark()));
-    QCOMPARE(contentOf(t.path()), t.control().file("MultiROI"));
-}
-
-void tst_FileAccess::oneAtATime()
-{
-    Transfer &t = *m_pArea;
-    t.control().setFile("MultiROI", randomBytes(20 * BLOCK));
-    t.control().blockNextAccess();
-    std::atomic<int> first{-1};
-    std::thread reader([&t, &first] { first = t.get(); });
-    qint64 total = -2;
-    qint64 done = -2;
-    QTRY_VERIFY(t.task().GetFileAccessProgress(&total, &done) == 0 && total == -1);
-    QCOMPARE(t.task().ReadDeviceFile(t.path("other"), "UserSet1"), int(NODE_NOT_ACCESSIBLE));
-    QVERIFY(!t.files().contains("other"));
-    t.control().unblock();
-    reader.join();
-    QCOMPARE(first.load(), 0);
 }
 
 void tst_FileAccess::closedInTheMiddle()

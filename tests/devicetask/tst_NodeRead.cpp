@@ -16,41 +16,32 @@ constexpr qint64 INT_MAX64 = std::numeric_limits<qint64>::max();
 /// Memory: 16: 81 02 03 f4, 32: 80..01 (8 bytes), 80: 1.5f, 96: "hello"; 0x100000 lies outside.
 QByteArray nodes()
 {
-    return intReg("Reg", 16) + intReg("Outside", 0x100000) + intReg("WriteOnly", 16, "WO") + R"(
+    return intReg("Reg", 16) + intReg("Outside", 0x100000) + R"(
 <IntReg Name="SignedLittle"><Address>16</Address><Length>4</Length><pPort>Device</pPort><Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>
 <IntReg Name="SignedByte"><Address>19</Address><Length>1</Length><pPort>Device</pPort><Sign>Signed</Sign></IntReg>
 <IntReg Name="Whole64"><Address>32</Address><Length>8</Length><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>
-<Integer Name="Over64"><pValue>Whole64</pValue></Integer>
 <Integer Name="Bounded"><pValue>SignedByte</pValue><Min>-100</Min><Max>100</Max><Inc>4</Inc></Integer>
 <Integer Name="PBounds"><pValue>SignedByte</pValue><pMin>SignedByte</pMin><pMax>One</pMax><pInc>One</pInc></Integer>
-<Integer Name="ZeroStep"><Value>5</Value><Inc>0</Inc></Integer>
 <Integer Name="StepOfNode"><Value>5</Value><pInc>Zero</pInc><Max>0xFFFFFFFFFFFFFFFF</Max></Integer>
 <Integer Name="EmptyRange"><Value>0</Value><Min>0</Min><Max>-1</Max></Integer>
 <MaskedIntReg Name="Masked"><Address>16</Address><Length>4</Length><pPort>Device</pPort><LSB>15</LSB><MSB>8</MSB><Endianess>BigEndian</Endianess></MaskedIntReg>
 <MaskedIntReg Name="MaskedSigned"><Address>19</Address><Length>1</Length><pPort>Device</pPort><LSB>0</LSB><MSB>3</MSB><Sign>Signed</Sign><Endianess>LittleEndian</Endianess></MaskedIntReg>
-<MaskedIntReg Name="Masked64"><Address>32</Address><Length>8</Length><pPort>Device</pPort><LSB>63</LSB><MSB>0</MSB><Endianess>BigEndian</Endianess></MaskedIntReg>
 <StructReg Comment="s"><Address>16</Address><Length>4</Length><pPort>Device</pPort><Endianess>LittleEndian</Endianess><StructEntry Name="Entry"><LSB>24</LSB><MSB>31</MSB></StructEntry></StructReg>
 <IntSwissKnife Name="Knife"><pVariable Name="A">SignedByte</pVariable><Formula>A*2+1</Formula></IntSwissKnife>
 <IntConverter Name="IntConverted"><FormulaTo>FROM/2</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>SignedByte</pValue></IntConverter>
-<Integer Name="Indexed"><pIndex>One</pIndex><ValueIndexed Index="0">10</ValueIndexed><ValueIndexed Index="1">20</ValueIndexed><ValueDefault>30</ValueDefault></Integer>
 <Boolean Name="Flag"><pValue>SignedByte</pValue><OnValue>-12</OnValue><OffValue>3</OffValue></Boolean>
 <Enumeration Name="Choice"><EnumEntry Name="A"><Value>-12</Value></EnumEntry><EnumEntry Name="B"><pIsAvailable>Zero</pIsAvailable><Value>2</Value></EnumEntry>
 <EnumEntry Name="C"><pIsImplemented>Zero</pIsImplemented><Value>3</Value></EnumEntry><EnumEntry Name="D"><Value>40</Value></EnumEntry><pValue>SignedByte</pValue></Enumeration>
 <Enumeration Name="ChoiceFails"><EnumEntry Name="A"><pIsAvailable>Outside</pIsAvailable><Value>1</Value></EnumEntry><pValue>Reg</pValue></Enumeration>
 <IntSwissKnife Name="KnifeFails"><pVariable Name="A">Outside</pVariable><Formula>A*2+1</Formula></IntSwissKnife>
 <Integer Name="MaxFails"><Value>1</Value><pMax>Outside</pMax></Integer>
-<Integer Name="AvailableFails"><pIsAvailable>Outside</pIsAvailable><Value>1</Value></Integer>
 <Integer Name="Away"><pIsAvailable>Zero</pIsAvailable><Value>1</Value></Integer>
 <FloatReg Name="FloatReg"><Address>80</Address><Length>4</Length><pPort>Device</pPort><Endianess>BigEndian</Endianess></FloatReg>
 <Float Name="FloatBounded"><pValue>FloatReg</pValue><Min>-0.5</Min><Max>99.5</Max></Float>
-<Float Name="FloatFree"><Value>2.5</Value></Float>
 <Float Name="FloatOfInteger"><pValue>SignedByte</pValue></Float>
 <Converter Name="Converted"><FormulaTo>FROM/0.5</FormulaTo><FormulaFrom>TO*0.5</FormulaFrom><pValue>SignedByte</pValue></Converter>
-<SwissKnife Name="FloatKnife"><pVariable Name="A">SignedByte</pVariable><Formula>A*0.25</Formula></SwissKnife>
-<SwissKnife Name="FloatKnifeFails"><pVariable Name="A">Outside</pVariable><Formula>A*0.25</Formula></SwissKnife>
 <StringReg Name="Text"><Address>96</Address><Length>16</Length><pPort>Device</pPort></StringReg>
 <StringReg Name="FullText"><Address>96</Address><Length>5</Length><pPort>Device</pPort></StringReg>
-<StringReg Name="TextFails"><Address>0x100000</Address><Length>16</Length><pPort>Device</pPort></StringReg>
 <String Name="TextOver"><pValue>Text</pValue></String>
 <Command Name="Run"><pValue>Reg</pValue><CommandValue>1</CommandValue></Command>
 )";
@@ -62,8 +53,6 @@ const char *const FORMULAS = R"(
 <IntReg Name="Big"><Address>48</Address><Length>8</Length><pPort>Device</pPort><Sign>Signed</Sign><Endianess>BigEndian</Endianess></IntReg>
 <Integer Name="Nine"><Value>9</Value></Integer>
 <IntSwissKnife Name="BigKnife"><pVariable Name="A">Big</pVariable><Formula>A*3-A*2</Formula></IntSwissKnife>
-<IntConverter Name="BigConverter"><FormulaTo>FROM</FormulaTo><FormulaFrom>TO+0</FormulaFrom><pValue>Big</pValue></IntConverter>
-<SwissKnife Name="BigEquals"><pVariable Name="A">Big</pVariable><Formula>A=9007199254740993</Formula></SwissKnife>
 <IntSwissKnife Name="Lazy"><pVariable Name="D">Zero</pVariable><pVariable Name="A">Outside</pVariable><Formula>(D=0)?5:(A/D)</Formula></IntSwissKnife>
 <IntSwissKnife Name="Divides"><pVariable Name="D">Zero</pVariable><Formula>1/D</Formula></IntSwissKnife>
 <IntSwissKnife Name="OverDivides"><pVariable Name="A">Divides</pVariable><Formula>A+1</Formula></IntSwissKnife>
@@ -76,29 +65,19 @@ const char *const FORMULAS = R"(
 <IntSwissKnife Name="OfBounds"><pVariable Name="B.Max">Bounded</pVariable><pVariable Name="B.Min">Bounded</pVariable><pVariable Name="B.Inc">Bounded</pVariable>
 <Formula>B.Max-B.Min+B.Inc</Formula></IntSwissKnife>
 <IntSwissKnife Name="OfExpressions"><pVariable Name="A">SignedByte</pVariable><Constant Name="K">4</Constant><Expression Name="X">A*K</Expression><Formula>X+X</Formula></IntSwissKnife>
-<IntSwissKnife Name="NamedLikeConstant"><pVariable Name="E">SignedByte</pVariable><Formula>E*2</Formula></IntSwissKnife>
-<IntReg Name="DynamicLength"><Address>19</Address><pLength>One</pLength><pPort>Device</pPort></IntReg>
 <IntReg Name="LengthNine"><Address>19</Address><pLength>Nine</pLength><pPort>Device</pPort></IntReg>
-<IntReg Name="AddressByOffset"><Address>16</Address><pIndex Offset="3">One</pIndex><Length>1</Length><pPort>Device</pPort></IntReg>
 <IntReg Name="AddressByLength"><Address>12</Address><pIndex>One</pIndex><Length>4</Length><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>
-<IntReg Name="AddressByNode"><Address>10</Address><pAddress>Nine</pAddress><Length>1</Length><pPort>Device</pPort></IntReg>
 <Integer Name="Minus"><Value>-4</Value></Integer>
-<Integer Name="Over32"><Value>4294967300</Value></Integer>
 <Integer Name="Over63"><Value>9223372036854775807</Value></Integer>
 <IntReg Name="AddressReduced"><Address>23</Address><pAddress>Minus</pAddress><Length>1</Length><pPort>Device</pPort></IntReg>
-<IntReg Name="AddressNegative"><pAddress>Minus</pAddress><Length>8</Length><pPort>Device</pPort></IntReg>
 <IntReg Name="AddressTooLarge"><Address>0xFFFFFFFFFFFFFFFC</Address><pAddress>Nine</pAddress><Length>4</Length><pPort>Device</pPort></IntReg>
 <IntReg Name="AddressAtTheEnd"><Address>0xFFFFFFFFFFFFFFFC</Address><Length>4</Length><pPort>Device</pPort></IntReg>
 <IntReg Name="IndexTooLarge"><pIndex Offset="0x4000000000000000">Nine</pIndex><Length>4</Length><pPort>Device</pPort></IntReg>
-<IntReg Name="LengthNegative"><Address>0</Address><pLength>Minus</pLength><pPort>Device</pPort></IntReg>
-<IntReg Name="LengthOver32"><Address>0</Address><pLength>Over32</pLength><pPort>Device</pPort></IntReg>
 <IntReg Name="LengthOver63"><Address>0</Address><pLength>Over63</pLength><pPort>Device</pPort></IntReg>
 <IntReg Name="AddressByFormula"><Address>17</Address><IntSwissKnife Name="Inner"><pVariable Name="A">One</pVariable><Formula>A*2</Formula></IntSwissKnife><Length>1</Length><pPort>Device</pPort></IntReg>
 <Integer Name="IndexedNode"><pIndex>One</pIndex><pValueIndexed Index="1">SignedByte</pValueIndexed><ValueDefault>30</ValueDefault></Integer>
 <IntConverter Name="Falling"><FormulaTo>0-FROM</FormulaTo><FormulaFrom>0-TO</FormulaFrom><pValue>SignedByte</pValue></IntConverter>
 <Converter Name="NoUpperEnd"><FormulaTo>FROM</FormulaTo><FormulaFrom>1/(TO-127)</FormulaFrom><pValue>SignedByte</pValue></Converter>
-<IntSwissKnife Name="Twice"><pVariable Name="A">SignedByte</pVariable><pVariable Name="B">SignedByte</pVariable><Formula>A+A+B</Formula></IntSwissKnife>
-<StringReg Name="LongText"><Address>0x1000</Address><Length>1100</Length><pPort>Device</pPort></StringReg>
 <Port Name="ChunkPort"><ChunkID>1</ChunkID></Port>
 <IntReg Name="Chunk"><Address>0</Address><Length>4</Length><pPort>ChunkPort</pPort></IntReg>
 <IntSwissKnife Name="OfChunk"><pVariable Name="A">Chunk</pVariable><Formula>A+1</Formula></IntSwissKnife>
@@ -134,8 +113,6 @@ private Q_SLOTS:
     void failures();
     void notFinite_data();
     void notFinite();
-    void readsEachRegisterOnce_data();
-    void readsEachRegisterOnce();
     void memory();
 };
 
@@ -154,10 +131,8 @@ void NodeReadTest::integers_data()
     row("Reg", 0x810203f4, 0xFFFFFFFF, 0);
     row("SignedByte", -12, 127, -128);
     row("Whole64", qint64(0x8000000000000001ULL), INT_MAX64, 0);
-    row("Over64", qint64(0x8000000000000001ULL), INT_MAX64, 0);
     row("Bounded", -12, 100, -100, 4);
     row("PBounds", -12, 1, -12);
-    row("ZeroStep", 5, INT_MAX64, INT_MIN64);
     row("StepOfNode", 5, INT_MAX64, INT_MIN64);
     row("EmptyRange", 0, -1, 0);
     row("Masked", 0x02, 255, 0);
@@ -165,19 +140,13 @@ void NodeReadTest::integers_data()
     row("Entry", 0xf4, 255, 0);
     row("Knife", -23, INT_MAX64, INT_MIN64);
     row("IntConverted", -24, 254, -256);
-    row("Indexed", 20, INT_MAX64, INT_MIN64);
-    row("Flag", 1, 1, 0);
     row("Little64", qint64(0x8000000000000001ULL), INT_MAX64, 0);
     row("BigKnife", 9007199254740993, INT_MAX64, INT_MIN64);
-    row("BigConverter", 9007199254740993, INT_MAX64, INT_MIN64);
     row("Lazy", 5, INT_MAX64, INT_MIN64);
     row("OfBoolean", 7, INT_MAX64, INT_MIN64);
     row("OfEntry", 28, INT_MAX64, INT_MIN64);
     row("OfBounds", 204, INT_MAX64, INT_MIN64);
     row("OfExpressions", -96, INT_MAX64, INT_MIN64);
-    row("NamedLikeConstant", -24, INT_MAX64, INT_MIN64);
-    row("DynamicLength", 0xf4, 255, 0);
-    row("AddressByOffset", 0xf4, 255, 0);
     row("AddressByLength", 0x810203f4, 0xFFFFFFFF, 0);
     row("AddressByFormula", 0xf4, 255, 0);
     row("AddressReduced", 0xf4, 255, 0);
@@ -206,13 +175,9 @@ void NodeReadTest::floats_data()
     QTest::addColumn<float>("max");
     QTest::addColumn<float>("min");
     constexpr float LIMIT = std::numeric_limits<float>::max();
-    QTest::newRow("FloatReg") << 1.5F << LIMIT << -LIMIT;
     QTest::newRow("FloatBounded") << 1.5F << 99.5F << -0.5F;
-    QTest::newRow("FloatFree") << 2.5F << LIMIT << -LIMIT;
     QTest::newRow("FloatOfInteger") << -12.0F << 127.0F << -128.0F;
     QTest::newRow("Converted") << -6.0F << 63.5F << -64.0F;
-    QTest::newRow("FloatKnife") << -3.0F << LIMIT << -LIMIT;
-    QTest::newRow("BigEquals") << 1.0F << LIMIT << -LIMIT;
     QTest::newRow("NoUpperEnd") << static_cast<float>(-1.0 / 139) << LIMIT << -LIMIT;
 }
 
@@ -274,33 +239,23 @@ void NodeReadTest::failures_data()
     row("Outside", 'i', 0x90006206);
     row("KnifeFails", 'i', 0x90006206, "(Outside: ");
     row("MaxFails", 'i', 0x90006206);
-    row("AvailableFails", 'i', 0x90006104);
-    row("FloatKnifeFails", 'f', 0x90006206);
-    row("TextFails", 's', 0x90006206);
-    row("WriteOnly", 'i', 0x90006104);
     row("Away", 'i', 0x90006104);
     row("NoSuchNode", 'i', 0x90006203);
-    row("Text", 'i', 0x90006203);
     row("Choice", 's', 0x90006203);
     row("Reg", 'f', 0x90006203);
     row("Reg", 'e', 0x90006203);
     row("Reg", 'b', 0x90006203);
     row("Root", 'i', 0x90006203);
     row("", 'i', 0x90006201);
-    row("Divides", 'i', 0x90006204);
     row("OverDivides", 'i', 0x90006204, "(Divides: division by zero)");
     row("Infinite", 'f', 0x90006204);
     row("Huge", 'i', 0x90006204, "(Huge: the result does not fit into 64 bits)");
     row("LengthNine", 'i', 0x90006205, "(LengthNine: its length of 9 bytes does not fit its kind)");
-    row("LengthNegative", 'i', 0x90006205);
-    row("LengthOver32", 'i', 0x90006205);
     row("LengthOver63", 'i', 0x90006205);
-    row("AddressNegative", 'i', 0x90006205);
     row("AddressTooLarge", 'i', 0x90006205);
     row("IndexTooLarge", 'i', 0x90006205);
     row("AddressAtTheEnd", 'i', 0x90006206);
     row("Broken", 'i', 0x90006205);
-    row("Chunk", 'i', 0x90006104);
     row("OfChunk", 'i', 0x90006104);
 }
 
@@ -376,36 +331,6 @@ void NodeReadTest::notFinite()
     }
     QVERIFY(!device.task().GetIntegerValue("I", &integer, nullptr, true, false));
     QVERIFY(!device.task().GetFloatValue("K", &value, nullptr, true, false));
-}
-
-void NodeReadTest::readsEachRegisterOnce_data()
-{
-    QTest::addColumn<QChar>("kind");
-    QTest::addColumn<int>("accesses");
-    QTest::newRow("IntConverted") << QChar('i') << 1; // value and both ends
-    QTest::newRow("PBounds") << QChar('i') << 1;
-    QTest::newRow("Twice") << QChar('i') << 1;
-    QTest::newRow("Lazy") << QChar('i') << 0; // nothing of the side that does not count
-    QTest::newRow("BigConverter") << QChar('i') << 1;
-    QTest::newRow("Converted") << QChar('f') << 1;
-    QTest::newRow("LongText") << QChar('s') << 3; // blocks of 512 bytes
-}
-
-void NodeReadTest::readsEachRegisterOnce()
-{
-    QFETCH(QChar, kind);
-    const QString node = QTest::currentDataTag();
-    const auto device = openDevice();
-    QCameraTask &task = device->task();
-    _NODE_INT_VALUE_ integer{};
-    _NODE_FLOAT_VALUE_ number{};
-    QString text;
-    const int before = device->m_pState->m_nAccesses;
-    const bool ok = kind == 'i' ? task.GetIntegerValue(node, &integer, nullptr, true, false)
-        : kind == 'f'           ? task.GetFloatValue(node, &number, nullptr, true, false)
-                                : task.GetStringValue(node, &text, nullptr, nullptr, true, false);
-    QVERIFY(ok);
-    QTEST(device->m_pState->m_nAccesses - before, "accesses");
 }
 
 void NodeReadTest::memory()

@@ -1,11 +1,8 @@
 #include "DeviceFixture.h"
 #include "DeviceTaskModule/QCameraBasicTask.h"
-#include "DeviceTaskModule/QChannelTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
 #include "DeviceTaskModule/VexaCameraTranslator.h"
-#include "DeviceTaskModule/VexaOperateCameraThread.h"
 
-#include <QDomDocument>
 #include <QtTest>
 
 #include <thread>
@@ -31,54 +28,12 @@ class TaskRegistryTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void noRegistryWithoutHost();
-    void lookUps();
     void factsComeFromWhoIsAsked_data();
     void factsComeFromWhoIsAsked();
     void refusedOpenings();
-    void leftOutNode();
-    void documentBelongsToTheCaller();
     void remarksAreKeptPerThreadAndTask();
     void translations();
 };
-
-void TaskRegistryTest::noRegistryWithoutHost()
-{
-    QVERIFY(!QTaskManager::Instance());
-    {
-        const CameraHost host;
-        QVERIFY(QTaskManager::Instance());
-    }
-    QVERIFY(!QTaskManager::Instance());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("not carried out"));
-    VexaOperateCameraThread::addOperateCamera(VEXA_OPERATOR_CLOSE, 1, true);
-}
-
-void TaskRegistryTest::lookUps()
-{
-    CameraHost host;
-    const auto state = std::make_shared<MemoryDeviceState>(describe({}));
-    host.openCamera(sourceOf(state, "A"));
-    const long int second = host.openCamera(sourceOf(state, "B")).cameraId;
-    const long int third = host.openCamera(sourceOf(state, "A")).cameraId;
-    QTaskManager &manager = *QTaskManager::Instance();
-    QCOMPARE(manager.GetTaskCount(), 3U);
-    QCOMPARE(manager.GetCameraCount("A"), 2);
-    QCOMPARE(manager.GetCameraCount("C"), 0);
-    QCOMPARE(manager.GetTaskByIndex(1)->_GetCameraBasicTaskID(), second);
-    QVERIFY(!manager.GetTaskByIndex(3));
-    QVERIFY(!manager.GetTaskByIndex(-1));
-    QCOMPARE(manager.GetTaskByIDEx(third), manager.GetTaskByID(third));
-    QVERIFY(!manager.IsCameraTaskReleased(second));
-    host.closeCamera(second);
-    QVERIFY(manager.IsCameraTaskReleased(second));
-    QVERIFY(!manager.IsCameraTaskReleased(third + 1));
-    QVERIFY(!manager.IsCameraTaskReleased(NO_CAMERA_ID));
-    QVERIFY(!manager.GetTaskByIDEx(second));
-    QCOMPARE(manager.GetTaskByIndex(1)->_GetCameraBasicTaskID(), third);
-    manager.GetTaskByIndex(1)->_CameraTak()->SetCameraName("renamed");
-    QCOMPARE(manager.GetTaskByIndex(1)->_GetCameraName(), QString("renamed"));
-}
 
 void TaskRegistryTest::factsComeFromWhoIsAsked_data()
 {
@@ -96,9 +51,6 @@ void TaskRegistryTest::factsComeFromWhoIsAsked_data()
         identity + scanType("Areascan", "Linescan"), {"Memory camera", "M", "S1"}, 1, false);
     row("user's name not preferred", identity + text("DeviceUserID", " Left door "),
         {"Left door", "X-1", "0815"});
-    row("empty user's name shown", identity + text("DeviceUserID", ""), named);
-    row("serial number of older devices missed",
-        text("DeviceModelName", "X-1") + text("DeviceID", "4711"), {"X-1 4711", "X-1", "4711"});
     row("device without any answer loses the source's facts", {}, {"M S1", "M", "S1"});
     row("node that cannot be read taken for empty",
         "<String Name='DeviceModelName'><pValue>Gone</pValue></String>"
@@ -145,37 +97,6 @@ void TaskRegistryTest::refusedOpenings()
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
     const auto padded = std::make_shared<MemoryDeviceState>(describe({}) + zeros);
     QCOMPARE(host.openCamera(sourceOf(padded)).error, QString());
-}
-
-void TaskRegistryTest::leftOutNode()
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^Node N is left out: .+"));
-    DeviceFixture device("<Integer Name='N'><pValue>Nowhere</pValue></Integer>"
-                         + intReg("Good", 16));
-    QCameraTask &task = device.task();
-    _NODE_INT_VALUE_ integer{};
-    int error = 0;
-    QCOMPARE(task.GetAccessMode("N", &error), 0);
-    QVERIFY(!task.GetIntegerValue("N", &integer, &error, true, false));
-    QVERIFY(error != 0);
-    QVERIFY(!task.SetIntegerValue("N", 0, nullptr));
-    QCOMPARE(device.m_pState->m_nAccesses.load(), 0);
-    QCOMPARE(task.GetAccessMode("Good", nullptr), 4);
-}
-
-void TaskRegistryTest::documentBelongsToTheCaller()
-{
-    DeviceFixture device({});
-    QCameraTask &task = device.task();
-    QDomDocument first;
-    QDomDocument second;
-    task.GetXMLDomDocument(first);
-    task.GetXMLDomDocument(second);
-    first.documentElement().setAttribute("ModelName", "changed");
-    QCOMPARE(second.documentElement().attribute("ModelName"), QString("M"));
-    device.m_host.closeCamera(device.m_nId);
-    task.GetXMLDomDocument(second);
-    QVERIFY(second.isNull());
 }
 
 void TaskRegistryTest::remarksAreKeptPerThreadAndTask()
