@@ -20,15 +20,9 @@ private Q_SLOTS:
     void featuresCarryAllTexts();
     void translationsAreComplete_data() { addDevices(); }
     void translationsAreComplete();
-    void everyRegisterAnswers_data() { addDevices(); }
-    void everyRegisterAnswers();
     void everyFeatureReads_data() { addDevices(); }
     void everyFeatureReads();
-    void rangesHoldTheValue_data() { addDevices(); }
-    void rangesHoldTheValue();
-    void registersNeverOverlap();
     void instancesDiffer();
-    void olderNamesTakeTheirPlace();
 
 private:
     static void addDevices();
@@ -49,8 +43,6 @@ void tst_BuiltInDescriptions::addDevices()
     QTest::newRow("area-camera") << "area-camera" << 1u << 180;
     QTest::newRow("code-reader") << "code-reader" << 1u << 350;
     QTest::newRow("code-reader-older") << "code-reader-older" << 1u << 350;
-    QTest::newRow("code-reader-16") << "code-reader-16" << 1u << 350;
-    QTest::newRow("code-reader-17") << "code-reader-17" << 1u << 350;
     QTest::newRow("code-reader-without-tuning") << "code-reader-without-tuning" << 1u << 350;
     QTest::newRow("line-camera") << "line-camera" << 4u << 100;
     QTest::newRow("grabber-camera") << "grabber-camera" << 8u << 60;
@@ -144,37 +136,6 @@ void tst_BuiltInDescriptions::translationsAreComplete()
     QCOMPARE(json.size(), QSet<QString>(m_features.cbegin(), m_features.cend()).size());
 }
 
-void tst_BuiltInDescriptions::everyRegisterAnswers()
-{
-    open();
-    OpenedDevice device(m_simulated);
-    static const QSet<QString> kRegisters = {"IntReg",    "MaskedIntReg", "FloatReg",
-                                             "StringReg", "StructReg",    "Register"};
-    const bool isNetwork = m_simulated.source->deviceType == 1;
-    int registers = 0;
-    for (auto it = m_nodes.cbegin(); it != m_nodes.cend(); ++it) {
-        if (!kRegisters.contains(it->tagName())) {
-            continue;
-        }
-        ++registers;
-        const quint64 address = it->firstChildElement("Address").text().toULongLong(nullptr, 0);
-        const quint32 length = it->firstChildElement("Length").text().toUInt();
-        QVERIFY2(m_simulated.control->peek(address, length).size() == int(length),
-                 qPrintable(it.key()));
-        // Whatever passes single precision and six digits on its way comes out the same.
-        QVERIFY2(address < 1000000 || it.key() == "ServiceValueReg", qPrintable(it.key()));
-        if (!isNetwork && it->tagName() != "StringReg" && it->tagName() != "Register") {
-            QCOMPARE(it->firstChildElement("Endianess").text(), QStringLiteral("LittleEndian"));
-        }
-        // Fields share their word, which may hold others that can be written.
-        if (it->firstChildElement("AccessMode").text() == "RO" && it->tagName() != "MaskedIntReg") {
-            device.write(address, QByteArray(int(length), '\1'));
-            QCOMPARE(device.m_nErrorCode, int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT));
-        }
-    }
-    QVERIFY(registers > 50);
-}
-
 /// In Aravis, which has rules of its own.
 void tst_BuiltInDescriptions::everyFeatureReads()
 {
@@ -192,61 +153,6 @@ void tst_BuiltInDescriptions::everyFeatureReads()
         QVERIFY2(device.m_strError.isEmpty(), qPrintable(name + ": " + device.m_strError));
         static const QSet<QString> kWithoutValue = {"Category", "Command", "Register"};
         QCOMPARE(value.isValid(), !kWithoutValue.contains(m_nodes.value(name).tagName()));
-    }
-}
-
-void tst_BuiltInDescriptions::rangesHoldTheValue()
-{
-    open();
-    OpenedDevice device(m_simulated);
-    int checked = 0;
-    for (const QString &name : qAsConst(m_features)) {
-        ArvGcNode *const node = device.node(name);
-        const bool isInteger = m_nodes.value(name).tagName() == "Integer";
-        if (!isInteger && m_nodes.value(name).tagName() != "Float") {
-            continue;
-        }
-        GError *error = nullptr; // of a formula, which has no limits of its own
-        double min = 0;
-        double max = 0;
-        if (isInteger) {
-            min = double(arv_gc_integer_get_min(ARV_GC_INTEGER(node), nullptr));
-            max = double(arv_gc_integer_get_max(ARV_GC_INTEGER(node), &error));
-        } else {
-            min = arv_gc_float_get_min(ARV_GC_FLOAT(node), nullptr);
-            max = arv_gc_float_get_max(ARV_GC_FLOAT(node), &error);
-        }
-        const double value = device.value(name).toDouble();
-        QVERIFY2(error || (min <= value && value <= max), qPrintable(name));
-        checked += error ? 0 : 1;
-        g_clear_error(&error);
-    }
-    QVERIFY2(checked > 20, qPrintable(QString::number(checked)));
-}
-
-void tst_BuiltInDescriptions::registersNeverOverlap()
-{
-    m_simulated = SimulatedDevices::builtIn("area-camera");
-    m_nodes = namedElements(parsedDescription(m_simulated));
-    QMap<quint64, QPair<quint64, QString>> ranges; // start to end and name
-    for (auto it = m_nodes.cbegin(); it != m_nodes.cend(); ++it) {
-        const QDomElement address = it->firstChildElement("Address");
-        if (address.isNull() || it->tagName() == "MaskedIntReg"
-            || it.key() == "ExposureEndNotificationReg") {
-            continue; // fields share their words, and the notification reads the first element of an array
-        }
-        const quint64 start = address.text().toULongLong(nullptr, 0);
-        const quint64 end = start + it->firstChildElement("Length").text().toULongLong();
-        QVERIFY2(end < 0xF0000, qPrintable(it.key()));
-        QVERIFY2(!ranges.contains(start),
-                 qPrintable(it.key() + " and " + ranges.value(start).second));
-        ranges.insert(start, {end, it.key()});
-    }
-    QPair<quint64, QString> before{0, {}};
-    for (auto it = ranges.cbegin(); it != ranges.cend(); ++it) {
-        QVERIFY2(it.key() >= before.first, qPrintable(it->second + " and " + before.second));
-        QVERIFY(m_simulated.control->peek(it.key(), quint32(it->first - it.key())).size() > 0);
-        before = *it;
     }
 }
 
@@ -269,29 +175,6 @@ void tst_BuiltInDescriptions::instancesDiffer()
     };
     QCOMPARE(port(1), port(0));
     QVERIFY(port(2) != port(0));
-}
-
-void tst_BuiltInDescriptions::olderNamesTakeTheirPlace()
-{
-    const auto older = SimulatedDevices::builtIn(QStringLiteral("code-reader-older"));
-    const QStringList features = elementTexts(parsedDescription(older), QStringLiteral("pFeature"));
-    const QPair<const char *, const char *> pairs[] = {
-        {"StrobeLineExposeDelay", "Strobe2Delay"},
-        {"StrobeLineExposeDuration", "Strobe2PulseWidth"},
-        {"StrobeLinePreDelay", "FlashAheadTime"},
-        {"LineDebouncerTime", "Line0Glitch"},
-        {"CounterValue", "CountNumber"},
-        {"HardwareTriggerActivation", "LineOutHardTriggerActive"},
-        {"TcpProtocalEnable", "TcpProtocolEnable"},
-        {"BcrNameEnable", "TcpBarcodeNameEnable"},
-        {"TcpDstAddr", "TCPDestIp"},
-        {"FlashMode", "LightMode"},
-        {"PrechargeTime", "FlashAhead"},
-        {"TestPattern", "TestImageModel"},
-    };
-    for (const auto &pair : pairs) {
-        QVERIFY2(features.contains(pair.second) && !features.contains(pair.first), pair.second);
-    }
 }
 
 QTEST_GUILESS_MAIN(tst_BuiltInDescriptions)

@@ -9,28 +9,15 @@ class tst_CameraBehaviour : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void factoryValues_data();
-    void factoryValues();
     void rangesFollowEachOther();
-    void selectorsChooseTheirElement_data();
-    void selectorsChooseTheirElement();
     void conditionsFollowTheirNodes_data();
     void conditionsFollowTheirNodes();
-    void entriesComeAndGo();
-    void softwareTriggerCounts();
     void acquisitionRunsAndEnds();
     void lockedRegistersAreRefusedWhileGrabbing();
-    void resultingFrameRateFollows();
-    void temperatureMovesUnlessQuiet();
-    void lineRateBoundsTheFrameRate();
-    void encoderTurnsWhileGrabbing();
-    void lookUpTableIsOneBlock();
     void aResetLoadsTheDefaultSet_data();
     void aResetLoadsTheDefaultSet();
 
 private:
-    QStringList availableEntries(const char *name);
-
     SimulatedDevices::Simulated m_simulated;
     std::unique_ptr<OpenedDevice> m_pDevice;
 };
@@ -39,39 +26,6 @@ void tst_CameraBehaviour::init()
 {
     m_simulated = SimulatedDevices::builtIn(QStringLiteral("area-camera"));
     m_pDevice = std::make_unique<OpenedDevice>(m_simulated);
-}
-
-/// One of each form of register; the memory was filled by the devices' tables, Aravis goes by the description.
-void tst_CameraBehaviour::factoryValues_data()
-{
-    QTest::addColumn<double>("value");
-    const QPair<const char *, double> rows[] = {{"Width", 2448},
-                                                {"SensorWidth", 2592},
-                                                {"ADCBitDepth", 10},
-                                                {"DeviceLinkSpeed", 125000000},
-                                                {"GevMACAddress", double(0x0253494D0001)},
-                                                {"DigitalShift", -1},
-                                                {"EncoderValue", -1250},
-                                                {"EncoderDrift", -37},
-                                                {"GevSCPSPacketSize", 1500},
-                                                {"SensorTaps", 4},
-                                                {"DeviceSFNCVersionMajor", 2},
-                                                {"AcquisitionBurstFrameCount", 1},
-                                                {"DeviceLinkThroughputLimit", 118000000},
-                                                {"BlackLevel", -3},
-                                                {"Gain", 6.5},
-                                                {"NoiseReduction", double(0.35F)},
-                                                {"Gamma", 0.7},
-                                                {"ShadingCoefficient", -0.125},
-                                                {"SensorStatusRegister", 2147483713.0}};
-    for (const auto &row : rows) {
-        QTest::newRow(row.first) << row.second;
-    }
-}
-
-void tst_CameraBehaviour::factoryValues()
-{
-    QTEST(m_pDevice->value(QTest::currentDataTag()).toDouble(), "value");
 }
 
 void tst_CameraBehaviour::rangesFollowEachOther()
@@ -89,32 +43,6 @@ void tst_CameraBehaviour::rangesFollowEachOther()
     QCOMPARE(m_pDevice->integer("OffsetX"), qint64(0));
 }
 
-void tst_CameraBehaviour::selectorsChooseTheirElement_data()
-{
-    QTest::addColumn<QString>("selector");
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QString>("feature");
-    QTest::addColumn<double>("expected");
-    QTest::newRow("pIndex, 2 bytes") << "BlackLevelSelector" << 2 << "BlackLevel" << 2.0;
-    QTest::newRow("pIndex, 8 byte float") << "TimerSelector" << 1 << "TimerDuration" << 2500.5;
-    QTest::newRow("pIndex over Integer")
-        << "DefectPixelIndex" << 3 << "DefectPixelX" << double(137 + 3 * 409);
-    QTest::newRow("pAddress") << "CounterSelector" << 1 << "CounterDuration" << 1000.0;
-    QTest::newRow("pAddress of two selectors")
-        << "LUTSelector" << 1 << "LUTValue" << double(1023 - 256);
-    QTest::newRow("bit of a word") << "UserOutputSelector" << 2 << "UserOutputValue" << 0.0;
-}
-
-void tst_CameraBehaviour::selectorsChooseTheirElement()
-{
-    QFETCH(QString, selector);
-    QFETCH(int, position);
-    QFETCH(QString, feature);
-    QFETCH(double, expected);
-    QVERIFY(m_pDevice->setInteger(selector, position));
-    QCOMPARE(m_pDevice->value(feature).toDouble(), expected);
-}
-
 void tst_CameraBehaviour::conditionsFollowTheirNodes_data()
 {
     QTest::addColumn<QString>("cause");
@@ -122,7 +50,6 @@ void tst_CameraBehaviour::conditionsFollowTheirNodes_data()
     QTest::addColumn<QString>("feature");
     QTest::addColumn<bool>("asksLock");
     QTest::addColumn<bool>("before");
-    QTest::newRow("transport layer lock") << "TLParamsLocked" << 1 << "Width" << true << false;
     QTest::newRow("lock by two conditions")
         << "ExposureMode" << 0 << "ExposureTime" << true << false;
     QTest::newRow("lock by a selector") << "UserSetSelector" << 1 << "UserSetSave" << true << true;
@@ -144,44 +71,6 @@ void tst_CameraBehaviour::conditionsFollowTheirNodes()
     QCOMPARE(m_pDevice->flag(question, feature), before);
     QVERIFY2(m_pDevice->setInteger(cause, value), qPrintable(m_pDevice->m_strError));
     QCOMPARE(m_pDevice->flag(question, feature), !before);
-}
-
-QStringList tst_CameraBehaviour::availableEntries(const char *name)
-{
-    guint count = 0;
-    const char **names = arv_gc_enumeration_dup_available_string_values(
-        ARV_GC_ENUMERATION(m_pDevice->node(name)), &count, nullptr);
-    QStringList entries;
-    for (guint i = 0; i < count; ++i) {
-        entries.append(QString::fromUtf8(names[i]));
-    }
-    g_free(names);
-    entries.sort();
-    return entries;
-}
-
-void tst_CameraBehaviour::entriesComeAndGo()
-{
-    QCOMPARE(availableEntries("PixelFormat"), (QStringList{"Mono10", "Mono10p", "Mono8"}));
-    QVERIFY(m_pDevice->setInteger("ADCBitDepth", 8));
-    QCOMPARE(availableEntries("PixelFormat"), QStringList{"Mono8"});
-    QCOMPARE(m_pDevice->value("PixelFormat").toLongLong(), qint64(0x01080001));
-}
-
-void tst_CameraBehaviour::softwareTriggerCounts()
-{
-    for (int i = 0; i < 3; ++i) {
-        QVERIFY(m_pDevice->execute("TriggerSoftware"));
-    }
-    QCOMPARE(m_pDevice->integer("TriggerSoftwareCount"), qint64(3));
-    QCOMPARE(m_pDevice->integer("CounterValue"),
-             qint64(3)); // counts frame triggers from the factory on
-    QVERIFY(m_pDevice->setInteger("TriggerMode", 1));
-    QVERIFY(m_pDevice->execute("AcquisitionStart"));
-    QVERIFY(m_pDevice->execute("TriggerSoftware"));
-    QCOMPARE(m_pDevice->integer("EventExposureEndFrameID"), qint64(1));
-    QVERIFY(m_pDevice->execute("CounterReset"));
-    QCOMPARE(m_pDevice->integer("CounterValue"), qint64(0));
 }
 
 void tst_CameraBehaviour::acquisitionRunsAndEnds()
@@ -210,78 +99,6 @@ void tst_CameraBehaviour::lockedRegistersAreRefusedWhileGrabbing()
     QVERIFY(m_pDevice->setNumber("Gain", 1));
     QVERIFY(m_pDevice->execute("AcquisitionStop"));
     QVERIFY(m_pDevice->setInteger("Width", 640));
-}
-
-void tst_CameraBehaviour::resultingFrameRateFollows()
-{
-    QCOMPARE(m_pDevice->number("ResultingFrameRate"), 20.0);
-    QVERIFY(m_pDevice->setNumber("ExposureTime", 99940));
-    QCOMPARE(m_pDevice->number("ResultingFrameRate"), 10.0);
-    QVERIFY(m_pDevice->setNumber("ExposureTime", 100));
-    QVERIFY(m_pDevice->setInteger("AcquisitionFrameRateEnable", 0));
-    QVERIFY(qAbs(m_pDevice->number("ResultingFrameRate") - 1e6 / (1948 * 12.5 + 40)) < 1e-3);
-}
-
-void tst_CameraBehaviour::temperatureMovesUnlessQuiet()
-{
-    const double first = m_pDevice->number("DeviceTemperature");
-    QVERIFY(first > 38 && first < 44);
-    QTRY_VERIFY(m_pDevice->number("DeviceTemperature") != first);
-    m_simulated.control->setQuiet(true);
-    m_simulated.control->poke(namedElements(parsedDescription(m_simulated))
-                                  .value("DeviceTemperatureRaw")
-                                  .firstChildElement("Address")
-                                  .text()
-                                  .toULongLong(nullptr, 0),
-                              QByteArray::fromHex("9cff")); // -100, little-endian
-    QCOMPARE(m_pDevice->number("DeviceTemperature"), -10.0);
-}
-
-void tst_CameraBehaviour::lineRateBoundsTheFrameRate()
-{
-    const auto simulated = SimulatedDevices::builtIn("line-camera");
-    simulated.control->setQuiet(true);
-    OpenedDevice d(simulated);
-    QVERIFY(d.setInteger("Height", 1000));
-    QVERIFY(d.setNumber("AcquisitionLineRate", 10000));
-    QCOMPARE(d.number("ResultingLineRate"), 10000.0);
-    QCOMPARE(d.number("ResultingFrameRate"), 10.0);
-    QVERIFY(d.setInteger("AcquisitionLineRateEnable", 0));
-    QVERIFY(d.setNumber("ExposureTime", 97.5));
-    QCOMPARE(d.number("ResultingLineRate"), 10000.0);
-    QVERIFY(d.setNumber("ExposureTime", 997.5));
-    QCOMPARE(d.number("ResultingLineRate"), 1000.0);
-}
-
-void tst_CameraBehaviour::encoderTurnsWhileGrabbing()
-{
-    OpenedDevice d(SimulatedDevices::builtIn("line-camera"));
-    QVERIFY(d.setInteger("Height", 100));
-    const qint64 first = d.integer("EncoderValue");
-    QCOMPARE(d.integer("EncoderValue"), first);
-    QVERIFY(d.execute("AcquisitionStart"));
-    QTRY_VERIFY(d.integer("EncoderValue") > first);
-    QVERIFY(d.execute("AcquisitionStop"));
-    const qint64 last = d.integer("EncoderValue");
-    QCOMPARE(d.integer("EncoderValue"), last);
-    QVERIFY(d.execute("EncoderReset"));
-    QCOMPARE(d.integer("EncoderValue"), qint64(0));
-    QCOMPARE(d.integer("EncoderValueAtReset"), last);
-}
-
-void tst_CameraBehaviour::lookUpTableIsOneBlock()
-{
-    const auto simulated = SimulatedDevices::builtIn("line-camera");
-    OpenedDevice d(simulated);
-    const QDomElement all = namedElements(parsedDescription(simulated)).value("LUTValueAll");
-    QCOMPARE(all.tagName(), QStringLiteral("Register"));
-    const quint64 address = all.firstChildElement("Address").text().toULongLong(nullptr, 0);
-    QVERIFY(d.setInteger("LUTSelector", 1));
-    QVERIFY(d.setInteger("LUTIndex", 7));
-    QVERIFY(d.setInteger("LUTValue", 0x123));
-    QByteArray block;
-    QVERIFY(d.read(address, all.firstChildElement("Length").text().toUInt(), &block));
-    QCOMPARE(block.mid((1024 + 7) * 4, 4), QByteArray("\x23\x01\0\0", 4)); // little-endian
 }
 
 void tst_CameraBehaviour::aResetLoadsTheDefaultSet_data()
