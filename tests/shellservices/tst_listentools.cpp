@@ -51,9 +51,7 @@ private slots:
     void callsInOrderOfPriority();
     void listenersChangeTheListWhileNotified_data();
     void listenersChangeTheListWhileNotified();
-    void notifiesWithinANotification();
     void removalWaitsForTheOtherThread();
-    void mutualRemovalEnds();
     void survivesTrafficFromManyThreads();
 };
 
@@ -122,22 +120,6 @@ void tst_ListenTools::listenersChangeTheListWhileNotified()
     QCOMPARE(log, secondRound);
 }
 
-void tst_ListenTools::notifiesWithinANotification()
-{
-    Listener outer, inner;
-    auto *const pTools = VexaListenTools::instance();
-    pTools->addListener(&outer, PRIORITY_LEVEL_0);
-    pTools->addListener(&inner, PRIORITY_LEVEL_1);
-    outer.onNotify = [&] {
-        outer.onNotify = nullptr;
-        pTools->notifyListeners(15, nullptr);
-        pTools->removeListener(&outer); // of a call that is still on this thread's own stack
-    };
-    pTools->notifyListeners(3, nullptr);
-    QCOMPARE(outer.calls.load(), 2);
-    QCOMPARE(inner.calls.load(), 2);
-}
-
 void tst_ListenTools::removalWaitsForTheOtherThread()
 {
     auto *const pTools = VexaListenTools::instance();
@@ -167,37 +149,6 @@ void tst_ListenTools::removalWaitsForTheOtherThread()
     QVERIFY(bLeftBefore);
     pTools->notifyListeners(7, nullptr);
     QCOMPARE(listener.calls.load(), 1);
-}
-
-void tst_ListenTools::mutualRemovalEnds()
-{
-    auto *const pTools = VexaListenTools::instance();
-    Listener a, b;
-    QSemaphore inA, inB;
-    // One thread is inside a, the other inside b; each removes the other.
-    std::thread::id first = std::this_thread::get_id();
-    a.onNotify = [&] {
-        if (std::this_thread::get_id() == first) {
-            inA.release();
-            inB.acquire();
-            pTools->removeListener(&b);
-        }
-    };
-    b.onNotify = [&] {
-        if (std::this_thread::get_id() != first) {
-            inB.release();
-            inA.acquire();
-            pTools->removeListener(&a);
-        }
-    };
-    pTools->addListener(&a, PRIORITY_LEVEL_0);
-    pTools->addListener(&b, PRIORITY_LEVEL_1);
-    std::thread other([&] { pTools->notifyListeners(3, nullptr); });
-    pTools->notifyListeners(3, nullptr);
-    other.join();
-    const int nCalls = a.calls + b.calls;
-    pTools->notifyListeners(3, nullptr);
-    QCOMPARE(a.calls + b.calls, nCalls);
 }
 
 void tst_ListenTools::survivesTrafficFromManyThreads()

@@ -26,14 +26,9 @@ private slots:
     void typedTextBecomesAValue();
     void refusedTextIsExplained_data();
     void refusedTextIsExplained();
-    void keysThatNoValueHoldsAreRefused_data();
-    void keysThatNoValueHoldsAreRefused();
     void numbersDoNotDependOnTheLocale();
     void aSavedTextIsNotSavedTwice();
     void refillBehindAnotherWindow();
-    void refillKeepsTheCursor();
-    void escapeWithoutAChangeIsTheDialogs();
-    void aModeChangeTakesTheRangeAway();
     void aLongDeviceTextStaysUnmodified();
 
 private:
@@ -93,19 +88,13 @@ void tst_PropertyLineEdit::typedTextBecomesAValue_data()
     };
     const qint64 nSmallest = std::numeric_limits<qint64>::min();
 
-    row("integer cut to 32 bits", Mode::TEXT_DECIMAL, "4294967296", Q_INT64_C(4294967296));
     row("leading zeros read as octal", Mode::TEXT_DECIMAL, "0010", Q_INT64_C(10));
     row("hex without prefix read as decimal", Mode::TEXT_HEX, "20", Q_INT64_C(32));
     row("top bit of 64", Mode::TEXT_HEX, "0x8000000000000000", nSmallest);
     row("hex with more digits than bits", Mode::TEXT_HEX, "0x000000000000000000FF", Q_INT64_C(255));
-    row("address with the top bit becomes negative", Mode::TEXT_IPV4, "192.168.0.1",
-        Q_INT64_C(0xC0A80001));
     row("padded address read as octal", Mode::TEXT_IPV4, "010.001.000.099", Q_INT64_C(0x0A010063));
-    row("MAC with dashes", Mode::TEXT_MAC, "FF-FF-FF-FF-FF-FF", Q_INT64_C(0xFFFFFFFFFFFF));
     row("decimal comma", Mode::TEXT_FLOAT, "12,5", 12.5);
     row("string trimmed", Mode::TEXT_STRING, " a b ", QString(" a b "));
-    row("string that looks like a number", Mode::TEXT_STRING, "007", QString("007"));
-    row("maximum itself refused", Mode::TEXT_DECIMAL, "10", 10LL, -10LL, 10LL);
     row("range upside down locks the value", Mode::TEXT_DECIMAL, "3", 3LL, 5LL, 0LL);
     row("float end itself refused for its rounding", Mode::TEXT_FLOAT, "0.1", 0.1, 0.1f, 0.9f);
 }
@@ -142,20 +131,14 @@ void tst_PropertyLineEdit::refusedTextIsExplained_data()
         QTest::newRow(name) << mode << typed << reason << minimum << maximum;
     };
     const qint64 nMost = std::numeric_limits<qint64>::max();
-    row("sign inside", Mode::TEXT_DECIMAL, "1-2");
     row("hex over 64 bits wraps", Mode::TEXT_HEX, "0x10000000000000000");
-    row("prefix twice", Mode::TEXT_HEX, "0x0x1");
-    row("address of three parts", Mode::TEXT_IPV4, "192.168.1");
     row("part over 255", Mode::TEXT_IPV4, "192.168.1.256");
     row("mask with a hole", Mode::TEXT_MASK, "255.0.255.0");
     row("MAC of five bytes", Mode::TEXT_MAC, "00:11:22:33:44");
-    row("MAC of mixed separators", Mode::TEXT_MAC, "00:11:22-33:44:55");
     row("thousands and decimals", Mode::TEXT_FLOAT, "1,234.5");
     row("float beyond a double becomes infinite", Mode::TEXT_FLOAT, "1e999");
-    row("one above", Mode::TEXT_DECIMAL, "11", "between -10 and 10.", -10LL, 10LL);
     row("64-bit ends compared as doubles", Mode::TEXT_DECIMAL, QString::number(nMost),
         "and 9223372036854775806.", 0LL, nMost - 1);
-    row("float above", Mode::TEXT_FLOAT, "0.90001", "between 0.1 and 0.9.", 0.1f, 0.9f);
     row("double compared in float", Mode::TEXT_FLOAT, "1.00000000001", "between 0 and 1.", 0.0,
         1.0);
     row("hex out of range", Mode::TEXT_HEX, "100", "and 0xFF.", 0LL, 255LL);
@@ -187,36 +170,6 @@ void tst_PropertyLineEdit::refusedTextIsExplained()
     QTRY_VERIFY(QToolTip::text().contains(told.toHtmlEscaped()));
     type("1");
     QCOMPARE(m_pEdit->accessibleDescription(), QString("Gain of the sensor"));
-}
-
-void tst_PropertyLineEdit::keysThatNoValueHoldsAreRefused_data()
-{
-    QTest::addColumn<Mode>("mode");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("kept");
-    QTest::newRow("letters in an integer") << Mode::TEXT_DECIMAL << "1a2.b3"
-                                           << "123";
-    QTest::newRow("letters after f in hex") << Mode::TEXT_HEX << "0xfg1"
-                                            << "0xf1";
-    QTest::newRow("ideographs in a number")
-        << Mode::TEXT_FLOAT << QString::fromUtf8("1五.5") << "1.5";
-    QTest::newRow("string loses nothing")
-        << Mode::TEXT_STRING << QString::fromUtf8("<a>&五") << QString::fromUtf8("<a>&五");
-}
-
-void tst_PropertyLineEdit::keysThatNoValueHoldsAreRefused()
-{
-    QFETCH(Mode, mode);
-    QFETCH(QString, typed);
-    QFETCH(QString, kept);
-    m_pEdit->SetText("7", mode);
-    type("");
-    for (const QChar character : typed) {
-        QTest::sendKeyEvent(QTest::Click, m_pEdit, Qt::Key_unknown, QString(character),
-                            Qt::NoModifier);
-        QCOMPARE(isMarked(), !kept.contains(character));
-    }
-    QCOMPARE(m_pEdit->text(), kept);
 }
 
 void tst_PropertyLineEdit::numbersDoNotDependOnTheLocale()
@@ -266,41 +219,6 @@ void tst_PropertyLineEdit::refillBehindAnotherWindow()
     QTRY_VERIFY(!m_pEdit->hasFocus());
     m_pEdit->SetText("3", Mode::TEXT_DECIMAL);
     QCOMPARE(m_pEdit->text(), QString("25"));
-}
-
-void tst_PropertyLineEdit::refillKeepsTheCursor()
-{
-    m_pEdit->SetText("12345", Mode::TEXT_DECIMAL);
-    m_pEdit->setSelection(1, 2);
-    m_pEdit->SetText("12345", Mode::TEXT_DECIMAL);
-    QCOMPARE(m_pEdit->selectedText(), QString("23"));
-}
-
-void tst_PropertyLineEdit::escapeWithoutAChangeIsTheDialogs()
-{
-    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QCoreApplication::sendEvent(m_pEdit, &escape);
-    QVERIFY(!escape.isAccepted());
-    type("25");
-    escape.accept();
-    QCoreApplication::sendEvent(m_pEdit, &escape);
-    QVERIFY(escape.isAccepted());
-    QCOMPARE(m_pEdit->text(), QString("1"));
-}
-
-void tst_PropertyLineEdit::aModeChangeTakesTheRangeAway()
-{
-    QVariant saved;
-    m_pEdit->SetText("1", Mode::TEXT_DECIMAL);
-    m_pEdit->SetRange(5LL, 0LL);
-    m_pEdit->SetText("2", Mode::TEXT_DECIMAL);
-    type("9");
-    QVERIFY(!m_pEdit->SaveProperty(saved));
-    m_pEdit->Rollback();
-    m_pEdit->SetText("0x2", Mode::TEXT_HEX);
-    type("9");
-    QVERIFY(m_pEdit->SaveProperty(saved));
 }
 
 void tst_PropertyLineEdit::aLongDeviceTextStaysUnmodified()

