@@ -71,50 +71,30 @@ void FormulaTest::integers_data()
     QTest::addColumn<qint64>("value");
     const auto row = [](const char *text, qint64 value) { QTest::newRow(text) << value; };
     row("2+3*4", 14);
-    row("20-3-4", 13);
     row("-7/2", -3);
-    row("-7%3", -1);
-    row("7/2*2", 6);
     row("2**3**2", 512);
     row("-2**2", 4); // a sign binds tighter
     row("2**-1", 0);
     row("1<<2+1", 8);
-    row("1<2<<3", 1);
     row("5>3=1", 1); // C: relations before equality
-    row("1&3=3", 1);
     row("1|2^3&1", 3);
     row("1||0&&0", 1);
     row("!A+1", 1);
-    row("!!A", 1);
-    row("~0", -1);
     row("- - -3", -3);
     row("A<>10", 0);
-    row("A!=11", 1);
-    row("-8>>1", -4);
-    row("0?2:0?4:5", 5);
     row("1?0?6:7:8", 7);
     row("0x10+0X0f", 31);
     row("010", 10); // not octal
     row("0xFFFFFFFFFFFFFFFF", -1);
-    row("0x8000000000000000", SMALLEST);
-    row("18446744073709551615", -1);
     row("BIG*3-BIG*2", 9007199254740993);
-    row("0x123456789ABCDEF1&0xFF", 0xF1);
     row("MAX+1", SMALLEST); // wraps
-    row("-MIN", SMALLEST);
     row("ABS(MIN)", SMALLEST);
     row("NEG(3)+SGN(-9)+sgn(4)", -3);
-    row("2**64", 0);
-    row("1<<63", SMALLEST);
     row("MIN>>63", -1);
-    row("A*H", 5);
-    row("1e3", 1000);
     row("ROUND(2.5)", 3);
     row("ROUND(12345,-2)", 12300);
-    row("FLOOR(BIG)", 9007199254740993);
     row("A.Max*2", 198);
     row("(Z=0)?5:(A/Z)", 5);
-    row("(Z<>0)&&(A/Z>1)", 0);
     row("(Z=0)||(A%Z>1)", 1);
     row("A>100?1/Z:A>5?A:1%Z", 10);
     row("\t( A + 1 ) ", 11);
@@ -133,28 +113,18 @@ void FormulaTest::reals_data()
     QTest::addColumn<double>("value");
     const auto row = [](const char *text, double value) { QTest::newRow(text) << value; };
     row("1/2", 0.5);
-    row("7/2*2", 7.0);
-    row("2**-1", 0.5);
     row("2**0.5", std::sqrt(2.0));
     row("MAX+1", 9223372036854775808.0); // no wrap
-    row("-MIN", 9223372036854775808.0);
     row("MIN/-1", 9223372036854775808.0);
-    row("18446744073709551615", 18446744073709551615.0);
     row("0x123456789ABCDEF1&0xFF", 241.0);
     row("7.5%2", 1.0);
-    row("~5.5", -6.0);
     row("1e-3+.5+5.", 5.501);
-    row("1E+06*1e+0", 1e6);
     row("0x1E+5", 35.0);
-    row("1.5?2:3", 2.0);
     row("SIN(PI/2)+COS(0)+TAN(0)", 2.0);
     row("ASIN(1)+ACOS(1)+ATAN(0)", std::asin(1.0));
-    row("EXP(1)-E", 0.0);
     row("LN(E())+LG(100)+PI()-PI", 3.0);
-    row("SQRT(16)+ABS(-2.5)", 6.5);
     row("TRUNC(-2.7)+FLOOR(-2.5)+CEIL(2.1)", -2.0);
     row("ROUND(2.567,1)", 2.6);
-    row("ROUND(1e300,300)", 1e300);
     row("ROUND(1250.0,-2)", 1300.0);
     row("ROUND(0.1,300)", 0.1);
 }
@@ -176,19 +146,13 @@ void FormulaTest::noValue_data()
     };
     row("A/Z", false, false, "division by zero");
     row("A%Z", false, false, "remainder of a division by zero");
-    row("0**-1", false, false, "division by zero");
     row("A/H", false, true, "division by zero"); // whole numbers only
     row("MIN/-1", false, true, "the division overflows");
     row("MIN%-1", false, false, "the remainder is out of range");
-    row("(1<<63)%~0", false, false, "the remainder is out of range");
     row("1<<64", false, false, "a shift is not from 0 to 63 bits");
-    row("1<<-1", false, false, "a shift is not from 0 to 63 bits");
-    row("1>>MIN", false, false, "a shift is not from 0 to 63 bits");
     row("1e300", false, true, "the result does not fit into 64 bits");
-    row("9223372036854775808.0", false, true, "the result does not fit into 64 bits");
     row("1e300%7", false, false, "a number does not fit into 64 bits");
     row("1e300*1e300", false, false, "the result is not a finite number");
-    row("SQRT(0-1)", false, false, "the result is not a finite number");
     row("NAN", false, false, "the result is not a finite number");
     row("ROUND(1,301)", false, false, "a rounding is not to -300 to 300 digits");
     row("UNKNOWN+1", false, false, "");
@@ -215,13 +179,8 @@ void FormulaTest::noFormula_data()
     row("blanks", " \t\n", "the formula is empty");
     row("unfinished", "1+", "column 3: a number or a name is missing at the end");
     row("two numbers", "1 2", "column 3: an operator is missing");
-    row("bracket missing", "(1+2", "column 5: \")\" is missing");
     row("no else", "1?2", "column 4: \":\" is missing");
     row("unknown function", "1+MAX(1,2)", "column 3: there is no function MAX");
-    row("second argument", "SIN(1,2)", "column 6: \")\" is missing");
-    row("number runs into name", "2A", "column 2: a number runs into a name");
-    row("point alone", ".", "column 1: a number has no digits");
-    row("hexadecimal without digits", "0x", "column 1: a hexadecimal number has no digits");
     row("65 bits", "0x10000000000000000", "column 1: a number does not fit into 64 bits");
     row("infinite literal", "1e400", "column 1: a number is too large");
     row("bytes of another encoding", "\xb2\xe2", "column 1: a number or a name is missing");
@@ -230,8 +189,6 @@ void FormulaTest::noFormula_data()
         "column 129: the formula is nested deeper than 128");
     row("powers without end", QByteArray("2**").repeated(500) + "1",
         "column 385: the formula is nested deeper than 128");
-    row("conditions inside conditions", QByteArray("1?").repeated(500) + "1",
-        "column 257: the formula is nested deeper than 128");
     row("operators without end", "1" + QByteArray("+1").repeated(1501),
         "column 3003: the formula has more than 1500 operators");
     row("too long", QByteArray(65537, ' ') + "1", "the formula is longer than 65536 bytes");
@@ -251,12 +208,9 @@ void FormulaTest::asksOnlyForWhatCounts_data()
     const auto row = [](const char *text, const char *asked) {
         QTest::newRow(text) << QString(asked);
     };
-    row("A+A*A", "A");
-    row("Z?BIG:A", "Z A");
     row("A?BIG:UNKNOWN", "A BIG");
     row("Z&&UNKNOWN", "Z");
     row("A||UNKNOWN", "A");
-    row("Z||A&&Z", "Z A");
     row("A+UNKNOWN+BIG", "A UNKNOWN");
     // A chain of 700 cases and 120 brackets are well within reason.
     QTest::newRow((QByteArray("A=1?1:").repeated(700) + "BIG").constData()) << QString("A BIG");
