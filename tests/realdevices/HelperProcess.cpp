@@ -13,26 +13,16 @@ HelperProcess::~HelperProcess()
     kill();
 }
 
-bool HelperProcess::start(const QString &program, const QStringList &arguments)
+bool HelperProcess::startCamera(const QStringList &arguments)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(program, arguments);
+    m_process.start(QStringLiteral(FAKE_CAMERA_PATH), QStringList{cameraSerial()} + arguments);
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead(START_TIME)) {
             return false;
         }
     }
     return m_process.readLine() == "ready\n";
-}
-
-bool HelperProcess::startCamera(const QStringList &arguments)
-{
-    return start(QStringLiteral(FAKE_CAMERA_PATH), QStringList{cameraSerial()} + arguments);
-}
-
-bool HelperProcess::startController()
-{
-    return start(QStringLiteral(CONTROLLER_PATH), {cameraAddress()});
 }
 
 void HelperProcess::kill()
@@ -46,9 +36,4 @@ void HelperProcess::kill()
 void HelperProcess::freeze()
 {
     ::kill(pid_t(m_process.processId()), SIGSTOP);
-}
-
-void HelperProcess::thaw()
-{
-    ::kill(pid_t(m_process.processId()), SIGCONT);
 }
