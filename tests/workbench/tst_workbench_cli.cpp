@@ -1,4 +1,3 @@
-#include "host/devicetask/CameraHost.h"
 #include "host/devicetask/RealDevices.h"
 #include "tests/workbench/WorkbenchProcess.h"
 
@@ -54,10 +53,8 @@ void WorkbenchCliTest::wrongUsage_data()
     row("level above the table", "--user-level 3", "'3'");
     row("level that is no number read as 0", "--user-level guru", "'guru'");
     row("first of two dumps lost", "--dump a --dump b", "once");
-    row("dump of which device", "--device area-camera --gige 127.0.0.77 --dump -", "one device");
     row("write without a value", "--write Width", "'Width'");
     row("two jobs mixed on stdout", "--dump - --read Width", "standard output");
-    row("target of a file left out", "--device code-reader --get-file MultiROI", "NAME FILE");
 }
 
 void WorkbenchCliTest::wrongUsage()

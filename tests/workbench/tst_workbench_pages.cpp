@@ -85,7 +85,7 @@ public:
         }
         return {};
     }
-    /// A button of a row, or the one that its editor is; in sight and enabled.
+    /// A button of a row, in sight and enabled.
     QPushButton *button(const QString &strNode, const QString &strText)
     {
         QPushButton *pFound = nullptr;
@@ -93,10 +93,8 @@ public:
             view().scrollTo(row(strNode)); // the row may just have come
             const QModelIndex index = row(strNode);
             QWidget *pEditor = view().indexWidget(index.sibling(index.row(), 1));
-            QList<QPushButton *> buttons = pEditor->findChildren<QPushButton *>();
-            buttons << qobject_cast<QPushButton *>(pEditor);
-            for (QPushButton *pButton : buttons) {
-                if (pButton && pButton->text() == strText) {
+            for (QPushButton *pButton : pEditor->findChildren<QPushButton *>()) {
+                if (pButton->text() == strText) {
                     pFound = pButton;
                 }
             }
@@ -125,6 +123,7 @@ class WorkbenchPagesTest : public QObject
 private slots:
     void pagesInBothLanguages();
     void basicPagesOnly();
+    void ownTrigger();
     void otherDevices_data();
     void otherDevices();
     void guiThreadAsksNothing();
@@ -170,6 +169,27 @@ void WorkbenchPagesTest::basicPagesOnly()
         QCOMPARE(pBox->isChecked(), bBasic);
         QCOMPARE(f.shownPages().contains("Polling"), !bBasic);
     }
+}
+
+void WorkbenchPagesTest::ownTrigger()
+{
+    PagesFixture f(READER);
+    const auto count = [&f] {
+        f.session(READER)->tree()->getFeatureValueFromCamera(f.feature("TriggerSoftwareCount"));
+        return f.shown(READER, "TriggerSoftwareCount").toInt();
+    };
+    const QModelIndex time = f.row("Custom_AutoTrigTime");
+    QVERIFY(f.view().model()->setData(time.sibling(time.row(), 1), 20LL));
+    const int nBefore = count();
+    const QModelIndex row = f.row("Custom_EnableAutoTrig");
+    auto *pSwitch = qobject_cast<QCheckBox *>(f.view().indexWidget(row.sibling(row.row(), 1)));
+    QVERIFY(pSwitch && pSwitch->isEnabled() && !pSwitch->isChecked());
+    pSwitch->click();
+    QTRY_VERIFY(count() > nBefore + 2);
+    pSwitch->click();
+    const int nAfter = count();
+    QTest::qWait(100); // five periods
+    QCOMPARE(count(), nAfter);
 }
 
 void WorkbenchPagesTest::otherDevices_data()

@@ -2,15 +2,12 @@
 #include "WindowFixture.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/WorkbenchWindow.h"
-#include "model/VexaPropertyTreeItem.h"
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
-#include <QHeaderView>
 #include <QLocale>
 #include <QStandardItem>
 #include <QTableView>
-#include <QTreeWidget>
 #include <QtTest>
 
 #include <memory>
