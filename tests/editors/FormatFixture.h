@@ -71,6 +71,10 @@ public:
     {
         return editor(strNode) ? editor(strNode)->findChild<QPushButton *>() : nullptr;
     }
+    QString counter(const QString &strNode)
+    {
+        return editor(strNode)->findChildren<QLabel *>().last()->text();
+    }
     VexaPropertyTreeItem *feature(const QString &strNode)
     {
         return m_camera.tree->propertyItemByName(strNode);

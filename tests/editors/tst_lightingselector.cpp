@@ -35,9 +35,9 @@ public:
     CLightingSelectorInterWidget &picture() { return *light()->picture(); }
     /// Bit of the segment whose entry has this number.
     quint32 bit(int nEntry) { return picture().light().bitOf(nEntry); }
-    void click(int nEntry)
+    void click(int nEntry, Qt::MouseButton eButton = Qt::LeftButton)
     {
-        QTest::mouseClick(&picture(), Qt::LeftButton, Qt::NoModifier, place(nEntry));
+        QTest::mouseClick(&picture(), eButton, Qt::NoModifier, place(nEntry));
     }
     QPoint place(int nEntry)
     {
@@ -102,14 +102,18 @@ private slots:
     void walkLeavesTheSelectorWhereItStood();
     void sharedSettings();
     void refusalsLeaveTheTruth();
+    void readOnlyRow();
     void cameraGoesFirst();
 };
 
 void tst_LightingSelector::segmentsAreSwitched_data()
 {
     QTest::addColumn<QString>("device");
-    for (const char *pId : {"code-reader-light3", "code-reader-light4-all",
-                            "code-reader-light4-all-bitmap-stray", "code-reader-light6-commands"}) {
+    for (const char *pId :
+         {"code-reader-light3", "code-reader-light3-all-bitmap-commands", "code-reader-light4",
+          "code-reader-light4-all", "code-reader-light4-all-bitmap-stray",
+          "code-reader-light4-bitmap-commands", "code-reader-light6-all-bitmap",
+          "code-reader-light6-commands"}) {
         QTest::newRow(pId) << pId;
     }
 }
@@ -158,6 +162,18 @@ void tst_LightingSelector::segmentsAreSwitched()
             nEntry ? QStringLiteral("S E%1").arg(nEntry) : QStringLiteral("S E");
         QVERIFY2(f.lightWrites().startsWith(strDirect), qPrintable(f.lightWrites()));
         QCOMPARE(ShellHost::instance()->modifiedCameras().size(), 1);
+        // The selector leaves a segment that went dark for the lowest bit that shines; not with three.
+        int nStands = nEntry;
+        if (strAfter.at(nEntry) == '0' && f.nSegments != 3 && strAfter.contains('1')) {
+            quint32 nLowest = 0;
+            for (int nOther = 0; nOther < f.nSegments; ++nOther) {
+                if (strAfter.at(nOther) == '1' && (!nLowest || f.bit(nOther) < nLowest)) {
+                    nLowest = f.bit(nOther);
+                    nStands = nOther;
+                }
+            }
+        }
+        QCOMPARE(f.selected(), nStands);
         if (nEntry == f.nSegments - 1) {
             f.forget();
             QVERIFY(f.settle());
@@ -165,6 +181,14 @@ void tst_LightingSelector::segmentsAreSwitched()
             QCOMPARE(f.shown(), strAfter);
         }
     }
+
+    // Neither beside the segments nor with another button.
+    f.forget();
+    const QPoint between(60, 58);
+    QTest::mouseClick(&f.picture(), Qt::LeftButton, Qt::NoModifier, between);
+    f.click(0, Qt::RightButton);
+    f.click(0, Qt::MiddleButton);
+    QCOMPARE(f.lightWrites(), QString());
 
     // All at once, by what this light offers for it.
     auto *const pCheck = f.light()->findChild<QCheckBox *>();
@@ -210,24 +234,33 @@ void tst_LightingSelector::clickFromTheEntryForAll()
 {
     QFETCH(QString, before);
     QFETCH(int, clicked);
-    LightFixture f("code-reader-light4-all");
-    for (int nEntry = 0; nEntry < 4; ++nEntry) {
-        f.poke("LightingEnable", nEntry, before.at(nEntry) == '1');
+    for (const char *pDevice : {"code-reader-light4-all-bitmap", "code-reader-light4-all"}) {
+        LightFixture f(pDevice);
+        for (int nEntry = 0; nEntry < 4; ++nEntry) {
+            f.poke("LightingEnable", nEntry, before.at(nEntry) == '1');
+        }
+        f.poke("LightingEnable", 4, before == "1111");
+        if (f.feature("LightingBitmap")) {
+            f.poke("LightingBitmap", 0,
+                   QString(before).prepend("").count('1') == 4
+                       ? 0x1F
+                       : before.at(0).digitValue() | before.at(1).digitValue() << 1
+                           | before.at(2).digitValue() << 2 | before.at(3).digitValue() << 3);
+        }
+        QVERIFY(f.select(4));
+        f.show();
+        QCOMPARE(f.shown(), before);
+        QCOMPARE(f.light()->findChild<QCheckBox *>()->isChecked(), before == "1111");
+        f.forget();
+        f.click(clicked);
+        QTEST(f.inDevice(), "after");
+        QTEST(f.shown(), "after");
+        QFETCH(QString, writes);
+        QVERIFY2(f.lightWrites().startsWith(writes), qPrintable(f.lightWrites()));
+        QVERIFY(f.selected() != 4);
+        QVERIFY(f.settle());
+        QTEST(f.shown(), "after");
     }
-    f.poke("LightingEnable", 4, before == "1111");
-    QVERIFY(f.select(4));
-    f.show();
-    QCOMPARE(f.shown(), before);
-    QCOMPARE(f.light()->findChild<QCheckBox *>()->isChecked(), before == "1111");
-    f.forget();
-    f.click(clicked);
-    QTEST(f.inDevice(), "after");
-    QTEST(f.shown(), "after");
-    QFETCH(QString, writes);
-    QVERIFY2(f.lightWrites().startsWith(writes), qPrintable(f.lightWrites()));
-    QVERIFY(f.selected() != 4);
-    QVERIFY(f.settle());
-    QTEST(f.shown(), "after");
 }
 
 void tst_LightingSelector::walkLeavesTheSelectorWhereItStood()
@@ -322,6 +355,21 @@ void tst_LightingSelector::refusalsLeaveTheTruth()
     QCOMPARE(f.shown(), strPolling);
     QCOMPARE(f.selected(), nStood);
     QVERIFY(!f.light()->findChild<QCheckBox *>()->isChecked());
+}
+
+void tst_LightingSelector::readOnlyRow()
+{
+    LightFixture f("code-reader-light4-bitmap");
+    f.show();
+    f.feature("LightingSelector")->setReadOnly(f.camera.id, true);
+    QVERIFY(f.settle());
+    f.feature("LightingSelector")->setReadOnly(f.camera.id, true); // after the refresh took it back
+    QTRY_VERIFY(!f.light()->isEnabled());
+    f.forget();
+    f.click(0);
+    QTest::keyClick(&f.picture(), Qt::Key_Space);
+    QCOMPARE(f.lightWrites(), QString());
+    QVERIFY(!f.light()->grab().isNull());
 }
 
 void tst_LightingSelector::cameraGoesFirst()

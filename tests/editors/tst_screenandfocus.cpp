@@ -74,12 +74,58 @@ class tst_ScreenAndFocus : public QObject
     Q_OBJECT
 private slots:
     void initTestCase() { installLanguage(*qApp, QStringLiteral("ENG")); }
+    void spinBoxLimits_data();
+    void spinBoxLimits();
     void screenPages_data();
     void screenPages();
     void screenFollowsTheDevice();
     void focusSteps();
     void focusTyped();
 };
+
+void tst_ScreenAndFocus::spinBoxLimits_data()
+{
+    QTest::addColumn<QList<qlonglong>>("numbers"); // minimum, maximum, value, step
+    QTest::addColumn<QString>(
+        "plain"); // number and buttons that are open: as set, after minus, after plus
+    QTest::addColumn<QString>("minus");
+    QTest::addColumn<QString>("plus");
+    const auto row = [](const char *pFault, const QList<qlonglong> &numbers, const char *pPlain,
+                        const char *pMinus, const char *pPlus) {
+        QTest::newRow(pFault) << numbers << pPlain << pMinus << pPlus;
+    };
+    row("in the middle", {0, 100, 50, 10}, "50-+", "40-+", "50-+");
+    row("at the maximum", {0, 100, 100, 10}, "100-", "90-+", "100-");
+    row("at the minimum", {0, 100, 0, 10}, "0+", "0+", "10-+");
+    row("overshoots both ends", {0, 5, 3, 10}, "3-+", "0+", "5-");
+    row("range without the value", {200, 300, 50, 10}, "200+", "200+", "210-+");
+    row("maximum below the minimum", {9, 3, 1, 1}, "1-", "0+",
+        "1-"); // the range of the start stays
+    row("ends of the type",
+        {std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max(),
+         std::numeric_limits<qint64>::max() - 1, 5},
+        "9223372036854775806-+", "9223372036854775801-+", "9223372036854775806-+");
+}
+
+void tst_ScreenAndFocus::spinBoxLimits()
+{
+    QFETCH(QList<qlonglong>, numbers);
+    VexaHorSpinBox box;
+    const QList<QPushButton *> buttons = box.findChildren<QPushButton *>();
+    const auto state = [&] {
+        return box.findChild<CustomLineEdit *>()->text() + (buttons.at(0)->isEnabled() ? "-" : "")
+            + (buttons.at(1)->isEnabled() ? "+" : "");
+    };
+    QCOMPARE(buttons.at(0)->text(), QString("-"));
+    box.setValue(numbers.at(2));
+    box.setRange(numbers.at(0), numbers.at(1));
+    box.setStep(numbers.at(3));
+    QTEST(state(), "plain");
+    buttons.at(0)->click();
+    QTEST(state(), "minus");
+    buttons.at(1)->click();
+    QTEST(state(), "plus");
+}
 
 void tst_ScreenAndFocus::screenPages_data()
 {
@@ -89,9 +135,15 @@ void tst_ScreenAndFocus::screenPages_data()
     QTest::addColumn<int>("after");
     QTest::newRow("forward round the end") << 3 << 250 << 0 << 1;
     QTest::newRow("back round the start") << 1 << 10 << 0 << 3;
+    QTest::newRow("forward") << 1 << 235 << 0 << 2;
+    QTest::newRow("back") << 3 << 33 << 0 << 2;
     QTest::newRow("picture") << 2 << 120 << 0 << 2;
+    QTest::newRow("left end of the picture") << 2 << 34 << 0 << 2;
+    QTest::newRow("right end of the picture") << 2 << 234 << 0 << 2;
     QTest::newRow("behind the arrow") << 2 << 268 << 0 << 2;
     QTest::newRow("key forward") << 3 << 0 << int(Qt::Key_Right) << 1;
+    QTest::newRow("key back") << 2 << 0 << int(Qt::Key_Left) << 1;
+    QTest::newRow("key of none") << 2 << 0 << int(Qt::Key_Space) << 2;
 }
 
 void tst_ScreenAndFocus::screenPages()
@@ -144,6 +196,13 @@ void tst_ScreenAndFocus::screenFollowsTheDevice()
     f.tree().OnAddValueChangedNodes({"ScreenHomepage"});
     QVERIFY(f.settle());
     QTRY_COMPARE(f.screen()->page(), 3);
+    const QImage third = f.screen()->grab().toImage();
+    f.screen()->setPage(1);
+    const QImage first = f.screen()->grab().toImage();
+    f.screen()->setPage(0); // not read yet: none of the pictures
+    QVERIFY(f.screen()->grab().toImage() != first && f.screen()->accessibleName().isEmpty());
+    f.screen()->setPage(3);
+    QCOMPARE(f.screen()->grab().toImage(), third);
     f.feature("ScreenHomepage")->setReadOnly(f.camera.id, true);
     QTRY_VERIFY(!f.screen()->isEnabled());
     f.forget();

@@ -29,6 +29,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanupTestCase() { m_pFixture.reset(); }
+    void everyRowIsUsed();
     void tablesFitTheDevice();
     void edits_data();
     void edits();
@@ -36,10 +37,16 @@ private slots:
     void refusesCharacters();
     void tagsFromTheMenu_data();
     void tagsFromTheMenu();
+    void triggerKeys_data();
+    void triggerKeys();
+    void otherDevices_data();
+    void otherDevices();
     void deviceRefuses();
     void refillWritesNothing();
     void lockedWhileTyping();
     void otherWindowsEndNoEdit();
+    void keyboardAlone();
+    void tableOfCharacters();
     void switchesLanguage();
     void goesAwayInAnEdit_data();
     void goesAwayInAnEdit();
@@ -57,6 +64,10 @@ void tst_stringformat::initTestCase()
 
 void tst_stringformat::init()
 {
+    const QByteArray function = QTest::currentTestFunction();
+    if (function == "otherDevices" || function == "everyRowIsUsed") {
+        return;
+    }
     if (!m_pFixture) {
         const auto device = SimulatedDevices::builtIn(QStringLiteral("code-reader"));
         m_pFixture = std::make_unique<FormatFixture>(device, ROWS);
@@ -77,6 +88,82 @@ void tst_stringformat::init()
     QVERIFY(fixture().changeBehind(BYTES, "02 53"));
     fixture().m_pPages->treeView()->setFocus();
     fixture().forgetWrites();
+}
+
+/// All 26 rows at once, as no protocol shows them, by clicks and keys.
+void tst_stringformat::everyRowIsUsed()
+{
+    m_pFixture.reset();
+    QStringList nodes;
+    QStringList elements;
+    const QString xml =
+        QString::fromUtf8(SimulatedDevices::builtIn("code-reader").control->description());
+    const QRegularExpression text(QStringLiteral("<StringReg Name=\"(\\w+)\""));
+    for (auto it = text.globalMatch(xml); it.hasNext();) {
+        const QString node = it.next().captured(1);
+        const QString custom = customNodeOf(node);
+        if (!custom.isEmpty()) {
+            nodes << node;
+            elements << "s:" + node + "=";
+            const QString source = sourceDataNodeOf(node);
+            elements << (source.isEmpty()
+                             ? "e:" + VexaStringFormatRules::triggerFormatNode(custom) + "=Text,Hex"
+                             : "e:" + source + "=a,b");
+        }
+    }
+    QCOMPARE(nodes.size(), 26);
+    m_pFixture = std::make_unique<FormatFixture>(
+        SimulatedDevices::fromDescription(deviceOf(elements.join(' ')), QStringLiteral("test"),
+                                          SimulatorControl::MemoryPattern::Zero),
+        nodes);
+    QSignalSpy asked(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested);
+    QMap<QString, int> forms;
+    for (const QString &node : nodes) {
+        fixture().m_pPages->activateWindow(); // a menu was up
+        QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+        const QString custom = customNodeOf(node);
+        auto *const pEditor = qobject_cast<VexaStringFormatWidget *>(fixture().editor(node));
+        QVERIFY2(pEditor && pEditor->isEnabled() && pEditor->height() == 160, qPrintable(node));
+        const QString title = pEditor->findChild<QLabel *>()->text();
+        QCOMPARE(title, QString(VexaStringFormatRules::titleOf(custom)));
+        QCOMPARE(box(node)->accessibleName(), title);
+        act(box(node), {"ab"});
+        QTest::keyClick(box(node), Qt::Key_Tab);
+        QPushButton *const pButton = fixture().button(node);
+        QVERIFY2(pButton->hasFocus() && pButton->accessibleName().contains(title),
+                 qPrintable(node));
+        QCOMPARE(fixture().deviceText(node), QString("ab"));
+        QCOMPARE(fixture().counter(node), QString("2/31"));
+        QMenu *const pMenu = menuOf(pEditor);
+        ++forms[pMenu ? "menu" : sourceDataNodeOf(node).isEmpty() ? "bytes" : "text"];
+        QTest::mouseClick(pButton, Qt::RightButton);
+        QVERIFY(asked.isEmpty() && !(pMenu && pMenu->isVisible()));
+        QTest::mouseClick(pButton, Qt::LeftButton);
+        if (pMenu) {
+            QTRY_VERIFY(pMenu->isVisible());
+            QTest::keyClick(pMenu, Qt::Key_Down);
+            QTest::keyClick(pMenu, Qt::Key_Return);
+            QVERIFY2(fixture().deviceText(node).startsWith("ab<a>"), qPrintable(node));
+            QVERIFY(pButton->size() == QSize(36, 36) && !pButton->icon().pixmap(24, 24).isNull());
+            continue;
+        }
+        QVERIFY(pButton->size() == QSize(80, 36) && pButton->text() == "Edit");
+        const QVariantList request = asked.value(0);
+        asked.clear();
+        QCOMPARE(request.value(0).value<VexaPropertyTreeItem *>(), fixture().feature(node));
+        QCOMPARE(request.value(1).value<VexaPropertyTreeItem *>(),
+                 fixture().feature(sourceDataNodeOf(node)));
+        if (sourceDataNodeOf(node).isEmpty()) {
+            QVERIFY(taskOf(fixture().m_camera)
+                        ->SetEnumerationValue(VexaStringFormatRules::triggerFormatNode(custom), 1,
+                                              nullptr));
+            act(box(node), {"c", "back"});
+            QTest::keyClick(box(node), Qt::Key_Tab);
+            QCOMPARE(fixture().deviceText(node), QString("a"));
+        }
+    }
+    QCOMPARE(forms, (QMap<QString, int>{{"menu", 3}, {"bytes", 8}, {"text", 15}}));
+    m_pFixture.reset();
 }
 
 void tst_stringformat::tablesFitTheDevice()
@@ -133,8 +220,8 @@ void tst_stringformat::edits_data()
         "<codecontent>;ab", 1);
     row("escape gives it up", TCP, {";a", "esc"}, "<codecontent>", 0);
     row("emptied", TCP, {"clear"}, "", 1);
-    row("bytes are pasted", BYTES, {"paste: 03"}, "02 53 03", 1);
     row("an empty level takes nothing with it", DIRECTORY, {"a", "/", "/", "b"}, "<year>/a/b", 1);
+    row("two slashes are no level elsewhere", TCP, {"//"}, "<codecontent>//", 1);
 }
 
 void tst_stringformat::edits()
@@ -164,11 +251,15 @@ void tst_stringformat::refusesCharacters_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("boxes");
     QTest::newRow("a name with a colon") << PICTURE << "a:b" << 1;
+    QTest::newRow("a name with a slash") << PICTURE << "a/b" << 1;
+    QTest::newRow("a name with a bracket of a range") << PICTURE << "a(b" << 1;
+    QTest::newRow("a name with a hyphen") << PICTURE << "a-b" << 1;
     QTest::newRow("a name with a wide character") << PICTURE << QString::fromUtf8("a￥b") << 1;
     QTest::newRow("an empty name") << PICTURE << "" << 1;
     QTest::newRow("tags, dots and underscores") << PICTURE << "<codecontent>_a.b" << 0;
     QTest::newRow("a directory with a colon") << DIRECTORY << "C:/a" << 0;
     QTest::newRow("a directory with a bar") << DIRECTORY << "a|b" << 1;
+    QTest::newRow("an empty directory") << DIRECTORY << "" << 0;
     QTest::newRow("a format takes all") << TCP << "~!@#%:|" << 0;
 }
 
@@ -223,6 +314,59 @@ void tst_stringformat::tagsFromTheMenu()
     QCOMPARE(box(node)->toPlainText(), after);
     QCOMPARE(fixture().deviceText(node), after);
     QCOMPARE(fixture().writes().size(), before == after ? 0 : 1);
+}
+
+void tst_stringformat::triggerKeys_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("bytes are pasted") << QStringList{"paste: 03"} << "02 53 03";
+}
+
+void tst_stringformat::triggerKeys()
+{
+    QFETCH(QStringList, words);
+    QFETCH(QString, shown);
+    act(box(BYTES), words);
+    QCOMPARE(box(BYTES)->toPlainText(), shown);
+    const int nCursor = box(BYTES)->textCursor().position();
+    QTest::keyClick(box(BYTES), Qt::Key_Left);
+    QCOMPARE(box(BYTES)->textCursor().position(), nCursor - 1);
+    QTest::keyClick(box(BYTES), Qt::Key_Tab);
+    QVERIFY(fixture().button(BYTES)->hasFocus());
+    QCOMPARE(fixture().deviceText(BYTES), shown);
+}
+
+void tst_stringformat::otherDevices_data()
+{
+    QTest::addColumn<QByteArray>("access"); // to the trigger text
+    QTest::newRow("a trigger that tells no format is typed") << QByteArray("RW");
+    QTest::newRow("a node that is read only takes no text from an editor that lags")
+        << QByteArray("RO");
+}
+
+void tst_stringformat::otherDevices()
+{
+    QFETCH(QByteArray, access);
+    m_pFixture.reset();
+    const QString node = QStringLiteral("UdpEndTriggerHex");
+    const auto device = SimulatedDevices::fromDescription(
+        descriptionOf({node},
+                      "<StringReg Name=\"UdpEndTriggerHex\"><Address>64</Address><Length>8"
+                      "</Length><AccessMode>"
+                          + access + "</AccessMode><pPort>Device</pPort></StringReg>"),
+        QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
+    m_pFixture = std::make_unique<FormatFixture>(device, QStringList{node});
+    QVERIFY(m_pFixture->m_bReady && box(node));
+    const bool bWritable = access == "RW";
+    QCOMPARE(box(node)->isEnabled(), bWritable);
+    fixture().editor(node)->setEnabled(true);
+    act(box(node), {"12345678"});
+    QCOMPARE(box(node)->toPlainText(), QString("1234567"));
+    QTest::keyClick(box(node), Qt::Key_Tab);
+    QCOMPARE(fixture().writes().size(), bWritable ? 1 : 0);
+    QCOMPARE(box(node)->toPlainText(), QString(bWritable ? "1234567" : ""));
+    m_pFixture.reset();
 }
 
 void tst_stringformat::deviceRefuses()
@@ -289,9 +433,14 @@ void tst_stringformat::lockedWhileTyping()
     pFeature->setReadOnly(lCameraID, true);
     QVERIFY(!box(TCP)->isEnabled() && !fixture().button(TCP)->isEnabled());
     QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>"));
+    QCOMPARE(box(TCP)->textColor(), QColor("#60CCCCCC"));
     QCOMPARE(fixture().writes().size(), 0);
     pFeature->setReadOnly(lCameraID, false);
     QVERIFY(box(TCP)->isEnabled());
+    QCOMPARE(box(TCP)->textColor(), QColor("#CCCCCC"));
+    auto *const pEditor = static_cast<VexaStringFormatWidget *>(fixture().editor(TCP));
+    emit pEditor->SigReadOnlyChanged(lCameraID + 1, true); // of another camera
+    QVERIFY(pEditor->isEnabled());
 }
 
 void tst_stringformat::otherWindowsEndNoEdit()
@@ -309,6 +458,42 @@ void tst_stringformat::otherWindowsEndNoEdit()
     QCOMPARE(fixture().writes().size(), 0);
     QTest::keyClick(box(TCP), Qt::Key_Tab);
     QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>;a"));
+}
+
+void tst_stringformat::keyboardAlone()
+{
+    // Row by row, the box and then the button; back the same way.
+    QTest::keyClick(fixture().m_pPages->treeView(), Qt::Key_Tab);
+    for (const QString &strNode : ROWS) {
+        QVERIFY2(box(strNode)->hasFocus(), qPrintable(strNode));
+        QTest::keyClick(box(strNode), Qt::Key_Tab);
+        QVERIFY(fixture().button(strNode)->hasFocus());
+        if (strNode != ROWS.last()) {
+            QTest::keyClick(fixture().button(strNode), Qt::Key_Tab);
+        }
+    }
+    QTest::keyClick(fixture().button(ROWS.last()), Qt::Key_Backtab);
+    QVERIFY(box(ROWS.last())->hasFocus());
+    QInputMethodEvent typed;
+    typed.setCommitString("x");
+    QCoreApplication::sendEvent(box(ROWS.last()), &typed);
+    QVERIFY(!box(ROWS.last())->toPlainText().contains('x'));
+    QCOMPARE(fixture().writes().size(), 0);
+}
+
+void tst_stringformat::tableOfCharacters()
+{
+    // A table of characters adds to what is there, until it is full.
+    auto *const pEditor = static_cast<VexaStringFormatWidget *>(fixture().editor(BYTES));
+    QStringList rows[] = {{" 03", "ETX"}, {QString(60, 'x')}, {" 0D"}};
+    for (QStringList &row : rows) {
+        QVERIFY(QMetaObject::invokeMethod(pEditor, "OnAsciiTableItemClicked",
+                                          Q_ARG(QStringList &, row)));
+    }
+    QCOMPARE(box(BYTES)->toPlainText(), QString("02 53 03 0D"));
+    act(box(BYTES), {});
+    QTest::keyClick(box(BYTES), Qt::Key_Tab);
+    QCOMPARE(fixture().deviceText(BYTES), QString("02 53 03 0D"));
 }
 
 void tst_stringformat::switchesLanguage()
@@ -375,7 +560,6 @@ void tst_stringformat::goesAwayInAnEdit()
         QVERIFY(!QApplication::activeModalWidget());
     } else if (what.startsWith("dialog")) {
         const QPointer<QWidget> guard(fixture().editor(TCP));
-        QSignalSpy asked(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested);
         connect(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested, this, [&] {
             QEventLoop loop; // of the host's dialog
             QTimer::singleShot(0, this, leave);
@@ -385,10 +569,6 @@ void tst_stringformat::goesAwayInAnEdit()
         act(box(TCP), {});
         QTest::mouseClick(fixture().button(TCP), Qt::LeftButton);
         QVERIFY(!guard);
-        const QVariantList request = asked.value(0);
-        QCOMPARE(request.value(0).value<VexaPropertyTreeItem *>(), fixture().feature(TCP));
-        QCOMPARE(request.value(1).value<VexaPropertyTreeItem *>(),
-                 fixture().feature(sourceDataNodeOf(TCP)));
     } else if (what == "menu") {
         QTest::mouseClick(fixture().button(DIRECTORY), Qt::LeftButton);
         const QPointer<QMenu> pMenu = menuOf(fixture().editor(DIRECTORY));

@@ -1,3 +1,4 @@
+#include "featurefile/FeatureFileStore.h"
 #include "tests/featurefile/JobFixture.h"
 
 #include <QtTest>
@@ -42,6 +43,9 @@ private slots:
     void carriesByKind();
     void appliesOnlyWhatItCanCarry_data();
     void appliesOnlyWhatItCanCarry();
+    void keepsAPrefixWhenTheDeviceGoes_data();
+    void keepsAPrefixWhenTheDeviceGoes();
+    void tellsWhatCannotBeWritten();
 };
 
 void tst_FeatureJobs::carriesByKind_data()
@@ -72,8 +76,10 @@ void tst_FeatureJobs::carriesByKind_data()
             + no + intReg("R", "0x1000", length);
     };
     row("Integer", with(""), "Integer=258", "00000102");
+    row("IntReg", intReg("X", "0x1000"), "IntReg=258", "00000102");
     row("beyond 32 bits", integer("X", "<Value>5000000000</Value>"), "Integer=5000000000", "",
         FeatureFileReason::TooLarge);
+    row("negative", integer("X", "<Value>-7</Value>"), "Integer=-7", "");
     row("Boolean", "<Boolean Name=\"X\"><OnValue>258</OnValue><pValue>R</pValue></Boolean>" + reg,
         "Boolean=1", "00000102");
     row("Enumeration",
@@ -89,20 +95,40 @@ void tst_FeatureJobs::carriesByKind_data()
         "Float=1.500000", "00000000000000003fc00000");
     row("Float of few digits", "<Float Name=\"X\"><Value>1e-30</Value></Float>", "Float=0.000000",
         "", FeatureFileReason::FewDigits);
+    row("large Float", "<Float Name=\"X\"><Value>3.4e38</Value></Float>",
+        "Float=339999995214436424907732413799364296704.000000", "");
     row("Command",
         "<Command Name=\"X\"><CommandValue>1</CommandValue><pValue>R</pValue></Command>" + reg, "",
         "", FeatureFileReason::Command);
+    row("IPv4 address", with("<Representation>IPV4Address</Representation>"), "", "",
+        FeatureFileReason::Address);
     row("not implemented", with("<pIsImplemented>No</pIsImplemented>") + no, "", "",
         FeatureFileReason::Condition);
+    row("quality without the device's word",
+        with("<pIsAvailable>TDCR_Ava</pIsAvailable>") + integer("TDCR_Ava", "<Value>1</Value>"), "",
+        "", FeatureFileReason::Condition);
     row("MaskedIntReg", intReg("X", "0x1000", "4", "MaskedIntReg", "<Bit>1</Bit>"), "X@4096=258",
         "00000102");
     row("Register", intReg("X", "0x1000", "12", "Register"), "X@4096=33619968,1010713153,49215",
         MEMORY);
+    row("neither value nor register", "<SwissKnife Name=\"X\"><Formula>1/0</Formula></SwissKnife>",
+        "", "", FeatureFileReason::Unreadable);
     row("not available now", notNow("0x1000", "4"), "R@4096=258", "00000102");
+    row("2 bytes, not available now", notNow("0x1004", "2"), "R@4100=16961", "000000004142");
     row("6 bytes, not available now", notNow("0x1000", "6"), "R@4096=33619968,16961",
         "000001024142");
+    row("8 bytes, not available now", notNow("0x1000", "8"), "R@4096=33619968,1010713153",
+        "0000010241423e3c");
     row("misaligned, not available now", notNow("0x1002", "4"), "R@4098=16924994", "");
     row("converted, not available now", convertedNow("4"), "R@4096=129.000000", "00000102");
+    row("converted from two words", convertedNow("8"), "R@4096=16809984.000000", "00000102",
+        FeatureFileReason::FurtherWords);
+    row("bits of a structure, not available now",
+        integer("X", "<pIsAvailable>No</pIsAvailable><pValue>E</pValue>") + no
+            + "<StructReg><Address>0x1000</Address><Length>4</Length><AccessMode>RW</AccessMode>"
+              "<pPort>Device</pPort><Endianess>BigEndian</Endianess>"
+              "<StructEntry Name=\"E\"><LSB>31</LSB><MSB>24</MSB></StructEntry></StructReg>",
+        "@4096=258", "00000102");
     row("array behind a selector",
         integer("X", "<pValue>R</pValue>")
             + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>")
@@ -165,13 +191,18 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry_data()
         FeatureFileReason::NotCarriable);
     row("no number", feature("X", "Integer", "many"), "0000010200000000",
         FeatureFileReason::NotCarriable);
+    row("empty", feature("X", "Integer", ""), "0000010200000000", FeatureFileReason::NotCarriable);
     row("no such node", feature("Y", "Integer", "7"), "0000010200000000",
         FeatureFileReason::Refused);
+    row("no such type", feature("X", "Register", "7"), "0000010200000000",
+        FeatureFileReason::Excluded);
     row("excluded", feature("GevSCDA", "Integer", "7"), "0000010200000000",
         FeatureFileReason::Excluded);
     row("a dump", dump("address=\"4096\"", "9"), "0000000900000000");
     row("more words than the register has", dump("address=\"4096\"", "9,10,11"), "0000000900000000",
         FeatureFileReason::NotTaken);
+    row("words that are none", dump("address=\"4096\"", "zz"), "0000010200000000",
+        FeatureFileReason::NotCarriable);
     row("a word beyond 32 bits", dump("address=\"4096\"", "4294967305"), "0000010200000000",
         FeatureFileReason::NotCarriable);
     row("an address beyond 64 bits", dump("address=\"18446744073709555712\"", "9"),
@@ -199,6 +230,92 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry()
     const auto notes = fixture.thread->report().notImported;
     const int first = notes.isEmpty() ? -1 : int(notes.first().reason);
     QCOMPARE(ends ? int(ENDS_THE_JOB) : first, reason);
+}
+
+void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes_data()
+{
+    QTest::addColumn<int>("entry");
+    QTest::newRow("at a Boolean") << 10;
+    QTest::newRow("between sweeps") << 50;
+    QTest::newRow("at a number") << 60;
+    QTest::newRow("at a dump") << 80;
+}
+
+void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes()
+{
+    QFETCH(int, entry);
+    constexpr int ENTRIES = 100;
+    QByteArray elements;
+    QStringList names;
+    QString entries;
+    QVector<int> sweeps[4];
+    for (int index = 0; index < ENTRIES; ++index) {
+        const QString name = QString("X%1").arg(index);
+        const QByteArray number = QByteArray::number(index);
+        const int kind = index % 4; // the sweeps of the file's entries come the other way round
+        const QByteArray tag = kind == 3 ? "Boolean" : kind == 2 ? "Enumeration" : "Integer";
+        names += name;
+        sweeps[3 - kind].append(index);
+        elements += "<" + tag + " Name=\"X" + number + "\">"
+            + (kind == 2 ? "<EnumEntry Name=\"A\"><Value>0</Value></EnumEntry>"
+                           "<EnumEntry Name=\"B\"><Value>1</Value></EnumEntry>"
+                         : "")
+            + "<pValue>R" + number + "</pValue></" + tag + ">"
+            + intReg("R" + number, QByteArray::number(PLACE + 4 * quint64(index)));
+        entries += kind == 0
+            ? QString("<ComplexFeature name=\"%1\" len=\"4\" reg=\"R%2\"><RegValue address=\"%3\" "
+                      "variables=\"\">1</RegValue></ComplexFeature>")
+                  .arg(name)
+                  .arg(index)
+                  .arg(PLACE + 4 * quint64(index))
+            : feature(name, tag, "1");
+    }
+    const QVector<int> order = sweeps[0] + sweeps[1] + sweeps[2] + sweeps[3];
+    const auto placeOf = [&](int at) { return PLACE + 4 * quint64(order.at(at)); };
+    int accesses = 0;
+    {
+        JobFixture whole(deviceOf(names, elements));
+        whole.device.control->setLogging(true);
+        QVERIFY(whole.run(Thread::OPERATION_APPLY_TEXT, fileOf(entries)));
+        const auto log = whole.device.control->accessLog();
+        while (log.at(accesses).address != placeOf(entry)) {
+            ++accesses;
+        }
+    }
+    JobFixture fixture(deviceOf(names, elements));
+    fixture.device.control->vanishAfter(accesses);
+    QVERIFY(!fixture.run(Thread::OPERATION_APPLY_TEXT, fileOf(entries)));
+    QCOMPARE(fixture.thread->resultCode(), quint32(FEATURE_FILE_NO_DEVICE));
+    for (int at = 0; at < ENTRIES; ++at) {
+        QCOMPARE(fixture.device.control->peek(placeOf(at), 4).toHex(),
+                 QByteArray(at < entry ? "00000001" : "00000000"));
+    }
+}
+
+void tst_FeatureJobs::tellsWhatCannotBeWritten()
+{
+    const QTemporaryDir folder;
+    using Failure = FeatureFileFailure;
+    QString detail;
+    QCOMPARE(FeatureFileStore::writeFile(folder.filePath("none/a.vxf"), "text", &detail),
+             Failure::Open);
+    QVERIFY2(detail.endsWith("a.vxf: No such file or directory"), qPrintable(detail));
+    QCOMPARE(FeatureFileStore::writeFile(folder.path(), "text", &detail), Failure::Open);
+    QCOMPARE(FeatureFileStore::writeFile("/dev/full", "text", &detail), Failure::Open);
+    QVERIFY(QFile::exists("/dev/full"));
+    QCOMPARE(FeatureFileStore::writeFile(folder.filePath("empty"), QString(), &detail),
+             Failure::Write);
+    QVERIFY(!QFile::exists(folder.filePath("empty")));
+    const QString bag = folder.filePath("bag");
+    QCOMPARE(FeatureFileStore::appendToBag(bag, "1", "a", &detail), Failure::None);
+    QCOMPARE(FeatureFileStore::appendToBag(bag, "2", "b", &detail), Failure::None);
+    QFile file(bag);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(),
+             QByteArray("\r\n7d93cf56-39fb-424b-94d0-1d10f6057f2f\r\n1"
+                        "\r\n34be7aa9-f6a1-4a50-9edf-8205286ad0c9\r\na"
+                        "\r\n7d93cf56-39fb-424b-94d0-1d10f6057f2f\r\n2"
+                        "\r\n34be7aa9-f6a1-4a50-9edf-8205286ad0c9\r\nb"));
 }
 
 QTEST_GUILESS_MAIN(tst_FeatureJobs)

@@ -12,13 +12,18 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
+#include <QDesktopServices>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <QtTest>
 
+#include <csignal>
 #include <deque>
 #include <functional>
+#include <sys/resource.h>
 
 using Fault = SimulatedFileFault;
 
@@ -124,7 +129,14 @@ public:
         QElapsedTimer clock;
         clock.start();
         QTimer timer;
-        connect(&timer, &QTimer::timeout, this, [this, &clock] {
+        QElapsedTimer gap;
+        gap.start();
+        connect(&timer, &QTimer::timeout, this, [this, &clock, &gap] {
+            const qint64 passed = gap.restart();
+            if (shown<QVexaProgressDialog>()) {
+                m_nLongestGap = qMax(m_nLongestGap, passed);
+                ++m_nBusyTicks;
+            }
             if (!m_steps.empty() && m_steps.front()()) {
                 m_steps.pop_front();
                 clock.restart();
@@ -140,6 +152,9 @@ public:
         group->button(VexaFeatureToolBar::BUTTON_FILE_ACCESS)->click();
         return QTest::qWaitFor([this] { return m_steps.empty(); }) && !dialog();
     }
+
+    int m_nBusyTicks = 0; ///< how often the window answered while a file was under way
+    qint64 m_nLongestGap = 0; ///< ms between two of them
 
 private:
     std::deque<Step> m_steps;
@@ -157,6 +172,17 @@ public:
         }
     }
     QList<long int> m_ids;
+};
+
+/// Stands for the file manager.
+class FileManager : public QObject
+{
+    Q_OBJECT
+public:
+    FileManager() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
+    ~FileManager() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    Q_INVOKABLE void open(const QUrl &url) { m_strOpened = url.toLocalFile(); }
+    QString m_strOpened;
 };
 
 /// An area camera, whose opening takes long under a sanitizer, and a folder of the host.
@@ -199,4 +225,28 @@ struct Desk
     ModuleFixture::Camera camera;
     QTemporaryDir folder;
     bool ok = false;
+};
+
+/// No file can grow beyond 100 KiB, as on a disk that is full.
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = 100 * BLOCK;
+        m_pHandler = signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        signal(SIGXFSZ, m_pHandler);
+    }
+    Q_DISABLE_COPY(FullDisk)
+
+private:
+    rlimit m_before{};
+    void (*m_pHandler)(int) = nullptr;
 };

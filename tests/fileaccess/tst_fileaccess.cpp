@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QRandomGenerator>
+#include <QSignalSpy>
 
 #include <algorithm>
 
@@ -12,6 +13,21 @@ using Worker = QVexaFileAccessThread;
 namespace {
 
 const char *const OLD = "what was there before";
+
+QByteArray selectorDescription(const QStringList &displayNames)
+{
+    QByteArray entries;
+    for (int i = 0; i < displayNames.size(); ++i) {
+        entries += QStringLiteral("<EnumEntry Name=\"E%1\"><DisplayName>%2</DisplayName>"
+                                  "<Value>%1</Value></EnumEntry>")
+                       .arg(i)
+                       .arg(displayNames[i])
+                       .toUtf8();
+    }
+    return descriptionOf({"FileSelector"},
+                         "<Enumeration Name=\"FileSelector\">" + entries
+                             + "<Value>0</Value></Enumeration>");
+}
 
 } // namespace
 
@@ -23,12 +39,17 @@ private slots:
     void initTestCase();
     void cleanup();
     void cleanupTestCase();
+    void offersFiles_data();
+    void offersFiles();
+    void dealsWithKinds();
     void exportsAndImports();
     void restartsTheDevice();
     void tellsFailures_data();
     void tellsFailures();
+    void showsProgress();
     void theCameraGoes_data();
     void theCameraGoes();
+    void workerWithoutCamera();
     void noDialogWithoutCamera();
 
 private:
@@ -72,18 +93,118 @@ Desk &tst_FileAccessDialog::openDesk()
     return *m_pDesk;
 }
 
+void tst_FileAccessDialog::offersFiles_data()
+{
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<int>("current");
+    const auto row = [](const char *name, const QStringList &entries, const QStringList &texts,
+                        int current) { QTest::newRow(name) << entries << texts << current; };
+    row("number kept, description listed", {"SECBIN", "FeaturesXml", "User Set 1"},
+        {"SECBIN", "User Set"}, 1);
+    row("base set passed over", {"User Set 2", "Base User Set 1"},
+        {"User Set 2", "Base User Set 1"}, 1);
+    row("something else selected", {"A", "base user set 1"}, {"A", "base user set 1"}, -1);
+    row("nothing but the description", {"FeaturesXml"}, {}, -1);
+}
+
+void tst_FileAccessDialog::offersFiles()
+{
+    QFETCH(QStringList, entries);
+    QFETCH(QStringList, texts);
+    QFETCH(int, current);
+    m_pDesk.reset();
+    ModuleFixture &fixture = *m_pFixture;
+    const ModuleFixture::Camera camera = fixture.openDescription(selectorDescription(entries));
+    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
+    User user;
+    QStringList seen;
+    user.with<QVexaFileAccessDialog>([&](QVexaFileAccessDialog *window) {
+        auto *combo = window->findChild<CustomComboBox *>();
+        for (int i = 0; i < combo->count(); ++i) {
+            seen += combo->itemText(i);
+        }
+        QCOMPARE(combo->currentIndex(), current);
+        QCOMPARE(window->cButton(0)->isEnabled(), !texts.isEmpty());
+        QCOMPARE(window->cButton(1)->isEnabled(), !texts.isEmpty());
+    });
+    user.leave();
+    QVERIFY(user.visit(camera));
+    QCOMPARE(seen, texts);
+    fixture.close(camera);
+}
+
+void tst_FileAccessDialog::dealsWithKinds()
+{
+    // What it is | filter of its import | filter of its export; "-" where the button is disabled.
+    const QStringList kinds{"User Set | FileAccess Files(*.vxa) | FileAccess Files(*.vxa)",
+                            "Multi ROI | FileAccess Files(*.vxa) | FileAccess Files(*.vxa)",
+                            "ZRH User Set 1 | All(*.*) | FileAccess Files(*.vxa)",
+                            "SECBIN | Bin Files(*.bin) | -",
+                            "License Notice | - | Text Files(*.txt)",
+                            "A/B | All(*.*) | All Files(*.*)"};
+    m_pDesk.reset();
+    const ModuleFixture::Camera camera = m_pFixture->openDescription(selectorDescription(
+        {"User Set 1", "Multi ROI", "ZRH User Set 1", "SECBIN", "License Notice", "A/B"}));
+    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
+    User user;
+    QStringList seen;
+    for (const QString &kind : kinds) {
+        const QStringList cells = kind.split(" | ");
+        user.choose(cells.first());
+        user.then([&seen, cells] {
+            seen += cells.first();
+            return true;
+        });
+        for (int button = 0; button < 2; ++button) {
+            user.click(button);
+            if (cells.at(1 + button) == "-") {
+                user.then([&seen] {
+                    seen.last() += " | -";
+                    return !shown<QFileDialog>();
+                });
+                continue;
+            }
+            user.with<QFileDialog>([&seen, cells, button](QFileDialog *window) {
+                seen.last() += " | " + window->nameFilters().join('|');
+                const QString name =
+                    window->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
+                const QString text = QString(cells.first()).replace('/', '-');
+                QVERIFY2(button == 0 || (name.endsWith(text) && name.count('_') >= 2),
+                         qPrintable(name));
+                window->reject();
+            });
+            user.then([] { return !shown<QFileDialog>(); });
+        }
+    }
+    user.leave();
+    QVERIFY(user.visit(camera));
+    QCOMPARE(seen, kinds);
+    m_pFixture->close(camera);
+}
+
+/// Megabytes by VEXA_FILE_MEGABYTES.
 void tst_FileAccessDialog::exportsAndImports()
 {
     Desk &desk = openDesk();
-    QByteArray bytes(200 * BLOCK + 1, '\0');
+    const int kilobytes = qMax(200, 1000 * qEnvironmentVariableIntValue("VEXA_FILE_MEGABYTES"));
+    QByteArray bytes(1000 * kilobytes, '\0');
     QRandomGenerator random(7);
     std::generate(bytes.begin(), bytes.end(), [&random] { return char(random.generate()); });
     User user;
     Listener listener;
     QVERIFY(desk.keep("new.vxa", bytes));
     const QByteArray before = desk.control().file("UserSet1");
+    FileManager manager;
+    QString argument;
     user.transfer(1, "User Set", desk.path("out")); // gets its suffix
-    user.press<CustomSaveDoneHintDlg>(Qt::Key_Escape);
+    user.with<CustomSaveDoneHintDlg>([&](CustomSaveDoneHintDlg *hint) {
+        argument = hint->toolTip();
+        for (QLabel *label : hint->findChildren<QLabel *>()) {
+            emit label->linkActivated(QString());
+        }
+    });
+    user.then([] { return !shown<CustomSaveDoneHintDlg>(); });
     user.transfer(0, "User Set", desk.path("new.vxa"));
     user.press<CustomMessageBox>(Qt::Key_Escape); // no restart
     user.then([&] { return dialog() && dialog()->cButton(0)->isEnabled(); });
@@ -92,9 +213,13 @@ void tst_FileAccessDialog::exportsAndImports()
     user.then([] { return !shown<CustomSaveDoneHintDlg>(); }); // by itself
     user.leave();
     QVERIFY(user.visit(desk.camera));
+    QCOMPARE(argument, "/select," + desk.path("out.vxa").replace('/', '\\'));
+    QCOMPARE(manager.m_strOpened, desk.folder.path());
     QVERIFY(desk.kept("out.vxa") == before && desk.kept("back.vxa") == bytes);
     QVERIFY(desk.control().file("UserSet1") == bytes);
     QVERIFY(listener.m_ids.isEmpty());
+    QVERIFY(user.m_nBusyTicks > 0);
+    qInfo("longest pass of the window during transfers: %lld ms", user.m_nLongestGap);
 }
 
 void tst_FileAccessDialog::restartsTheDevice()
@@ -124,11 +249,14 @@ void tst_FileAccessDialog::tellsFailures_data()
         QTest::newRow(name) << button << file << int(fault) << why;
     };
     row("wrong ending", 0, "x.bin", Fault::None, "");
+    row("ending in capitals", 0, "x.VXA", Fault::None, "");
     row("empty file", 0, "<b>empty.vxa", Fault::None, "<b>empty.vxa: the file is empty");
     row("larger than the device takes", 0, "large.vxa", Fault::None, "33554432 bytes");
+    row("block refused, import", 0, "x.vxa", Fault::RefusedBlock, "status");
     row("block refused, export", 1, "x.vxa", Fault::RefusedBlock, "status");
     row("too many bytes", 1, "x.vxa", Fault::TooManyBytes, "MultiROI");
     row("path that cannot be written", 1, "none/x.vxa", Fault::None, "none/x.vxa: ");
+    row("full disk", 1, "full.vxa", Fault::None, "full.vxa: ");
 }
 
 void tst_FileAccessDialog::tellsFailures()
@@ -139,10 +267,16 @@ void tst_FileAccessDialog::tellsFailures()
     QFETCH(QString, why);
     Desk &desk = openDesk();
     User user;
-    QVERIFY(desk.keep("x.vxa", OLD) && desk.keep("x.bin", OLD));
+    for (const char *name : {"x.vxa", "x.bin", "x.VXA"}) {
+        QVERIFY(desk.keep(name, OLD));
+    }
     QVERIFY(desk.keep("<b>empty.vxa", "") && desk.keep("large.vxa", ""));
     QVERIFY(QFile(desk.path("large.vxa")).resize(32 * 1024 * 1024 + 1));
     desk.control().setFile("MultiROI", QByteArray(300 * BLOCK, 'r'));
+    std::unique_ptr<FullDisk> full;
+    if (file == "full.vxa") {
+        full = std::make_unique<FullDisk>();
+    }
     Fault planted;
     planted.kind = Fault::Kind(fault);
     desk.control().setFileFault(planted);
@@ -160,6 +294,7 @@ void tst_FileAccessDialog::tellsFailures()
     // Once more, without the fault: nothing is left behind by the failure.
     user.then([&] {
         desk.control().setFileFault({});
+        full.reset();
         return true;
     });
     user.transfer(1, "Multi ROI", desk.path("after.vxa"));
@@ -170,14 +305,54 @@ void tst_FileAccessDialog::tellsFailures()
         : button == 0                  ? "could not be imported.\nError: 0x"
                                        : "could not be exported.\nError: 0x";
     QVERIFY2(box.contains(says) && box.contains(why), qPrintable(box));
+    QVERIFY(!QFile::exists(desk.path("full.vxa")));
     QCOMPARE(desk.kept("x.vxa"), QByteArray(OLD));
     QVERIFY(button == 0 || desk.kept("after.vxa") == before);
+}
+
+void tst_FileAccessDialog::showsProgress()
+{
+    Desk &desk = openDesk();
+    User user;
+    desk.slowDown();
+    QStringList texts;
+    bool refused = false;
+    user.transfer(1, "Multi ROI", desk.path("out.vxa"));
+    user.then([&] {
+        auto *progress = shown<QVexaProgressDialog>();
+        if (!progress) {
+            return false;
+        }
+        for (const QLabel *label : progress->findChildren<QLabel *>()) {
+            if (label->text().contains(" / ") && !texts.contains(label->text())) {
+                texts += label->text();
+            }
+        }
+        return texts.size() > 3;
+    });
+    user.with<QVexaProgressDialog>([&](QVexaProgressDialog *progress) {
+        QTest::keyClick(progress, Qt::Key_Escape);
+        dialog()->onButtonCliked(1);
+        refused = progress->isVisible() && !shown<QFileDialog>()
+            && !dialog()->cButton(0)->isEnabled() && !dialog()->cButton(1)->isEnabled();
+        long int another = desk.camera.id + 1;
+        VexaListenTools::instance()->notifyListeners(VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE,
+                                                     &another);
+        refused = refused && progress->isVisible();
+    });
+    user.press<CustomSaveDoneHintDlg>(Qt::Key_Escape);
+    user.leave();
+    QVERIFY(user.visit(desk.camera));
+    QVERIFY(refused);
+    QVERIFY(texts.first().contains("400.00 KiB"));
+    QCOMPARE(desk.kept("out.vxa").size(), 400 * BLOCK);
 }
 
 void tst_FileAccessDialog::theCameraGoes_data()
 {
     QTest::addColumn<QString>("during");
     QTest::addColumn<int>("boxes");
+    QTest::newRow("idle") << "idle" << 0;
     QTest::newRow("file dialog") << "file dialog" << 0;
     QTest::newRow("transfer") << "transfer" << 1;
     QTest::newRow("device blocked") << "blocked" << 1;
@@ -198,7 +373,7 @@ void tst_FileAccessDialog::theCameraGoes()
     if (during == "file dialog") {
         user.click(1);
         user.with<QFileDialog>([](QFileDialog *) {});
-    } else {
+    } else if (during != "idle") {
         user.transfer(1, "Multi ROI", desk.path("new.vxa"));
         user.with<QVexaProgressDialog>([](QVexaProgressDialog *) {});
     }
@@ -209,12 +384,16 @@ void tst_FileAccessDialog::theCameraGoes()
         });
         user.with<CustomMessageBox>([](CustomMessageBox *) {});
     }
+    qint64 waited = -1;
     user.with<QVexaFileAccessDialog>([&](QVexaFileAccessDialog *) {
         if (during == "blocked") {
             desk.control().blockNextAccess();
             QTest::qWait(100);
         }
+        QElapsedTimer clock;
+        clock.start();
         m_pFixture->mainWidget().removeFeatureTree(desk.camera.id);
+        waited = clock.elapsed();
     });
     user.then([] { return !dialog() && !shown<QVexaProgressDialog>(); });
     QStringList told;
@@ -225,11 +404,36 @@ void tst_FileAccessDialog::theCameraGoes()
     QVERIFY(!shown<CustomMessageBox>());
     QVERIFY(boxes == 0 || told.first().contains("could not be exported.\nError: 0x"));
     QVERIFY(during != "failure" || told.first().contains("0x90006000")); // the device has gone
+    QVERIFY2(waited >= 0 && waited < 5000, qPrintable(QString::number(waited)));
     desk.control().unblock();
     m_pFixture->host().closeCamera(desk.camera.id);
     QTRY_VERIFY_WITH_TIMEOUT(!worker, 20000);
     QVERIFY(!QFile::exists(desk.path("new.vxa")));
     m_pDesk.reset();
+}
+
+void tst_FileAccessDialog::workerWithoutCamera()
+{
+    Desk &desk = openDesk();
+    User user;
+    desk.slowDown();
+    Worker worker(desk.camera.id);
+    QSignalSpy ended(&worker, &Worker::SigEndFileAccessThread);
+    worker.setJob(Worker::DIRECTION_EXPORT, desk.path("first"), "MultiROI");
+    worker.start();
+    worker.setJob(Worker::DIRECTION_IMPORT, desk.path("second"), "UserSet1"); // has no effect
+    QTRY_VERIFY_WITH_TIMEOUT(ended.count() == 1, 30000);
+    QVERIFY(worker.wait() && desk.kept("first").size() == 400 * BLOCK);
+    QCOMPARE(ended.takeFirst(), QVariantList({1, true, QString()}));
+
+    worker.setJob(7, desk.path("first"), "MultiROI");
+    worker.start();
+    QVERIFY(worker.wait());
+    m_pFixture->close(desk.camera);
+    worker.setJob(Worker::DIRECTION_IMPORT, desk.path("first"), "MultiROI");
+    worker.start();
+    QTRY_VERIFY_WITH_TIMEOUT(ended.count() == 1, 30000);
+    QCOMPARE(ended.takeFirst(), QVariantList({0, false, "\r\nError: 0xFFFFFFFC"}));
 }
 
 void tst_FileAccessDialog::noDialogWithoutCamera()

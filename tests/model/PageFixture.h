@@ -29,6 +29,9 @@ public:
         if (!tree() || !document.setContent(m_strPages)) {
             return nullptr;
         }
+        if (!m_strHint.isEmpty()) {
+            m_platformHints.insert(int(m_lCameraID), m_strHint);
+        }
         auto *pRoot = new VexaPropertyTreeItem;
         pRoot->setIsFeatureTreeItem(false);
         createPageItems(pRoot, document.documentElement(), tree());
@@ -47,6 +50,7 @@ public:
 
     using IVexaFeatureWidget::setSpinItems;
     using IVexaFeatureWidget::setSpinStep;
+    QString m_strHint;
 
 private:
     QString textBelow(VexaPropertyTreeItem *pBranch) const

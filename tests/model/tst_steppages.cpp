@@ -3,6 +3,7 @@
 #include "model/CustomItemValues.h"
 #include "model/CustomNodeNames.h"
 #include "model/PortableNodeNames.h"
+#include "tests/model/NotifyRecorder.h"
 #include "tests/model/PageFixture.h"
 #include "tests/model/PageTexts.h"
 #include "tree/QGetFeaturesThread.h"
@@ -53,12 +54,16 @@ private slots:
     void nestsSoFar();
     void portableNames_data();
     void portableNames();
+    void hintSettlesThePlatform();
     void rowsFollowTheirFeature();
     void changesTheKindOfALiveRow();
     void oneItemOnTwoViews();
+    void asksTheDeviceForLightsOnly();
+    void pagesOfOneIndexDoNotRob();
     void tornDown_data();
     void tornDown();
     void cameraGoesAndComesBack();
+    void viewsOutliveItems();
 
 private:
     using Device = SimulatedDevices::Simulated;
@@ -116,21 +121,32 @@ ModuleFixture::Camera &tst_steppages::reader()
 /// What is caught | the nodes of the device | the page description | the rows that come of it.
 const char *const RULES = R"(
 a missing feature leaves no row | i:A=1 | P(A B) | P(A:Integer)
+empty pages stay | i:A=1 | P(B) Q(A) | P() Q(A:Integer)
 a category of the device is no row | i:A=1 | P(Nodes A) | P(A:Integer)
 the last of two pages has it | i:A=1 i:B=2 | P(A B) Q(A) | P(B:Integer) Q(A:Integer)
+other elements are skipped | i:A=1 | P(A Q(A)) | P(Q(A:Integer))
 tuning of the newer kind | c:SmartTune i:A=1 i:B=1 i:C=1 | Custom_SmartTuneControl(A) Custom_SelfAdaptParamAdjust(B) Custom_AutoFocus(C) | Custom_SmartTuneControl(A:Integer)
 tuning of the older kind | i:A=1 i:B=1 i:C=1 | Custom_SmartTuneControl(A) Custom_SelfAdaptParamAdjust(B) Custom_AutoFocus(C) | Custom_SelfAdaptParamAdjust(B:Integer) Custom_AutoFocus(C:Integer)
 product 16 has a switch | i:ProductType=16 e:LightEnable=Off,On e:LightingSelector=Up | P(LightEnable) | P(LightEnable:Boolean)
+product 17 has a switch | i:ProductType=17 b:LightingEnable=1 e:LightingSelector=Up | P(LightingEnable) | P(LightingEnable:Boolean)
 a selector takes the switch's place | i:ProductType=3 b:LightEnable=1 e:LightingSelector=Up b:LaserEnable=0 | P(LightEnable) | P()
 no selector and a laser | i:ProductType=3 e:LightEnable=Off,On b:LaserEnable=0 | P(LightEnable) | P(LightEnable:Boolean)
+no product and an aiming light | b:LightEnable=1 b:AmingLightEnable=0 | P(LightEnable) | P(LightEnable:Boolean)
+no other light | i:ProductType=3 b:LightEnable=1 | P(LightEnable) | P()
 selector of product 16 as it is | i:ProductType=16 e:LightingSelector=Up,Down b:LightingEnable=1 | P(Custom_LightingSelector) | P(LightingSelector:Enumeration)
+selector without an enable | e:LightingSelector=Up,Down | P(Custom_LightingSelector) | P()
 lighting row | e:LightingSelector=Up,Mid,Down b:LightingEnable=1 | P(Custom_LightingSelector) | P(Custom_LightingSelector:CustomLightingSelector+)
 focus of the older kind | i:FocusStep=5 | P(FocusStep) | P(FocusStep:Integer Custom_FocusSetting+)
 focus of the newer kind | i:FocusStep=5 c:SmartTune | P(FocusStep) | P(FocusStep:Integer)
+no focus at all | i:A=1 | P(FocusStep) | P()
 self trigger | e:TriggerSource=Software,SelfTrigger | P(TriggerSource Custom_SelfTrigger) | P(TriggerSource:Enumeration Custom_AutoTrigTime+ Custom_EnableAutoTrig+)
+its source stands deeper | e:TriggerSource=Software | P(Q(TriggerSource) Custom_SelfTrigger) | P(Q(TriggerSource:Enumeration) Custom_AutoTrigTime+ Custom_EnableAutoTrig+)
 its source is no choice | i:TriggerSource=1 | P(TriggerSource Custom_SelfTrigger) | P(TriggerSource:Integer)
+its source is on another page | e:TriggerSource=Software | P(TriggerSource) Q(Custom_SelfTrigger) | P(TriggerSource:Enumeration) Q()
+regular expression | s:RegularExpressionRules= | P(RegularExpressionRules) | P(Custom_RegularExpressionFilterRules:Command+)
 screen | e:ScreenHomepage=A,B,C | P(ScreenHomepage) | P(Custom_ScreenHomepage:CustomScreen+)
 rows of devices that lack the node | i:A=1 | P(RegularExpressionRules ScreenHomepage TcpFormatString Node_CodeNum Node_ Node_Nothing Custom_LightingSelector LightEnable) | P()
+a custom row of the host's own | i:A=1 | P(Custom_Anything) | P(Custom_Anything+)
 format and trigger | s:TcpFormatString= e:TcpFormatSourceData=a,b s:TcpStartTriggerHex= | P(TcpFormatString TcpStartTriggerHex) | P(Custom_TcpFormatString:CustomFormatTextEdit+ Custom_TcpStartTriggerHex:CustomFormatTextEdit+)
 generations mixed | i:Line0Glitch=1 i:CounterValue=2 i:LocBarNum=3 | P(Node_LineDebouncerTime Node_CountNumber Node_CodeNum) | P(Line0Glitch:Integer CounterValue:Integer LocBarNum:Integer)
 )";
@@ -150,9 +166,27 @@ void tst_steppages::rules()
 {
     QFETCH(QString, nodes);
     QFETCH(QString, page);
+    const auto &camera = open(nodes);
     TestPages pages(pagesOf(page));
-    pages.setCameraID(open(nodes).id);
+    pages.setCameraID(camera.id);
     QTEST(pages.text(), "rows");
+    // Rows of the page's own can be used as far as their feature can.
+    for (const char *pName : {"Custom_Anything", "Custom_AutoTrigTime", "Custom_FocusSetting",
+                              "Custom_ScreenHomepage", "Custom_RegularExpressionFilterRules"}) {
+        VexaPropertyTreeItem *pRow = pages.row(pName);
+        QVERIFY2(!pRow || (pRow->visible() && !pRow->readOnly()), pName);
+    }
+    if (auto *pFormat = valueOf<CTreeFormatStringTextItemValue>(
+            pages.row(QStringLiteral("Custom_TcpFormatString")))) {
+        QCOMPARE(pFormat->m_pFormatItem, camera.tree->propertyItemByName("TcpFormatString"));
+        QCOMPARE(pFormat->m_pSourceDataItem,
+                 camera.tree->propertyItemByName("TcpFormatSourceData"));
+        QCOMPARE(pFormat->m_nCameraID, int(camera.id));
+        QCOMPARE(pFormat->m_nMaxLength, 32);
+        auto *pTrigger = valueOf<CTreeFormatStringTextItemValue>(
+            pages.row(QStringLiteral("Custom_TcpStartTriggerHex")));
+        QVERIFY(pTrigger->m_pFormatItem && !pTrigger->m_pSourceDataItem);
+    }
 }
 
 void tst_steppages::segments_data()
@@ -160,9 +194,12 @@ void tst_steppages::segments_data()
     QTest::addColumn<QString>("entries");
     QTest::addColumn<int>("type");
     QTest::newRow("three") << "Up,Mid,Down" << 2;
+    QTest::newRow("three and all") << "Up,Mid,Down,ALL" << 2;
+    QTest::newRow("four") << "Up,Down,Left,Right" << 0;
     QTest::newRow("four and all") << "Left,Up,Right,Down,All" << 0;
     QTest::newRow("six and all") << "Up_Left,Up_Mid,Up_Right,Down_Right,Down_Mid,Down_Left,all"
                                  << 1;
+    QTest::newRow("six") << "Up_Left,Up_Mid,Up_Right,Down_Right,Down_Mid,Down_Left" << 1;
     QTest::newRow("no picture for five") << "A,B,C,D,E" << 0;
 }
 
@@ -246,10 +283,16 @@ void tst_steppages::portableNames()
 {
     QFETCH(QString, platform);
     QStringList portable = PortableNodeNames::portableNames();
+    QCOMPARE(portable.size(), 74);
     QVERIFY(portable.removeOne("Node_"));
+    QCOMPARE(QSet<QString>(portable.cbegin(), portable.cend()).size(), 73);
+    QCOMPARE(PortableNodeNames::nodeName(platform, "Node_"), QString());
+    QCOMPARE(PortableNodeNames::nodeName("QY", "Node_FlashMode"), QString());
     QStringList expected;
     for (const QString &strName : qAsConst(portable)) {
         expected << PortableNodeNames::nodeName(platform, strName);
+        QCOMPARE(PortableNodeNames::nodeName("QG", strName),
+                 PortableNodeNames::nodeName("QV", strName));
     }
     const auto &camera = platform == "QH"
         ? reader()
@@ -262,6 +305,22 @@ void tst_steppages::portableNames()
     }
     QCOMPARE(attached, expected);
     QCOMPARE(pages.platform(), platform);
+}
+
+void tst_steppages::hintSettlesThePlatform()
+{
+    // "LocBarNum" is a name of both generations: without a hint the older one would be taken.
+    const ModuleFixture::Camera &camera =
+        open("i:LocBarNum=1 i:ReverseX=0 i:MirrorX=0 i:FlashMode=1");
+    for (const char *pHint : {"", "Node_FlashMode"}) {
+        TestPages pages(pagesOf("P(Node_CodeNum Node_MirrorX)"));
+        pages.m_strHint = pHint;
+        pages.setCameraID(camera.id);
+        QCOMPARE(pages.platform(), QString(*pHint ? "QH" : "QX"));
+        QCOMPARE(pages.text(),
+                 QString(*pHint ? "P(LocBarNum:Integer MirrorX:Integer)"
+                                : "P(LocBarNum:Integer ReverseX:Integer)"));
+    }
 }
 
 void tst_steppages::rowsFollowTheirFeature()
@@ -299,6 +358,18 @@ void tst_steppages::rowsFollowTheirFeature()
     QCOMPARE(pPage->m_nValue, 2);
     camera.tree->propertyItemByName("TcpFormatString")->setReadOnly(camera.id, true);
     QVERIFY(pFormat->readOnly() && !pScreen->readOnly());
+    // A host may lay rows and have no page in the end.
+    struct NoPage : TestPages
+    {
+        using TestPages::TestPages;
+        VexaPropertyTreeItem *createPageRoot() override
+        {
+            delete TestPages::createPageRoot();
+            return nullptr;
+        }
+    } none(pagesOf("P(ScreenHomepage)"));
+    none.setCameraID(camera.id);
+    QVERIFY(!none.isFollowed(camera.tree->propertyItemByName("ScreenHomepage")));
 }
 
 void tst_steppages::changesTheKindOfALiveRow()
@@ -344,6 +415,44 @@ void tst_steppages::oneItemOnTwoViews()
             QTRY_COMPARE_WITH_TIMEOUT(boxOf(pOther)->isChecked(), !bOn, LONG_WAIT);
         }
     }
+}
+
+void tst_steppages::asksTheDeviceForLightsOnly()
+{
+    const auto &camera = reader();
+    camera.tree->StopThread(true);
+    camera.device.control->setLogging(true);
+    const auto accesses = [&](const QString &strNames) {
+        camera.device.control->clearAccessLog();
+        TestPages pages(pagesOf("P(" + strNames + ")"));
+        pages.setCameraID(camera.id);
+        return camera.device.control->accessLog().size();
+    };
+    QCOMPARE(accesses(PortableNodeNames::portableNames().join(' ')
+                      + " TriggerSource Custom_SelfTrigger FocusStep RegularExpressionRules Gain "
+                        "PollingTarget UserSetSelector"),
+             0);
+    const int nLights = accesses("LightEnable LightingEnable Custom_LightingSelector");
+    QVERIFY2(nLights > 0 && nLights <= 8, qPrintable(QString::number(nLights)));
+    camera.tree->StopThread(false);
+}
+
+void tst_steppages::pagesOfOneIndexDoNotRob()
+{
+    const auto &camera = open("i:A=1");
+    {
+        TestPages pages[] = {TestPages(pagesOf("P(A)")), TestPages(pagesOf("P(A)")),
+                             TestPages(pagesOf("P(A)"), 2)};
+        QStringList texts;
+        for (TestPages &laid : pages) {
+            laid.setCameraID(camera.id);
+        }
+        for (const TestPages &laid : pages) {
+            texts << laid.text();
+        }
+        QCOMPARE(texts, QStringList({"P(A:Integer)", "P()", "P(A:Integer)"}));
+    }
+    QVERIFY(!camera.tree->propertyItemByName("A")->parent(1));
 }
 
 void tst_steppages::tornDown_data()
@@ -433,6 +542,21 @@ void tst_steppages::cameraGoesAndComesBack()
     QCOMPARE(pages.treeView()->model()->rowCount(), 0);
     fixture().host().closeCamera(m_camera.id);
     m_camera = {};
+}
+
+void tst_steppages::viewsOutliveItems()
+{
+    NotifyRecorder recorder;
+    auto pItem = std::make_unique<VexaPropertyTreeItem>();
+    VexaPropertyTreeItem other;
+    pItem->registerView(&recorder);
+    other.registerView(&recorder);
+    VexaPropertyTreeItem *const pGone = pItem.get();
+    pItem.reset();
+    VexaPropertyTreeItem::removeViewFrom(pGone, &recorder);
+    VexaPropertyTreeItem::removeViewFrom(&other, &recorder);
+    other.setReadOnly(1, false);
+    QCOMPARE(recorder.take(), QString());
 }
 
 QTEST_MAIN(tst_steppages)

@@ -39,10 +39,10 @@ void keepLine(QtMsgType type, const QMessageLogContext &context, const QString &
 
 } // namespace
 
-WriteFixture::WriteFixture()
+WriteFixture::WriteFixture(const QString &deviceId)
 {
     installLanguage(*qApp, QStringLiteral("ENG"));
-    m_camera = m_module.open(SimulatedDevices::builtIn("code-reader"));
+    m_camera = m_module.open(SimulatedDevices::builtIn(deviceId));
     ModuleFixture::waitForFirstUpdate(m_camera);
     s_nextHandler = qInstallMessageHandler(keepLine);
     qApp->installEventFilter(this);

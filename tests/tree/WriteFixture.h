@@ -13,14 +13,14 @@
 
 class QSignalSpy;
 
-/// A tree over a simulated code reader whose values are written, with all that the client hears meanwhile as one list of
+/// A tree over a simulated device whose values are written, with all that the client hears meanwhile as one list of
 /// lines: "box title|text", "prompt level title|text", "message text", "bus signal arguments", "listen event data" and
 /// "info line", "critical line" of the log. "#" stands for the camera id, "@" for the device's remark.
 class WriteFixture : public QObject, public IVexaListen
 {
     Q_OBJECT
 public:
-    WriteFixture();
+    explicit WriteFixture(const QString &deviceId = QStringLiteral("code-reader"));
     ~WriteFixture() override;
 
     VexaFeatureTree &tree() { return *m_camera.tree; }

@@ -14,6 +14,8 @@
 
 #include <QPointer>
 #include <QPushButton>
+#include <QRandomGenerator>
+#include <QSignalSpy>
 #include <QThread>
 #include <QTimer>
 #include <QtTest>
@@ -76,7 +78,8 @@ public:
 class CommandFixture : public WriteFixture
 {
 public:
-    CommandFixture()
+    explicit CommandFixture(const QString &deviceId = QStringLiteral("code-reader"))
+        : WriteFixture(deviceId)
     {
         control().setQuiet(true);
         control().setRestartTime(50);
@@ -132,6 +135,13 @@ public:
         return takeHeard().filter(QRegularExpression(QStringLiteral(
             "^(box|prompt|critical NodeName|bus SigVexaEventLoadParameters|message)")));
     }
+    int failedWrites()
+    {
+        const QVector<SimulatorAccess> log = control().accessLog();
+        return int(std::count_if(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
+            return access.failed && access.kind == SimulatorAccess::Write;
+        }));
+    }
 };
 
 } // namespace
@@ -147,11 +157,16 @@ private slots:
     void pressed();
     void answers_data();
     void answers();
+    void loadWhileADialogIsUp();
     void rowsMadeAnewUnderALoad();
+    void autoTrigger();
+    void tuneDataAreHandedOn();
+    void manyClicks();
     void whileAQuestionIsOpen_data();
     void whileAQuestionIsOpen();
     void resets_data();
     void resets();
+    void loadingDialogOfFrameGrabbers();
 
 private:
     SharedFixture<CommandFixture> m_shared;
@@ -177,8 +192,11 @@ void tst_commands::pressed_data()
     };
     const char *const defaults = "UserSetRecoverDefault";
     row("deletion declined", "UserSetDelete", "no", {DELETE_SET});
+    row("recovery of all sets declined", "UserSetRecoverFactory", "no", {RECOVER});
+    row("factory recovery declined", "RecoverFactory", "no", {RECOVER});
     row("warning declined", "UserSetRecover", "no", {CAUTION});
     row("defaults declined show no dialog", defaults, "no", {RECOVER_DEFAULT});
+    row("plain command refused", "StatisticsReset", "fails", {failureBox("StatisticsReset")});
     row("addition refused tells twice", "UserSetAdd", "fails",
         {failureBox("UserSetAdd"), failurePrompt("UserSetAdd")});
     row("load refused closes its dialog", "UserSetLoad", "fails", {failureBox("UserSetLoad")}, 1);
@@ -186,9 +204,13 @@ void tst_commands::pressed_data()
         {RECOVER_DEFAULT, failureBox(defaults)}, 1);
     row("reset refused stops nothing", "DeviceReset", "fails", {failureBox("DeviceReset")});
     row("plain command", "StatisticsReset", "yes", {});
+    row("focus at rest", "FocusMode", "yes", {});
+    row("user set saved", "UserSetSave", "yes", {});
+    row("all user sets recovered after a yes", "UserSetRecoverFactory", "yes", {RECOVER});
     row("user set added", "UserSetAdd", "yes", {});
     row("user set deleted after a yes", "UserSetDelete", "yes", {DELETE_SET});
     row("recovered after the warning", "UserSetRecover", "yes", {CAUTION});
+    row("partly recovered after the warning", "UserSetRecoverPartly", "yes", {CAUTION});
     row("loading tells the client", "UserSetLoad", "yes", {LOADED}, 1);
     row("defaults recovered and loaded", defaults, "yes and load",
         {RECOVER_DEFAULT, LOADED, ran(defaults), ran("UserSetLoad")}, 1);
@@ -233,8 +255,13 @@ void tst_commands::answers_data()
     row("second start after a stop", "stop swallowed", "AcquisitionStart", true, 1);
     row("the client's start takes the trap away", "stop start", "AcquisitionStart", true, 1);
     row("stop swallows no other command", "stop", "StatisticsReset", true, 1);
+    row("filter rules are no command of the device", "", "Custom_RegularExpressionFilterRules",
+        true, 0);
     row("focus under way", "focus", "FocusMode", false, 0);
     row("focus whose state cannot be read", "focus unreadable", "FocusMode", true, 1);
+    row("tune stopped by the client", "tune", "SmartTuneStop", true, 1);
+    row("no name", "", "", false, 0);
+    row("no task", "close", "StatisticsReset", false, 0);
 }
 
 void tst_commands::answers()
@@ -254,20 +281,40 @@ void tst_commands::answers()
         QVERIFY(!f.write(name, QVariant()));
     } else if (step == "focus") {
         f.control().poke(f.addressOf("AutoFocusStat"), QByteArray(4, '\0'));
+    } else if (step == "close") {
+        f.module().host().closeCamera(f.camera().id);
     }
     f.setFailing("AutoFocusStat", step == "focus unreadable");
     f.takeHeard();
     f.control().clearAccessLog();
-    QCOMPARE(f.tree().setFeatureValue("Command", name, QVariant()), answer);
+    if (step == "tune") {
+        f.tree().StopSmartTune(name);
+    } else {
+        QCOMPARE(f.tree().setFeatureValue("Command", name, QVariant()), answer);
+    }
     QCOMPARE(f.accessesOfWrites(), writes);
     QCOMPARE(f.isRefreshDue(), writes > 0);
     QCOMPARE(f.heardOfCommand(), writes > 0 ? QStringList(ran(qPrintable(name))) : QStringList());
+    if (step == "close") {
+        m_shared.reset();
+    }
+}
+
+void tst_commands::loadWhileADialogIsUp()
+{
+    CommandFixture &f = m_shared.get();
+    ScreenWatch watch;
+    QVERIFY(f.write("CommunicationProtocols", 3));
+    QVERIFY(CustomLoadingDialog::isLoading(1));
+    QVERIFY(f.write("UserSetLoad", QVariant()));
+    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QCOMPARE(watch.m_nLoadings, 1);
 }
 
 /// The caller's item is gone when the command has run.
 void tst_commands::rowsMadeAnewUnderALoad()
 {
-    CommandFixture &f = m_shared.fresh();
+    CommandFixture &f = m_shared.get();
     VexaPropertyTreeItem *before = f.item("UserSetLoad");
     bool madeAnew = false;
     QTimer::singleShot(0, &f.tree(), [&] {
@@ -278,6 +325,75 @@ void tst_commands::rowsMadeAnewUnderALoad()
     QVERIFY(madeAnew);
     QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
     QCOMPARE(f.heardOfCommand(), QStringList({LOADED, ran("UserSetLoad")}));
+}
+
+void tst_commands::autoTrigger()
+{
+    CommandFixture &f = m_shared.fresh();
+    QVERIFY(!f.isTimerActive(0) && !f.isTimerActive(7));
+    f.tree().SetAutoSoftwareTrig(true, 0);
+    QVERIFY(f.isTimerActive(0));
+    f.tree().SetAutoSoftwareTrig(true, 7);
+    f.control().clearAccessLog();
+    QTRY_VERIFY(f.accessesOfWrites() >= 3);
+    f.setFailing("TriggerSoftware", true);
+    QTRY_VERIFY(f.failedWrites() >= 2);
+    f.tree().SetAutoSoftwareTrig(false, 0);
+    QVERIFY(!f.isTimerActive(7) && !f.isRefreshDue());
+    QCOMPARE(f.heardOfCommand(), QStringList());
+    f.tree().SetAutoSoftwareTrig(true, 4000000000U);
+    QVERIFY(f.isTimerActive(INT_MAX));
+    f.tree().SetAutoSoftwareTrig(false, 0);
+}
+
+void tst_commands::tuneDataAreHandedOn()
+{
+    CommandFixture &f = m_shared.get();
+    QSignalSpy shown(&f.tree(), &VexaFeatureTree::SigShowSmartTune);
+    f.tree().ShowSmartTune("SmartTuneProgress", 40);
+    QCOMPARE(shown.value(0),
+             (QList<QVariant>{"SmartTuneProgress", QVariant::fromValue<QVariant>(40)}));
+    QSignalSpy read(&f.tree(), &VexaFeatureTree::SigGetFeatureValueByThread);
+    f.tree().RefreshFeatures();
+    QTRY_VERIFY(std::any_of(read.cbegin(), read.cend(), [](const QList<QVariant> &arguments) {
+        return arguments.first() == QLatin1String("SmartTuneProgress");
+    }));
+}
+
+void tst_commands::manyClicks()
+{
+    static const char *const commands[] = {
+        "StatisticsReset", "UserSetAdd",     "UserSetDelete",         "UserSetLoad",
+        "UserSetSave",     "UserSetRecover", "UserSetRecoverDefault", "UserSetRecoverFactory",
+        "LightingAllOff"};
+    CommandFixture &f = m_shared.get();
+    QRandomGenerator random(20260101);
+    ScreenWatch watch;
+    int failures = 0;
+    for (int click = 0; click < 150; ++click) {
+        const char *const command = commands[random.bounded(int(std::size(commands)))];
+        f.setFailing(command, random.bounded(3) == 0);
+        f.m_bAnswersYes = random.bounded(4) != 0;
+        f.control().clearAccessLog();
+        QPushButton *target = f.button(command);
+        QVERIFY(target);
+        target->setEnabled(true);
+        target->click();
+        const int failed = f.failedWrites();
+        f.setFailing(command, false);
+        failures += failed;
+        const QStringList heard = f.heardOfCommand();
+        QVERIFY2(heard.filter("box ").filter("was not executed").size() == failed,
+                 qPrintable(heard.join('\n')));
+        QCOMPARE(heard.filter("prompt ").size(), qstrcmp(command, "UserSetAdd") == 0 ? failed : 0);
+        if (random.bounded(2) == 0) {
+            QCoreApplication::processEvents();
+        }
+    }
+    QVERIFY(failures > 15);
+    QCOMPARE(watch.m_nMostBoxes, 1);
+    f.m_bAnswersYes = true;
+    QTRY_VERIFY(!f.isRefreshDue() && !CustomLoadingDialog::isLoading(1));
 }
 
 void tst_commands::whileAQuestionIsOpen_data()
@@ -381,6 +497,19 @@ void tst_commands::resets()
         QVERIFY(!view->indexWidget(view->indexOfItem(f.item(name), 1))->isEnabled());
     }
     m_shared.reset();
+}
+
+void tst_commands::loadingDialogOfFrameGrabbers()
+{
+    m_shared.reset();
+    CommandFixture f("grabber-camera");
+    const int key = int(f.camera().id) + 3;
+    f.control().setLatency(50);
+    QVERIFY(f.write("UserSetLoad", QVariant()));
+    QVERIFY(!CustomLoadingDialog::isLoading(1));
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
+    QVERIFY(f.write("DeviceReset", QVariant()));
+    QVERIFY(!CustomLoadingDialog::isLoading(key));
 }
 
 QTEST_MAIN(tst_commands)

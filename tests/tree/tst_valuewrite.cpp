@@ -1,4 +1,5 @@
 #include "ControlKit/CustomLoadingDialog.h"
+#include "DeviceTaskModule/VexaFeatureObserverable.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tests/tree/WriteFixture.h"
 
@@ -25,6 +26,23 @@ const char *const NOT_NOW = "0x90006104: The node is not accessible in its prese
 const char *const OUT_OF_RANGE = "0x90006202: The value is out of range.";
 const char *const REFUSED = "0x90006206: The device refused the access.";
 
+class NameRecorder : public VexaFeatureObserverable
+{
+public:
+    explicit NameRecorder(VexaFeatureTree &tree)
+        : m_tree(tree)
+    {
+        m_tree.AddFeatureObserverable(this);
+    }
+    ~NameRecorder() override { m_tree.RemoveFeatureObserverable(this); }
+    void notifyFeatureChanged(const QString &name, bool) override { m_names.append(name); }
+    void notifyFeatureTreeReleased(long int) override { }
+    QStringList m_names;
+
+private:
+    VexaFeatureTree &m_tree;
+};
+
 } // namespace
 
 /// Every rule that goes by type and node name, seen from the device, the boxes, the bus, the listeners and the log.
@@ -39,12 +57,15 @@ private slots:
     void suppressedPrompts();
     void swallowedWritesShowTheDeviceAgain_data();
     void swallowedWritesShowTheDeviceAgain();
+    void editorOfTheLimitIsRenewed();
     void burstGivesOneRefresh();
     void valuesThatAreNone_data();
     void valuesThatAreNone();
     void writeOfAnotherThread();
+    void byItem();
     void whileABoxIsUp_data();
     void whileABoxIsUp();
+    void rereadsOneItem();
     void loadingDialog();
     void goingTreeWritesNothing();
 
@@ -86,10 +107,13 @@ void tst_valuewrite::writes_data()
     const QString mainSub = "bus SigVexaEventUpdateMainSub # true";
     const QString role = "bus SigVexaEventStateRoleChanged #";
 
+    row("switch", "LaserEnable", 1);
     row("direction of codes refreshes all", "LDirectionEnable", 1, {refresh});
     row("Pharmacode rereads its neighbours", "PHARMACODE", 1, {}, {{"Code128", 0}, {"Code39", 0}});
     row("test pictures by FTP", "UploadTestRawPictureEnable", 1,
         {"listen 19 ftp_open", "info strFtpEnable ftp_open"}, {}, {{"FtpProtocalEnable", 1}});
+    row("no test pictures", "UploadTestRawPictureEnable", 0,
+        {"listen 19 ftp_close", "info strFtpEnable ftp_close"});
     refused("test pictures without FTP show the device's state", "UploadTestRawPictureEnable", 1,
             {failureOf("box", "UploadTestRawPictureEnable", "1", NOT_NOW),
              "info errCodeStr: 0x90006104 [CameraID:#"},
@@ -99,34 +123,55 @@ void tst_valuewrite::writes_data()
     row("PROFINET tells of the restart", "ProfinetEnable", 1,
         {"box |PROFINET takes effect after the parameters have been saved and the device has been "
          "restarted."});
+    row("PROFINET off tells nothing", "ProfinetEnable", 0);
 
     row("size of the region", "AlgoRegionWidth", 64, {region});
+    row("number of the region", "AlgoRegionIndex", 4, {region});
     row("main station", "MainStationID", 3, {mainSub}, {},
         {{"MultiCameraMode", 1}, {"StationRole", 1}});
     refused("port in use", "TCPDestPort", 2002,
             {QStringLiteral("prompt 3 %1|Port 2002 was not set; another service may use it. @/%2")
                  .arg(TITLE, REFUSED)});
+    refused("port out of range says the same", "TCPDestPort", 70000,
+            {QStringLiteral("prompt 3 %1|Port 70000 was not set; another service may use it. @/%2")
+                 .arg(TITLE, OUT_OF_RANGE)});
+    refused("integer out of range", "FocusStep", -5,
+            {failureOf("prompt 3", "FocusStep", "-5", OUT_OF_RANGE)});
     refused("integer of 64 bits is not cut", "FocusStep", 4294967300LL,
             {failureOf("prompt 3", "FocusStep", "4294967300", OUT_OF_RANGE)});
 
     const QString advice = "box |The recommended packet size for this connection is 1500.";
     row("packet size at the upper end", "GevSCPSPacketSize", 2000);
     row("packet size above it", "GevSCPSPacketSize", 2004, {advice});
+    row("packet size at the lower end", "DeviceStreamChannelPacketSize", 1000);
+    row("packet size below it", "DeviceStreamChannelPacketSize", 996, {advice});
     row("polling", "PollingEnable", 1, {"listen 18 #", refresh});
+    row("protocol", "CommunicationProtocols", 7, {"listen 18 #"});
+    row("polling target", "PollingTarget", 1, {"listen 18 #"});
+    row("set of polling parameters", "PollingParam", 2);
     row("trigger mode rereads the frames", "TriggerMode", 1, {}, {{"MultiframeHandleMode", 1}});
+    row("trigger off", "TriggerMode", 0, {}, {{"MultiframeHandleMode", 0}}, {{"TriggerMode", 1}});
     row("reading mode replaces the source", "CodeReadMode", 3, {refresh}, {{"TriggerSource", 13}},
         {{"TriggerSource", 13}});
     row("reading mode leaves another source", "CodeReadMode", 3, {refresh}, {{"TriggerSource", 7}},
         {{"TriggerSource", 7}});
+    row("camera of regions", "AlgoCameraSelector", 1, {region});
     row("several cameras", "MultiCameraMode", 1, {role, mainSub});
+    row("role of the station", "StationRole", 1, {role, mainSub});
+    row("running mode", "RunningMode", 2);
     row("test pattern", "TestPattern", 20, {"listen 19 test_open"});
+    row("no test pattern", "TestPattern", 0, {"listen 19 test_close"});
     refused("test pattern fails silently", "TestPattern", 20, {}, {{"AcquisitionStart", 0}});
+    refused("flash mode fails silently", "FlashMode", 1, {}, {{"PollingEnable", 1}});
     row("Bluetooth tells of the restart", "BleOutput", 1,
         {"prompt 2 |Save the parameters and restart the device for this setting to take effect."});
     refused("wiring by a switch", "LineConfig0", 1,
             {QStringLiteral("box %1|The line cannot be configured in the present state. Check the "
                             "mode of the line and stop what uses it first./%2")
                  .arg(TITLE, NOT_NOW)});
+    refused("wiring that does not exist", "LineConfig1", 77,
+            {failureOf("box", "LineConfig1", "77", OUT_OF_RANGE)});
+    row("light while polling is off", "LightEnable", 0);
     refused("entry without a name", "PollingTarget", 99,
             {failureOf("box", "PollingTarget", "99", OUT_OF_RANGE)});
 
@@ -262,6 +307,18 @@ void tst_valuewrite::swallowedWritesShowTheDeviceAgain()
     QVERIFY(fixture.onDevice(name).toString() != value.toString());
 }
 
+void tst_valuewrite::editorOfTheLimitIsRenewed()
+{
+    WriteFixture &fixture = m_shared.fresh();
+    NameRecorder observer(fixture.tree());
+    const char *const limited[] = {"", "LocBarNum", "IdxLocCodeNum", "StackBarNum"};
+    for (const int type : {1, 2, 3}) {
+        observer.m_names.clear();
+        QVERIFY(fixture.write("ArithmeticType", type));
+        QCOMPARE(observer.m_names, QStringList(limited[type]));
+    }
+}
+
 void tst_valuewrite::burstGivesOneRefresh()
 {
     WriteFixture &fixture = m_shared.fresh();
@@ -370,8 +427,68 @@ void tst_valuewrite::writeOfAnotherThread()
     QCOMPARE(fixture.onDevice("FocusStep").toInt(), 45);
 }
 
+void tst_valuewrite::byItem()
+{
+    static const struct
+    {
+        const char *name;
+        QVariant value;
+        bool update;
+        bool rowFollows; // at once
+    } rows[] = {{"FocusStep", 7, true, true},
+                {"FocusStep", 8, false, false},
+                {"FocusStep", -7, true, false}, // refused
+                {"DeviceUserID", "left", true, true}};
+    WriteFixture &fixture = m_shared.fresh();
+    NameRecorder observer(fixture.tree());
+    for (const auto &row : rows) {
+        observer.m_names.clear();
+        QCOMPARE(
+            fixture.tree().setFeatureValue(fixture.item(row.name), row.value, row.update, true),
+            row.value != -7);
+        QCOMPARE(fixture.inRow(row.name) == row.value, row.rowFollows);
+        QCOMPARE(observer.m_names, row.rowFollows ? QStringList(row.name) : QStringList());
+        QCOMPARE(fixture.takeHeard().filter("afterSetFeatureValue").size(), 0);
+    }
+    QVERIFY(!fixture.tree().setFeatureValue(nullptr, 1, true, false));
+}
+
+void tst_valuewrite::rereadsOneItem()
+{
+    const QMap<QString, QVariant> values{{"LaserEnable", 1},
+                                         {"FocusStep", 19},
+                                         {"PollingTarget", 2},
+                                         {"Gain", 3.5},
+                                         {"DeviceUserID", "other"}};
+    WriteFixture &fixture = m_shared.fresh();
+    VexaFeatureTree &tree = fixture.tree();
+    NameRecorder observer(tree);
+    for (auto value = values.cbegin(); value != values.cend(); ++value) {
+        QVERIFY(fixture.setOnDevice(value.key(), value.value()));
+        QVERIFY(tree.rereadFeatureValue(fixture.item(value.key()), false));
+        QCOMPARE(fixture.inRow(value.key()).toString(), value->toString());
+    }
+    QVERIFY(!tree.rereadFeatureValue(fixture.item("UserSetSave"), false)); // has no value
+    QVERIFY(!tree.rereadFeatureValue(nullptr, true));
+    QVERIFY(observer.m_names.isEmpty());
+    fixture.control().vanish();
+    QVERIFY(!tree.rereadFeatureValue(fixture.item("FocusStep"), true));
+    QCOMPARE(observer.m_names, QStringList("FocusStep")); // told although nothing was read
+}
+
 void tst_valuewrite::loadingDialog()
 {
+    m_shared.reset();
+    {
+        WriteFixture grabber("grabber-camera");
+        const int key = int(grabber.camera().id) + 3;
+        QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
+        QVERIFY(!grabber.write("Gain", 1e30));
+        QVERIFY(!CustomLoadingDialog::isLoading(key));
+        QVERIFY(grabber.write("Gain", 2.0));
+        QVERIFY(CustomLoadingDialog::isLoading(key));
+        QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
+    }
     WriteFixture &fixture = m_shared.get();
     QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
     QVERIFY(!fixture.write("PollingEnable", 77) && fixture.write("LaserEnable", 1));

@@ -59,6 +59,7 @@ SimulatedDevices::Simulated EditFixture::handMade()
             + "</Integer>\n";
     };
     const QByteArray sign = "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess>";
+    const QByteArray order = "<Endianess>LittleEndian</Endianess>";
     const QByteArray elements = integer("Big", "<Representation>PureNumber</Representation>")
         + registerOf("IntReg", "BigReg", 0x1000, 8, "RW", sign)
         + integer("BigHex", "<Representation>HexNumber</Representation>")
@@ -68,8 +69,12 @@ SimulatedDevices::Simulated EditFixture::handMade()
           "<FormulaFrom>TO</FormulaFrom><pValue>CoarseReg</pValue></IntConverter>\n"
         + registerOf("IntReg", "CoarseReg", 0x1020, 4, "RW", sign)
         + integer("Grid", "<Min>10</Min><Max>50</Max><Inc>4</Inc>")
-        + registerOf("IntReg", "GridReg", 0x1030, 4, "RW", sign) + integer("SecretNumber", "")
+        + registerOf("IntReg", "GridReg", 0x1030, 4, "RW", sign)
+        + "<Float Name=\"Ratio\"><pValue>RatioReg</pValue><Min>0</Min><Max>10</Max></Float>\n"
+        + registerOf("FloatReg", "RatioReg", 0x1040, 4, "RW", order) + integer("SecretNumber", "")
         + registerOf("IntReg", "SecretNumberReg", 0x1050, 4, "WO", sign)
+        + integer("SecretHex", "<Representation>HexNumber</Representation>")
+        + registerOf("IntReg", "SecretHexReg", 0x1060, 4, "WO", sign)
         + registerOf("StringReg", "SecretText", 0x1070, 16, "WO")
         + "<Enumeration Name=\"SecretMode\"><EnumEntry Name=\"One\"><Value>1</Value></EnumEntry>"
           "<EnumEntry Name=\"Two\"><Value>2</Value></EnumEntry><pValue>SecretModeReg</pValue>"
@@ -78,11 +83,12 @@ SimulatedDevices::Simulated EditFixture::handMade()
         + "<Boolean Name=\"SecretSwitch\"><pValue>SecretSwitchReg</pValue></Boolean>\n"
         + registerOf("IntReg", "SecretSwitchReg", 0x1090, 4, "WO", sign);
     const SimulatedDevices::Simulated device = SimulatedDevices::fromDescription(
-        descriptionOf({"Big", "BigHex", "Coarse", "Grid", "SecretNumber", "SecretText",
-                       "SecretMode", "SecretSwitch"},
+        descriptionOf({"Big", "BigHex", "Coarse", "Grid", "Ratio", "SecretNumber", "SecretHex",
+                       "SecretText", "SecretMode", "SecretSwitch"},
                       elements),
         QStringLiteral("hand-made"), SimulatorControl::MemoryPattern::Zero);
     device.control->poke(0x1030, QByteArray("\x12\0\0\0", 4)); // Grid 18
+    device.control->poke(0x1040, QByteArray("\x06\x52\x9e\x3f", 4)); // Ratio 1.2368782
     return device;
 }
 

@@ -29,6 +29,7 @@ public:
     ~WindowFixture();
 
     WorkbenchWindow &window() { return *m_pWindow; }
+    CameraHost &host() { return *m_pHost; }
     QTreeWidget *list() const;
     QTreeWidgetItem *item(const QString &id) const;
     CameraSession *session(const QString &id) const;

@@ -1,3 +1,4 @@
+#include "ControlKit/CustomSaveDoneHintDlg.h"
 #include "WindowFixture.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/FeatureFileRunner.h"
@@ -5,8 +6,12 @@
 #include "tests/workbench/WorkbenchProcess.h"
 #include "tree/VexaFeatureTree.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QProcess>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -22,11 +27,15 @@ private slots:
     void bagsAreSplit_data();
     void bagsAreSplit();
     void exportsComeBack();
-    void localeWritesTheSame();
+    void localesWriteTheSame_data();
+    void localesWriteTheSame();
     void failedExportKeepsTheFile_data();
     void failedExportKeepsTheFile();
     void jobsEndOnSilentRoads_data();
     void jobsEndOnSilentRoads();
+    void toolBarReplacesWhenDone_data();
+    void toolBarReplacesWhenDone();
+    void buttonsFollowTheJob();
 
 private:
     QString file(const QString &name) const { return m_workbench.path(name); }
@@ -113,8 +122,19 @@ void WorkbenchFilesTest::jobs_data()
         "<!-- <FeaturesFile version=\"9\"> --><FeaturesFile a='>' version = \"", compare, 0, "",
         "");
     row("other version compared without a word", version, version + "0.", compare, 2, "", "--yes");
+    row("other version refused for ever", version, version + "0.", compare + " --yes", 0, "", "");
+    row("no version taken for any", version, "<FeaturesFile v=\"", compare, 2, "",
+        "comparison failed");
+    row("other model", "<DeviceModelName>", "<DeviceModelName>X", compare, 2, "", "another model");
     row("no document", "</Features>", "", compare, 2, "", "line ");
+    row("document type", "<FeaturesFile", "<!DOCTYPE a><FeaturesFile", compare, 2, "",
+        "document type");
+    row("empty file", "", "", compare, 2, "", "line 1");
+    row("no file", "<", "<", "--device line-camera --compare /nonexistent/a.vxf", 2, "",
+        "/nonexistent/a.vxf");
+    row("unknown device", "<", "<", "--device none --compare @", 2, "", "none");
     row("import that asks nobody", group + device, group + "640", import, 1, differs, "--yes");
+    row("import of nothing refused", "<", "<", import, 0, "", "");
     row("import of another model", "<DeviceModelName>", "<DeviceModelName>X", import + " --yes", 1,
         "", "another model");
     row("import not done", group + device, group + "640", import + " --yes", 0, differs, "");
@@ -122,16 +142,27 @@ void WorkbenchFilesTest::jobs_data()
         "Width\t640001", "'Width' was not taken: the file says 640001, the device " + device);
     row("earlier of two values called refused", group + device,
         group + "640</Value></Feature>" + group + device, import + " --yes", 0, "", "");
+    row("measured value counted as refused",
+        "<Name>SensorWidth</Name>\r\n<Type>Integer</Type>\r\n<Value>",
+        "<Name>SensorWidth</Name>\r\n<Type>Integer</Type>\r\n<Value>1", import + " --yes", 0,
+        "\tSensorWidth\t1", "SensorWidth");
     row("import that loses the change before it", "<", "<",
         "--device line-camera --write Width=640 --import @ --yes --export @2", 0,
         ("\tWidth\t" + device + "\t640").constData(), "");
+    row("same two files differ", "<", "<", "--compare @ @", 0, "", "");
     row("bag of nowhere", "<", "<", "--device line-camera --export /nonexistent/a.vxf", 1, "",
         "/nonexistent/a.vxf");
     row("folder given way to a file", "<", "<", "--device line-camera --export /tmp", 1, "",
         "'/tmp': it is no file");
+    row("two files and a device", "<", "<", "--device line-camera --compare @ @", 2, "",
+        "no device");
     row("comparison among other jobs", "<", "<", "--compare @ --read Width", 2, "", "alone");
+    row("table mixed with a value", "<", "<", "--import @ --read Width", 2, "", "standard output");
+    row("yes without a question", "<", "<", "--export @ --yes", 2, "", "'--yes' needs");
     row("export of two devices to one file", "<", "<",
         "--device line-camera --device area-camera --export @", 2, "", "one device");
+    row("third file passed over", "<", "<", "--compare @ @ @", 2, "", "Unexpected");
+    row("bag without a folder", "<", "<", "--split-bag @", 2, "", "takes FILE DIR");
 }
 
 void WorkbenchFilesTest::jobs()
@@ -172,11 +203,17 @@ void WorkbenchFilesTest::bagsAreSplit_data()
         << record("../../evil", a) + record("/etc/x", a) + record("", a)
         << QByteArray("1_______evil.vxf\t../../evil\tM\n2__etc_x.vxf\t/etc/x\tM\n3_.vxf\t\tM\n")
         << QByteArray();
+    QTest::newRow("same serial number twice")
+        << record("S1", a) + record("S1", a) << QByteArray("1_S1.vxf\tS1\tM\n2_S1.vxf\tS1\tM\n")
+        << QByteArray();
+    QTest::newRow("line in a serial number")
+        << record("a\nb", a) << QByteArray("1_a_b.vxf\ta\\nb\tM\n") << QByteArray();
     QTest::newRow("half a bag written") << record("S1", a) + record("S2", a.left(40))
                                         << QByteArray() << QByteArray("record 2: line");
     QTest::newRow("record cut off") << record("S1", a) + SERIAL_MARKER + "S2" << QByteArray()
                                     << QByteArray("record 2 is cut off");
     QTest::newRow("feature file taken for a bag") << a << QByteArray() << QByteArray("no bag");
+    QTest::newRow("empty bag") << QByteArray() << QByteArray() << QByteArray("no bag");
 }
 
 void WorkbenchFilesTest::bagsAreSplit()
@@ -226,14 +263,33 @@ void WorkbenchFilesTest::exportsComeBack()
     QCOMPARE(result.out, QByteArray("\tB\t2\t/\n\tC\t/\t3\n"));
 }
 
-void WorkbenchFilesTest::localeWritesTheSame()
+void WorkbenchFilesTest::localesWriteTheSame_data()
 {
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("charset");
+    QTest::newRow("C") << "C" << QString();
+    QTest::newRow("comma behind thousands") << "en_US"
+                                            << "UTF-8";
+    QTest::newRow("comma before decimals") << "de_DE"
+                                           << "UTF-8";
+    QTest::newRow("another charset") << "zh_CN"
+                                     << "GBK";
+}
+
+void WorkbenchFilesTest::localesWriteTheSame()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, charset);
     const QString folder = file(QStringLiteral("locales"));
-    const QString locale = QStringLiteral("de_DE.UTF-8"); // a comma before decimals
-    QVERIFY(QDir().mkpath(folder));
-    QProcess::execute("localedef", {"-c", "-i", "de_DE", "-f", "UTF-8", folder + '/' + locale});
-    if (!QFileInfo::exists(folder + '/' + locale + "/LC_NUMERIC")) {
-        QSKIP("this machine cannot make the locale");
+    if (!charset.isEmpty()) {
+        // Few machines have all of them.
+        const QString name = locale + '.' + charset;
+        QVERIFY(QDir().mkpath(folder));
+        QProcess::execute("localedef", {"-c", "-i", locale, "-f", charset, folder + '/' + name});
+        locale = name;
+        if (!QFileInfo::exists(folder + '/' + name + "/LC_NUMERIC")) {
+            QSKIP("this machine cannot make the locale");
+        }
     }
     const QByteArray reg = "<Length>32</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>";
     const QString description = m_workbench.write(
@@ -272,15 +328,25 @@ void WorkbenchFilesTest::localeWritesTheSame()
 
 void WorkbenchFilesTest::failedExportKeepsTheFile_data()
 {
+    QTest::addColumn<QString>("device");
     QTest::addColumn<QByteArray>("disk"); // what is done to it
     QTest::addColumn<QByteArray>("reason");
-    QTest::newRow("disk full") << QByteArray("true") << QByteArray("The disk is full. @");
-    QTest::newRow("folder read-only")
-        << QByteArray("mount -o remount,ro \"$0\"") << QByteArray("'@': Permission denied");
+    // Without a node for the firmware there is no feature file.
+    QTest::newRow("no firmware") << m_workbench.write(
+        "plain.xml",
+        workbenchDescription({"Level"},
+                             "<Integer Name=\"Level\">"
+                             "<Value>1</Value></Integer>"))
+                                 << QByteArray("true") << QByteArray("its firmware");
+    QTest::newRow("disk full") << QString() << QByteArray("true")
+                               << QByteArray("The disk is full. @");
+    QTest::newRow("folder read-only") << QString() << QByteArray("mount -o remount,ro \"$0\"")
+                                      << QByteArray("'@': Permission denied");
 }
 
 void WorkbenchFilesTest::failedExportKeepsTheFile()
 {
+    QFETCH(QString, device);
     QFETCH(QByteArray, disk);
     QFETCH(QByteArray, reason);
     QTemporaryDir folder;
@@ -290,9 +356,10 @@ void WorkbenchFilesTest::failedExportKeepsTheFile()
         + disk + "\n\"$@\"; code=$?; ls -A \"$0\"; cat \"$0/kept.vxf\"; exit $code";
     QProcess process;
     process.setEnvironment(m_workbench.environment());
-    process.start("unshare",
-                  {"-rm", "sh", "-c", script, folder.path(), WorkbenchProcess::program(),
-                   "--device", LINE, "--export", folder.filePath("kept.vxf")});
+    QStringList arguments = {"-rm", "sh", "-c", script, folder.path(), WorkbenchProcess::program()};
+    arguments +=
+        device.isEmpty() ? QStringList{"--device", LINE} : QStringList{"--description", device};
+    process.start("unshare", arguments << "--export" << folder.filePath("kept.vxf"));
     if (!process.waitForFinished(90000) || process.exitCode() == 99) {
         QSKIP("this machine has no disks for tests");
     }
@@ -311,6 +378,8 @@ void WorkbenchFilesTest::jobsEndOnSilentRoads_data()
     const int compare = int(FeatureFileJob::Kind::Compare);
     const int exports = int(FeatureFileJob::Kind::Export);
     QTest::newRow("export of a device that hangs") << exports << false << 1;
+    QTest::newRow("export of a device that is closed") << exports << true << 1;
+    QTest::newRow("comparison with a device that hangs") << compare << false << 2;
     QTest::newRow("comparison with a device that is closed") << compare << true << 2;
 }
 
@@ -339,6 +408,94 @@ void WorkbenchFilesTest::jobsEndOnSilentRoads()
         fixture.messages().contains(isExport ? "The export failed." : "The comparison failed."),
         qPrintable(fixture.messages()));
     QCOMPARE(entries(folder.path()), QStringList());
+}
+
+void WorkbenchFilesTest::toolBarReplacesWhenDone_data()
+{
+    QTest::addColumn<bool>("fails");
+    QTest::newRow("file not replaced") << false;
+    QTest::newRow("file gone with a failed export") << true;
+}
+
+void WorkbenchFilesTest::toolBarReplacesWhenDone()
+{
+    QFETCH(bool, fails);
+    const QString id = QString::fromLatin1(LINE);
+    WindowFixture fixture({id});
+    fixture.openAndWait(id);
+    QTemporaryDir folder;
+    const QString target = folder.filePath(QStringLiteral("a.vxf"));
+    const QString link = folder.filePath(QStringLiteral("link.vxf"));
+    {
+        QFile former(target);
+        QVERIFY(former.open(QIODevice::WriteOnly) && former.write("former") == 6);
+        QVERIFY(QFile::link(target, link));
+    }
+    QString told;
+    bool box = false;
+    // The dialogs run their own event loops.
+    QTimer user;
+    connect(&user, &QTimer::timeout, &user, [&] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
+            dialog->setOption(QFileDialog::DontConfirmOverwrite);
+            dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(link);
+            if (fails) {
+                fixture.control(id).vanish();
+            }
+            QMetaObject::invokeMethod(dialog, "accept");
+        } else if (auto *hint = qobject_cast<CustomSaveDoneHintDlg *>(modal)) {
+            told = hint->toolTip();
+            hint->accept();
+        } else if (auto *message = qobject_cast<QDialog *>(modal)) {
+            box = true;
+            message->accept();
+        }
+    });
+    user.start(20);
+    fixture.session(id)->tree()->SaveCamFeatures(false, QString());
+    QTRY_VERIFY_WITH_TIMEOUT(
+        !fixture.session(id)->tree()->isFeatureFileBusy()
+            && (fails ? box || fixture.messages().contains("xport") : !told.isEmpty()),
+        WindowFixture::LONG_WAIT);
+    QCOMPARE(told, fails ? QString() : QDir::toNativeSeparators(link));
+    QCOMPARE(still(bytes(target)), fails ? QByteArray("former") : m_base);
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(entries(folder.path()), (QStringList{"a.vxf", "link.vxf"}));
+}
+
+void WorkbenchFilesTest::buttonsFollowTheJob()
+{
+    const QString first = WindowFixture::FIRST;
+    const QString second = WindowFixture::SECOND;
+    WindowFixture fixture;
+    fixture.openAndWait(second);
+    fixture.openAndWait(first);
+    VexaFeatureTree *tree = fixture.session(first)->tree();
+    const auto buttons = [tree] {
+        QString states;
+        for (const auto *button : tree->findChildren<QPushButton *>()) {
+            if (button->text() == "Import" || button->text() == "Export") {
+                states += button->isEnabled() ? '1' : '0';
+            }
+        }
+        return states;
+    };
+    QTRY_COMPARE(buttons(), QString("11"));
+    QTemporaryDir folder;
+    fixture.control(first).setLatency(2000);
+    tree->SaveCamFeatures(true, folder.filePath("bag"));
+    QCOMPARE(buttons(), QString("00"));
+    fixture.select(second);
+    fixture.select(first); // shows the page anew
+    QVERIFY(tree->isFeatureFileBusy());
+    QCOMPARE(buttons(), QString("00"));
+    fixture.unplug(first);
+    QTRY_VERIFY_WITH_TIMEOUT(!tree->isFeatureFileBusy(), WindowFixture::LONG_WAIT);
+    // The tree switches them on at the end of its job; the device is lost all the same.
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.session(first)->state() == CameraSession::State::Lost,
+                             WindowFixture::LONG_WAIT);
+    QTRY_COMPARE_WITH_TIMEOUT(buttons(), QString("00"), WindowFixture::LONG_WAIT);
 }
 
 QTEST_MAIN(WorkbenchFilesTest)

@@ -1,3 +1,6 @@
+#include "DeviceTaskModule/QCameraBasicTask.h"
+#include "DeviceTaskModule/QCameraTask.h"
+#include "DeviceTaskModule/QTaskManager.h"
 #include "host/devicetask/CameraHost.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/GuidedPages.h"
@@ -11,6 +14,7 @@
 #include <QDialog>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabBar>
@@ -85,16 +89,23 @@ public:
         }
         return {};
     }
-    /// A button of a row, in sight and enabled.
+    template<typename Editor>
+    Editor *editor(const QString &strNode)
+    {
+        const QModelIndex index = row(strNode);
+        return qobject_cast<Editor *>(view().indexWidget(index.sibling(index.row(), 1)));
+    }
+    /// A button of a row, or the one that its editor is; in sight and enabled.
     QPushButton *button(const QString &strNode, const QString &strText)
     {
         QPushButton *pFound = nullptr;
         const auto isReady = [&] {
             view().scrollTo(row(strNode)); // the row may just have come
-            const QModelIndex index = row(strNode);
-            QWidget *pEditor = view().indexWidget(index.sibling(index.row(), 1));
-            for (QPushButton *pButton : pEditor->findChildren<QPushButton *>()) {
-                if (pButton->text() == strText) {
+            auto *pEditor = editor<QWidget>(strNode);
+            QList<QPushButton *> buttons = pEditor->findChildren<QPushButton *>();
+            buttons << qobject_cast<QPushButton *>(pEditor);
+            for (QPushButton *pButton : buttons) {
+                if (pButton && pButton->text() == strText) {
                     pFound = pButton;
                 }
             }
@@ -110,6 +121,8 @@ public:
     {
         return session(m_strDevice)->tree()->propertyItemByName(strName);
     }
+    /// What the tree shows of this feature.
+    QString shownOf(const QString &strName) const { return shown(m_strDevice, strName); }
 
 private:
     QString m_strDevice;
@@ -123,11 +136,16 @@ class WorkbenchPagesTest : public QObject
 private slots:
     void pagesInBothLanguages();
     void basicPagesOnly();
+    void deviceWithoutPages();
     void ownTrigger();
+    void focusWithoutTuning();
     void otherDevices_data();
     void otherDevices();
     void guiThreadAsksNothing();
+    void rowsOfTheirOwn();
     void formatDialog();
+    void triggerBytes();
+    void filterRules();
     void followsTheCamera();
 };
 
@@ -171,6 +189,14 @@ void WorkbenchPagesTest::basicPagesOnly()
     }
 }
 
+void WorkbenchPagesTest::deviceWithoutPages()
+{
+    PagesFixture f(QStringLiteral("area-camera"));
+    QVERIFY(!f.view().isVisible());
+    QVERIFY(f.pages().isVisible());
+    QCOMPARE(f.pages().shownCameraID(), -1L);
+}
+
 void WorkbenchPagesTest::ownTrigger()
 {
     PagesFixture f(READER);
@@ -181,8 +207,7 @@ void WorkbenchPagesTest::ownTrigger()
     const QModelIndex time = f.row("Custom_AutoTrigTime");
     QVERIFY(f.view().model()->setData(time.sibling(time.row(), 1), 20LL));
     const int nBefore = count();
-    const QModelIndex row = f.row("Custom_EnableAutoTrig");
-    auto *pSwitch = qobject_cast<QCheckBox *>(f.view().indexWidget(row.sibling(row.row(), 1)));
+    auto *pSwitch = f.editor<QCheckBox>("Custom_EnableAutoTrig");
     QVERIFY(pSwitch && pSwitch->isEnabled() && !pSwitch->isChecked());
     pSwitch->click();
     QTRY_VERIFY(count() > nBefore + 2);
@@ -192,9 +217,26 @@ void WorkbenchPagesTest::ownTrigger()
     QCOMPARE(count(), nAfter);
 }
 
+void WorkbenchPagesTest::focusWithoutTuning()
+{
+    {
+        PagesFixture f(READER);
+        QVERIFY(f.row("FocusStep").isValid() && !f.row("Custom_FocusSetting").isValid());
+        QVERIFY(f.row("SmartTune").isValid() && !f.row("SelfAdaptParamAdjustStart").isValid());
+    }
+    PagesFixture f(QStringLiteral("code-reader-without-tuning"));
+    QVERIFY(f.row("FocusStep").isValid());
+    QVERIFY(!f.row("SmartTune").isValid() && f.row("SelfAdaptParamAdjustStart").isValid());
+    const auto *pRow =
+        static_cast<VexaPropertyTreeItem *>(f.row("Custom_FocusSetting").internalPointer());
+    QVERIFY(pRow);
+    QCOMPARE(pRow->tagName(), QString("CustomSpinBox"));
+    QVERIFY(pRow->visible() && !pRow->readOnly());
+}
+
 void WorkbenchPagesTest::otherDevices_data()
 {
-    QTest::addColumn<QStringList>("there");
+    QTest::addColumn<QStringList>("there"); // the first is a switch
     QTest::addColumn<QStringList>("notThere");
     QTest::newRow("code-reader-16")
         << QStringList{"LightEnable", "LightingEnable", "LightingSelector"}
@@ -219,6 +261,25 @@ void WorkbenchPagesTest::otherDevices()
     for (const QString &strNode : notThere) {
         QVERIFY2(!f.row(strNode).isValid(), qPrintable(strNode));
     }
+    f.pages().setExpandAll(true);
+    f.view().scrollTo(f.row(there.first()));
+    const QPointer<QCheckBox> pSwitch = f.editor<QCheckBox>(there.first());
+    QVERIFY(pSwitch && pSwitch->isEnabled());
+    const bool bOn = pSwitch->isChecked();
+    QTest::mouseClick(pSwitch, Qt::LeftButton, Qt::NoModifier, QPoint(8, pSwitch->height() / 2));
+    // What the device has now, whatever kind it calls it.
+    const auto inDevice = [&] {
+        qint64 nValue = -1;
+        _NODE_INT_VALUE_ value{};
+        if (QTaskManager::Instance()
+                ->GetTaskByIDEx(f.pages().shownCameraID())
+                ->_CameraTak()
+                ->GetIntegerValue(there.first(), &value, nullptr, true, false)) {
+            nValue = value.value;
+        }
+        return nValue;
+    };
+    QTRY_COMPARE(inDevice(), qint64(!bOn));
 }
 
 /// But for the rows that read on their own: the picture of a light its bitmap when that changes, and the screen its
@@ -244,12 +305,47 @@ void WorkbenchPagesTest::guiThreadAsksNothing()
     QCOMPARE(s_nGuiCalls.load(), 0);
 }
 
+void WorkbenchPagesTest::rowsOfTheirOwn()
+{
+    PagesFixture f(QStringLiteral("code-reader-without-tuning"));
+    // The same features in the tree follow what is done on the page.
+    QTest::mouseClick(f.button("Custom_LightingSelector", "All On"), Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("LightingBitmap"), QString("0x1F"));
+    QTest::mouseClick(f.button("Custom_LightingSelector", "All Off"), Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("LightingBitmap"), QString("0x0"));
+    QVERIFY(f.session("code-reader-without-tuning")
+                ->tree()
+                ->setFeatureValue("Integer", "FocusStep", 25));
+    QTest::mouseClick(f.button("Custom_FocusSetting", "+"), Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("FocusPosition"), QString("445"));
+    auto *pScreen = f.editor<QWidget>("Custom_ScreenHomepage");
+    f.view().scrollTo(f.row("Custom_ScreenHomepage"));
+    QVERIFY(pScreen->height() >= 100);
+    QTest::mouseClick(pScreen, Qt::LeftButton, Qt::NoModifier, QPoint(10, pScreen->height() / 2));
+    QTRY_COMPARE(f.shownOf("ScreenHomepage"), QString("Decode Time"));
+}
+
+void WorkbenchPagesTest::filterRules()
+{
+    PagesFixture f(READER);
+    QPushButton *pSet = f.button("Custom_RegularExpressionFilterRules", "Set");
+    QTimer::singleShot(0, &f.window(), [&f] {
+        auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+        QVERIFY(pDialog);
+        pDialog->findChild<QPlainTextEdit *>("FormatText")->setPlainText("^A.*$");
+        pDialog->accept();
+    });
+    QTest::mouseClick(pSet, Qt::LeftButton);
+    QTRY_COMPARE(f.shownOf("RegularExpressionRules"), QString("^A.*$"));
+}
+
 void WorkbenchPagesTest::formatDialog()
 {
     PagesFixture f(READER);
     bool bSeen = false;
+    QString strRow = "Custom_TcpFormatString";
     const auto inDialog = [&](const std::function<void(QDialog &)> &use) {
-        QPushButton *pEdit = f.button("Custom_TcpFormatString", "Edit");
+        QPushButton *pEdit = f.button(strRow, "Edit");
         bSeen = false;
         QTimer::singleShot(0, &f.window(), [&bSeen, &f, use] {
             auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
@@ -292,7 +388,23 @@ void WorkbenchPagesTest::formatDialog()
         dialog.reject();
     });
     QVERIFY(bSeen);
+    // What the row would refuse the dialog refuses, with the reason in its place of the count.
+    strRow = "Custom_ResSet_Ftp_Picture_Name";
+    inDialog([&](QDialog &dialog) {
+        const QMap<QString, bool> texts{
+            {"", false}, {"a:b", false}, {QString(QChar(0x4E2D)), false}, {"name", true}};
+        for (auto it = texts.cbegin(); it != texts.cend(); ++it) {
+            dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText(it.key());
+            for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
+                QVERIFY2(pButton->text() != "OK" || pButton->isEnabled() == it.value(),
+                         qPrintable(it.key()));
+            }
+        }
+        dialog.reject();
+    });
+    QVERIFY(bSeen);
     // The camera may go while the dialog is up.
+    strRow = "Custom_TcpFormatString";
     inDialog([&](QDialog &dialog) {
         dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText("gone");
         f.window().closeDevice(READER);
@@ -300,6 +412,27 @@ void WorkbenchPagesTest::formatDialog()
     });
     QVERIFY(bSeen);
     QVERIFY(!f.view().isVisible());
+}
+
+void WorkbenchPagesTest::triggerBytes()
+{
+    PagesFixture f(READER);
+    QVERIFY(f.session(READER)->tree()->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
+    QTRY_VERIFY(f.feature("TcpStartTriggerHex")->visible()
+                && !f.feature("TcpStartTriggerHex")->readOnly());
+    QPushButton *pEdit = f.button("Custom_TcpStartTriggerHex", "Edit");
+    QTimer::singleShot(0, &f.window(), [&f] {
+        auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+        QVERIFY(pDialog);
+        auto *pTable = pDialog->findChild<QTableWidget *>("AsciiTable");
+        QCOMPARE(pTable->rowCount(), 128);
+        QVERIFY(!pDialog->findChild<QListWidget *>("FormatTags")->isVisible());
+        pTable->setCurrentCell(0x0D, 0);
+        QTest::keyClick(pTable, Qt::Key_Return);
+        pDialog->accept();
+    });
+    QTest::mouseClick(pEdit, Qt::LeftButton);
+    QTRY_COMPARE(f.shown(READER, "TcpStartTriggerHex"), QString("02 53 03 0D"));
 }
 
 void WorkbenchPagesTest::followsTheCamera()
