@@ -7,23 +7,6 @@
 
 using namespace FeatureFileFormat;
 
-namespace {
-
-/// A register dump as it would have been written.
-QString dumpOf(const FeatureFileEntry &entry)
-{
-    QString text =
-        FeatureFileWriter::complexBegin(entry.name, entry.length.toLongLong(), entry.reg);
-    for (const FeatureFileRegister &row : entry.registers) {
-        text += row.to.isEmpty() ? FeatureFileWriter::regValue(row.address, row.variables, row.text)
-                                 : FeatureFileWriter::regValue(row.address, row.variables, row.text,
-                                                               row.to.toUInt(), row.from);
-    }
-    return text + FeatureFileWriter::complexEnd();
-}
-
-} // namespace
-
 FeatureFileWriter::FeatureFileWriter(const QString &version)
     : m_text(XML_DECLARATION + QString(FILE_BEGIN).arg(version))
 {
@@ -83,7 +66,7 @@ bool FeatureFileWriter::comesBack(const Group &group, const FeatureFileDocument 
             && read.value == group.value;
     }
     // Blanks of formulas are not kept apart in attributes.
-    return dumpOf(read).simplified() == m_text.mid(group.begin, group.length).simplified();
+    return complexOf(read).simplified() == m_text.mid(group.begin, group.length).simplified();
 }
 
 QVector<FeatureFileWriter::Culprit> FeatureFileWriter::culprits() const
@@ -139,4 +122,15 @@ QString FeatureFileWriter::regValue(const QString &address, const QString &varia
 QString FeatureFileWriter::complexEnd()
 {
     return COMPLEX_END;
+}
+
+QString FeatureFileWriter::complexOf(const FeatureFileEntry &entry)
+{
+    QString text = complexBegin(entry.name, entry.length.toLongLong(), entry.reg);
+    for (const FeatureFileRegister &row : entry.registers) {
+        text += row.to.isEmpty()
+            ? regValue(row.address, row.variables, row.text)
+            : regValue(row.address, row.variables, row.text, row.to.toUInt(), row.from);
+    }
+    return text + complexEnd();
 }

@@ -5,6 +5,7 @@
 #include <QVector>
 
 struct FeatureFileDocument;
+struct FeatureFileEntry;
 
 /// Puts the text of a feature file together. It knows the format and nothing of devices. Nothing is escaped but the
 /// angle brackets of strings and the formulas of register dumps.
@@ -37,6 +38,8 @@ public:
     static QString regValue(const QString &address, const QString &variables, const QString &value,
                             quint32 to, const QString &from);
     static QString complexEnd();
+    /// A register dump that was read, as it would have been written.
+    static QString complexOf(const FeatureFileEntry &entry);
 
 private:
     enum class Kind { Header, Value, Dump };

@@ -67,18 +67,6 @@ bool isWritten(const FeatureFileEntry &entry)
             || (NUMBERS.contains(entry.type) && isNumber(entry.value));
 }
 
-QString dumpOf(const FeatureFileEntry &entry)
-{
-    QString text =
-        FeatureFileWriter::complexBegin(entry.name, entry.length.toLongLong(), entry.reg);
-    for (const FeatureFileRegister &row : entry.registers) {
-        text += row.to.isEmpty() ? FeatureFileWriter::regValue(row.address, row.variables, row.text)
-                                 : FeatureFileWriter::regValue(row.address, row.variables, row.text,
-                                                               row.to.toUInt(), row.from);
-    }
-    return text + FeatureFileWriter::complexEnd();
-}
-
 bool isSame(const FeatureFileEntry &a, const FeatureFileEntry &b)
 {
     return a.isComplex == b.isComplex && a.name == b.name && a.type == b.type && a.value == b.value
@@ -201,7 +189,7 @@ void FeatureFileChecks::rewrite(const FeatureFileDocument &document)
         names += entry.name;
         entries.append(entry);
         if (entry.isComplex) {
-            writer.addComplexFeature(entry.name, dumpOf(entry));
+            writer.addComplexFeature(entry.name, FeatureFileWriter::complexOf(entry));
         } else {
             writer.addFeature(entry.name, entry.type, entry.value);
         }
