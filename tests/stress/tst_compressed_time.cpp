@@ -136,16 +136,22 @@ void tst_compressed_time::nothingPilesUp()
             warm.print(round);
         }
     }
-    // The thread of the last connection ends on its own; the pool may have begun one since the warm-up.
-    QTRY_VERIFY_WITH_TIMEOUT(Holdings::now().threads <= warm.threads + LATE_THREADS, PATIENCE_MS);
-    const Holdings end = Holdings::now();
-    end.print(rounds + warmUp);
-    QVERIFY(end.handles <= warm.handles + LATE_THREADS);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    // What the last closing left to other threads and to the event loop goes in its own time; a leak never goes.
+    const auto grownAtMost = [&warm](qint64 used, qint64 resident) {
+        const Holdings now = Holdings::now();
+        return now.threads <= warm.threads + LATE_THREADS
+            && now.handles <= warm.handles + LATE_THREADS && now.used - warm.used <= used
+            && now.memory - warm.memory <= resident;
+    };
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    const qint64 most = std::numeric_limits<int>::max();
+#else
     const qint64 most = MOST_GROWTH_KIB + MOST_GROWTH_A_ROUND_KIB * rounds;
-    QVERIFY(end.used - warm.used <= most);
-    QVERIFY(end.memory - warm.memory <= most + MOST_SCATTERED_KIB);
 #endif
+    const bool settled =
+        QTest::qWaitFor([&] { return grownAtMost(most, most + MOST_SCATTERED_KIB); }, PATIENCE_MS);
+    Holdings::now().print(rounds + warmUp);
+    QVERIFY(settled);
 }
 
 QTEST_MAIN(tst_compressed_time)
