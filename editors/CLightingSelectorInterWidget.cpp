@@ -1,7 +1,7 @@
 #include "editors/CLightingSelectorInterWidget.h"
 
 #include "editors/EditorHost.h"
-#include "model/CTreeIntergerItemValue.h"
+#include "model/CTreeItemValue.h"
 #include "model/ItemLocks.h"
 #include "tree/VexaFeatureTree.h"
 

@@ -2,8 +2,6 @@
 
 #include "editors/VexaHorSpinBox.h"
 
-#include <QString>
-
 class CTreeHorSpinBoxItemValue;
 class VexaPropertyTreeItem;
 

@@ -8,7 +8,6 @@
 #include "tree/CameraLookup.h"
 #include "tree/VexaFeatureTree.h"
 
-#include <QAccessible>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QKeyEvent>
@@ -16,8 +15,6 @@
 #include <QPainter>
 #include <QPointer>
 #include <QStyleOptionFocusRect>
-
-#include <iterator>
 
 namespace {
 

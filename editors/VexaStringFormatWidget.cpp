@@ -6,6 +6,7 @@
 #include "DeviceTaskModule/QCameraTask.h"
 #include "editors/VexaStringFormatRules.h"
 #include "model/CustomItemValues.h"
+#include "model/EnumRecord.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/CameraLookup.h"
 
@@ -19,7 +20,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 
 namespace {
 
@@ -201,12 +201,8 @@ void VexaStringFormatWidget::OnSigReadOnlyChanged(long lCameraId, bool bReadOnly
 
 void VexaStringFormatWidget::OnOpenAsciiWidget()
 {
-    const auto entry = std::make_unique<_NODE_ENUM_VALUE_>();
-    const QString strNode = triggerFormatNode(m_strCustomNode);
-    QCameraTask *const pTask = task();
-    if (pTask && !strNode.isEmpty()
-        && pTask->GetEnumerationValue(strNode, entry.get(), nullptr, true, false)) {
-        qInfo() << "VexaStringFormatWidget::OnOpenAsciiWidget" << strNode << entry->value;
+    if (QCameraTask *const pTask = task()) {
+        qInfo() << "VexaStringFormatWidget::OnOpenAsciiWidget" << isTriggerOfBytes(*pTask);
     }
     OpenFormatOutputWidget();
 }
@@ -238,14 +234,16 @@ bool VexaStringFormatWidget::takesKey(const QKeyEvent *pEvent) const
         return true;
     }
     QCameraTask *const pTask = task();
-    if (!pTask) {
-        return false;
-    }
-    const auto entry = std::make_unique<_NODE_ENUM_VALUE_>();
+    return pTask && (pEvent->key() == Qt::Key_Backspace || !isTriggerOfBytes(*pTask));
+}
+
+bool VexaStringFormatWidget::isTriggerOfBytes(QCameraTask &task) const
+{
     const QString strNode = triggerFormatNode(m_strCustomNode);
-    return pEvent->key() == Qt::Key_Backspace || strNode.isEmpty()
-        || !pTask->GetEnumerationValue(strNode, entry.get(), nullptr, true, false)
-        || entry->value != TRIGGER_FORMAT_BYTES;
+    const EnumRecord record;
+    return record && !strNode.isEmpty()
+        && task.GetEnumerationValue(strNode, record.get(), nullptr, true, false)
+        && record->value == TRIGGER_FORMAT_BYTES;
 }
 
 bool VexaStringFormatWidget::eventFilter(QObject *watched, QEvent *event)

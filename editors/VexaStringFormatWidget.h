@@ -80,6 +80,8 @@ private:
     /// The user has begun a text and has not ended the edit.
     bool hasUserText() const;
     bool takesKey(const QKeyEvent *pEvent) const;
+    /// What the device says now: its trigger is a row of bytes, not a text. Waits for the device.
+    bool isTriggerOfBytes(QCameraTask &task) const;
     /// False when the text cannot be, which the user is told.
     bool acceptText(const QString &strFormatNode, const QString &strText);
     void writeText(const QString &strFormatNode, const QString &strText);

@@ -23,7 +23,7 @@
 #include "model/CustomItemValues.h"
 #include "view/CodeNumberLimit.h"
 #include "view/EditorCommit.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/PropertyLanguage.h"
 #include "view/VexaPropertySpinBox.h"
 #include "view/VexaPropertyTreeDelegate.h"
@@ -322,7 +322,7 @@ Result fillDraw(const Request &request)
     auto *const pDraw = qobject_cast<VexaFeatureDrawWidget *>(request.pEditor);
     bool bDrawOn = false;
     {
-        const ItemLocker lock(request.pItem);
+        const ItemLock lock(request.pItem);
         const auto *const pValue =
             dynamic_cast<const CTreeCustomDrawItemValue *>(request.pItem->value());
         bDrawOn = pValue && pValue->m_bDrawOn;
@@ -345,7 +345,7 @@ Result fillWatermark(const Request &request)
     int nState = Qt::Unchecked;
     QString strText;
     {
-        const ItemLocker lock(request.pItem);
+        const ItemLock lock(request.pItem);
         const auto *const pValue =
             dynamic_cast<const CTreeCustomWaterMarkItemValue *>(request.pItem->value());
         if (!pValue) {
@@ -408,7 +408,7 @@ Result fillScreen(const Request &request)
     }
     int nPage = 0;
     {
-        const ItemLocker lock(request.pItem);
+        const ItemLock lock(request.pItem);
         const auto *const pValue =
             dynamic_cast<const CTreeScreenSelectItemValue *>(request.pItem->value());
         if (!pValue) {
@@ -511,7 +511,7 @@ void EditorFiller::applyNeutralNames(VexaPropertyTreeItem *pItem, const QString 
     }
     const QString strBranded = QStringLiteral(" Mode");
     const QString strNeutral = QStringLiteral("Advanced Mode");
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     auto *const pValue = dynamic_cast<CTreeEnumationItemValue *>(pItem->value());
     if (!pValue) {
         return;

@@ -12,12 +12,11 @@
 #include "editors/VexaScreenSelectWidget.h"
 #include "editors/VexaStringFormatWidget.h"
 #include "model/CTreeCustomDrawItemValue.h"
-#include "model/CTreeCustomWaterMarkItemValue.h"
 #include "model/CustomItemValues.h"
 #include "model/IVexaFeatureWidget.h"
 #include "view/EditorCommit.h"
 #include "view/EditorValue.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/NodeNameRules.h"
 #include "view/StringEditRules.h"
 #include "view/VexaPropertySpinBox.h"
@@ -33,7 +32,7 @@ constexpr QLatin1String WATERMARK_TAG("CustomWatermarkFeatureTag"); // an editor
 
 bool appliesFont(const VexaPropertyTreeItem *pItem)
 {
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     return pItem->value() && pItem->value()->m_bApplyEditorFont;
 }
 
@@ -110,7 +109,7 @@ QWidget *makeDraw(const Request &request)
 {
     int nDrawType = -1;
     {
-        const ItemLocker lock(request.pItem);
+        const ItemLock lock(request.pItem);
         if (const auto *const pValue =
                 dynamic_cast<const CTreeCustomDrawItemValue *>(request.pItem->value())) {
             nDrawType = pValue->m_nDrawType;

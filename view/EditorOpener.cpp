@@ -5,8 +5,6 @@
 
 #include <QElapsedTimer>
 
-#include <limits>
-
 namespace {
 
 constexpr int AT_ONCE = 2000; // rows

@@ -6,7 +6,7 @@
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 
 #include <QHash>
 
@@ -54,12 +54,13 @@ const TagRule *findRule(const QString &strTag)
           [](CTreeItemValue *p, const QString &, const QVariant &v) {
               as<CTreeIntergerItemValue>(p).m_nValue = v.toLongLong();
           }}},
+        // The number of an entry has 32 bits without a sign: pixel formats of a maker's own have the top one set.
         {QStringLiteral("Enumeration"),
          {[](const CTreeItemValue *p, const QVariant &v) {
-              return as<CTreeEnumationItemValue>(p).m_nValue == v.toInt();
+              return as<CTreeEnumationItemValue>(p).m_nValue == v.toLongLong();
           },
           [](CTreeItemValue *p, const QString &, const QVariant &v) {
-              as<CTreeEnumationItemValue>(p).m_nValue = v.toInt();
+              as<CTreeEnumationItemValue>(p).m_nValue = v.toLongLong();
           }}},
         {QStringLiteral("Float"),
          {[](const CTreeItemValue *p, const QVariant &v) {
@@ -94,7 +95,7 @@ const TagRule *findRule(const QString &strTag)
 bool EditorValue::isEqual(const VexaPropertyTreeItem *pItem, const QVariant &value)
 {
     const TagRule *const pRule = findRule(pItem->tagName());
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     return pRule && pRule->isEqual && pItem->value() && pItem->isValueCached()
         && pRule->isEqual(pItem->value(), value);
 }
@@ -107,7 +108,7 @@ void EditorValue::store(VexaPropertyTreeItem *pItem, const QString &strNodeName,
         return;
     }
     const quint64 nReading = pItem->beginReading();
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     if (pItem->value()) {
         pItem->publishReading(nReading, VexaPropertyTreeItem::READING_VALUE);
         pRule->store(pItem->value(), strNodeName, value);
@@ -122,7 +123,7 @@ bool EditorValue::isTextInteger(const VexaPropertyTreeItem *pItem)
         QLatin1String("MACAddress"),
         QLatin1String("PureNumber"),
     };
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     const auto *const pValue = dynamic_cast<const CTreeIntergerItemValue *>(pItem->value());
     return pValue
         && std::find(std::begin(textRepresentations), std::end(textRepresentations),

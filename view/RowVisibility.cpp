@@ -1,7 +1,7 @@
 #include "view/RowVisibility.h"
 
 #include "model/IVexaFeatureWidget.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/NodeNameRules.h"
 
 bool RowVisibility::isLeafShown(VexaPropertyTreeItem *pItem) const

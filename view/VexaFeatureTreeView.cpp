@@ -6,7 +6,7 @@
 #include "view/EditorMaker.h"
 #include "view/EditorOpener.h"
 #include "view/EditorPlacer.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/NodeNameRules.h"
 #include "view/PendingRowUpdates.h"
 #include "view/VexaFeatureScrollBar.h"

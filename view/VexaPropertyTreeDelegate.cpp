@@ -10,8 +10,7 @@
 #include "view/EditorCommit.h"
 #include "view/EditorFiller.h"
 #include "view/EditorMaker.h"
-#include "view/ItemLocker.h"
-#include "view/NodeNameRules.h"
+#include "view/ItemNames.h"
 #include "view/PropertyLanguage.h"
 #include "view/RowFramePainter.h"
 #include "view/VexaPropertyTreeModel.h"
@@ -20,7 +19,6 @@
 #include <QApplication>
 #include <QDebug>
 #include <QEvent>
-#include <QKeyEvent>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -48,11 +46,6 @@ void moveNameLeft(QPainter *pPainter, QStyleOptionViewItem &cell)
     cell.state &= ~(QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_HasFocus);
     cell.backgroundBrush = Qt::NoBrush;
     cell.rect.setLeft(cell.rect.left() - NAME_SHIFT);
-}
-
-bool isCategoryRow(const VexaPropertyTreeItem *pItem)
-{
-    return pItem->itemType() == ITEM_CATEGORY || pItem->itemType() == ITEM_FAVORITES_CATEGORY;
 }
 
 /// Each moves the names of its rows by NAME_SHIFT; at least the page that every row is on.
@@ -169,7 +162,7 @@ QWidget *VexaPropertyTreeDelegate::createEditor(QWidget *parent, const QStyleOpt
     m_editors.insert(pEditor, row);
     // What the row shows is in the value column; a hint beside the name says nothing of it.
     if (index.column() != VexaPropertyTreeModel::COLUMN_NAME) {
-        const ItemLocker lock(pItem);
+        const ItemLock lock(pItem);
         pItem->value()->updateEditorInfo(!pEditor->isEnabled());
     }
     return pEditor;

@@ -5,7 +5,7 @@
 #include "DeviceTaskModule/QTaskManager.h"
 #include "model/IVexaFeatureWidget.h"
 #include "view/EditorValue.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/NodeNameRules.h"
 #include "view/PropertyLanguage.h"
 
@@ -20,11 +20,6 @@
 #include <iterator>
 
 namespace {
-
-bool isCategoryType(const VexaPropertyTreeItem *pItem)
-{
-    return pItem->itemType() == ITEM_CATEGORY || pItem->itemType() == ITEM_FAVORITES_CATEGORY;
-}
 
 bool isCameraGone(long lCameraID)
 {
@@ -115,7 +110,7 @@ QVariant VexaPropertyTreeModel::data(const QModelIndex &index, int role) const
         }
         return QColor(0xD1, 0xD1, 0xD1);
     case Qt::SizeHintRole:
-        return isCategoryType(pItem) ? QVariant(QSize(-1, 56)) : QVariant();
+        return isCategoryRow(pItem) ? QVariant(QSize(-1, 56)) : QVariant();
     default:
         return QVariant();
     }
@@ -128,7 +123,7 @@ QString VexaPropertyTreeModel::displayText(const VexaPropertyTreeItem *pItem, in
         return QString();
     }
     const bool bChinese = isPropertyLanguageChinese(m_eType);
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     const CTreeItemValue &value = *pItem->value();
     if (m_eType == PARENT_FEATURE_TREE) {
         return bChinese ? value.translateName() : value.displayName();
@@ -143,7 +138,7 @@ QVariant VexaPropertyTreeModel::toolTip(const VexaPropertyTreeItem *pItem, int n
             return QString();
         }
         const bool bChinese = isPropertyLanguageChinese(m_eType);
-        const ItemLocker lock(pItem);
+        const ItemLock lock(pItem);
         const CTreeItemValue &value = *pItem->value();
         if (!bChinese) {
             return value.displayName();
@@ -159,7 +154,7 @@ QVariant VexaPropertyTreeModel::toolTip(const VexaPropertyTreeItem *pItem, int n
         QLatin1String("WAYBILL_OutputImageType"),
         QLatin1String("WAYBILL_JpgQuality"),
     };
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     QString strText = pItem->value()->toolTip(nColumn);
     if (strText.startsWith(QLatin1String("Custom_"))) {
         strText.remove(0, int(qstrlen("Custom_")));

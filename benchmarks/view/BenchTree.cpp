@@ -8,7 +8,7 @@
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/VexaPropertySpinBox.h"
 
 #include <QCoreApplication>
@@ -27,7 +27,7 @@ const char *tagOf(int nRow)
 
 void changeValue(VexaPropertyTreeItem *pItem, int nNumber)
 {
-    const ItemLocker lock(pItem);
+    const ItemLock lock(pItem);
     CTreeItemValue *const pValue = pItem->value();
     if (auto *const pInteger = dynamic_cast<CTreeIntergerItemValue *>(pValue)) {
         pInteger->m_nMinValue = 0;

@@ -4,7 +4,7 @@
 #include "host/shellservices/ShellHost.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tree/QGetFeaturesThread.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>

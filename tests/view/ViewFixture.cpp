@@ -5,7 +5,7 @@
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
-#include "view/ItemLocker.h"
+#include "view/ItemNames.h"
 #include "view/VexaPropertyTreeModel.h"
 
 #include <QHBoxLayout>
