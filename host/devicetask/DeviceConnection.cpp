@@ -82,6 +82,19 @@ void freeDevice(ArvDevice *device)
     g_object_unref(device);
 }
 
+/// A lost control ends the state for good, on whatever thread it is noticed. Gives the number of the handler, which
+/// goes with the device.
+gulong watchControl(ArvDevice *device, const std::shared_ptr<ConnectionState> &state)
+{
+    using Holder = std::shared_ptr<ConnectionState>;
+    const auto lost = +[](ArvDevice *, gpointer data) {
+        (*static_cast<Holder *>(data))->set(ConnectionState::Gone);
+    };
+    const auto destroy = +[](gpointer data, GClosure *) { delete static_cast<Holder *>(data); };
+    return g_signal_connect_data(device, "control-lost", G_CALLBACK(lost), new Holder(state),
+                                 destroy, static_cast<GConnectFlags>(0));
+}
+
 /// The description as the device serves it; empty with a reason when it is too long.
 QByteArray descriptionOf(ArvDevice *device, QString *error)
 {
@@ -105,7 +118,8 @@ struct DeviceConnection::Parts
     QByteArray xml;
     std::unique_ptr<const NodeTable> nodes;
     ArvDevice *device;
-    std::function<void()> stateChanged;
+    std::shared_ptr<ConnectionState> state;
+    gulong controlHandler; ///< of the device, for `state`
 };
 
 DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
@@ -114,6 +128,8 @@ DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
     Opened result;
     GErrorBox error;
     ArvDevice *device = nullptr;
+    const auto state = std::make_shared<ConnectionState>(std::move(stateChanged));
+    gulong controlHandler = 0;
     QByteArray xml;
     {
         const std::lock_guard<std::recursive_mutex> guard(aravisMutex());
@@ -123,6 +139,8 @@ DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
                                           : QStringLiteral("The device could not be opened.");
             return result;
         }
+        // Ahead of everything else: control may be lost while the description is looked through.
+        controlHandler = watchControl(device, state);
         xml = descriptionOf(device, &result.error);
         const bool controls = source.controls
             ? source.controls(device)
@@ -136,8 +154,7 @@ DeviceConnection::Opened DeviceConnection::open(const DeviceSource &source,
     }
     NodeTableCheck::log(NodeTableCheck::findProblems(nodes.get()));
     result.connection.reset(
-        new DeviceConnection({source.id, xml, std::move(nodes), device, std::move(stateChanged)}));
-    result.connection->watchControl();
+        new DeviceConnection({source.id, xml, std::move(nodes), device, state, controlHandler}));
     try {
         std::thread([connection = result.connection] { connection->run(); }).detach();
     } catch (const std::system_error &) {
@@ -153,25 +170,14 @@ DeviceConnection::DeviceConnection(Parts parts)
     , m_xml(parts.xml)
     , m_pNodes(std::move(parts.nodes))
     , m_session{parts.device, *m_pNodes, m_locals, m_nAnswered}
-    , m_pState(std::make_shared<ConnectionState>(std::move(parts.stateChanged)))
+    , m_pState(parts.state)
     , m_fixedModes(AccessMode::fixed(*m_pNodes))
     , m_pModes(freshModes(m_pNodes->count()))
+    , m_nControlHandler(parts.controlHandler)
 {
 }
 
 DeviceConnection::~DeviceConnection() = default;
-
-void DeviceConnection::watchControl()
-{
-    using Holder = std::shared_ptr<ConnectionState>;
-    const auto lost = +[](ArvDevice *, gpointer data) {
-        (*static_cast<Holder *>(data))->set(ConnectionState::Gone);
-    };
-    const auto destroy = +[](gpointer data, GClosure *) { delete static_cast<Holder *>(data); };
-    m_nControlHandler =
-        g_signal_connect_data(m_session.device, "control-lost", G_CALLBACK(lost),
-                              new Holder(m_pState), destroy, static_cast<GConnectFlags>(0));
-}
 
 void DeviceConnection::close(LastWords lastWords)
 {

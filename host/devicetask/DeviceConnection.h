@@ -109,7 +109,6 @@ private:
     void notifyWaiting();
     void lingerForCalls(std::unique_lock<std::mutex> &guard);
     void free();
-    void watchControl();
 
     const QString m_strSource; ///< DeviceSource::id
     const QByteArray m_xml;
@@ -123,7 +122,7 @@ private:
     const std::shared_ptr<ConnectionState> m_pState;
     const QVector<signed char> m_fixedModes; ///< by NodeId, see AccessMode::fixed
     const std::unique_ptr<std::atomic<signed char>[]> m_pModes; ///< by NodeId: the last answers
-    gulong m_nControlHandler = 0;
+    const gulong m_nControlHandler; ///< of m_session.device
 
     std::mutex m_mutex; ///< guards what follows
     std::condition_variable m_wake; ///< of the connection's thread

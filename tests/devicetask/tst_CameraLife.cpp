@@ -47,6 +47,7 @@ private Q_SLOTS:
     void oneSilentRegisterIsNoLoss();
     void lostDeviceIsOpenedAnew_data();
     void lostDeviceIsOpenedAnew();
+    void controlLostWhileOpeningIsTold();
     void deviceOfAnotherHostIsReadOnly();
     void closingWhileGrabbingStopsTheDevice();
 };
@@ -300,6 +301,20 @@ void CameraLifeTest::lostDeviceIsOpenedAnew()
     host.closeCamera(id);
     QCOMPARE(host.reopenCamera(id).cameraId, NO_CAMERA_ID);
     QTRY_COMPARE(state->m_nLiving.load(), 0);
+}
+
+void CameraLifeTest::controlLostWhileOpeningIsTold()
+{
+    CameraHost host;
+    QSignalSpy conditions(&host, &CameraHost::conditionChanged);
+    DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe({})));
+    source.controls = [](ArvDevice *device) {
+        g_signal_emit_by_name(device, "control-lost");
+        return true;
+    };
+    const long int id = host.openCamera(source).cameraId;
+    QTRY_COMPARE(conditions.count(), 1);
+    QCOMPARE(host.condition(id), DeviceCondition::Lost);
 }
 
 void CameraLifeTest::deviceOfAnotherHostIsReadOnly()
