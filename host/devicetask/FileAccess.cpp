@@ -17,6 +17,8 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds OPERATION_LIMIT(30);
 constexpr std::chrono::milliseconds FIRST_PAUSE(1);
 constexpr std::chrono::milliseconds LONGEST_PAUSE(20);
+/// Most bytes of a block, whatever the buffer holds: nobody else gets at the device meanwhile.
+constexpr qint64 LARGEST_BLOCK = 1024 * 1024;
 
 const NodeEntry *entryOf(const NodeInfo &node, const QByteArray &name)
 {
@@ -246,7 +248,7 @@ DeviceError FileAccess::learn(Operation &operation, qint64 size)
     if (error.failed()) {
         return error;
     }
-    m_nBlock = static_cast<int>(std::min<qint64>(m_nBlock, range.max));
+    m_nBlock = static_cast<int>(std::min({qint64(m_nBlock), range.max, LARGEST_BLOCK}));
     const NodeOperand &largest = evaluator.at(offset).max;
     qint64 last = 0;
     if (largest.source == NodeOperand::Source::Constant && largest.constant.toInteger(&last)

@@ -19,6 +19,15 @@ struct NodeKindRule
     qint64 maxLength;
 
     bool isRegister() const { return maxLength > 0; }
+    /// What is wrong with that length of its register in bytes, English; empty where it fits.
+    QByteArray lengthFault(qint64 length) const
+    {
+        const bool fits = length >= minLength && length <= maxLength
+            && (kind != NodeKind::FloatReg || length == 4 || length == 8);
+        return fits
+            ? QByteArray()
+            : "its length of " + QByteArray::number(length) + " bytes does not fit its kind";
+    }
     bool isConverter() const
     {
         return kind == NodeKind::Converter || kind == NodeKind::IntConverter;

@@ -145,12 +145,11 @@ private:
         if (m_node.length.source == Source::None) {
             fault("it has no length");
         } else if (m_node.length.source == Source::Constant) {
-            if (length < m_rule.minLength || length > m_rule.maxLength
-                || (m_node.kind == NodeKind::FloatReg && length != 4 && length != 8)) {
-                fault("its length of " + QByteArray::number(length)
-                      + " bytes does not fit its kind");
-            } else {
+            const QByteArray lengthFault = m_rule.lengthFault(length);
+            if (lengthFault.isEmpty()) {
                 checkAddress(static_cast<quint64>(length));
+            } else {
+                fault(lengthFault);
             }
         }
     }

@@ -20,14 +20,9 @@ DeviceError RegisterAccess::length(int *out)
     if (error.failed()) {
         return error;
     }
-    const NodeKindRule &rule = nodeKindRule(m_node.kind);
-    const bool fits = length >= qMax<qint64>(rule.minLength, 1)
-        && length <= qMin(rule.maxLength, MAX_LENGTH)
-        && (m_node.kind != NodeKind::FloatReg || length == 4 || length == 8);
-    if (!fits) {
-        return NodeEvaluator::failure(
-            NODE_LOGICAL, m_node,
-            QStringLiteral("its length of %1 bytes does not fit its kind").arg(length));
+    const QByteArray fault = nodeKindRule(m_node.kind).lengthFault(length);
+    if (!fault.isEmpty()) {
+        return NodeEvaluator::failure(NODE_LOGICAL, m_node, QString::fromLatin1(fault));
     }
     *out = static_cast<int>(length);
     return {};

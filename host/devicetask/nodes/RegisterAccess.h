@@ -8,9 +8,6 @@
 class RegisterAccess
 {
 public:
-    /// Longest register of text or raw bytes.
-    static constexpr qint64 MAX_LENGTH = 1024 * 1024;
-
     RegisterAccess(NodeEvaluator &evaluator, NodeId id);
 
     /// In bytes, within what the kind of register takes.
