@@ -368,6 +368,7 @@ void CameraSession::onConditionChanged(long int cameraId, DeviceCondition condit
         || m_condition == condition) {
         return;
     }
+    const QPointer<CameraSession> self = this;
     const DeviceCondition former = m_condition;
     m_condition = condition;
     if (former != DeviceCondition::NotResponding || condition != DeviceCondition::Lost) {
@@ -381,8 +382,11 @@ void CameraSession::onConditionChanged(long int cameraId, DeviceCondition condit
         m_nPassesToGo = PASSES_AFTER_RETURN;
         readAgain();
     }
-    emit stateChanged();
-    if (condition == DeviceCondition::Lost) {
+    // A loading dialog of the tree runs events, in which the session may end.
+    if (self) {
+        emit stateChanged();
+    }
+    if (self && condition == DeviceCondition::Lost) {
         emit lost();
     }
 }
