@@ -16,8 +16,6 @@ namespace {
 
 constexpr int STRETCH_EDGES = 203;
 constexpr int ABOVE_PARENT = 1;
-constexpr int TITLE_HEIGHT = 40;
-constexpr int TITLE_CLOSE = 4;
 constexpr int SMALLEST_COLUMN = 40;
 constexpr int HEADER_HEIGHT = 38;
 constexpr int ROW_HEIGHT = 38;
@@ -70,8 +68,8 @@ VexaFeatureDiff::VexaFeatureDiff(QWidget *parent)
     cSetStrechEdges(STRETCH_EDGES);
     cSetWindowLever(ABOVE_PARENT);
     resize(DIALOG_SIZE);
-    cTitleBar()->setFixedHeight(TITLE_HEIGHT);
-    cTitleBar()->cSetTitleControls(TITLE_CLOSE);
+    cTitleBar()->setFixedHeight(CustomTitleBar::HEIGHT);
+    cTitleBar()->cSetTitleControls(CustomTitleBar::CLOSE);
     cSetEnableButtonBar(false);
     makeTable();
 

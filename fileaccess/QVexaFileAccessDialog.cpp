@@ -31,8 +31,6 @@ using Worker = QVexaFileAccessThread;
 
 enum ButtonIndex { BUTTON_IMPORT = 0, BUTTON_EXPORT = 1 };
 
-constexpr int TITLE_CLOSE = 4;
-constexpr int TITLE_HEIGHT = 40;
 constexpr int ONLY_CUSTOM_BUTTONS = 4;
 constexpr int EDGE = 20;
 constexpr int LABEL_GAP = 30;
@@ -85,8 +83,8 @@ QVexaFileAccessDialog::~QVexaFileAccessDialog()
 
 void QVexaFileAccessDialog::makeContent()
 {
-    cTitleBar()->cSetTitleControls(TITLE_CLOSE);
-    cTitleBar()->setFixedHeight(TITLE_HEIGHT);
+    cTitleBar()->cSetTitleControls(CustomTitleBar::CLOSE);
+    cTitleBar()->setFixedHeight(CustomTitleBar::HEIGHT);
     auto *content = new QWidget;
     m_pLabel = new CustomLabel(content);
     m_pLabel->cSetFontSize(LABEL_FONT_PIXELS);

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr int BAR_HEIGHT = 40;
 constexpr int BUTTON_SIZE = 28;
 constexpr int ICON_SIZE = 16;
 constexpr int SIDE_MARGIN = 14;
@@ -26,13 +25,12 @@ struct ControlRow
 };
 
 const ControlRow CONTROLS[] = {
-    {1, "minimise", QT_TRANSLATE_NOOP("ControlKit", "lang_controlkit_minimise")},
-    {2, "maximise", QT_TRANSLATE_NOOP("ControlKit", "lang_controlkit_maximise")},
-    {4, "close", QT_TRANSLATE_NOOP("ControlKit", "lang_controlkit_close")},
+    {CustomTitleBar::MINIMISE, "minimise",
+     QT_TRANSLATE_NOOP("ControlKit", "lang_controlkit_minimise")},
+    {CustomTitleBar::MAXIMISE, "maximise",
+     QT_TRANSLATE_NOOP("ControlKit", "lang_controlkit_maximise")},
+    {CustomTitleBar::CLOSE, "close", QT_TRANSLATE_NOOP("ControlKit", "lang_controlkit_close")},
 };
-constexpr int MINIMISE = 1;
-constexpr int MAXIMISE = 2;
-constexpr int CLOSE = 4;
 
 } // namespace
 
@@ -68,7 +66,7 @@ CustomTitleBar::CustomTitleBar(QWidget *parent)
     : CustomWidget(parent)
     , d(std::make_unique<Private>())
 {
-    setMinimumHeight(BAR_HEIGHT);
+    setMinimumHeight(HEIGHT);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     cSetBackgroundColor(KitColour::of(KitColour::WINDOW_DARK));
     auto *const layout = new QHBoxLayout(this);

@@ -12,10 +12,14 @@ class CONTROLKIT_API CustomTitleBar : public CustomWidget
 {
     Q_OBJECT
 public:
+    /// What the bar offers.
+    enum Control { MINIMISE = 1, MAXIMISE = 2, CLOSE = 4 };
+    static constexpr int HEIGHT = 40; ///< pixels
+
     explicit CustomTitleBar(QWidget *parent = nullptr);
     ~CustomTitleBar() override;
     void cSetTitleText(const QString &text);
-    /// Bits of what the bar offers: 1 minimise, 2 maximise, 4 close.
+    /// Bits of Control.
     void cSetTitleControls(int controls);
 
 Q_SIGNALS:
