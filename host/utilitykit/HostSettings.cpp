@@ -29,29 +29,31 @@ void HostSettings::ensureLoaded()
         return;
     }
     m_bLoaded = true;
-    const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+    m_strPath = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
         + QLatin1String("/vexa-workbench/utility.ini");
-    m_pSettings = std::make_unique<QSettings>(path, QSettings::IniFormat);
-    readLanguage();
-    m_strLastFolder = m_pSettings->value(QLatin1String(LAST_FOLDER_KEY)).toString();
+    load();
 }
 
-void HostSettings::readLanguage()
+void HostSettings::load()
 {
-    m_strLanguage = checkedLanguage(m_pSettings->value(QLatin1String(LANGUAGE_KEY)).toString());
+    const QSettings settings(m_strPath, QSettings::IniFormat);
+    m_strLanguage = checkedLanguage(settings.value(QLatin1String(LANGUAGE_KEY)).toString());
+    m_strLastFolder = settings.value(QLatin1String(LAST_FOLDER_KEY)).toString();
 }
 
 void HostSettings::save(const char *key, const QString &value)
 {
-    if (!m_pSettings) {
+    if (m_strPath.isEmpty()) {
         return;
     }
-    m_pSettings->setValue(QLatin1String(key), value);
-    m_pSettings->sync();
-    if (m_pSettings->status() != QSettings::NoError) {
+    // One of its own each time: a QSettings that is kept belongs to the thread that made it.
+    QSettings settings(m_strPath, QSettings::IniFormat);
+    settings.setValue(QLatin1String(key), value);
+    settings.sync();
+    if (settings.status() != QSettings::NoError) {
         qWarning("The settings file %s cannot be written; changes last for this run only.",
-                 qPrintable(m_pSettings->fileName()));
-        m_pSettings.reset();
+                 qPrintable(m_strPath));
+        m_strPath.clear();
     }
 }
 
@@ -59,9 +61,8 @@ QString HostSettings::language(bool reload)
 {
     QMutexLocker lock(&m_mutex);
     ensureLoaded();
-    if (reload && m_pSettings) {
-        m_pSettings->sync();
-        readLanguage();
+    if (reload && !m_strPath.isEmpty()) {
+        load();
     }
     return m_strLanguage;
 }
@@ -109,7 +110,7 @@ void HostSettings::setNeutralVision(bool neutral)
 void HostSettings::useTransient()
 {
     QMutexLocker lock(&m_mutex);
-    m_pSettings.reset();
+    m_strPath.clear();
     m_bLoaded = true;
     m_strLanguage = QStringLiteral("ENG");
     m_strLastFolder.clear();

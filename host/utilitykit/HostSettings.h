@@ -3,10 +3,6 @@
 #include <QMutex>
 #include <QString>
 
-#include <memory>
-
-class QSettings;
-
 /// What UtilityKit keeps between runs, in one INI file. Any thread.
 class HostSettings
 {
@@ -26,7 +22,7 @@ public:
 private:
     HostSettings() = default;
     void ensureLoaded();
-    void readLanguage();
+    void load();
     void save(const char *key, const QString &value);
 
     QMutex m_mutex;
@@ -34,5 +30,5 @@ private:
     bool m_bNeutral = false;
     QString m_strLanguage = QStringLiteral("ENG");
     QString m_strLastFolder;
-    std::unique_ptr<QSettings> m_pSettings; ///< null while the values are transient
+    QString m_strPath; ///< empty while the values are transient
 };
