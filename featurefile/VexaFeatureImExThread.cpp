@@ -99,15 +99,31 @@ void VexaFeatureImExThread::stopJob()
     m_bStop = false;
     // Ends that are on their way to the tree are nobody's any more.
     const QMutexLocker locker(&m_endedMutex);
-    for (quint64 &job : m_endedJobs) {
-        job = 0;
+    for (Outcome &outcome : m_ended) {
+        outcome.job = 0;
     }
 }
 
 quint64 VexaFeatureImExThread::takeEndedJob()
 {
-    const QMutexLocker locker(&m_endedMutex);
-    return m_endedJobs.isEmpty() ? 0 : m_endedJobs.dequeue();
+    Outcome outcome;
+    {
+        const QMutexLocker locker(&m_endedMutex);
+        if (!m_ended.isEmpty()) {
+            outcome = m_ended.dequeue();
+        }
+    }
+    if (outcome.job != 0) {
+        takeResults(outcome);
+    }
+    return outcome.job;
+}
+
+void VexaFeatureImExThread::takeResults(const Outcome &outcome)
+{
+    m_report = outcome.report;
+    m_nResultCode = outcome.result.value_or(m_nResultCode);
+    m_diffs = outcome.differences.value_or(m_diffs);
 }
 
 void VexaFeatureImExThread::run()
@@ -115,24 +131,27 @@ void VexaFeatureImExThread::run()
     if (m_nOperation > OPERATION_CHECK_FILE) {
         return;
     }
+    Outcome outcome;
+    outcome.job = m_nJob;
     bool success = false;
     try {
-        success = runOperation();
+        success = runOperation(outcome);
     } catch (const std::bad_alloc &) {
         qCritical("feature file job %u ran out of memory", m_nOperation);
-        m_report.failure = FeatureFileFailure::Memory;
+        outcome.report.failure = FeatureFileFailure::Memory;
     }
     if (m_bStop) {
+        takeResults(outcome); // the GUI thread waits in stopJob
         return;
     }
     {
         const QMutexLocker locker(&m_endedMutex);
-        m_endedJobs.enqueue(m_nJob);
+        m_ended.enqueue(outcome);
     }
     emit SigEndFeatureImExThread(static_cast<int>(m_nOperation), success);
 }
 
-bool VexaFeatureImExThread::runOperation()
+bool VexaFeatureImExThread::runOperation(Outcome &outcome)
 {
     m_nDone = 0;
     m_nTotal = 0;
@@ -144,14 +163,14 @@ bool VexaFeatureImExThread::runOperation()
     case OPERATION_TASK_LOAD_SILENT:
         return runTaskJob(false);
     case OPERATION_EXPORT:
-        return exportFeatures(false);
+        return exportFeatures(false, outcome);
     case OPERATION_EXPORT_TO_BAG:
-        return exportFeatures(true);
+        return exportFeatures(true, outcome);
     case OPERATION_APPLY_FILE:
     case OPERATION_APPLY_TEXT:
-        return importFeatures(false);
+        return importFeatures(false, outcome);
     default:
-        return importFeatures(true);
+        return importFeatures(true, outcome);
     }
 }
 
@@ -179,52 +198,51 @@ bool VexaFeatureImExThread::fillJob(FeatureJob *job)
     return job->pBasicTask != nullptr;
 }
 
-bool VexaFeatureImExThread::exportFeatures(bool toBag)
+bool VexaFeatureImExThread::exportFeatures(bool toBag, Outcome &outcome)
 {
-    m_report = FeatureFileReport();
+    FeatureFileReport &report = outcome.report;
     if (m_filters.isEmpty()) {
         m_filters = FeatureFileFilters::load();
     }
     FeatureJob job;
     if (!fillJob(&job)) {
-        m_report.failure = FeatureFileFailure::NoDevice;
+        report.failure = FeatureFileFailure::NoDevice;
         return false;
     }
     FeatureExporter exporter(job);
     QString text;
     const bool built = exporter.build(&text);
-    m_report = exporter.report();
+    report = exporter.report();
     if (!built) {
         return false;
     }
-    m_report.failure = toBag
+    report.failure = toBag
         ? FeatureFileStore::appendToBag(m_strPath, job.pBasicTask->_GetCameraSerialNum(), text,
-                                        &m_report.failureDetail)
-        : FeatureFileStore::writeFile(m_strPath, text, &m_report.failureDetail);
-    return m_report.failure == FeatureFileFailure::None;
+                                        &report.failureDetail)
+        : FeatureFileStore::writeFile(m_strPath, text, &report.failureDetail);
+    return report.failure == FeatureFileFailure::None;
 }
 
-bool VexaFeatureImExThread::importFeatures(bool compare)
+bool VexaFeatureImExThread::importFeatures(bool compare, Outcome &outcome)
 {
-    m_nResultCode = FEATURE_FILE_NO_DEVICE;
-    m_report = FeatureFileReport();
+    outcome.result = FEATURE_FILE_NO_DEVICE;
     FeatureJob job;
     if (!fillJob(&job)) {
         return false;
     }
-    m_nResultCode = FEATURE_FILE_OK;
+    outcome.result = FEATURE_FILE_OK;
     if (compare) {
-        m_diffs.clear();
+        outcome.differences = FeatureDifferences();
     }
     const bool isFile =
         m_nOperation == OPERATION_APPLY_FILE || m_nOperation == OPERATION_CHECK_FILE;
     FeatureImporter importer(job);
     const bool done =
         importer.run(isFile ? FeatureFileReader::textOf(m_strPath) : m_strPath, compare);
-    m_nResultCode = importer.resultCode();
-    m_report = importer.report();
+    outcome.result = importer.resultCode();
+    outcome.report = importer.report();
     if (compare) {
-        m_diffs = importer.differences();
+        outcome.differences = importer.differences();
     }
     return done;
 }

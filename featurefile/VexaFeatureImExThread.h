@@ -9,9 +9,10 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 
-/// Runs the jobs of feature files of one camera, one at a time. Results are for reading once a job has ended. GUI
-/// thread, but for run.
+/// Runs the jobs of feature files of one camera, one at a time. Results are those of the job whose end was taken last,
+/// whatever runs meanwhile. GUI thread, but for run.
 class VexaFeatureImExThread : public QThread
 {
     Q_OBJECT
@@ -47,12 +48,12 @@ public:
     void stopJob();
     /// Number of the job that was started last.
     quint64 jobNumber() const { return m_nJob; }
-    /// The next job that ended, one for each signal; 0 when it was stopped after that.
+    /// The next job that ended, one for each signal, and its results; 0 when it was stopped after that.
     quint64 takeEndedJob();
 
     unsigned int operation() const { return m_nOperation; }
-    quint32 resultCode() const { return m_nResultCode; }
-    const FeatureDifferences &diffMap() const { return m_diffs; }
+    quint32 resultCode() const { return m_nResultCode; } ///< of the last import or check
+    const FeatureDifferences &diffMap() const { return m_diffs; } ///< of the last check
     const FeatureFileReport &report() const { return m_report; }
     FeatureFileProgress progress() const { return {m_nDone, m_nTotal}; }
 
@@ -63,11 +64,20 @@ protected:
     void run() override;
 
 private:
-    bool runOperation();
+    /// What a job has to tell when it ends.
+    struct Outcome
+    {
+        quint64 job = 0;
+        FeatureFileReport report;
+        std::optional<quint32> result; ///< of an import
+        std::optional<FeatureDifferences> differences; ///< of a check
+    };
+    bool runOperation(Outcome &outcome);
     bool runTaskJob(bool save);
-    bool exportFeatures(bool toBag);
-    bool importFeatures(bool compare);
+    bool exportFeatures(bool toBag, Outcome &outcome);
+    bool importFeatures(bool compare, Outcome &outcome);
     bool fillJob(FeatureJob *job);
+    void takeResults(const Outcome &outcome);
 
     std::atomic<bool> m_bStop{false};
     long int m_lCameraID;
@@ -91,5 +101,5 @@ private:
     std::atomic<int> m_nTotal{0};
     std::atomic<quint64> m_nJob{0};
     QMutex m_endedMutex;
-    QQueue<quint64> m_endedJobs;
+    QQueue<Outcome> m_ended;
 };

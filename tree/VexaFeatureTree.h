@@ -155,13 +155,13 @@ public:
     /// so the device may grab or be open read only. SigEndCheckFeature tells the end. False when another job is under
     /// way or there is no device.
     bool CheckCamFeatures(const QString &text);
-    /// Of the last check; empty while a job runs.
+    /// Of the last check. This and the next three tell of the job whose end was told last.
     FeatureDifferences featureDifferences() const;
-    /// Of the last job: features left out, values that are not whole, what an import wrote and what it could not.
+    /// Features left out, values that are not whole, what an import wrote and what it could not.
     FeatureFileReport featureFileReport() const;
     /// FeatureFileResultCode of the last check or import.
     quint32 featureFileResult() const;
-    /// Why the last job failed, in the client's language; empty when it did not, and while a job runs.
+    /// Why the job failed, in the client's language; empty when it did not, and from the start of the next on.
     QString featureFileFailure() const;
     /// Of the job under way.
     FeatureFileProgress featureFileProgress() const;

@@ -21,6 +21,8 @@
 #include <QDebug>
 #include <QDir>
 
+#include <utility>
+
 namespace {
 
 using Job = VexaFeatureImExThread;
@@ -45,7 +47,7 @@ struct VexaFeatureTree::FeatureFileSession
     bool isImporting = false; ///< from the file dialog to the end of the last job
     bool isSilent = false;
     bool isCheckOnly = false; ///< of an import that ends with its check
-    bool isExportHeard = false; ///< a silent export whose end has not been told
+    int unsaidExports = 0; ///< silent ones whose end has not been told
     bool isStopping = false;
     quint64 number = 0; ///< counts the imports; what a stop leaves behind belongs to none
     quint64 job = 0; ///< that the import waits for
@@ -59,14 +61,12 @@ void VexaFeatureTree::makeFeatureFileThread()
 
 FeatureDifferences VexaFeatureTree::featureDifferences() const
 {
-    return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->diffMap()
-                                                        : FeatureDifferences();
+    return m_pImExThread ? m_pImExThread->diffMap() : FeatureDifferences();
 }
 
 FeatureFileReport VexaFeatureTree::featureFileReport() const
 {
-    return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->report()
-                                                        : FeatureFileReport();
+    return m_pImExThread ? m_pImExThread->report() : FeatureFileReport();
 }
 
 FeatureFileProgress VexaFeatureTree::featureFileProgress() const
@@ -77,13 +77,12 @@ FeatureFileProgress VexaFeatureTree::featureFileProgress() const
 
 quint32 VexaFeatureTree::featureFileResult() const
 {
-    return m_pImExThread && !m_pImExThread->isRunning() ? m_pImExThread->resultCode() : 0;
+    return m_pImExThread ? m_pImExThread->resultCode() : 0;
 }
 
 QString VexaFeatureTree::featureFileFailure() const
 {
-    return m_pImExThread && !m_pImExThread->isRunning() ? m_pFeatureFileSession->failure
-                                                        : QString();
+    return m_pImExThread ? m_pFeatureFileSession->failure : QString();
 }
 
 QString VexaFeatureTree::failureText(bool isExport) const
@@ -186,7 +185,7 @@ void VexaFeatureTree::SaveCamFeatures(bool silent, const QString &path)
     if (m_pBuilder->elementMap().isEmpty()) {
         return;
     }
-    m_pFeatureFileSession->isExportHeard = silent;
+    m_pFeatureFileSession->unsaidExports += silent ? 1 : 0;
     startFeatureFileJob(silent ? Job::OPERATION_EXPORT_TO_BAG : Job::OPERATION_EXPORT, chosen,
                         silent ? nullptr : "lang_qfeaturetree_savefeatureing");
 }
@@ -301,13 +300,13 @@ void VexaFeatureTree::stopFeatureFileJob()
     }
     session.isStopping = true;
     m_pImExThread->stopJob();
-    if (isImportUnsaid || session.isExportHeard) {
+    if (isImportUnsaid || session.unsaidExports > 0) {
         session.failure = failureText(false);
     }
     if (wasRunning) {
         OnEndFeatureImExThread(static_cast<int>(operation), false);
-    } else if (session.isExportHeard) {
-        session.isExportHeard = false;
+    }
+    for (int unsaid = std::exchange(session.unsaidExports, 0); unsaid > 0; --unsaid) {
         emit SigEndExportFeature(false);
     }
     if (isImportUnsaid && session.isCheckOnly) {
@@ -336,14 +335,16 @@ void VexaFeatureTree::OnEndFeatureImExThread(int operation, bool success)
         if (job == 0 || (isCheck && job != m_pFeatureFileSession->job)) {
             return;
         }
-        // The signal comes when the thread itself may still be about to finish.
-        m_pImExThread->wait();
+        // The thread itself may still be about to finish, or do the next job already.
+        if (job == m_pImExThread->jobNumber()) {
+            m_pImExThread->wait();
+        }
     }
     const bool isExport = !isCheck && operation % 2 == 0;
     m_pFeatureFileSession->failure = success ? QString() : failureText(isExport);
     hideLoading();
     if (!isStop && cameraTask()) {
-        updateToolBarForJob(false);
+        updateToolBarForJob(m_pImExThread->isRunning());
     }
     switch (operation) {
     case Job::OPERATION_TASK_SAVE:
@@ -353,7 +354,7 @@ void VexaFeatureTree::OnEndFeatureImExThread(int operation, bool success)
     case Job::OPERATION_TASK_SAVE_SILENT:
     case Job::OPERATION_EXPORT_TO_BAG:
         logExport();
-        m_pFeatureFileSession->isExportHeard = false;
+        m_pFeatureFileSession->unsaidExports = qMax(0, m_pFeatureFileSession->unsaidExports - 1);
         emit SigEndExportFeature(success);
         break;
     case Job::OPERATION_TASK_LOAD:

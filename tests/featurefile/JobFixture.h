@@ -5,7 +5,6 @@
 #include "tests/featurefile/FeatureFileLines.h"
 
 #include <QFile>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 
 /// A simulated device with the job thread that a tree would give it.
@@ -36,11 +35,15 @@ struct JobFixture
     /// The result of a job; false also for one that never ends.
     bool run(unsigned int operation, const QString &path)
     {
-        QSignalSpy ended(thread.get(), &VexaFeatureImExThread::SigEndFeatureImExThread);
+        bool success = false;
+        const auto connection = QObject::connect(
+            thread.get(), &VexaFeatureImExThread::SigEndFeatureImExThread, thread.get(),
+            [&success](int, bool done) { success = done; }, Qt::DirectConnection);
         thread->setOperation(operation, path);
         thread->start();
-        return (ended.count() || ended.wait(60000)) && ended.first().at(1).toBool()
-            && thread->wait();
+        const bool ended = thread->wait(60000); // nothing of the job is looked at before
+        QObject::disconnect(connection);
+        return ended && thread->takeEndedJob() == thread->jobNumber() && success;
     }
     /// The bytes of an export; empty when it failed.
     QByteArray exported()

@@ -239,6 +239,7 @@ void tst_FeatureRoads::saysWhyAnExportFailed_data()
     row("no firmware", "new", "firmware", "fail_firmware");
     row("access fails", "new", "width", "fail_device");
     row("stopped", "new", "stop", "fail_stopped");
+    row("end taken for that of the next export", "none/bag", "next", "fail_open");
 }
 
 void tst_FeatureRoads::saysWhyAnExportFailed()
@@ -249,6 +250,7 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
     constexpr int NOT_CONNECTED = 2; // of ArvDeviceError
     constexpr int INVALID_ADDRESS = 14;
     RoadFixture &road = *m_pRoad;
+    const quint64 place = fault == "firmware" ? 0x100 : 0x1000;
     struct rlimit former = {};
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
     const auto formerHandler = signal(SIGXFSZ, SIG_IGN);
@@ -256,24 +258,29 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
         struct rlimit small = former;
         small.rlim_cur = 100;
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    } else if (!fault.isEmpty()) {
-        road.control().setFailing(fault == "firmware" ? 0x100 : 0x1000,
-                                  fault == "firmware" ? INVALID_ADDRESS : NOT_CONNECTED);
+    } else if (fault == "firmware" || fault == "width") {
+        road.control().setFailing(place, fault == "firmware" ? INVALID_ADDRESS : NOT_CONNECTED);
     }
-    QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndExportFeature);
+    QObject context;
+    QStringList reasons;
+    connect(&road.tree(), &VexaFeatureTree::SigEndExportFeature, &context,
+            [&](bool done) { reasons += done ? "done" : road.tree().featureFileFailure(); });
     road.tree().SaveCamFeatures(true, QDir(road.folder.path()).absoluteFilePath(path));
     if (fault == "stop") {
         road.tree().StopThread(true);
         road.tree().StopThread(false);
+    } else if (fault == "next") {
+        road.tree().SaveCamFeatures(true, road.folder.filePath("bag"));
     }
-    const bool isEnded = ended.count() || ended.wait(30000);
+    const bool isEnded = QTest::qWaitFor([&reasons] { return !reasons.isEmpty(); }, 30000);
     setrlimit(RLIMIT_FSIZE, &former);
     signal(SIGXFSZ, formerHandler);
-    road.control().setFailing(fault == "firmware" ? 0x100 : 0x1000, 0);
-    QVERIFY(isEnded && !ended.first().first().toBool());
-    QVERIFY2(road.tree().featureFileFailure().contains(key),
-             qPrintable(road.tree().featureFileFailure()));
+    road.control().setFailing(place, 0);
+    QVERIFY(isEnded);
+    QVERIFY2(reasons.first().contains(key), qPrintable(reasons.first()));
     QVERIFY(!QFile::exists(road.folder.filePath("new")) && QFile::exists("/dev/full"));
+    QTRY_VERIFY_WITH_TIMEOUT(!road.tree().isFeatureFileBusy(), 30000);
+    QTRY_COMPARE(reasons.mid(1), fault == "next" ? QStringList{"done"} : QStringList());
 }
 
 void tst_FeatureRoads::survivesWhatComesInTheMiddle_data()
