@@ -84,11 +84,10 @@ bool FeatureImporter::run(const QString &text, bool compare)
         return end(FEATURE_FILE_NO_FEATURES);
     }
     m_report.severalTimes = namesThatComeAgain(document);
-    if (!compare) {
-        tellOfExcluded(document);
-    }
     const bool done = runPasses(document);
-    reportTheRest();
+    if (!compare) {
+        reportTheRest(document);
+    }
     return m_bGone ? end(FEATURE_FILE_NO_DEVICE) : done;
 }
 
@@ -140,8 +139,6 @@ bool FeatureImporter::runPasses(const FeatureFileDocument &document)
         m_nFailCount = 0;
         m_nChangedCount = 0;
         m_refused.clear();
-        m_writtenBefore.swap(m_writtenInPass);
-        m_writtenInPass.clear();
         if (m_job.isStopped() || !runPass(document)) {
             return false;
         }
@@ -317,7 +314,6 @@ void FeatureImporter::differ(const QString &name, const QString &category, const
 
 void FeatureImporter::noteWritten(const QString &name)
 {
-    m_writtenInPass.insert(name);
     if (!m_changedSet.contains(name)) {
         m_changedSet.insert(name);
         m_changed += name;
@@ -340,25 +336,49 @@ void FeatureImporter::noteRefused(const QString &name, FeatureFileReason reason,
     m_refused.append({name, reason, detail});
 }
 
-/// What the last pass could not bring to rest.
-void FeatureImporter::reportTheRest()
+/// At the end: what the device works out by itself has followed what was written, and registers of the file may lie on
+/// each other.
+void FeatureImporter::reportTheRest(const FeatureFileDocument &document)
 {
-    if (m_bCompare) {
-        return;
-    }
     m_report.changed = m_changed;
-    for (const QList<FeatureFileNote> &notes : qAsConst(m_unwritable)) {
-        m_report.notImported += notes;
+    tellOfExcluded(document);
+    for (const FeatureFileEntry *entry : m_unwritable) {
+        tellOfUnwritable(*entry);
     }
     m_report.notImported += m_refused;
-    if (m_nPass < LAST_PASS) {
-        return;
+    if (m_nPass >= LAST_PASS) {
+        tellOfUnsettled(document);
     }
-    const QSet<QString> severalTimes(m_report.severalTimes.cbegin(), m_report.severalTimes.cend());
-    for (const QString &name : qAsConst(m_changed)) {
-        if (m_writtenInPass.contains(name) && m_writtenBefore.contains(name)
-            && !severalTimes.contains(name.section(QLatin1Char('['), 0, 0))) {
-            m_report.notImported.append({name, FeatureFileReason::NotTaken, QString()});
+}
+
+/// What the last pass could not bring to rest, and has no other reason.
+void FeatureImporter::tellOfUnsettled(const FeatureFileDocument &document)
+{
+    const quint32 result = m_nResult;
+    m_bCompare = true;
+    for (const FeatureFileEntry &entry : document.entries) {
+        if (m_job.isStopped() || m_bGone) {
+            break;
+        }
+        if (entry.isComplex) {
+            importRegisters(entry);
+        } else if (!exclusionOf(entry)) {
+            setFeatureIntoDevice(entry.name, entry.type, entry.value);
+        }
+    }
+    m_bCompare = false;
+    m_nResult = result;
+    QSet<QString> told;
+    for (const FeatureFileNote &note : qAsConst(m_report.notImported)) {
+        told.insert(note.name);
+    }
+    for (const QList<FeatureDifference> &category : qAsConst(m_differences)) {
+        for (const FeatureDifference &difference : category) {
+            const QString &name = difference.name;
+            if (!told.contains(name)
+                && !m_report.severalTimes.contains(name.section(QLatin1Char('['), 0, 0))) {
+                m_report.notImported.append({name, FeatureFileReason::NotTaken, QString()});
+            }
         }
     }
 }

@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <optional>
+#include <set>
 
 class QCameraTask;
 
@@ -40,11 +41,13 @@ private:
     bool compareByRegisters(const QString &name, const QString &type, const QString &value,
                             bool *isKnown);
     void writePlain(const QString &name, const QString &type, const QString &value, int *error);
-    void reportTheRest();
+    void reportTheRest(const FeatureFileDocument &document);
+    void tellOfUnsettled(const FeatureFileDocument &document);
 
     bool importRegisters(const FeatureFileEntry &entry);
     bool isRegisterWritable(const QString &node, int *mode);
-    void tellOfUnwritable(const FeatureFileEntry &entry, qint64 length);
+    bool prepareBuffer(const FeatureFileEntry &entry, qint64 *length);
+    void tellOfUnwritable(const FeatureFileEntry &entry);
     static bool differs(const FeatureFileRegister &row, const QString &deviceWords);
     bool readRegister(const FeatureFileRegister &row, qint64 length, QString *deviceWords);
     /// False when the register cannot be read.
@@ -84,9 +87,7 @@ private:
     FeatureFileReport m_report;
     QStringList m_changed; ///< in the order of the first write
     QSet<QString> m_changedSet;
-    QSet<QString> m_writtenInPass;
-    QSet<QString> m_writtenBefore; ///< in the pass before
     QList<FeatureFileNote> m_refused; ///< in this pass
     QSet<QString> m_notCarriable;
-    QMap<QString, QList<FeatureFileNote>> m_unwritable; ///< by feature
+    std::set<const FeatureFileEntry *> m_unwritable; ///< in this pass; in the file's order
 };

@@ -39,26 +39,21 @@ bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
         return true;
     }
     int mode = 0;
-    const bool isWritable = entry.reg.isEmpty() || isRegisterWritable(entry.reg, &mode);
-    if (!isWritable && (m_bCompare || m_nPass > 0 || m_bGone)) {
+    if (!entry.reg.isEmpty() && !isRegisterWritable(entry.reg, &mode)) {
+        m_unwritable.insert(&entry);
         return !m_bGone;
     }
-    if (isWritable && entry.length.isEmpty()) {
+    m_unwritable.erase(&entry);
+    if (entry.length.isEmpty()) {
         qCritical().noquote() << QStringLiteral("Import %1 failed. no value len").arg(entry.name);
         return end(FEATURE_FILE_STOPPED);
     }
-    const qint64 length = VexaInterface::string2Int(entry.length);
-    if (!RegisterWords::isLengthAllowed(length) || !m_buffer.prepare(length)) {
+    qint64 length = 0;
+    if (!prepareBuffer(entry, &length)) {
         qCritical().noquote()
             << QStringLiteral("Import %1 failed.malloc %2 failed.").arg(entry.name, entry.length);
-        return !isWritable || end(FEATURE_FILE_STOPPED);
+        return end(FEATURE_FILE_STOPPED);
     }
-    m_bSwap = m_context.isGigE() && length == WORD;
-    if (!isWritable) {
-        tellOfUnwritable(entry, length);
-        return !m_bGone;
-    }
-    m_unwritable.remove(entry.name);
     for (const FeatureFileRegister &row : entry.registers) {
         if (m_job.isStopped()) {
             return false;
@@ -74,15 +69,26 @@ bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
     return true;
 }
 
-/// A register that cannot be written now is passed over; of interest only where it would have had to be, and where no
-/// later pass can.
-void FeatureImporter::tellOfUnwritable(const FeatureFileEntry &entry, qint64 length)
+bool FeatureImporter::prepareBuffer(const FeatureFileEntry &entry, qint64 *length)
 {
+    *length = VexaInterface::string2Int(entry.length);
+    m_bSwap = m_context.isGigE() && *length == WORD;
+    return RegisterWords::isLengthAllowed(*length) && m_buffer.prepare(*length);
+}
+
+/// A register that cannot be written now is passed over; of interest only where it would have had to be.
+void FeatureImporter::tellOfUnwritable(const FeatureFileEntry &entry)
+{
+    qint64 length = 0;
+    if (!prepareBuffer(entry, &length)) {
+        return;
+    }
     for (const FeatureFileRegister &row : entry.registers) {
+        qint64 address = 0;
         QString deviceWords;
-        if (!m_job.isStopped() && !m_bGone && readRegister(row, length, &deviceWords)
-            && differs(row, deviceWords)) {
-            m_unwritable[entry.name].append(
+        if (!m_job.isStopped() && !m_bGone && parse(row.address, HIGHEST_ADDRESS, &address)
+            && readRegister(row, length, &deviceWords) && differs(row, deviceWords)) {
+            m_report.notImported.append(
                 {entry.name + row.variables, FeatureFileReason::NotWritable, entry.reg});
         }
     }

@@ -211,6 +211,17 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry_data()
         "0000000c00000000");
     row("misaligned", dump("address=\"4098\"", "9"), "0000010200000000",
         FeatureFileReason::NotWritable);
+    row("overwritten by a later row, which is taken",
+        dump("address=\"4096\"", "9") + dump("address=\"4096\"", "10").replace("\"X\"", "\"Y\""),
+        "0000000a00000000", FeatureFileReason::NotTaken);
+    row("overwritten and read only",
+        dump("address=\"4096\"", "258").replace("reg=\"R\"", "reg=\"RO\"")
+            + feature("X", "Integer", "7"),
+        "0000000700000000", FeatureFileReason::NotWritable);
+    row("read only, and follows what is written",
+        dump("address=\"4096\"", "7").replace("reg=\"R\"", "reg=\"RO\"")
+            + feature("X", "Integer", "7"),
+        "0000000700000000");
     row("the device's own name", feature("DeviceUserID", "StringReg", "a"), "0000010200000000",
         FeatureFileReason::Identity);
 }
@@ -220,7 +231,11 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry()
     QFETCH(QString, entry);
     QFETCH(QByteArray, memory);
     QFETCH(int, reason);
-    JobFixture fixture(deviceOf({"X"}, integer("X", "<pValue>R</pValue>") + intReg("R", "0x1000")));
+    const QByteArray reg = intReg("R", "0x1000");
+    JobFixture fixture(
+        deviceOf({"X"},
+                 integer("X", "<pValue>R</pValue>") + reg
+                     + QByteArray(reg).replace("\"R\"", "\"RO\"").replace("RW", "RO")));
     fixture.device.control->poke(0x1000, QByteArray::fromHex("00000102"));
     fixture.device.control->setLogging(true);
     const bool ends = reason == int(ENDS_THE_JOB);
@@ -229,6 +244,7 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry()
     QCOMPARE(fixture.device.control->peek(0x1000, 8).toHex(), memory);
     const auto notes = fixture.thread->report().notImported;
     const int first = notes.isEmpty() ? -1 : int(notes.first().reason);
+    QVERIFY(notes.size() <= 1);
     QCOMPARE(ends ? int(ENDS_THE_JOB) : first, reason);
 }
 

@@ -9,7 +9,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -110,51 +109,21 @@ QStringList namesOf(const QList<FeatureFileNote> &notes)
     return names;
 }
 
-bool addressOf(const FeatureFileRegister &row, qint64 *address)
-{
-    const bool isHexadecimal = row.address.startsWith(QLatin1String("0x"));
-    bool ok = false;
-    *address = static_cast<qint64>(row.address.toULongLong(&ok, isHexadecimal ? 16 : 10));
-    return ok;
-}
-
 QSet<qint64> addressesOf(const FeatureFileDocument &document, int *rows)
 {
     QSet<qint64> addresses;
     for (const FeatureFileEntry &entry : document.entries) {
         *rows += 1 + entry.registers.size();
         for (const FeatureFileRegister &row : entry.registers) {
-            qint64 address = 0;
-            if (addressOf(row, &address)) {
-                addresses.insert(address);
+            const bool isHexadecimal = row.address.startsWith(QLatin1String("0x"));
+            bool ok = false;
+            const quint64 address = row.address.toULongLong(&ok, isHexadecimal ? 16 : 10);
+            if (ok) {
+                addresses.insert(static_cast<qint64>(address));
             }
         }
     }
     return addresses;
-}
-
-/// Whether registers of a file lie on each other in the device: the last one to be written wins then, and those before
-/// it are named only when they were written too.
-bool areOverlapping(const FeatureFileDocument &document)
-{
-    QVector<bool> taken(FuzzDevice::MEMORY_SIZE, false);
-    for (const FeatureFileEntry &entry : document.entries) {
-        const qint64 length = entry.length.toLongLong(nullptr, 0);
-        for (const FeatureFileRegister &row : entry.registers) {
-            qint64 address = 0;
-            if (length > FuzzDevice::MEMORY_SIZE || !addressOf(row, &address)) {
-                return true;
-            }
-            for (qint64 place = 0; place < length; ++place) {
-                bool &byte = taken[static_cast<int>((quint64(address) + quint64(place))
-                                                    % FuzzDevice::MEMORY_SIZE)];
-                if (std::exchange(byte, true)) {
-                    return true;
-                }
-            }
-        }
-    }
-    return false;
 }
 
 } // namespace
@@ -246,12 +215,8 @@ bool FeatureFileChecks::apply(FuzzJob &fuzz, const QString &text,
 }
 
 void FeatureFileChecks::compareAgain(FuzzJob &fuzz, const QString &text,
-                                     const FeatureFileDocument &document,
                                      const FeatureFileReport &report)
 {
-    if (areOverlapping(document)) {
-        return;
-    }
     FeatureImporter again(fuzz.job());
     if (again.run(text, true)) {
         require(areNamed(again.differences(), namesOf(report.notImported) + report.severalTimes),

@@ -17,8 +17,7 @@ bool check(FuzzJob &fuzz, const QString &text, const FeatureFileDocument *docume
 bool apply(FuzzJob &fuzz, const QString &text, const FeatureFileDocument *document,
            FeatureFileReport *report);
 /// Every value of an imported file that the device has not got is named.
-void compareAgain(FuzzJob &fuzz, const QString &text, const FeatureFileDocument &document,
-                  const FeatureFileReport &report);
+void compareAgain(FuzzJob &fuzz, const QString &text, const FeatureFileReport &report);
 /// What an export of the device says is what the device has; what cannot be carried is named.
 void exportAll(FuzzJob &fuzz);
 

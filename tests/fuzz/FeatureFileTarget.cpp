@@ -159,7 +159,7 @@ void checkFile(FuzzJob &fuzz, const QByteArray &bytes)
         FeatureFileChecks::rewrite(document);
     }
     if (isGood && isApplied) {
-        FeatureFileChecks::compareAgain(fuzz, text, document, report);
+        FeatureFileChecks::compareAgain(fuzz, text, report);
     }
     if (fuzz.device().writes() > 0 && part == 0) {
         FeatureFileChecks::exportAll(fuzz);
