@@ -7,6 +7,7 @@
 #include "model/IVexaFeatureNotify.h"
 #include "model/NodeDependencyMaps.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/support/ForgetfulDevice.h"
 #include "tests/support/ModuleFixture.h"
 #include "tree/FeatureReader.h"
 #include "tree/QGetFeaturesThread.h"
@@ -320,19 +321,6 @@ void measureUpdates()
     fixture.close(camera);
 }
 
-/// Before each call, so that every question goes to the device as if it were the only one.
-QCameraTask *s_pForgetful = nullptr;
-
-void forget()
-{
-    static thread_local bool t_bForgets = false;
-    if (!t_bForgets) {
-        t_bForgets = true;
-        s_pForgetful->InvalidateNode(QStringLiteral("Root"));
-        t_bForgets = false;
-    }
-}
-
 /// The same update with and without what the device layer holds.
 void measureAccesses(const char *title, const SimulatedDevices::Simulated &device, double budget)
 {
@@ -346,10 +334,11 @@ void measureAccesses(const char *title, const SimulatedDevices::Simulated &devic
         fullUpdate(camera, worker);
         return static_cast<double>(device.control->accessLog().size());
     };
-    s_pForgetful = taskOf(camera);
-    CameraHost::setCallObserver(forget);
-    const double single = accesses();
-    CameraHost::setCallObserver(nullptr);
+    double single = 0.0;
+    {
+        const ForgetfulDevice forgetful(taskOf(camera));
+        single = accesses();
+    }
     report(title, accesses() / single, budget, "x");
     fixture.close(camera);
 }

@@ -1,7 +1,7 @@
 #include "featurefile/FeatureFileStore.h"
 #include "tests/featurefile/JobFixture.h"
+#include "tests/support/ForgetfulDevice.h"
 
-#include <QScopeGuard>
 #include <QtTest>
 
 #include <cmath>
@@ -17,19 +17,6 @@ constexpr int CHANGES = 50;
 const QSet<QString> POLLED = {"PollingExposureTime", "PollingGamma",       "PollingVertline",
                               "PollingParamEnable",  "PollingLightEnable", "PollingFocusPos",
                               "PollingFocusEnable",  "PollingGain",        "PollingParam"};
-
-/// Before each call, so that every question goes to the device as if it were the only one.
-QCameraTask *s_pForgetful = nullptr;
-
-void forget()
-{
-    static thread_local bool t_bForgets = false;
-    if (!t_bForgets) {
-        t_bForgets = true;
-        s_pForgetful->InvalidateNode(QStringLiteral("Root"));
-        t_bForgets = false;
-    }
-}
 
 /// The device's answer as a file has it; false when it gives none.
 bool answer(QCameraTask *task, const QString &type, const QString &name, QString *text)
@@ -371,9 +358,7 @@ void tst_FeatureRoundTrip::takesNoMoreThanItNeeds()
     RoundTrip trip(SimulatedDevices::builtIn(id));
     const FeatureFileLines file = FeatureFileLines::of(trip.exported());
     SimulatorControl &control = *trip.device.control;
-    s_pForgetful = trip.task;
-    CameraHost::setCallObserver(forget);
-    const auto stop = qScopeGuard([] { CameraHost::setCallObserver(nullptr); });
+    const ForgetfulDevice forgetful(trip.task);
     control.setLogging(true);
     QVERIFY(!trip.exported().isEmpty());
     const int accesses = control.accessLog().size();
