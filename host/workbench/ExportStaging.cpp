@@ -39,6 +39,14 @@ QString ExportStaging::stage(const QString &chosen)
     return m_files.back()->path();
 }
 
+QString ExportStaging::withTargets(QString text) const
+{
+    for (const auto &staged : m_files) {
+        text.replace(staged->path(), staged->target());
+    }
+    return text;
+}
+
 bool ExportStaging::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 #include <vector>
@@ -17,6 +18,9 @@ class ExportStaging : public QObject
 public:
     explicit ExportStaging(QObject *parent);
     ~ExportStaging() override;
+
+    /// What was said of an export that is under way or has failed, with the name that the user has chosen in it.
+    QString withTargets(QString text) const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -98,7 +98,6 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidg
     connectLog();
     connectEvents();
     connectPanel();
-    new ExportStaging(this);
     setSearch(&RealDevices::discover);
     fillDeviceList();
     m_pDevices->setLanguage(VexaInterface::language(false));
@@ -207,8 +206,11 @@ void WorkbenchWindow::connectPanel()
 
 void WorkbenchWindow::connectLog()
 {
-    connect(QFunction::Instance(), &QFunction::messageLogged, m_pLower->messages(),
-            &MessageLogPanel::addMessage);
+    auto *staging = new ExportStaging(this);
+    connect(QFunction::Instance(), &QFunction::messageLogged, staging,
+            [this, staging](int level, const QString &camera, const QString &text) {
+                m_pLower->messages()->addMessage(level, camera, staging->withTargets(text));
+            });
     connect(QFunction::Instance(), &QFunction::promptRequested, this, &WorkbenchWindow::takePrompt);
 }
 

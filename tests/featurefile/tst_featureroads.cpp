@@ -6,6 +6,7 @@
 #include "shell/VexaFeatureToolBar.h"
 #include "tests/featurefile/FeatureFileLines.h"
 #include "tests/featurefile/RoadFixture.h"
+#include "tests/support/FullDisk.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -16,10 +17,8 @@
 #include <QtTest>
 
 #include <algorithm>
-#include <csignal>
 #include <functional>
 #include <memory>
-#include <sys/resource.h>
 
 namespace {
 
@@ -251,13 +250,9 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
     constexpr int INVALID_ADDRESS = 14;
     RoadFixture &road = *m_pRoad;
     const quint64 place = fault == "firmware" ? 0x100 : 0x1000;
-    struct rlimit former = {};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
-    const auto formerHandler = signal(SIGXFSZ, SIG_IGN);
+    std::unique_ptr<FullDisk> full;
     if (fault == "limit") {
-        struct rlimit small = former;
-        small.rlim_cur = 100;
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        full = std::make_unique<FullDisk>(100);
     } else if (fault == "firmware" || fault == "width") {
         road.control().setFailing(place, fault == "firmware" ? INVALID_ADDRESS : NOT_CONNECTED);
     }
@@ -273,8 +268,7 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
         road.tree().SaveCamFeatures(true, road.folder.filePath("bag"));
     }
     const bool isEnded = QTest::qWaitFor([&reasons] { return !reasons.isEmpty(); }, 30000);
-    setrlimit(RLIMIT_FSIZE, &former);
-    signal(SIGXFSZ, formerHandler);
+    full.reset();
     road.control().setFailing(place, 0);
     QVERIFY(isEnded);
     QVERIFY2(reasons.first().contains(key), qPrintable(reasons.first()));

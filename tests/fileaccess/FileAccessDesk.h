@@ -7,6 +7,7 @@
 #include "ShellServicesModule/VexaListenTools.h"
 #include "fileaccess/QVexaFileAccessDialog.h"
 #include "shell/VexaFeatureToolBar.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/ModuleFixture.h"
 
 #include <QAbstractButton>
@@ -20,10 +21,8 @@
 #include <QUrl>
 #include <QtTest>
 
-#include <csignal>
 #include <deque>
 #include <functional>
-#include <sys/resource.h>
 
 using Fault = SimulatedFileFault;
 
@@ -225,28 +224,4 @@ struct Desk
     ModuleFixture::Camera camera;
     QTemporaryDir folder;
     bool ok = false;
-};
-
-/// No file can grow beyond 100 KiB, as on a disk that is full.
-class FullDisk
-{
-public:
-    FullDisk()
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = 100 * BLOCK;
-        m_pHandler = signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        signal(SIGXFSZ, m_pHandler);
-    }
-    Q_DISABLE_COPY(FullDisk)
-
-private:
-    rlimit m_before{};
-    void (*m_pHandler)(int) = nullptr;
 };

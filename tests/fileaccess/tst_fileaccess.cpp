@@ -275,7 +275,7 @@ void tst_FileAccessDialog::tellsFailures()
     desk.control().setFile("MultiROI", QByteArray(300 * BLOCK, 'r'));
     std::unique_ptr<FullDisk> full;
     if (file == "full.vxa") {
-        full = std::make_unique<FullDisk>();
+        full = std::make_unique<FullDisk>(100 * BLOCK);
     }
     Fault planted;
     planted.kind = Fault::Kind(fault);

@@ -3,6 +3,7 @@
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/FeatureFileRunner.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "tests/support/FullDisk.h"
 #include "tests/workbench/WorkbenchProcess.h"
 #include "tree/VexaFeatureTree.h"
 
@@ -412,14 +413,19 @@ void WorkbenchFilesTest::jobsEndOnSilentRoads()
 
 void WorkbenchFilesTest::toolBarReplacesWhenDone_data()
 {
-    QTest::addColumn<bool>("fails");
-    QTest::newRow("file not replaced") << false;
-    QTest::newRow("file gone with a failed export") << true;
+    QTest::addColumn<bool>("vanishes");
+    QTest::addColumn<bool>("isFull");
+    QTest::newRow("file not replaced") << false << false;
+    QTest::newRow("file gone with a failed export") << true << false;
+    QTest::newRow("full disk told of a file that the user never named") << false << true;
 }
 
 void WorkbenchFilesTest::toolBarReplacesWhenDone()
 {
-    QFETCH(bool, fails);
+    QFETCH(bool, vanishes);
+    QFETCH(bool, isFull);
+    const bool fails = vanishes || isFull;
+    std::unique_ptr<FullDisk> full;
     const QString id = QString::fromLatin1(LINE);
     WindowFixture fixture({id});
     fixture.openAndWait(id);
@@ -440,8 +446,10 @@ void WorkbenchFilesTest::toolBarReplacesWhenDone()
         if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
             dialog->setOption(QFileDialog::DontConfirmOverwrite);
             dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(link);
-            if (fails) {
+            if (vanishes) {
                 fixture.control(id).vanish();
+            } else if (isFull) {
+                full = std::make_unique<FullDisk>(100);
             }
             QMetaObject::invokeMethod(dialog, "accept");
         } else if (auto *hint = qobject_cast<CustomSaveDoneHintDlg *>(modal)) {
@@ -458,6 +466,8 @@ void WorkbenchFilesTest::toolBarReplacesWhenDone()
         !fixture.session(id)->tree()->isFeatureFileBusy()
             && (fails ? box || fixture.messages().contains("xport") : !told.isEmpty()),
         WindowFixture::LONG_WAIT);
+    QVERIFY(!fixture.messages().contains(".part"));
+    QCOMPARE(fixture.messages().contains("written whole. " + link), isFull);
     QCOMPARE(told, fails ? QString() : QDir::toNativeSeparators(link));
     QCOMPARE(still(bytes(target)), fails ? QByteArray("former") : m_base);
     QVERIFY(QFileInfo(link).isSymLink());
