@@ -1,11 +1,9 @@
 #pragma once
 
 #include "ShellServicesModule/QLocalCfg.h"
-#include "host/shellservices/ShellHost.h"
 #include "tests/model/PageFixture.h"
-#include "tree/QGetFeaturesThread.h"
+#include "tests/support/WriteTraces.h"
 
-#include <QSignalSpy>
 #include <QtEndian>
 #include <QtTest>
 
@@ -33,14 +31,19 @@ public:
     using TestPages::TestPages;
 };
 
-/// A page of features of a simulated device on screen, with its access log and its registers.
+/// A page of features of a simulated device on screen, with its access log and
+/// its registers.
 class RowFixture
 {
 public:
     RowFixture(const QString &strDevice, const QStringList &features)
-        : pages(pageOf(features))
+        : RowFixture(SimulatedDevices::builtIn(strDevice), features)
     {
-        const SimulatedDevices::Simulated device = SimulatedDevices::builtIn(strDevice);
+    }
+    RowFixture(const SimulatedDevices::Simulated &device, const QStringList &features)
+        : pages("<Category Name=\"P\"><Feature Name=\"" + features.join("\"/><Feature Name=\"")
+                + "\"/></Category>")
+    {
         device.control->setQuiet(true);
         QLocalCfg::Instance()->SetUserLevel(0); // all rows
         camera = module.open(device);
@@ -56,15 +59,16 @@ public:
             module.close(camera);
         }
         ShellHost::instance()->setCurrentCameraID(-1);
-        forgetModified();
+        forgetModifiedCameras();
     }
     Q_DISABLE_COPY(RowFixture)
 
     /// Lays the page; the editors of its rows are open then.
-    void show()
+    void show(const QSize &size = QSize(700, 500))
     {
         pages.setCameraID(camera.id);
-        pages.resize(700, 500);
+        pages.resize(size);
+        pages.treeView()->setGeometry(pages.rect());
         pages.show();
         pages.activateWindow();
         pages.treeView()->expandAll();
@@ -110,15 +114,12 @@ public:
         qToBigEndian(nValue, bytes.data());
         control().poke(address(strNode) + quint64(4 * nElement), bytes);
     }
-    /// Writes since the last forget, by the names given: "S E2" for the first register and element 2 of the second.
+    /// Writes since the last forget, by the names given: "S E2" for the first
+    /// register and element 2 of the second.
     QString writes(const QMap<QString, QString> &names)
     {
         QStringList texts;
-        const QVector<SimulatorAccess> log = control().accessLog();
-        for (const SimulatorAccess &access : log) {
-            if (access.kind != SimulatorAccess::Write) {
-                continue;
-            }
+        for (const SimulatorAccess &access : writesOf(camera)) {
             QString strText = QStringLiteral("?");
             quint64 nNearest = 0;
             for (auto it = names.cbegin(); it != names.cend(); ++it) {
@@ -133,44 +134,18 @@ public:
         }
         return texts.join(' ');
     }
-    int writeCount() { return writes({}).isEmpty() ? 0 : writes({}).split(' ').size(); }
+    int writeCount() const { return writesOf(camera).size(); }
     void forget()
     {
         control().clearAccessLog();
-        forgetModified();
+        forgetModifiedCameras();
     }
-    static void forgetModified()
-    {
-        for (const QString &strName : ShellHost::instance()->modifiedCameras()) {
-            ShellHost::instance()->removeModifiedCamera(strName);
-        }
-    }
-    /// Waits until the refresh of what was written so far has ended.
-    bool settle()
-    {
-        auto *const pWorker = tree().findChildren<QGetFeaturesThread *>().value(0);
-        QSignalSpy ended(pWorker, &QGetFeaturesThread::SigUpdateRoundEnd);
-        tree().OnAddValueChangedNodes({QStringLiteral("Root")});
-        const bool bEnded = ended.wait(10000) || !ended.isEmpty();
-        QCoreApplication::processEvents();
-        pages.treeView()->flushEditorUpdates();
-        QCoreApplication::processEvents();
-        return bEnded;
-    }
+    bool settle() { return waitForRefresh(camera, *pages.treeView()); }
 
     ModuleFixture module;
     ModuleFixture::Camera camera;
     RowPages pages;
 
 private:
-    static QString pageOf(const QStringList &features)
-    {
-        QString strXml = QStringLiteral("<Category Name=\"P\">");
-        for (const QString &strName : features) {
-            strXml += QStringLiteral("<Feature Name=\"%1\"/>").arg(strName);
-        }
-        return strXml + QLatin1String("</Category>");
-    }
-
     QDomDocument description;
 };

@@ -2,7 +2,7 @@
 #include "editors/VexaLightingSelectorWidget.h"
 #include "host/translations/Translations.h"
 #include "tests/editors/RowFixture.h"
-#include "tree/QGetFeaturesThread.h"
+#include "tests/support/DataTable.h"
 
 #include <QCheckBox>
 #include <QPushButton>
@@ -108,13 +108,13 @@ private slots:
 
 void tst_LightingSelector::segmentsAreSwitched_data()
 {
-    QTest::addColumn<QString>("device");
+    const DataTable<QString> row("device");
     for (const char *pId :
          {"code-reader-light3", "code-reader-light3-all-bitmap-commands", "code-reader-light4",
           "code-reader-light4-all", "code-reader-light4-all-bitmap-stray",
           "code-reader-light4-bitmap-commands", "code-reader-light6-all-bitmap",
           "code-reader-light6-commands"}) {
-        QTest::newRow(pId) << pId;
+        row(pId, pId);
     }
 }
 
@@ -128,15 +128,16 @@ void tst_LightingSelector::segmentsAreSwitched()
     QVERIFY(f.settle());
     // Bringing the editor up to date is no edit.
     f.forget();
-    f.pages.row("Custom_LightingSelector")->notifyViewUpdate(f.camera.id, -1, false, false);
-    f.feature("LightingEnable")->notifyViewUpdate(f.camera.id, -1, false, false);
-    f.feature("LightingSelector")->notifyViewUpdate(f.camera.id, -1, false, false);
+    for (VexaPropertyTreeItem *pItem :
+         {f.pages.row("Custom_LightingSelector"), f.feature("LightingEnable"),
+          f.feature("LightingSelector")}) {
+        pItem->notifyViewUpdate(f.camera.id, -1, false, false);
+    }
     QVERIFY(f.settle());
     QCOMPARE(f.lightWrites(), QString());
     QVERIFY(ShellHost::instance()->modifiedCameras().isEmpty());
 
     // Twice round, so that each segment goes on and off.
-    const QMap<QString, QString> names{{"S", "LightingSelector"}, {"E", "LightingEnable"}};
     for (int nClick = 0; nClick < 2 * f.nSegments; ++nClick) {
         const int nEntry = nClick % f.nSegments;
         const QString strAfter = flipped(f.inDevice(), nEntry);
@@ -216,18 +217,11 @@ void tst_LightingSelector::segmentsAreSwitched()
 
 void tst_LightingSelector::clickFromTheEntryForAll_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<int>("clicked");
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<QString>("writes");
-    QTest::newRow("all but this one") << "1111" << 2 << "1101"
-                                      << "S E2";
-    QTest::newRow("this one alone, on already") << "1101" << 1 << "0100"
-                                                << "S E S E3";
-    QTest::newRow("this one alone, off so far") << "1001" << 1 << "0100"
-                                                << "S E S E1 S E3";
-    QTest::newRow("nothing to write") << "0010" << 2 << "0010"
-                                      << "S";
+    const DataTable<QString, int, QString, QString> row("before", "clicked", "after", "writes");
+    row("all but this one", "1111", 2, "1101", "S E2");
+    row("this one alone, on already", "1101", 1, "0100", "S E S E3");
+    row("this one alone, off so far", "1001", 1, "0100", "S E S E1 S E3");
+    row("nothing to write", "0010", 2, "0010", "S");
 }
 
 void tst_LightingSelector::clickFromTheEntryForAll()
@@ -236,16 +230,14 @@ void tst_LightingSelector::clickFromTheEntryForAll()
     QFETCH(int, clicked);
     for (const char *pDevice : {"code-reader-light4-all-bitmap", "code-reader-light4-all"}) {
         LightFixture f(pDevice);
+        int nBits = before == "1111" ? 16 : 0;
         for (int nEntry = 0; nEntry < 4; ++nEntry) {
             f.poke("LightingEnable", nEntry, before.at(nEntry) == '1');
+            nBits |= int(before.at(nEntry) == '1') << nEntry;
         }
         f.poke("LightingEnable", 4, before == "1111");
         if (f.feature("LightingBitmap")) {
-            f.poke("LightingBitmap", 0,
-                   QString(before).prepend("").count('1') == 4
-                       ? 0x1F
-                       : before.at(0).digitValue() | before.at(1).digitValue() << 1
-                           | before.at(2).digitValue() << 2 | before.at(3).digitValue() << 3);
+            f.poke("LightingBitmap", 0, nBits);
         }
         QVERIFY(f.select(4));
         f.show();
@@ -349,12 +341,12 @@ void tst_LightingSelector::refusalsLeaveTheTruth()
     QVERIFY(f.settle());
     const QString strPolling = f.inDevice();
     const int nStood = f.selected();
-    QTest::mouseClick(f.light()->findChild<QCheckBox *>(), Qt::LeftButton, Qt::NoModifier,
-                      QPoint(8, f.light()->findChild<QCheckBox *>()->height() / 2));
+    auto *const pCheck = f.light()->findChild<QCheckBox *>();
+    QTest::mouseClick(pCheck, Qt::LeftButton, Qt::NoModifier, QPoint(8, pCheck->height() / 2));
     QCOMPARE(f.inDevice(), strPolling);
     QCOMPARE(f.shown(), strPolling);
     QCOMPARE(f.selected(), nStood);
-    QVERIFY(!f.light()->findChild<QCheckBox *>()->isChecked());
+    QVERIFY(!pCheck->isChecked());
 }
 
 void tst_LightingSelector::readOnlyRow()

@@ -3,6 +3,7 @@
 #include "editors/VexaScreenSelectWidget.h"
 #include "host/translations/Translations.h"
 #include "tests/editors/RowFixture.h"
+#include "tests/support/DataTable.h"
 
 #include <QPushButton>
 
@@ -85,15 +86,9 @@ private slots:
 
 void tst_ScreenAndFocus::spinBoxLimits_data()
 {
-    QTest::addColumn<QList<qlonglong>>("numbers"); // minimum, maximum, value, step
-    QTest::addColumn<QString>(
-        "plain"); // number and buttons that are open: as set, after minus, after plus
-    QTest::addColumn<QString>("minus");
-    QTest::addColumn<QString>("plus");
-    const auto row = [](const char *pFault, const QList<qlonglong> &numbers, const char *pPlain,
-                        const char *pMinus, const char *pPlus) {
-        QTest::newRow(pFault) << numbers << pPlain << pMinus << pPlus;
-    };
+    // Minimum, maximum, value and step; number and buttons that are open: as set, after minus, after plus.
+    const DataTable<QList<qlonglong>, QString, QString, QString> row("numbers", "plain", "minus",
+                                                                     "plus");
     row("in the middle", {0, 100, 50, 10}, "50-+", "40-+", "50-+");
     row("at the maximum", {0, 100, 100, 10}, "100-", "90-+", "100-");
     row("at the minimum", {0, 100, 0, 10}, "0+", "0+", "10-+");
@@ -129,21 +124,19 @@ void tst_ScreenAndFocus::spinBoxLimits()
 
 void tst_ScreenAndFocus::screenPages_data()
 {
-    QTest::addColumn<int>("page");
-    QTest::addColumn<int>("x"); // of the click, 0 for a key
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("after");
-    QTest::newRow("forward round the end") << 3 << 250 << 0 << 1;
-    QTest::newRow("back round the start") << 1 << 10 << 0 << 3;
-    QTest::newRow("forward") << 1 << 235 << 0 << 2;
-    QTest::newRow("back") << 3 << 33 << 0 << 2;
-    QTest::newRow("picture") << 2 << 120 << 0 << 2;
-    QTest::newRow("left end of the picture") << 2 << 34 << 0 << 2;
-    QTest::newRow("right end of the picture") << 2 << 234 << 0 << 2;
-    QTest::newRow("behind the arrow") << 2 << 268 << 0 << 2;
-    QTest::newRow("key forward") << 3 << 0 << int(Qt::Key_Right) << 1;
-    QTest::newRow("key back") << 2 << 0 << int(Qt::Key_Left) << 1;
-    QTest::newRow("key of none") << 2 << 0 << int(Qt::Key_Space) << 2;
+    const DataTable<int, int, int, int> row("page", "x", "key",
+                                            "after"); // x of the click, or a key
+    row("forward round the end", 3, 250, 0, 1);
+    row("back round the start", 1, 10, 0, 3);
+    row("forward", 1, 235, 0, 2);
+    row("back", 3, 33, 0, 2);
+    row("picture", 2, 120, 0, 2);
+    row("left end of the picture", 2, 34, 0, 2);
+    row("right end of the picture", 2, 234, 0, 2);
+    row("behind the arrow", 2, 268, 0, 2);
+    row("key forward", 3, 0, Qt::Key_Right, 1);
+    row("key back", 2, 0, Qt::Key_Left, 1);
+    row("key of none", 2, 0, Qt::Key_Space, 2);
 }
 
 void tst_ScreenAndFocus::screenPages()
@@ -153,6 +146,7 @@ void tst_ScreenAndFocus::screenPages()
     QFETCH(int, key);
     QFETCH(int, after);
     ScreenFixture f;
+    const int nSteps = int(page != after);
     QVERIFY(f.tree().setFeatureValue("Enumeration", "ScreenHomepage", page));
     QVERIFY(f.settle());
     QTRY_COMPARE(f.screen()->page(), page);
@@ -169,11 +163,11 @@ void tst_ScreenAndFocus::screenPages()
     }
     QCOMPARE(f.inDevice("ScreenHomepage"), after);
     QCOMPARE(f.screen()->page(), after);
-    QCOMPARE(f.writeCount(), int(page != after));
-    QCOMPARE(ShellHost::instance()->modifiedCameras().size(), int(page != after));
+    QCOMPARE(f.writeCount(), nSteps);
+    QCOMPARE(ShellHost::instance()->modifiedCameras().size(), nSteps);
     QVERIFY(f.settle());
     QCOMPARE(f.screen()->page(), after);
-    QCOMPARE(f.writeCount(), int(page != after));
+    QCOMPARE(f.writeCount(), nSteps);
 }
 
 void tst_ScreenAndFocus::screenFollowsTheDevice()

@@ -6,6 +6,7 @@
 #include "model/CustomNodeNames.h"
 #include "tests/editors/FormatFixture.h"
 #include "tests/model/PageTexts.h"
+#include "tests/support/DataTable.h"
 
 #include <QAction>
 #include <QtTest>
@@ -20,24 +21,37 @@ const QString PICTURE = QStringLiteral("ResSet_Ftp_Picture_Name");
 const QString BYTES = QStringLiteral("TcpStartTriggerHex");
 const QStringList ROWS{TCP, DIRECTORY, CONTENT, PICTURE, BYTES, "ResSet_Emmc_Picture_Name"};
 
+/// The nodes of a code reader that have a row with this editor.
+QStringList formatNodes()
+{
+    const QString xml =
+        QString::fromUtf8(SimulatedDevices::builtIn("code-reader").control->description());
+    const QRegularExpression text(QStringLiteral("<StringReg Name=\"(\\w+)\""));
+    QStringList nodes;
+    for (auto it = text.globalMatch(xml); it.hasNext();) {
+        const QString node = it.next().captured(1);
+        if (!customNodeOf(node).isEmpty()) {
+            nodes << node;
+        }
+    }
+    return nodes;
+}
+
 } // namespace
 
 class tst_stringformat : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
+    void initTestCase() { installLanguage(*qApp, QStringLiteral("ENG")); }
     void init();
     void cleanupTestCase() { m_pFixture.reset(); }
     void everyRowIsUsed();
     void tablesFitTheDevice();
     void edits_data();
     void edits();
-    void refusesCharacters_data();
-    void refusesCharacters();
     void tagsFromTheMenu_data();
     void tagsFromTheMenu();
-    void triggerKeys_data();
     void triggerKeys();
     void otherDevices_data();
     void otherDevices();
@@ -53,14 +67,9 @@ private slots:
 
 private:
     FormatFixture &fixture() { return *m_pFixture; }
-    QTextEdit *box(const QString &strNode) { return m_pFixture->box(strNode); }
+    QTextEdit *box(const QString &strNode) { return fixture().box(strNode); }
     std::unique_ptr<FormatFixture> m_pFixture;
 };
-
-void tst_stringformat::initTestCase()
-{
-    installLanguage(*qApp, QStringLiteral("ENG"));
-}
 
 void tst_stringformat::init()
 {
@@ -71,64 +80,49 @@ void tst_stringformat::init()
     if (!m_pFixture) {
         const auto device = SimulatedDevices::builtIn(QStringLiteral("code-reader"));
         m_pFixture = std::make_unique<FormatFixture>(device, ROWS);
-        QVERIFY(m_pFixture->m_bReady);
         // The bytes of a trigger are there while its format says so.
-        QVERIFY(m_pFixture->m_camera.tree->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
-        QTRY_VERIFY(m_pFixture->feature(BYTES)->visible()
-                    && !m_pFixture->feature(BYTES)->readOnly());
-        m_pFixture->m_pPages->treeView()->expandAll();
+        QVERIFY(fixture().camera.tree->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
+        QTRY_VERIFY(fixture().feature(BYTES)->visible() && !fixture().feature(BYTES)->readOnly());
+        fixture().pages.treeView()->expandAll();
     }
-    fixture().m_pPages->activateWindow(); // a box was up
-    QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+    QVERIFY(fixture().comeUp());
     QTRY_VERIFY(box(BYTES) && box(BYTES)->isEnabled());
-    QVERIFY(fixture().changeBehind(TCP, "<codecontent>"));
-    QVERIFY(fixture().changeBehind(DIRECTORY, "<year>/"));
-    QVERIFY(fixture().changeBehind(CONTENT, "<image>,"));
-    QVERIFY(fixture().changeBehind(PICTURE, "name"));
-    QVERIFY(fixture().changeBehind(BYTES, "02 53"));
-    fixture().m_pPages->treeView()->setFocus();
-    fixture().forgetWrites();
+    const QStringList texts{"<codecontent>", "<year>/", "<image>,", "name", "02 53"};
+    for (int i = 0; i < texts.size(); ++i) {
+        QVERIFY(fixture().changeBehind(ROWS.at(i), texts.at(i)));
+    }
+    fixture().pages.treeView()->setFocus();
+    fixture().forget();
 }
 
 /// All 26 rows at once, as no protocol shows them, by clicks and keys.
 void tst_stringformat::everyRowIsUsed()
 {
     m_pFixture.reset();
-    QStringList nodes;
+    const QStringList nodes = formatNodes();
     QStringList elements;
-    const QString xml =
-        QString::fromUtf8(SimulatedDevices::builtIn("code-reader").control->description());
-    const QRegularExpression text(QStringLiteral("<StringReg Name=\"(\\w+)\""));
-    for (auto it = text.globalMatch(xml); it.hasNext();) {
-        const QString node = it.next().captured(1);
-        const QString custom = customNodeOf(node);
-        if (!custom.isEmpty()) {
-            nodes << node;
-            elements << "s:" + node + "=";
-            const QString source = sourceDataNodeOf(node);
-            elements << (source.isEmpty()
-                             ? "e:" + VexaStringFormatRules::triggerFormatNode(custom) + "=Text,Hex"
-                             : "e:" + source + "=a,b");
-        }
+    for (const QString &node : nodes) {
+        const QString source = sourceDataNodeOf(node);
+        const QString trigger = VexaStringFormatRules::triggerFormatNode(customNodeOf(node));
+        elements << "s:" + node + "="
+                 << (source.isEmpty() ? "e:" + trigger + "=Text,Hex" : "e:" + source + "=a,b");
     }
     QCOMPARE(nodes.size(), 26);
     m_pFixture = std::make_unique<FormatFixture>(
         SimulatedDevices::fromDescription(deviceOf(elements.join(' ')), QStringLiteral("test"),
                                           SimulatorControl::MemoryPattern::Zero),
         nodes);
-    QSignalSpy asked(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested);
+    QSignalSpy asked(&fixture().pages, &IVexaFeatureWidget::SigFormatEditRequested);
     QMap<QString, int> forms;
     for (const QString &node : nodes) {
-        fixture().m_pPages->activateWindow(); // a menu was up
-        QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+        QVERIFY(fixture().comeUp());
         const QString custom = customNodeOf(node);
         auto *const pEditor = qobject_cast<VexaStringFormatWidget *>(fixture().editor(node));
         QVERIFY2(pEditor && pEditor->isEnabled() && pEditor->height() == 160, qPrintable(node));
         const QString title = pEditor->findChild<QLabel *>()->text();
         QCOMPARE(title, QString(VexaStringFormatRules::titleOf(custom)));
         QCOMPARE(box(node)->accessibleName(), title);
-        act(box(node), {"ab"});
-        QTest::keyClick(box(node), Qt::Key_Tab);
+        act(box(node), {"ab", "tab"});
         QPushButton *const pButton = fixture().button(node);
         QVERIFY2(pButton->hasFocus() && pButton->accessibleName().contains(title),
                  qPrintable(node));
@@ -154,11 +148,10 @@ void tst_stringformat::everyRowIsUsed()
         QCOMPARE(request.value(1).value<VexaPropertyTreeItem *>(),
                  fixture().feature(sourceDataNodeOf(node)));
         if (sourceDataNodeOf(node).isEmpty()) {
-            QVERIFY(taskOf(fixture().m_camera)
+            QVERIFY(taskOf(fixture().camera)
                         ->SetEnumerationValue(VexaStringFormatRules::triggerFormatNode(custom), 1,
                                               nullptr));
-            act(box(node), {"c", "back"});
-            QTest::keyClick(box(node), Qt::Key_Tab);
+            act(box(node), {"c", "back", "tab"});
             QCOMPARE(fixture().deviceText(node), QString("a"));
         }
     }
@@ -169,16 +162,10 @@ void tst_stringformat::everyRowIsUsed()
 void tst_stringformat::tablesFitTheDevice()
 {
     installLanguage(*qApp, QStringLiteral("CH"));
-    const QString xml = QString::fromUtf8(fixture().m_camera.device.control->description());
-    const QRegularExpression text(QStringLiteral("<StringReg Name=\"(\\w+)\""));
-    int nRows = 0;
-    for (auto it = text.globalMatch(xml); it.hasNext();) {
-        const QString node = it.next().captured(1);
+    const QStringList nodes = formatNodes();
+    QCOMPARE(nodes.size(), 26);
+    for (const QString &node : nodes) {
         const QString custom = customNodeOf(node);
-        if (custom.isEmpty()) {
-            continue;
-        }
-        ++nRows;
         const char *const pTitle = VexaStringFormatRules::titleOf(custom);
         QVERIFY2(pTitle && VexaStringFormatWidget::tr(pTitle) != pTitle, qPrintable(node));
         const bool bBytes =
@@ -192,7 +179,6 @@ void tst_stringformat::tablesFitTheDevice()
                      qPrintable(strTag));
         }
     }
-    QCOMPARE(nRows, 26);
     QCOMPARE(VexaStringFormatTags::translated(QString::fromUtf8("帧号")),
              VexaStringFormatTags::translated("Frame No."));
     QCOMPARE(VexaStringFormatTags::translated("unknown"), QString("unknown"));
@@ -201,15 +187,17 @@ void tst_stringformat::tablesFitTheDevice()
 
 void tst_stringformat::edits_data()
 {
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QStringList>("words");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<int>("writes"); // of the device; the camera counts as changed then
-    const QString full(255, 'x');
-    const auto row = [](const char *pFault, const QString &node, const QStringList &words,
-                        const QString &shown, int nWrites) {
-        QTest::newRow(pFault) << node << words << shown << nWrites;
+    // Of the device's writes; the camera counts as changed then. Boxes tell why
+    // there is none.
+    const DataTable<QString, QStringList, QString, int, int> table("node", "words", "after",
+                                                                   "writes", "boxes");
+    const auto row = [&table](const char *pFault, const QString &node, const QStringList &words,
+                              const QString &after,
+                              int nWrites) { table(pFault, node, words, after, nWrites, 0); };
+    const auto refused = [&table](const char *pFault, const QString &node, const QString &text) {
+        table(pFault, node, {"clear", "paste:" + text}, node == PICTURE ? "name" : "<year>/", 0, 1);
     };
+    const QString full(255, 'x');
     row("no edit is no write", TCP, {}, "<codecontent>", 0);
     row("there and back is no write", TCP, {"ab", "back", "back"}, "<codecontent>", 0);
     row("what is typed is written", TCP, {";a"}, "<codecontent>;a", 1);
@@ -222,78 +210,52 @@ void tst_stringformat::edits_data()
     row("emptied", TCP, {"clear"}, "", 1);
     row("an empty level takes nothing with it", DIRECTORY, {"a", "/", "/", "b"}, "<year>/a/b", 1);
     row("two slashes are no level elsewhere", TCP, {"//"}, "<codecontent>//", 1);
+    row("a format takes all", TCP, {"clear", "~!@#%:|"}, "~!@#%:|", 1);
+    row("tags, dots and underscores", PICTURE, {"clear", "<codecontent>_a.b"}, "<codecontent>_a.b",
+        1);
+    row("a directory with a colon", DIRECTORY, {"clear", "C:/a"}, "C:/a", 1);
+    row("an empty directory", DIRECTORY, {"clear"}, "", 1);
+    refused("a name with a colon", PICTURE, "a:b");
+    refused("a name with a slash", PICTURE, "a/b");
+    refused("a name with a bracket of a range", PICTURE, "a(b");
+    refused("a name with a hyphen", PICTURE, "a-b");
+    refused("a name with a wide character", PICTURE, QString::fromUtf8("a￥b"));
+    refused("an empty name", PICTURE, "");
+    refused("a directory with a bar", DIRECTORY, "a|b");
 }
 
 void tst_stringformat::edits()
 {
     QFETCH(QString, node);
     QFETCH(QStringList, words);
-    QFETCH(QString, shown);
+    QFETCH(QString, after);
     QFETCH(int, writes);
-    const QString before = fixture().deviceText(node);
-    act(box(node), words);
-    QCOMPARE(box(node)->toPlainText(), shown);
-    QCOMPARE(fixture().writes().size(), 0);
-    QTest::keyClick(box(node), Qt::Key_Tab);
-    QCOMPARE(fixture().writes().size(), writes);
-    QCOMPARE(box(node)->toPlainText(), shown);
-    QCOMPARE(fixture().deviceText(node), writes ? shown : before);
-    QCOMPARE(ShellHost::instance()->modifiedCameras().size(), writes);
-    QTest::keyClick(fixture().button(node), Qt::Key_Tab);
-    QCOMPARE(fixture().writes().size(), writes);
-    QTRY_COMPARE(dynamic_cast<CTreeStringItemValue *>(fixture().feature(node)->value())->m_strValue,
-                 fixture().deviceText(node));
-}
-
-void tst_stringformat::refusesCharacters_data()
-{
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("boxes");
-    QTest::newRow("a name with a colon") << PICTURE << "a:b" << 1;
-    QTest::newRow("a name with a slash") << PICTURE << "a/b" << 1;
-    QTest::newRow("a name with a bracket of a range") << PICTURE << "a(b" << 1;
-    QTest::newRow("a name with a hyphen") << PICTURE << "a-b" << 1;
-    QTest::newRow("a name with a wide character") << PICTURE << QString::fromUtf8("a￥b") << 1;
-    QTest::newRow("an empty name") << PICTURE << "" << 1;
-    QTest::newRow("tags, dots and underscores") << PICTURE << "<codecontent>_a.b" << 0;
-    QTest::newRow("a directory with a colon") << DIRECTORY << "C:/a" << 0;
-    QTest::newRow("a directory with a bar") << DIRECTORY << "a|b" << 1;
-    QTest::newRow("an empty directory") << DIRECTORY << "" << 0;
-    QTest::newRow("a format takes all") << TCP << "~!@#%:|" << 0;
-}
-
-void tst_stringformat::refusesCharacters()
-{
-    QFETCH(QString, node);
-    QFETCH(QString, text);
     QFETCH(int, boxes);
-    const QString before = fixture().deviceText(node);
     BoxAnswers answers(Qt::Key_Return);
-    act(box(node), {"clear", "paste:" + text});
+    act(box(node), words);
+    QVERIFY(boxes || box(node)->toPlainText() == after);
+    QCOMPARE(fixture().writeCount(), 0);
     QTest::keyClick(box(node), Qt::Key_Tab);
     QTRY_COMPARE(answers.count(), boxes);
     QTRY_VERIFY(!QApplication::activeModalWidget());
-    QCOMPARE(fixture().writes().size(), boxes ? 0 : 1);
-    QCOMPARE(box(node)->toPlainText(), boxes ? before : text);
-    QCOMPARE(fixture().deviceText(node), boxes ? before : text);
-    QCOMPARE(ShellHost::instance()->modifiedCameras().isEmpty(), boxes > 0);
+    QCOMPARE(fixture().writeCount(), writes);
+    QCOMPARE(box(node)->toPlainText(), after);
+    QCOMPARE(fixture().deviceText(node), after);
+    QCOMPARE(ShellHost::instance()->modifiedCameras().size(), writes);
+    QTest::keyClick(fixture().button(node), Qt::Key_Tab);
+    QCOMPARE(fixture().writeCount(), writes);
+    QTRY_COMPARE(fixture().knownText(node), after);
 }
 
 void tst_stringformat::tagsFromTheMenu_data()
 {
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    QTest::newRow("a level") << DIRECTORY << "a/"
-                             << "a/<deviceip>/";
-    QTest::newRow("a part of a list") << CONTENT << "<image>,"
-                                      << "<image>,<image>,";
-    QTest::newRow("a part of a name") << ROWS.last() << "a"
-                                      << "a<codecontent>";
+    const DataTable<QString, QString, QString> row("node", "before", "after");
     const QString longText(242, 'x');
-    QTest::newRow("to the limit") << ROWS.last() << longText << longText + "<codecontent>";
-    QTest::newRow("over the limit") << ROWS.last() << longText + 'y' << longText + 'y';
+    row("a level", DIRECTORY, "a/", "a/<deviceip>/");
+    row("a part of a list", CONTENT, "<image>,", "<image>,<image>,");
+    row("a part of a name", ROWS.last(), "a", "a<codecontent>");
+    row("to the limit", ROWS.last(), longText, longText + "<codecontent>");
+    row("over the limit", ROWS.last(), longText + 'y', longText + 'y');
 }
 
 void tst_stringformat::tagsFromTheMenu()
@@ -302,7 +264,7 @@ void tst_stringformat::tagsFromTheMenu()
     QFETCH(QString, before);
     QFETCH(QString, after);
     QVERIFY(fixture().changeBehind(node, before));
-    fixture().forgetWrites();
+    fixture().forget();
     QTest::mouseClick(fixture().button(node), Qt::LeftButton);
     QMenu *const pMenu = menuOf(fixture().editor(node));
     QTRY_VERIFY(pMenu->isVisible());
@@ -313,36 +275,25 @@ void tst_stringformat::tagsFromTheMenu()
     QTRY_VERIFY(!pMenu->isVisible());
     QCOMPARE(box(node)->toPlainText(), after);
     QCOMPARE(fixture().deviceText(node), after);
-    QCOMPARE(fixture().writes().size(), before == after ? 0 : 1);
-}
-
-void tst_stringformat::triggerKeys_data()
-{
-    QTest::addColumn<QStringList>("words");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("bytes are pasted") << QStringList{"paste: 03"} << "02 53 03";
+    QCOMPARE(fixture().writeCount(), before == after ? 0 : 1);
 }
 
 void tst_stringformat::triggerKeys()
 {
-    QFETCH(QStringList, words);
-    QFETCH(QString, shown);
-    act(box(BYTES), words);
-    QCOMPARE(box(BYTES)->toPlainText(), shown);
+    act(box(BYTES), {"paste: 03"});
     const int nCursor = box(BYTES)->textCursor().position();
     QTest::keyClick(box(BYTES), Qt::Key_Left);
     QCOMPARE(box(BYTES)->textCursor().position(), nCursor - 1);
     QTest::keyClick(box(BYTES), Qt::Key_Tab);
     QVERIFY(fixture().button(BYTES)->hasFocus());
-    QCOMPARE(fixture().deviceText(BYTES), shown);
+    QCOMPARE(fixture().deviceText(BYTES), QString("02 53 03"));
 }
 
 void tst_stringformat::otherDevices_data()
 {
-    QTest::addColumn<QByteArray>("access"); // to the trigger text
-    QTest::newRow("a trigger that tells no format is typed") << QByteArray("RW");
-    QTest::newRow("a node that is read only takes no text from an editor that lags")
-        << QByteArray("RO");
+    const DataTable<QByteArray> row("access"); // to the trigger text
+    row("a trigger that tells no format is typed", "RW");
+    row("a node that is read only takes no text from an editor that lags", "RO");
 }
 
 void tst_stringformat::otherDevices()
@@ -357,28 +308,26 @@ void tst_stringformat::otherDevices()
                           + access + "</AccessMode><pPort>Device</pPort></StringReg>"),
         QStringLiteral("test"), SimulatorControl::MemoryPattern::Zero);
     m_pFixture = std::make_unique<FormatFixture>(device, QStringList{node});
-    QVERIFY(m_pFixture->m_bReady && box(node));
+    QVERIFY(box(node));
     const bool bWritable = access == "RW";
     QCOMPARE(box(node)->isEnabled(), bWritable);
     fixture().editor(node)->setEnabled(true);
     act(box(node), {"12345678"});
     QCOMPARE(box(node)->toPlainText(), QString("1234567"));
     QTest::keyClick(box(node), Qt::Key_Tab);
-    QCOMPARE(fixture().writes().size(), bWritable ? 1 : 0);
+    QCOMPARE(fixture().writeCount(), bWritable ? 1 : 0);
     QCOMPARE(box(node)->toPlainText(), QString(bWritable ? "1234567" : ""));
     m_pFixture.reset();
 }
 
 void tst_stringformat::deviceRefuses()
 {
-    SimulatorControl &control = *fixture().m_camera.device.control;
-    act(box(TCP), {"1"});
-    QTest::keyClick(box(TCP), Qt::Key_Tab);
-    QCOMPARE(fixture().writes().size(), 1);
-    const quint64 nAddress = fixture().writes().first().address;
+    SimulatorControl &control = *fixture().camera.device.control;
+    act(box(TCP), {"1", "tab"});
+    QCOMPARE(fixture().writeCount(), 1);
+    const quint64 nAddress = writesOf(fixture().camera).first().address;
     control.setFailing(nAddress, STATUS_OF_A_REFUSAL);
-    act(box(TCP), {"2"});
-    QTest::keyClick(box(TCP), Qt::Key_Tab);
+    act(box(TCP), {"2", "tab"});
     control.setFailing(nAddress, 0);
     auto *const pBox = qobject_cast<CustomMessageBox *>(QApplication::activeModalWidget());
     QVERIFY(pBox);
@@ -387,18 +336,16 @@ void tst_stringformat::deviceRefuses()
              qPrintable(pBox->cContent()));
     QTest::keyClick(pBox, Qt::Key_Return);
     QTRY_VERIFY(!QApplication::activeModalWidget());
-    fixture().m_pPages->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+    QVERIFY(fixture().comeUp());
     QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>12"));
     QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>1"));
 
-    const int nTried = fixture().writes().size();
-    act(box(TCP), {});
-    QTest::keyClick(box(TCP), Qt::Key_Tab);
-    QCOMPARE(fixture().writes().size(), nTried); // the same text is not tried again
-    act(box(TCP), {"3", "back"});
-    QTest::keyClick(box(TCP), Qt::Key_Tab);
-    QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>12")); // a new edit is
+    const int nTried = fixture().writeCount();
+    act(box(TCP), {"tab"});
+    QCOMPARE(fixture().writeCount(), nTried); // the same text is not tried again
+    act(box(TCP), {"3", "back", "tab"});
+    QCOMPARE(fixture().deviceText(TCP),
+             QString("<codecontent>12")); // a new edit is
 }
 
 void tst_stringformat::refillWritesNothing()
@@ -407,34 +354,33 @@ void tst_stringformat::refillWritesNothing()
     for (const QString &strText : {QString("a\r\nb"), QString("<x>"), QString(255, 'x'),
                                    QString::fromUtf8("条码"), QString(), QString("<last>")}) {
         QVERIFY(fixture().changeBehind(TCP, strText));
-        fixture().forgetWrites();
+        fixture().forget();
         QCOMPARE(box(TCP)->toPlainText(), QString(strText).remove('\r'));
-        act(box(TCP), {});
-        QTest::keyClick(box(TCP), Qt::Key_Tab);
-        QCOMPARE(fixture().writes().size(), 0);
+        act(box(TCP), {"tab"});
+        QCOMPARE(fixture().writeCount(), 0);
     }
     QCOMPARE(changed.count(), 0);
 
     act(box(TCP), {";typed"});
     QVERIFY(fixture().changeBehind(TCP, "<other>"));
-    fixture().forgetWrites();
+    fixture().forget();
     QCOMPARE(box(TCP)->toPlainText(), QString("<last>;typed"));
     QTest::keyClick(box(TCP), Qt::Key_Escape);
     QCOMPARE(box(TCP)->toPlainText(), QString("<other>"));
     QTest::keyClick(box(TCP), Qt::Key_Tab);
-    QCOMPARE(fixture().writes().size(), 0);
+    QCOMPARE(fixture().writeCount(), 0);
 }
 
 void tst_stringformat::lockedWhileTyping()
 {
     VexaPropertyTreeItem *const pFeature = fixture().feature(TCP);
-    const long lCameraID = fixture().m_camera.id;
+    const long lCameraID = fixture().camera.id;
     act(box(TCP), {";typed"});
     pFeature->setReadOnly(lCameraID, true);
     QVERIFY(!box(TCP)->isEnabled() && !fixture().button(TCP)->isEnabled());
     QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>"));
     QCOMPARE(box(TCP)->textColor(), QColor("#60CCCCCC"));
-    QCOMPARE(fixture().writes().size(), 0);
+    QCOMPARE(fixture().writeCount(), 0);
     pFeature->setReadOnly(lCameraID, false);
     QVERIFY(box(TCP)->isEnabled());
     QCOMPARE(box(TCP)->textColor(), QColor("#CCCCCC"));
@@ -451,11 +397,10 @@ void tst_stringformat::otherWindowsEndNoEdit()
     other.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&other));
     QVERIFY(fixture().changeBehind(TCP, "<other>"));
-    fixture().forgetWrites();
-    fixture().m_pPages->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(fixture().m_pPages.get()));
+    fixture().forget();
+    QVERIFY(fixture().comeUp());
     QCOMPARE(box(TCP)->toPlainText(), QString("<codecontent>;a"));
-    QCOMPARE(fixture().writes().size(), 0);
+    QCOMPARE(fixture().writeCount(), 0);
     QTest::keyClick(box(TCP), Qt::Key_Tab);
     QCOMPARE(fixture().deviceText(TCP), QString("<codecontent>;a"));
 }
@@ -463,7 +408,7 @@ void tst_stringformat::otherWindowsEndNoEdit()
 void tst_stringformat::keyboardAlone()
 {
     // Row by row, the box and then the button; back the same way.
-    QTest::keyClick(fixture().m_pPages->treeView(), Qt::Key_Tab);
+    QTest::keyClick(fixture().pages.treeView(), Qt::Key_Tab);
     for (const QString &strNode : ROWS) {
         QVERIFY2(box(strNode)->hasFocus(), qPrintable(strNode));
         QTest::keyClick(box(strNode), Qt::Key_Tab);
@@ -478,7 +423,7 @@ void tst_stringformat::keyboardAlone()
     typed.setCommitString("x");
     QCoreApplication::sendEvent(box(ROWS.last()), &typed);
     QVERIFY(!box(ROWS.last())->toPlainText().contains('x'));
-    QCOMPARE(fixture().writes().size(), 0);
+    QCOMPARE(fixture().writeCount(), 0);
 }
 
 void tst_stringformat::tableOfCharacters()
@@ -491,8 +436,7 @@ void tst_stringformat::tableOfCharacters()
                                           Q_ARG(QStringList &, row)));
     }
     QCOMPARE(box(BYTES)->toPlainText(), QString("02 53 03 0D"));
-    act(box(BYTES), {});
-    QTest::keyClick(box(BYTES), Qt::Key_Tab);
+    act(box(BYTES), {"tab"});
     QCOMPARE(fixture().deviceText(BYTES), QString("02 53 03 0D"));
 }
 
@@ -510,22 +454,22 @@ void tst_stringformat::switchesLanguage()
     act(box(TCP), {";typed"});
     const QString english = texts();
     QCOMPARE(english, QString("FTP Upload Directory String Device ip Station Name Edit"));
-    fixture().forgetWrites();
+    fixture().forget();
     installLanguage(*qApp, QStringLiteral("CH"));
     QCoreApplication::processEvents();
     QCOMPARE(texts(), QString::fromUtf8("FTP 上传目录字符串 IP地址 站名 编辑"));
     installLanguage(*qApp, QStringLiteral("ENG"));
     QCoreApplication::processEvents();
     QCOMPARE(texts(), english);
-    QCOMPARE(fixture().writes().size(), 0);
+    QCOMPARE(fixture().writeCount(), 0);
 }
 
 void tst_stringformat::goesAwayInAnEdit_data()
 {
-    QTest::addColumn<QString>("what");
+    const DataTable<QString> row("what");
     for (const char *pWhat :
          {"row", "page", "menu", "warning page", "warning camera", "dialog page"}) {
-        QTest::newRow(pWhat) << pWhat;
+        row(pWhat, pWhat);
     }
 }
 
@@ -533,15 +477,15 @@ void tst_stringformat::goesAwayInAnEdit()
 {
     QFETCH(QString, what);
     const auto leave = [this, what] {
-        fixture().forgetWrites();
+        fixture().forget();
         if (what == "row") {
-            fixture().feature(TCP)->setVisible(false, fixture().m_camera.id, false);
+            fixture().feature(TCP)->setVisible(false, fixture().camera.id, false);
         } else if (what.endsWith("camera")) {
-            fixture().m_pPages->removeCameraID(fixture().m_camera.id);
-            fixture().m_module.close(fixture().m_camera);
-            fixture().m_camera.tree = nullptr;
+            fixture().pages.removeCameraID(fixture().camera.id);
+            fixture().module.close(fixture().camera);
+            fixture().camera.tree = nullptr;
         } else {
-            fixture().m_pPages->removeCameraID(fixture().m_camera.id);
+            fixture().pages.removeCameraID(fixture().camera.id);
         }
     };
     if (what.startsWith("warning")) {
@@ -560,7 +504,7 @@ void tst_stringformat::goesAwayInAnEdit()
         QVERIFY(!QApplication::activeModalWidget());
     } else if (what.startsWith("dialog")) {
         const QPointer<QWidget> guard(fixture().editor(TCP));
-        connect(fixture().m_pPages.get(), &IVexaFeatureWidget::SigFormatEditRequested, this, [&] {
+        connect(&fixture().pages, &IVexaFeatureWidget::SigFormatEditRequested, this, [&] {
             QEventLoop loop; // of the host's dialog
             QTimer::singleShot(0, this, leave);
             connect(guard, &QObject::destroyed, &loop, &QEventLoop::quit);
@@ -580,11 +524,12 @@ void tst_stringformat::goesAwayInAnEdit()
         leave();
         QCoreApplication::processEvents();
     }
-    if (fixture().m_camera.tree) {
-        QCOMPARE(fixture().writes().size(), 0);
-        fixture().feature(TCP)->setReadOnly(fixture().m_camera.id, true); // nobody listens
+    if (fixture().camera.tree) {
+        QCOMPARE(fixture().writeCount(), 0);
+        fixture().feature(TCP)->setReadOnly(fixture().camera.id,
+                                            true); // nobody listens
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        fixture().feature(TCP)->setReadOnly(fixture().m_camera.id, false);
+        fixture().feature(TCP)->setReadOnly(fixture().camera.id, false);
     }
     m_pFixture.reset();
 }

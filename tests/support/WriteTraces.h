@@ -3,6 +3,7 @@
 #include "host/shellservices/ShellHost.h"
 #include "tests/support/ModuleFixture.h"
 #include "tree/QGetFeaturesThread.h"
+#include "view/VexaFeatureTreeView.h"
 
 #include <QSignalSpy>
 

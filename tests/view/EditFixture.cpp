@@ -1,17 +1,12 @@
 #include "tests/view/EditFixture.h"
 
 #include "ShellServicesModule/QLocalCfg.h"
-#include "host/shellservices/ShellHost.h"
-#include "model/VexaPropertyTreeItem.h"
-#include "tree/QGetFeaturesThread.h"
-#include "view/ItemNames.h"
+#include "model/CTreeItemValue.h"
+#include "model/EnumRecord.h"
+#include "tests/support/WriteTraces.h"
+#include "tests/view/EditorTexts.h"
 
-#include <QAbstractSpinBox>
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QSignalSpy>
 #include <QtTest>
 
 EditFixture::EditFixture(const SimulatedDevices::Simulated &device, unsigned int accessMode)
@@ -33,62 +28,51 @@ EditFixture::~EditFixture()
 {
     ShellHost::instance()->setCurrentCameraID(-1);
     ShellHost::instance()->setCanSetProperty(true);
-    for (const QString &strName : ShellHost::instance()->modifiedCameras()) {
-        ShellHost::instance()->removeModifiedCamera(strName);
-    }
+    forgetModifiedCameras();
 }
 
-SimulatedDevices::Simulated EditFixture::builtIn(const QString &id)
+/// A register, little-endian and signed if it holds a number.
+static QByteArray registerOf(const QByteArray &tag, const QByteArray &name, int nAddress,
+                             int nLength, const QByteArray &mode = "RW")
 {
-    return SimulatedDevices::builtIn(id);
-}
-
-static QByteArray registerOf(const char *pTag, const char *pName, int nAddress, int nLength,
-                             const char *pMode, const QByteArray &rest = QByteArray())
-{
-    const QByteArray strTag(pTag);
-    return '<' + strTag + " Name=\"" + pName + "\"><Address>" + QByteArray::number(nAddress)
-        + "</Address><Length>" + QByteArray::number(nLength) + "</Length><AccessMode>" + pMode
-        + "</AccessMode><pPort>Device</pPort>" + rest + "</" + strTag + ">\n";
+    const QByteArray number =
+        tag == "IntReg" ? "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess>" : "";
+    return '<' + tag + " Name=\"" + name + "\"><Address>" + QByteArray::number(nAddress)
+        + "</Address><Length>" + QByteArray::number(nLength) + "</Length><AccessMode>" + mode
+        + "</AccessMode><pPort>Device</pPort>" + number + "</" + tag + ">\n";
 }
 
 SimulatedDevices::Simulated EditFixture::handMade()
 {
-    const auto integer = [](const QByteArray &name, const QByteArray &rest) {
-        return "<Integer Name=\"" + name + "\"><pValue>" + name + "Reg</pValue>" + rest
-            + "</Integer>\n";
+    const auto over = [](const QByteArray &tag, const QByteArray &name, const QByteArray &rest) {
+        return '<' + tag + " Name=\"" + name + "\"><pValue>" + name + "Reg</pValue>" + rest + "</"
+            + tag + ">\n";
     };
-    const QByteArray sign = "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess>";
-    const QByteArray order = "<Endianess>LittleEndian</Endianess>";
-    const QByteArray elements = integer("Big", "<Representation>PureNumber</Representation>")
-        + registerOf("IntReg", "BigReg", 0x1000, 8, "RW", sign)
-        + integer("BigHex", "<Representation>HexNumber</Representation>")
-        + registerOf("IntReg", "BigHexReg", 0x1010, 8, "RW", sign)
+    const QByteArray entries = "<EnumEntry Name=\"One\"><Value>1</Value></EnumEntry>"
+                               "<EnumEntry Name=\"Two\"><Value>2</Value></EnumEntry>";
+    const QByteArray elements =
+        over("Integer", "Big", "<Representation>PureNumber</Representation>")
+        + registerOf("IntReg", "BigReg", 0x1000, 8)
+        + over("Integer", "BigHex", "<Representation>HexNumber</Representation>")
+        + registerOf("IntReg", "BigHexReg", 0x1010, 8)
         + "<Integer Name=\"Coarse\"><pValue>CoarseRule</pValue></Integer>\n"
           "<IntConverter Name=\"CoarseRule\"><FormulaTo>FROM &amp; 0xF0</FormulaTo>"
           "<FormulaFrom>TO</FormulaFrom><pValue>CoarseReg</pValue></IntConverter>\n"
-        + registerOf("IntReg", "CoarseReg", 0x1020, 4, "RW", sign)
-        + integer("Grid", "<Min>10</Min><Max>50</Max><Inc>4</Inc>")
-        + registerOf("IntReg", "GridReg", 0x1030, 4, "RW", sign)
-        + "<Float Name=\"Ratio\"><pValue>RatioReg</pValue><Min>0</Min><Max>10</Max></Float>\n"
-        + registerOf("FloatReg", "RatioReg", 0x1040, 4, "RW", order) + integer("SecretNumber", "")
-        + registerOf("IntReg", "SecretNumberReg", 0x1050, 4, "WO", sign)
-        + integer("SecretHex", "<Representation>HexNumber</Representation>")
-        + registerOf("IntReg", "SecretHexReg", 0x1060, 4, "WO", sign)
+        + registerOf("IntReg", "CoarseReg", 0x1020, 4)
+        + over("Integer", "Grid", "<Min>10</Min><Max>50</Max><Inc>4</Inc>")
+        + registerOf("IntReg", "GridReg", 0x1030, 4) + over("Integer", "SecretNumber", "")
+        + registerOf("IntReg", "SecretNumberReg", 0x1050, 4, "WO")
         + registerOf("StringReg", "SecretText", 0x1070, 16, "WO")
-        + "<Enumeration Name=\"SecretMode\"><EnumEntry Name=\"One\"><Value>1</Value></EnumEntry>"
-          "<EnumEntry Name=\"Two\"><Value>2</Value></EnumEntry><pValue>SecretModeReg</pValue>"
-          "</Enumeration>\n"
-        + registerOf("IntReg", "SecretModeReg", 0x1080, 4, "WO", sign)
-        + "<Boolean Name=\"SecretSwitch\"><pValue>SecretSwitchReg</pValue></Boolean>\n"
-        + registerOf("IntReg", "SecretSwitchReg", 0x1090, 4, "WO", sign);
+        + over("Enumeration", "SecretMode", entries)
+        + registerOf("IntReg", "SecretModeReg", 0x1080, 4, "WO")
+        + over("Boolean", "SecretSwitch", "")
+        + registerOf("IntReg", "SecretSwitchReg", 0x1090, 4, "WO");
     const SimulatedDevices::Simulated device = SimulatedDevices::fromDescription(
-        descriptionOf({"Big", "BigHex", "Coarse", "Grid", "Ratio", "SecretNumber", "SecretHex",
-                       "SecretText", "SecretMode", "SecretSwitch"},
+        descriptionOf({"Big", "BigHex", "Coarse", "Grid", "SecretNumber", "SecretText",
+                       "SecretMode", "SecretSwitch"},
                       elements),
         QStringLiteral("hand-made"), SimulatorControl::MemoryPattern::Zero);
     device.control->poke(0x1030, QByteArray("\x12\0\0\0", 4)); // Grid 18
-    device.control->poke(0x1040, QByteArray("\x06\x52\x9e\x3f", 4)); // Ratio 1.2368782
     return device;
 }
 
@@ -122,18 +106,7 @@ QWidget *EditFixture::focusOn(const QString &name)
 
 QString EditFixture::shown(const QString &name)
 {
-    QWidget *const pEditor = editor(name);
-    if (const auto *const pCheck = qobject_cast<QCheckBox *>(pEditor)) {
-        return pCheck->isChecked() ? QStringLiteral("on") : QStringLiteral("off");
-    }
-    if (const auto *const pCombo = qobject_cast<QComboBox *>(pEditor)) {
-        return pCombo->currentText();
-    }
-    if (const auto *const pSpin = qobject_cast<QAbstractSpinBox *>(pEditor)) {
-        return pSpin->text();
-    }
-    const auto *const pEdit = qobject_cast<QLineEdit *>(pEditor);
-    return pEdit ? pEdit->text() : QString();
+    return shownText(editor(name));
 }
 
 QString EditFixture::deviceValue(const QString &name)
@@ -144,7 +117,7 @@ QString EditFixture::deviceValue(const QString &name)
     const std::unique_ptr<CTreeItemValue> value = pItem->valueSnapshot();
     _NODE_INT_VALUE_ integer{};
     _NODE_FLOAT_VALUE_ real{};
-    const auto entry = std::make_unique<_NODE_ENUM_VALUE_>();
+    const EnumRecord entry;
     bool bOn = false;
     QString strText;
     qint64 nLength = 0;
@@ -182,35 +155,23 @@ bool EditFixture::changeBehindTheTree(const QString &name, const QVariant &value
 
 int EditFixture::writes() const
 {
-    const QVector<SimulatorAccess> log = m_camera.device.control->accessLog();
-    return int(std::count_if(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
-        return access.kind == SimulatorAccess::Write;
-    }));
+    return writesOf(m_camera).size();
 }
 
 bool EditFixture::settle()
 {
-    // A round of the worker that serves the dependants, begun after everything that is due now.
-    auto *const pWorker = tree().findChildren<QGetFeaturesThread *>().value(0);
-    QSignalSpy ended(pWorker, &QGetFeaturesThread::SigUpdateRoundEnd);
-    tree().OnAddValueChangedNodes({QStringLiteral("Root")});
-    const bool bEnded = ended.wait(10000) || !ended.isEmpty();
-    QCoreApplication::processEvents();
-    view().flushEditorUpdates();
-    return bEnded;
+    return waitForRefresh(m_camera, view());
 }
 
 EditFixture &SharedEditFixture::of(const QString &device)
 {
     if (!m_pFixture || device != m_strDevice) {
         m_pFixture.reset(); // one client at a time
-        m_pFixture = std::make_unique<EditFixture>(device.isEmpty() ? EditFixture::handMade()
-                                                                    : EditFixture::builtIn(device));
+        m_pFixture = std::make_unique<EditFixture>(
+            device.isEmpty() ? EditFixture::handMade() : SimulatedDevices::builtIn(device));
         m_strDevice = device;
     }
-    for (const QString &strName : ShellHost::instance()->modifiedCameras()) {
-        ShellHost::instance()->removeModifiedCamera(strName);
-    }
+    forgetModifiedCameras();
     m_pFixture->forgetAccesses();
     return *m_pFixture;
 }

@@ -12,10 +12,9 @@ public:
     ~EditFixture();
     Q_DISABLE_COPY(EditFixture)
 
-    static SimulatedDevices::Simulated builtIn(const QString &id);
     /// A device with what the built-in ones lack: "Big" and "BigHex" of 64 bits, "Coarse" that the device rounds to
-    /// multiples of 16, "Grid" from 10 in steps of 4 to 50, "Ratio" a float, and "SecretNumber", "SecretHex",
-    /// "SecretText", "SecretMode" and "SecretSwitch", which are written and never read.
+    /// multiples of 16, "Grid" from 10 in steps of 4 to 50, and "SecretNumber", "SecretText", "SecretMode"
+    /// and "SecretSwitch", which are written and never read.
     static SimulatedDevices::Simulated handMade();
 
     const ModuleFixture::Camera &camera() const { return m_camera; }

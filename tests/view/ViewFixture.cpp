@@ -5,7 +5,6 @@
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
-#include "view/ItemNames.h"
 #include "view/VexaPropertyTreeModel.h"
 
 #include <QHBoxLayout>
@@ -22,39 +21,15 @@ RecordingFeatureWidget::RecordingFeatureWidget(int nPageIndex)
     layout->addWidget(m_pTreeView);
 }
 
-RecordingFeatureWidget::~RecordingFeatureWidget() = default;
-
 bool RecordingFeatureWidget::setFeatureValue(const QString &strNodeType, const QString &strNodeName,
                                              const QVariant &oNodeValue)
 {
     m_writes.append(strNodeType + ' ' + strNodeName + ' ' + oNodeValue.toString());
     const bool bAnswer = m_bAnswer;
-    if (m_inWrite) {
-        const std::function<void()> act = m_inWrite;
+    if (const std::function<void()> act = m_inWrite) { // a copy: the widget may go in it
         act();
     }
     return bAnswer;
-}
-
-bool RecordingFeatureWidget::afterSetFeatureValue(const QString &strNodeName)
-{
-    m_calls.append("after " + strNodeName);
-    return true;
-}
-
-void RecordingFeatureWidget::itemValueChanged(VexaPropertyTreeItem *pItem, bool)
-{
-    m_calls.append("value " + nodeNameOf(pItem));
-}
-
-void RecordingFeatureWidget::itemVisibleStateChanged(VexaPropertyTreeItem *pItem)
-{
-    m_calls.append("visible " + nodeNameOf(pItem));
-}
-
-void RecordingFeatureWidget::itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool bReadOnly)
-{
-    m_calls.append((bReadOnly ? "readonly " : "writable ") + nodeNameOf(pItem));
 }
 
 void RecordingFeatureWidget::hideBelow(VexaPropertyTreeItem *pItem)

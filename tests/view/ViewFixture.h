@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/IVexaFeatureWidget.h"
-#include "model/VexaPropertyTreeItem.h"
+#include "view/ItemNames.h"
 #include "view/VexaFeatureTreeView.h"
 
 #include <QStringList>
@@ -14,14 +14,26 @@ class RecordingFeatureWidget : public IVexaFeatureWidget
     Q_OBJECT
 public:
     explicit RecordingFeatureWidget(int nPageIndex = 0);
-    ~RecordingFeatureWidget() override;
 
     bool setFeatureValue(const QString &strNodeType, const QString &strNodeName,
                          const QVariant &oNodeValue) override;
-    bool afterSetFeatureValue(const QString &strNodeName) override;
-    void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson) override;
-    void itemVisibleStateChanged(VexaPropertyTreeItem *pItem) override;
-    void itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool bReadOnly) override;
+    bool afterSetFeatureValue(const QString &strNodeName) override
+    {
+        m_calls.append("after " + strNodeName);
+        return true;
+    }
+    void itemValueChanged(VexaPropertyTreeItem *pItem, bool) override
+    {
+        m_calls.append("value " + nodeNameOf(pItem));
+    }
+    void itemVisibleStateChanged(VexaPropertyTreeItem *pItem) override
+    {
+        m_calls.append("visible " + nodeNameOf(pItem));
+    }
+    void itemReadOnlyChanged(VexaPropertyTreeItem *pItem, bool bReadOnly) override
+    {
+        m_calls.append((bReadOnly ? "readonly " : "writable ") + nodeNameOf(pItem));
+    }
 
     void hideBelow(VexaPropertyTreeItem *pItem);
 

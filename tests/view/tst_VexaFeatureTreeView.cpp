@@ -1,4 +1,5 @@
 #include "model/CTreeItemValue.h"
+#include "tests/support/DataTable.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
 
@@ -61,15 +62,8 @@ void TestVexaFeatureTreeView::ignoresOtherCamerasAndForbiddenTimes()
 
 void TestVexaFeatureTreeView::visibility_data()
 {
-    QTest::addColumn<QStringList>("show");
-    QTest::addColumn<QStringList>("hide");
-    QTest::addColumn<QStringList>("invisible");
-    QTest::addColumn<QString>("basic");
-    QTest::addColumn<QString>("rows");
-    const auto row = [](const char *fault, const QStringList &show, const QStringList &hide,
-                        const QStringList &invisible, const char *basic, const char *rows) {
-        QTest::newRow(fault) << show << hide << invisible << QString(basic) << QString(rows);
-    };
+    const DataTable<QStringList, QStringList, QStringList, QString, QString> row(
+        "show", "hide", "invisible", "basic", "rows");
     const char *const all = "A\n  Width\n  Height\nB\n  Inner\n    Gain";
     const char *const firstOnly = "A\n  Width\n  Height";
     row("forced row of an invisible item", {"Width"}, {}, {"Width", "Height", "Gain"}, "",
@@ -115,14 +109,11 @@ void TestVexaFeatureTreeView::visibility()
 
 void TestVexaFeatureTreeView::search_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("found");
-    QTest::addColumn<QString>("rows");
-    QTest::newRow("case and blanks") << "  gAI " << true << "B\n  Inner\n    Gain";
-    QTest::newRow("hidden features stay hidden") << "Height" << false << "";
-    QTest::newRow("category name is no hit") << "Inner" << false << "";
-    QTest::newRow("empty text shows the level's rows")
-        << "" << true << "A\n  Width\nB\n  Inner\n    Gain";
+    const DataTable<QString, bool, QString> row("text", "found", "rows");
+    row("case and blanks", "  gAI ", true, "B\n  Inner\n    Gain");
+    row("hidden features stay hidden", "Height", false, "");
+    row("category name is no hit", "Inner", false, "");
+    row("empty text shows the level's rows", "", true, "A\n  Width\nB\n  Inner\n    Gain");
 }
 
 void TestVexaFeatureTreeView::search()
@@ -149,9 +140,9 @@ void TestVexaFeatureTreeView::burstFromAWorkerEndsWithTheNewestValue()
     fixture.show();
     std::thread worker([&] {
         for (int i = 0; i <= 1000; ++i) {
-            VexaPropertyTreeItem *const pItem = fixture.item(i % 2 ? "Width" : "Gain");
-            fixture.setInteger(i % 2 ? "Width" : "Gain", i, 0, 2000);
-            pItem->setVisible(i % 3 != 0, ViewFixture::CAMERA, true);
+            const char *const name = i % 2 ? "Width" : "Gain";
+            fixture.setInteger(name, i, 0, 2000);
+            fixture.item(name)->setVisible(i % 3 != 0, ViewFixture::CAMERA, true);
         }
     });
     worker.join();

@@ -1,4 +1,5 @@
-#include "model/CTreeIntergerItemValue.h"
+#include "model/CTreeItemValue.h"
+#include "tests/support/DataTable.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertyTreeModel.h"
 
@@ -42,17 +43,8 @@ void TestVexaPropertyTreeModel::structureIsSound()
 
 void TestVexaPropertyTreeModel::setData_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("deviceTakesIt");
-    QTest::addColumn<bool>("answer");
-    QTest::addColumn<QString>("writes");
-    QTest::addColumn<QString>("calls");
-    const auto row = [](const char *fault, const char *name, const QVariant &value, bool taken,
-                        bool answer, const char *writes, const char *calls) {
-        QTest::newRow(fault) << QString(name) << value << taken << answer << QString(writes)
-                             << QString(calls);
-    };
+    const DataTable<QString, QVariant, bool, bool, QString, QString> row(
+        "name", "value", "deviceTakesIt", "answer", "writes", "calls");
     const char *const told = "value Width,after Width";
     row("integer", "Width", 6, true, true, "Integer Width 6", told);
     row("equal in its low 32 bits", "Width", qint64(5) + (qint64(1) << 32), true, true,
@@ -60,6 +52,8 @@ void TestVexaPropertyTreeModel::setData_data()
     row("float within the tolerance", "Gain", 1.5009, true, true, "", "");
     row("float beyond the tolerance", "Gain", 1.502, true, true, "Float Gain 1.502",
         "value Gain,after Gain");
+    row("number of an entry with its top bit set", "PixelFormat", quint32(0x80000001), true, true,
+        "Enumeration PixelFormat 2147483649", "value PixelFormat,after PixelFormat");
     row("refused reset", "DeviceReset", 0, false, false, "Command DeviceReset 0", "");
     row("refused while the camera has gone", "Width", 6, false, true, "Integer Width 6", "");
 }
@@ -81,9 +75,8 @@ void TestVexaPropertyTreeModel::setData()
           "answer");
     QCOMPARE(fixture.owner().m_writes.join(','), writes);
     QCOMPARE(fixture.owner().m_calls.join(','), calls);
-    if (deviceTakesIt && !writes.isEmpty() && name == "Width") {
-        QCOMPARE(static_cast<CTreeIntergerItemValue *>(pItem->value())->m_nValue,
-                 value.toLongLong());
+    if (deviceTakesIt && !writes.isEmpty() && name != "Gain") {
+        QCOMPARE(pItem->valueSnapshot()->value().toLongLong(), value.toLongLong());
     }
 }
 

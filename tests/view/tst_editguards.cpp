@@ -3,15 +3,13 @@
 #include "editors/VexaFeatureDrawWidget.h"
 #include "model/CTreeCustomDrawItemValue.h"
 #include "model/CTreeCustomWaterMarkItemValue.h"
+#include "tests/support/DataTable.h"
+#include "tests/view/EditorTexts.h"
 #include "tests/view/ViewFixture.h"
 #include "view/VexaPropertySpinBox.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QEventLoop>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
 
 /// What happens while a write has a box up and other events run; and rows that the plain tree never holds.
@@ -81,19 +79,15 @@ static void edit(ViewFixture &fixture, const QString &strName, const QString &st
 
 void TestEditGuards::secondCommitIsRefused_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("write");
-    QTest::addColumn<bool>("taken");
-    for (const bool bTaken : {true, false}) {
-        const auto row = [bTaken](const char *pName, const char *pWrite) {
-            QTest::newRow(qPrintable(QString("%1, %2").arg(pName, bTaken ? "taken" : "refused")))
-                << pName << pWrite << bTaken;
-        };
-        row("Int", "Integer Int 5");
-        row("Float", "Float Float 5");
-        row("Enum", "Enumeration Enum 20");
-        row("Bool", "Boolean Bool false");
-        row("Cmd", "Command Cmd 0");
+    const DataTable<QString, QString, bool> row("name", "write", "taken");
+    const char *const writes[][2] = {{"Int", "Integer Int 5"},
+                                     {"Float", "Float Float 5"},
+                                     {"Enum", "Enumeration Enum 20"},
+                                     {"Bool", "Boolean Bool false"},
+                                     {"Cmd", "Command Cmd 0"}};
+    for (const auto &write : writes) {
+        row(QByteArray(write[0]) + ", taken", write[0], write[1], true);
+        row(QByteArray(write[0]) + ", refused", write[0], write[1], false);
     }
 }
 
@@ -116,15 +110,9 @@ void TestEditGuards::secondCommitIsRefused()
     QCOMPARE(nInWrite, 1);
     // The editor shows what the item holds, which the refused second edit is not.
     const std::unique_ptr<CTreeItemValue> value = pFixture->item(name)->valueSnapshot();
-    if (const auto *const pEdit = qobject_cast<QLineEdit *>(pFixture->editor(name))) {
-        QCOMPARE(pEdit->text(), value->displayValue());
-    } else if (const auto *const pSpin = qobject_cast<QSpinBox *>(pFixture->editor(name))) {
-        QCOMPARE(pSpin->text(), value->displayValue());
-    } else if (const auto *const pCombo = qobject_cast<QComboBox *>(pFixture->editor(name))) {
-        QCOMPARE(pCombo->currentData().toInt(), value->value().toInt());
-    } else if (const auto *const pCheck = qobject_cast<QCheckBox *>(pFixture->editor(name))) {
-        QCOMPARE(pCheck->isChecked(), value->value().toBool());
-    }
+    const QString held =
+        name == "Bool" ? QString(value->value().toBool() ? "on" : "off") : value->displayValue();
+    QVERIFY2(name == "Cmd" || shownText(pFixture->editor(name)) == held, qPrintable(held));
     pFixture->owner().m_inWrite = nullptr;
     pFixture->owner().m_writes.clear();
     if (name != "Cmd") { // its button lets no two clicks pass so soon
@@ -157,15 +145,12 @@ void TestEditGuards::refillWaitsForTheWrite()
 
 void TestEditGuards::treeGoesInTheWrite_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("taken");
-    QTest::addColumn<bool>("widgetToo");
-    for (const char *pName : {"Int", "Float", "Enum", "Bool", "Cmd"}) {
-        for (const int nCase : {0, 1, 2, 3}) {
-            QTest::addRow("%s, %s, %s", pName, nCase & 1 ? "taken" : "refused",
-                          nCase & 2 ? "widget" : "items")
-                << pName << bool(nCase & 1) << bool(nCase & 2);
-        }
+    const DataTable<QString, bool, bool> row("name", "taken", "widgetToo");
+    for (const QByteArray name : {"Int", "Float", "Enum", "Bool", "Cmd"}) {
+        row(name + ", refused, items", name, false, false);
+        row(name + ", taken, items", name, true, false);
+        row(name + ", refused, widget", name, false, true);
+        row(name + ", taken, widget", name, true, true);
     }
 }
 

@@ -53,7 +53,7 @@ static QVariant anyValue(const VexaPropertyTreeItem &item, QRandomGenerator &ran
 
 void tst_EditRandom::treeFollowsRandomWrites()
 {
-    EditFixture fixture(EditFixture::builtIn("code-reader"));
+    EditFixture fixture(SimulatedDevices::builtIn("code-reader"));
     const int nWrites = number("VEXA_EDIT_WRITES", 700);
     const int nSeed = number("VEXA_EDIT_SEED", 1);
     QRandomGenerator random{quint32(nSeed)};

@@ -1,11 +1,10 @@
 #include "ShellServicesModule/QFunction.h"
-#include "host/shellservices/ShellHost.h"
+#include "tests/support/DataTable.h"
+#include "tests/support/WriteTraces.h"
 #include "tests/view/EditFixture.h"
 
 #include <QApplication>
-#include <QSignalSpy>
 #include <QToolTip>
-#include <QtTest>
 
 constexpr int ARV_STATUS_OF_A_REFUSAL = 10; // a code of the device itself
 
@@ -33,39 +32,38 @@ private:
     SharedEditFixture m_fixture;
 };
 
-enum Act { TYPE, DOWN, SPACE };
+/// Does in the focused editor what the text says: "down", "up" or "space" is a key, any other is typed and committed.
+static void edit(QWidget *pEditor, const QString &strText)
+{
+    static const QMap<QString, Qt::Key> keys{
+        {"down", Qt::Key_Down}, {"up", Qt::Key_Up}, {"space", Qt::Key_Space}};
+    if (!keys.contains(strText)) {
+        typeText(pEditor, strText);
+    }
+    QTest::keyClick(pEditor, keys.value(strText, Qt::Key_Return));
+}
 
 void tst_EditRoad::editReachesTheDevice_data()
 {
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("act");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("value");
-    const auto row = [](const char *pFault, const char *pDevice, const char *pName, Act act,
-                        const QString &strText, const QString &strValue) {
-        QTest::newRow(pFault) << pDevice << pName << int(act) << strText << strValue;
-    };
-    row("largest number through a double", "", "Big", TYPE, "9223372036854775807",
-        "9223372036854775807");
-    row("64 bits of hex", "", "BigHex", TYPE, "0xFEDCBA9876543210", "0xFEDCBA9876543210");
-    row("below the grid's last step", "", "Grid", TYPE, "17", "14");
-    row("address edit", "code-reader", "TcpDstAddr", TYPE, "192.168.10.250", "192.168.10.250");
-    row("switch", "code-reader", "ContrastEnable", SPACE, "", "on");
-    row("spin box writes nothing", "area-camera", "Brightness", TYPE, "77", "77");
-    row("value off the grid is written", "area-camera", "Width", TYPE, "1023", "1020");
-    row("decimal comma", "area-camera", "Gain", TYPE, "3,5", "3.50");
-    row("minimum refused for its rounding", "area-camera", "Gamma", TYPE, "0.1", "0.10");
-    row("text edit is not emptied", "area-camera", "DeviceUserID", TYPE, "", "");
-    row("hex edit writes decimal", "area-camera", "UserOutputValueAll", TYPE, "c", "0xC");
-    row("enumeration writes its row", "area-camera", "TestPattern", DOWN, "", "");
+    const DataTable<QString, QString, QString, QString> row("device", "name", "text", "value");
+    row("largest number through a double", "", "Big", "9223372036854775807", "9223372036854775807");
+    row("64 bits of hex", "", "BigHex", "0xFEDCBA9876543210", "0xFEDCBA9876543210");
+    row("below the grid's last step", "", "Grid", "17", "14");
+    row("address edit", "code-reader", "TcpDstAddr", "192.168.10.250", "192.168.10.250");
+    row("switch", "code-reader", "ContrastEnable", "space", "on");
+    row("spin box writes nothing", "area-camera", "Brightness", "77", "77");
+    row("value off the grid is written", "area-camera", "Width", "1023", "1020");
+    row("decimal comma", "area-camera", "Gain", "3,5", "3.50");
+    row("minimum refused for its rounding", "area-camera", "Gamma", "0.1", "0.10");
+    row("text edit is not emptied", "area-camera", "DeviceUserID", "", "");
+    row("hex edit writes decimal", "area-camera", "UserOutputValueAll", "c", "0xC");
+    row("enumeration writes its row", "area-camera", "TestPattern", "down", "none");
 }
 
 void tst_EditRoad::editReachesTheDevice()
 {
     QFETCH(QString, device);
     QFETCH(QString, name);
-    QFETCH(int, act);
     QFETCH(QString, text);
     QFETCH(QString, value);
     EditFixture &fixture = m_fixture.of(device);
@@ -73,17 +71,9 @@ void tst_EditRoad::editReachesTheDevice()
     QWidget *const pEditor = fixture.focusOn(name);
     QVERIFY(pEditor);
     fixture.forgetAccesses();
-    if (act == TYPE) {
-        typeText(pEditor, text);
-        QCOMPARE(fixture.writes(), 0);
-        QTest::keyClick(pEditor, Qt::Key_Return);
-    } else {
-        QTest::keyClick(pEditor, act == DOWN ? Qt::Key_Down : Qt::Key_Space);
-    }
+    edit(pEditor, text);
     QCOMPARE(fixture.writes(), 1);
-    if (act != DOWN) {
-        QCOMPARE(fixture.deviceValue(name), value);
-    }
+    QVERIFY(value == "none" || fixture.deviceValue(name) == value);
     QVERIFY(fixture.deviceValue(name) != before);
     QCOMPARE(fixture.shown(name), fixture.deviceValue(name));
     QCOMPARE(ShellHost::instance()->modifiedCameras().size(), 1);
@@ -96,18 +86,12 @@ void tst_EditRoad::editReachesTheDevice()
 
 void tst_EditRoad::writeOnlyNodesTakeValues_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("address");
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("held"); // the first byte of the register
-    const auto row = [](const char *pFault, const char *pName, int nAddress, const char *pKeys,
-                        const char *pHeld) {
-        QTest::newRow(pFault) << pName << nAddress << pKeys << pHeld;
-    };
-    row("number", "SecretNumber", 0x1050, "7", "7");
-    row("text", "SecretText", 0x1070, "A", "65");
-    row("enumeration without a value", "SecretMode", 0x1080, "down", "1");
-    row("switch without a state", "SecretSwitch", 0x1090, "space", "1");
+    // Of the register the first byte.
+    const DataTable<QString, int, QString, int> row("name", "address", "keys", "held");
+    row("number", "SecretNumber", 0x1050, "7", 7);
+    row("text", "SecretText", 0x1070, "A", 65);
+    row("enumeration without a value", "SecretMode", 0x1080, "down", 1);
+    row("switch without a state", "SecretSwitch", 0x1090, "space", 1);
 }
 
 void tst_EditRoad::writeOnlyNodesTakeValues()
@@ -115,7 +99,7 @@ void tst_EditRoad::writeOnlyNodesTakeValues()
     QFETCH(QString, name);
     QFETCH(int, address);
     QFETCH(QString, keys);
-    QFETCH(QString, held);
+    QFETCH(int, held);
     EditFixture &fixture = m_fixture.of(QString());
     fixture.control().poke(address, QByteArray(1, '\x55'));
     QWidget *const pEditor = fixture.focusOn(name);
@@ -125,16 +109,10 @@ void tst_EditRoad::writeOnlyNodesTakeValues()
     for (int i = 1; i <= 2; ++i) {
         // The second time the same again: nothing tells that the device holds it.
         fixture.forgetAccesses();
-        if (keys == "down" || keys == "space") {
-            QTest::keyClick(pEditor, keys == "down" ? Qt::Key_Down : Qt::Key_Space);
-        } else {
-            QTest::keyClicks(pEditor, keys);
-            QTest::keyClick(pEditor, Qt::Key_Return);
-        }
+        edit(pEditor, keys);
         QCOMPARE(fixture.writes(), 1);
         const bool bTurnedBack = bSwitch && i == 2;
-        const int nHeld = quint8(fixture.control().peek(address, 1).at(0));
-        QCOMPARE(QString::number(nHeld), bTurnedBack ? QString("0") : held);
+        QCOMPARE(int(fixture.control().peek(address, 1).at(0)), bTurnedBack ? 0 : held);
         QVERIFY(fixture.settle());
         if (!bSwitch) {
             QCOMPARE(fixture.shown(name), QString());
@@ -148,9 +126,7 @@ void tst_EditRoad::writeOnlyNodesTakeValues()
 void tst_EditRoad::deviceHasTheLastWord()
 {
     EditFixture &fixture = m_fixture.of(QString());
-    QWidget *const pEditor = fixture.focusOn("Coarse");
-    typeText(pEditor, "119");
-    QTest::keyClick(pEditor, Qt::Key_Return);
+    edit(fixture.focusOn("Coarse"), "119");
     QTRY_COMPARE(fixture.shown("Coarse"), QString("112"));
     QCOMPARE(fixture.writes(), 1);
 }
@@ -167,13 +143,7 @@ static void hideToolTip()
 
 void tst_EditRoad::badTextIsTakenBack_data()
 {
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("typed");
-    const auto row = [](const char *pFault, const char *pDevice, const char *pName,
-                        const QString &strTyped) {
-        QTest::newRow(pFault) << pDevice << pName << strTyped;
-    };
+    const DataTable<QString, QString, QString> row("device", "name", "typed");
     row("above the range of a box", "", "Grid", "51");
     row("box emptied", "", "Grid", "");
     row("too large for a box: another number", "area-camera", "CounterDuration", "4294967295");
@@ -213,9 +183,7 @@ void tst_EditRoad::clientForbidsEdits()
     ShellHost::instance()->setCanSetProperty(false);
     for (const char *pName : {"Brightness", "Gamma", "DeviceUserID"}) {
         const QString before = fixture.shown(pName);
-        QWidget *const pEditor = fixture.focusOn(pName);
-        typeText(pEditor, "2");
-        QTest::keyClick(pEditor, Qt::Key_Return);
+        edit(fixture.focusOn(pName), "2");
         QCOMPARE(fixture.shown(pName), before);
     }
     ShellHost::instance()->setCanSetProperty(true);
@@ -224,18 +192,12 @@ void tst_EditRoad::clientForbidsEdits()
 
 void tst_EditRoad::deviceRefuses_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("taken"); // text, or a key
-    QTest::addColumn<QString>("refused");
-    const auto row = [](const char *pFault, const char *pName, const char *pTaken,
-                        const char *pRefused) {
-        QTest::newRow(pFault) << pName << pTaken << pRefused;
-    };
+    const DataTable<QString, QString, QString> row("name", "taken", "refused");
     row("spin box keeps the refused number", "Brightness", "55", "56");
     row("float keeps the refused number", "Gamma", "1.75", "2.25");
     row("text keeps the refused text", "DeviceUserID", "taken", "refused");
-    row("list keeps the refused row", "CounterEventActivation", "Down", "Up");
-    row("switch keeps the refused state", "GammaEnable", "Space", "Space");
+    row("list keeps the refused row", "CounterEventActivation", "down", "up");
+    row("switch keeps the refused state", "GammaEnable", "space", "space");
 }
 
 void tst_EditRoad::deviceRefuses()
@@ -246,31 +208,16 @@ void tst_EditRoad::deviceRefuses()
     EditFixture &fixture = m_fixture.of("area-camera");
     BoxAnswers boxes(Qt::Key_Return);
     QSignalSpy prompts(QFunction::Instance(), &QFunction::promptRequested);
-    const auto edit = [&](const QString &text) {
-        static const QMap<QString, Qt::Key> keys{
-            {"Down", Qt::Key_Down}, {"Up", Qt::Key_Up}, {"Space", Qt::Key_Space}};
-        QWidget *const pEditor = fixture.focusOn(name);
-        if (keys.contains(text)) {
-            QTest::keyClick(pEditor, keys.value(text));
-        } else {
-            typeText(pEditor, text);
-            QTest::keyClick(pEditor, Qt::Key_Return);
-        }
-    };
-    QVERIFY(fixture.focusOn(name));
-    edit(taken);
-    quint64 nAddress = 0;
-    for (const SimulatorAccess &access : fixture.control().accessLog()) {
-        nAddress = access.kind == SimulatorAccess::Write ? access.address : nAddress;
-    }
-    QVERIFY(nAddress != 0);
+    edit(fixture.focusOn(name), taken);
+    QVERIFY(fixture.writes() > 0);
+    const quint64 nAddress = writesOf(fixture.camera()).last().address;
     QVERIFY(fixture.settle());
     const QString held = fixture.deviceValue(name);
     QCOMPARE(fixture.shown(name), held);
 
     fixture.forgetAccesses();
     fixture.control().setFailing(nAddress, ARV_STATUS_OF_A_REFUSAL);
-    edit(refused);
+    edit(fixture.focusOn(name), refused);
     fixture.control().setFailing(nAddress, 0);
     QCOMPARE(fixture.shown(name), held);
     QTRY_COMPARE(prompts.count() + boxes.count(), 1);
@@ -295,8 +242,8 @@ void tst_EditRoad::cameraVanishesBeforeTheWrite()
         QTest::keyClick(pEditor,
                         pName == QByteArray("GammaEnable") ? Qt::Key_Space : Qt::Key_Return);
         QTest::keyClick(pEditor, Qt::Key_Tab);
-        for (const SimulatorAccess &access : fixture.control().accessLog()) {
-            QVERIFY(access.kind != SimulatorAccess::Write || access.failed);
+        for (const SimulatorAccess &access : writesOf(fixture.camera())) {
+            QVERIFY(access.failed);
         }
         QVERIFY(fixture.writes() <= 1);
     }
@@ -305,7 +252,7 @@ void tst_EditRoad::cameraVanishesBeforeTheWrite()
 
 void tst_EditRoad::readOnlyTreeHasNoLiveEditor()
 {
-    EditFixture fixture(EditFixture::builtIn("area-camera"), 2);
+    EditFixture fixture(SimulatedDevices::builtIn("area-camera"), 2);
     for (const char *pName : {"Brightness", "DeviceUserID", "GammaEnable", "ExposureMode"}) {
         QVERIFY2(!fixture.focusOn(pName), pName);
         QVERIFY2(!fixture.shown(pName).isEmpty(), pName);

@@ -1,7 +1,8 @@
 #include "ControlKit/CustomComboBox.h"
 #include "ShellServicesModule/QLocalCfg.h"
-#include "host/shellservices/ShellHost.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/support/DataTable.h"
+#include "tests/support/WriteTraces.h"
 #include "tests/view/EditFixture.h"
 
 #include <QAbstractItemView>
@@ -31,22 +32,14 @@ private:
 
 void tst_EditTyping::typedTextOutlivesARefresh_data()
 {
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QVariant>("changed");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<int>("writes"); // the change counts as one
-    const auto rows = [](const char *pKind, const char *pDevice, const char *pName,
-                         const char *pTyped, const QVariant &changed, const char *pNewest) {
-        const auto row = [pKind](const char *pAct) -> QTestData & {
-            return QTest::newRow(qPrintable(QString("%1, %2").arg(pKind, pAct)));
-        };
-        row("Escape") << pDevice << pName << pTyped << changed << int(Qt::Key_Escape) << pNewest
-                      << 1;
-        row("Enter") << pDevice << pName << pTyped << changed << int(Qt::Key_Return) << pTyped << 2;
-        row("Tab") << pDevice << pName << pTyped << changed << int(Qt::Key_Tab) << pTyped << 2;
+    // The writes count the change as one.
+    const DataTable<QString, QString, QString, QVariant, int, QString, int> row(
+        "device", "name", "typed", "changed", "key", "shown", "writes");
+    const auto rows = [&row](const QByteArray &kind, const char *pDevice, const char *pName,
+                             const char *pTyped, const QVariant &changed, const char *pNewest) {
+        row(kind + ", Escape", pDevice, pName, pTyped, changed, Qt::Key_Escape, pNewest, 1);
+        row(kind + ", Enter", pDevice, pName, pTyped, changed, Qt::Key_Return, pTyped, 2);
+        row(kind + ", Tab", pDevice, pName, pTyped, changed, Qt::Key_Tab, pTyped, 2);
     };
     rows("hex", "", "BigHex", "0xA5", 0x5A, "0x5A");
     rows("rounded by the device", "", "Coarse", "32", 64, "64");
