@@ -26,15 +26,32 @@ QByteArray intReg(const QByteArray &name, int address, const QByteArray &mode,
         + "</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>";
 }
 
-DeviceSource sourceOf(const std::shared_ptr<MemoryDeviceState> &state, const QString &serial)
+SimulatedDevices::Simulated deviceWith(const QByteArray &xml)
 {
-    DeviceSource source;
-    source.id = QStringLiteral("memory");
-    source.name = QStringLiteral("Memory camera");
-    source.model = QStringLiteral("M");
-    source.serial = serial;
-    source.create = [state](GError **) { return newMemoryDevice(state); };
-    return source;
+    const SimulatedDevices::Simulated device = SimulatedDevices::fromDescription(
+        xml, "Test camera", SimulatorControl::MemoryPattern::Zero);
+    device.source->serial = QStringLiteral("S1");
+    device.control->setLogging(true);
+    return device;
+}
+
+std::shared_ptr<std::atomic<int>> livingOf(DeviceSource &source)
+{
+    using Count = std::shared_ptr<std::atomic<int>>;
+    const auto count = std::make_shared<std::atomic<int>>(0);
+    source.create = [count, create = source.create](GError **error) {
+        ArvDevice *device = create(error);
+        const auto gone = +[](gpointer data, GObject *) {
+            const std::unique_ptr<Count> counter(static_cast<Count *>(data));
+            --**counter;
+        };
+        if (device) {
+            ++*count;
+            g_object_weak_ref(G_OBJECT(device), gone, new Count(count));
+        }
+        return device;
+    };
+    return count;
 }
 
 QCameraTask &taskOf(long int cameraId)
@@ -43,9 +60,17 @@ QCameraTask &taskOf(long int cameraId)
 }
 
 DeviceFixture::DeviceFixture(const QByteArray &nodes)
-    : m_pState(std::make_shared<MemoryDeviceState>(describe(nodes)))
+    : m_device(deviceWith(describe(nodes)))
+    , m_pLiving(livingOf(*m_device.source))
 {
-    const CameraHost::OpenResult result = m_host.openCamera(sourceOf(m_pState));
+    const CameraHost::OpenResult result = m_host.openCamera(*m_device.source);
     m_nId = result.cameraId;
     m_strError = result.error;
+}
+
+void DeviceFixture::setFailing(int deviceError) const
+{
+    for (const quint64 address : {0, 16}) {
+        control().setFailing(address, deviceError);
+    }
 }

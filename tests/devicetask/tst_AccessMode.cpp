@@ -103,16 +103,16 @@ void AccessModeTest::mode()
 void AccessModeTest::keepsLastModeWhileDeviceIsSilent()
 {
     DeviceFixture device(nodes());
-    device.m_pState->poke(48, QByteArray::fromHex("00000001"));
+    device.control().poke(48, QByteArray::fromHex("00000001"));
     QCOMPARE(device.task().GetAccessMode("Gated", nullptr), 4);
-    device.m_pState->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    device.control().setFailing(48, ARV_DEVICE_ERROR_TIMEOUT);
     int error = 0;
     QCOMPARE(device.task().GetAccessMode("Gated", &error), 4);
     QVERIFY(error != 0);
     QCOMPARE(device.task().GetAccessMode("Gate", &error), 3); // the same in every state
 
     DeviceFixture silent(nodes());
-    silent.m_pState->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    silent.control().setFailing(48, ARV_DEVICE_ERROR_TIMEOUT);
     QCOMPARE(silent.task().GetAccessMode("Gated", &error), 1); // never asked before
     QVERIFY(error != 0);
 }

@@ -60,7 +60,7 @@ public:
         : m_device(intReg("Reg", 16))
     {
         QCameraTask &task = m_device.task();
-        m_device.m_pState->block();
+        m_device.control().blockNextAccess();
         for (int i = 0; i < 4; ++i) {
             m_readers.emplace_back([this, &task] {
                 int error = 0;
@@ -68,11 +68,11 @@ public:
                 m_nGone += error == int(0x90006000U);
             });
         }
-        m_bHangs = m_device.m_pState->waitForBlocked();
+        m_bHangs = QTest::qWaitFor([this] { return !m_device.control().accessLog().isEmpty(); });
     }
     ~HangingDevice()
     {
-        m_device.m_pState->unblock();
+        m_device.control().unblock();
         join();
     }
     void join()
@@ -103,9 +103,9 @@ void CameraLifeTest::closingLeavesAHangingCallBehind()
     device.m_host.closeCamera(device.m_nId);
     hanging.join();
     QCOMPARE(hanging.m_nGone.load(), 4);
-    QCOMPARE(device.m_pState->m_nLiving.load(), 1);
-    device.m_pState->unblock();
-    QTRY_COMPARE(device.m_pState->m_nLiving.load(), 0);
+    QCOMPARE(device.m_pLiving->load(), 1);
+    device.control().unblock();
+    QTRY_COMPARE(device.m_pLiving->load(), 0);
 }
 
 void CameraLifeTest::hangingCallMakesTheDeviceSilent()
@@ -118,7 +118,7 @@ void CameraLifeTest::hangingCallMakesTheDeviceSilent()
              DeviceCondition::NotResponding);
     QTRY_COMPARE(hanging.m_nGone.load(), 3); // all but the one that hangs
     QVERIFY(!readReg(hanging.m_device.task()));
-    hanging.m_device.m_pState->unblock();
+    hanging.m_device.control().unblock();
     hanging.join();
     QCOMPARE(hanging.m_nRead.load(), 1);
     QTRY_COMPARE(conditions.count(), 2);
@@ -129,8 +129,10 @@ void CameraLifeTest::hangingCallMakesTheDeviceSilent()
 void CameraLifeTest::manyOpeningsUnderReadersLeaveNothing()
 {
     CameraHost host;
-    const auto state = std::make_shared<MemoryDeviceState>(describe(intReg("Reg", 16)));
-    state->poke(16, QByteArray::fromHex("0badcafe"));
+    const auto device = deviceWith(describe(intReg("Reg", 16)));
+    const auto living = livingOf(*device.source);
+    device.control->setLogging(false);
+    device.control->poke(16, QByteArray::fromHex("0badcafe"));
     std::atomic<bool> stop{false};
     std::atomic<int> reads{0};
     std::atomic<int> wrong{0};
@@ -153,13 +155,13 @@ void CameraLifeTest::manyOpeningsUnderReadersLeaveNothing()
         });
     }
     for (int i = 0; i < 50; ++i) {
-        const long int id = host.openCamera(sourceOf(state)).cameraId;
+        const long int id = host.openCamera(*device.source).cameraId;
         QVERIFY(id != NO_CAMERA_ID);
         tasks.emplace_back(&taskOf(id));
         const int before = reads;
         QVERIFY(QTest::qWaitFor([&] { return reads > before; }));
         host.closeCamera(id);
-        QVERIFY(state->m_nLiving <= 1); // a new opening comes after the closing of the same device
+        QVERIFY(*living <= 1); // a new opening comes after the closing of the same device
         QVERIFY(QTaskManager::Instance()->IsCameraTaskReleased(id));
     }
     stop = true;
@@ -167,11 +169,11 @@ void CameraLifeTest::manyOpeningsUnderReadersLeaveNothing()
         reader.join();
     }
     QCOMPARE(wrong.load(), 0);
-    QTRY_COMPARE(state->m_nLiving.load(), 0);
+    QTRY_COMPARE(living->load(), 0);
     QTRY_VERIFY(threadCount() <= threads); // one of the test before may have ended meanwhile
-    const auto living = std::count_if(tasks.cbegin(), tasks.cend(),
-                                      [](const auto &task) { return !task.isNull(); });
-    QCOMPARE(int(living), 8);
+    const auto kept = std::count_if(tasks.cbegin(), tasks.cend(),
+                                    [](const auto &task) { return !task.isNull(); });
+    QCOMPARE(int(kept), 8);
 }
 
 void CameraLifeTest::pointersOutliveTheClosing()
@@ -180,8 +182,8 @@ void CameraLifeTest::pointersOutliveTheClosing()
     QCameraBasicTask *basic = QTaskManager::Instance()->GetTaskByID(device.m_nId);
     QCameraTask *task = basic->_CameraTak();
     device.m_host.closeCamera(device.m_nId);
-    QTRY_COMPARE(device.m_pState->m_nLiving.load(), 0);
-    QCOMPARE(basic->_GetCameraName(), QString("Memory camera"));
+    QTRY_COMPARE(device.m_pLiving->load(), 0);
+    QCOMPARE(basic->_GetCameraName(), QString("Test camera"));
     QVERIFY(!basic->_CameraTak());
     QVERIFY(task->m_bReleasing);
     QCOMPARE(int(task->GetCameraState()), int(TASK_CAMERA_CLOSED));
@@ -198,20 +200,20 @@ void CameraLifeTest::silentDeviceFailsAllReadersAtOnce()
     DeviceFixture device(intReg("Reg", 16));
     QSignalSpy conditions(&device.m_host, &CameraHost::conditionChanged);
     QCameraTask &task = device.task();
-    device.m_pState->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    device.setFailing(ARV_DEVICE_ERROR_TIMEOUT);
     int error = 0;
     QVERIFY(!readReg(task, &error));
     QCOMPARE(error, int(0x90006001U));
     QTRY_COMPARE(conditions.count(), 1);
     QCOMPARE(conditions.at(0).at(0).value<long>(), device.m_nId);
     QCOMPARE(conditions.at(0).at(1).value<DeviceCondition>(), DeviceCondition::NotResponding);
-    const int accesses = device.m_pState->m_nAccesses;
+    device.control().clearAccessLog();
     for (int i = 0; i < 100; ++i) {
         QVERIFY(!readReg(task, &error));
         QCOMPARE(error, int(0x90006000U));
     }
-    QVERIFY(device.m_pState->m_nAccesses < accesses + 100); // a few are the connection's own
-    device.m_pState->setGone(-1);
+    QVERIFY(device.control().accessLog().size() < 100); // a few are the connection's own
+    device.setFailing(0);
     QTRY_COMPARE(conditions.count(), 2);
     QCOMPARE(conditions.at(1).at(1).value<DeviceCondition>(), DeviceCondition::Live);
     QVERIFY(readReg(task));
@@ -221,7 +223,7 @@ void CameraLifeTest::oneSilentRegisterIsNoLoss()
 {
     DeviceFixture device(intReg("Reg", 16) + intReg("Silent", 32));
     QSignalSpy conditions(&device.m_host, &CameraHost::conditionChanged);
-    device.m_pState->setFailing(32, ARV_DEVICE_ERROR_TIMEOUT);
+    device.control().setFailing(32, ARV_DEVICE_ERROR_TIMEOUT);
     for (int i = 0; i < 50; ++i) {
         _NODE_INT_VALUE_ value{};
         int error = 0;
@@ -249,30 +251,25 @@ void CameraLifeTest::lostDeviceIsOpenedAnew()
     QFETCH(bool, byControl);
     QFETCH(QByteArray, command);
     QFETCH(bool, restarted);
-    CameraHost host;
-    const auto state = std::make_shared<MemoryDeviceState>(describe(
+    DeviceFixture device(
         intReg("Reg", 16) + intReg("Do", 32)
         + "<Command Name='DeviceReset'><pValue>Do</pValue><CommandValue>1</CommandValue></Command>"
-          "<Command Name='Other'><pValue>Do</pValue><CommandValue>1</CommandValue></Command>"));
-    ArvDevice *arvDevice = nullptr;
-    DeviceSource source = sourceOf(state);
-    bool isThere = true;
-    source.create = [&](GError **) {
-        return arvDevice = isThere ? newMemoryDevice(state) : nullptr;
-    };
-    const long int id = host.openCamera(source).cameraId;
-    QCameraTask &task = taskOf(id);
+          "<Command Name='Other'><pValue>Do</pValue><CommandValue>1</CommandValue></Command>");
+    CameraHost &host = device.m_host;
+    SimulatorControl &control = device.control();
+    const long int id = device.m_nId;
+    QCameraTask &task = device.task();
     QVERIFY(command.isEmpty() || task.ExecuteCommand(command, nullptr));
     QVERIFY(host.startGrabbing(id));
     QSignalSpy conditions(&host, &CameraHost::conditionChanged);
     if (byControl) {
         std::thread([&] {
-            g_signal_emit_by_name(arvDevice, "control-lost");
-            g_signal_emit_by_name(arvDevice, "control-lost");
+            control.loseControl();
+            control.loseControl();
         }).join();
         QCOMPARE(conditions.count(), 0); // only from this thread's own events
     } else {
-        state->setGone(ARV_DEVICE_ERROR_NOT_CONNECTED);
+        control.vanish();
         QVERIFY(!readReg(task));
     }
     QTRY_COMPARE(conditions.count(), 1);
@@ -282,14 +279,14 @@ void CameraLifeTest::lostDeviceIsOpenedAnew()
     QCOMPARE(error, int(0x90006000U));
     QCOMPARE(host.condition(id), DeviceCondition::Lost);
 
-    isThere = false;
+    control.vanish();
     const CameraHost::OpenResult early = host.reopenCamera(id);
     QVERIFY(early.cameraId == NO_CAMERA_ID && !early.error.isEmpty());
-    isThere = true; // but it does not answer yet
-    state->setGone(ARV_DEVICE_ERROR_TIMEOUT);
+    control.comeBack(); // but it does not answer yet
+    device.setFailing(ARV_DEVICE_ERROR_TIMEOUT);
     QCOMPARE(host.reopenCamera(id).cameraId, NO_CAMERA_ID);
     QCOMPARE(host.condition(id), DeviceCondition::Lost);
-    state->setGone(-1);
+    device.setFailing(0);
     const CameraHost::OpenResult result = host.reopenCamera(id);
     QVERIFY2(result.cameraId == id, qPrintable(result.error));
     QCOMPARE(result.restarted, restarted);
@@ -297,17 +294,17 @@ void CameraLifeTest::lostDeviceIsOpenedAnew()
     QCOMPARE(int(task.GetCameraState()), int(TASK_CAMERA_OPEN));
     QTRY_COMPARE(conditions.count(), 2);
     QCOMPARE(conditions.at(1).at(1).value<DeviceCondition>(), DeviceCondition::Live);
-    QTRY_COMPARE(state->m_nLiving.load(), 1);
+    QTRY_COMPARE(device.m_pLiving->load(), 1);
     host.closeCamera(id);
     QCOMPARE(host.reopenCamera(id).cameraId, NO_CAMERA_ID);
-    QTRY_COMPARE(state->m_nLiving.load(), 0);
+    QTRY_COMPARE(device.m_pLiving->load(), 0);
 }
 
 void CameraLifeTest::controlLostWhileOpeningIsTold()
 {
     CameraHost host;
     QSignalSpy conditions(&host, &CameraHost::conditionChanged);
-    DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe({})));
+    DeviceSource source = *deviceWith(describe({})).source;
     source.controls = [](ArvDevice *device) {
         g_signal_emit_by_name(device, "control-lost");
         return true;
@@ -320,21 +317,20 @@ void CameraLifeTest::controlLostWhileOpeningIsTold()
 void CameraLifeTest::deviceOfAnotherHostIsReadOnly()
 {
     CameraHost host;
-    const auto state = std::make_shared<MemoryDeviceState>(describe(intReg("Reg", 16)));
-    DeviceSource source = sourceOf(state);
-    source.controls = [](ArvDevice *) { return false; };
-    const CameraHost::OpenResult result = host.openCamera(source);
+    const auto device = deviceWith(describe(intReg("Reg", 16)));
+    device.control->setControlledElsewhere(true);
+    const CameraHost::OpenResult result = host.openCamera(*device.source);
     QCOMPARE(result.accessMode, 2U);
     QCOMPARE(host.condition(result.cameraId), DeviceCondition::ControlledElsewhere);
     QCameraTask &task = taskOf(result.cameraId);
     QVERIFY(readReg(task));
-    const int accesses = state->m_nAccesses;
+    device.control->clearAccessLog();
     int error = 0;
     QVERIFY(!task.SetIntegerValue("Reg", 1, &error));
     QCOMPARE(error, int(0x90006104U));
     QVERIFY(task.GetLastErrorRemark().contains("another host"));
     QVERIFY(!task.WriteMemory(16, "1234", 4, nullptr));
-    QCOMPARE(state->m_nAccesses.load(), accesses);
+    QVERIFY(device.control->accessLog().isEmpty());
 }
 
 void CameraLifeTest::closingWhileGrabbingStopsTheDevice()
@@ -343,10 +339,10 @@ void CameraLifeTest::closingWhileGrabbingStopsTheDevice()
     QVERIFY(device.m_host.startGrabbing(device.m_nId));
     device.m_host.closeCamera(device.m_nId);
     // A new opening comes after the old device has gone.
-    QVERIFY(device.m_host.openCamera(sourceOf(device.m_pState)).cameraId != NO_CAMERA_ID);
-    QCOMPARE(device.m_pState->m_nLiving.load(), 1);
-    QCOMPARE(device.m_pState->peek(32, 4), QByteArray::fromHex("00000002"));
-    QCOMPARE(device.m_pState->peek(16, 4), QByteArray(4, '\0'));
+    QVERIFY(device.m_host.openCamera(*device.m_device.source).cameraId != NO_CAMERA_ID);
+    QCOMPARE(device.m_pLiving->load(), 1);
+    QCOMPARE(device.control().peek(32, 4), QByteArray::fromHex("00000002"));
+    QCOMPARE(device.control().peek(16, 4), QByteArray(4, '\0'));
 }
 
 QTEST_GUILESS_MAIN(CameraLifeTest)

@@ -106,7 +106,7 @@ QVariant performAll(QCameraTask &task, const QString &script)
 const QByteArray OFF("\0\0\0\0", 4);
 const QByteArray ON("1\0\0\1", 4); // a text too
 
-void setLocks(MemoryDeviceState &memory, const QByteArray &bytes)
+void setLocks(SimulatorControl &memory, const QByteArray &bytes)
 {
     memory.poke(LOCK, bytes);
     memory.poke(MOVING, bytes.repeated(4));
@@ -162,16 +162,16 @@ void HeldValuesTest::registerChangesBehindOurBack()
     QFETCH(bool, seen);
     DeviceFixture device(nodes());
     QCameraTask &task = device.task();
-    setLocks(*device.m_pState, ON);
+    setLocks(device.control(), ON);
     const QVariant locked = performAll(task, "clear;" + after);
     const auto seesIt = [&] {
-        setLocks(*device.m_pState, OFF);
+        setLocks(device.control(), OFF);
         task.ClearGenIcamBuffers();
         performAll(task, before);
-        setLocks(*device.m_pState, ON);
+        setLocks(device.control(), ON);
         return performAll(task, after) == locked;
     };
-    setLocks(*device.m_pState, OFF);
+    setLocks(device.control(), OFF);
     QVERIFY(performAll(task, "clear;" + after) != locked);
     if (seen) {
         QVERIFY(seesIt());
@@ -185,7 +185,7 @@ void HeldValuesTest::isReadAgainAfterAWhile()
 {
     DeviceFixture device(nodes());
     QCOMPARE(perform(device.task(), "integer Lock"), QVariant(0LL));
-    device.m_pState->poke(LOCK, ON);
+    device.control().poke(LOCK, ON);
     QTRY_VERIFY_WITH_TIMEOUT(perform(device.task(), "integer Lock") != QVariant(0LL), 1000);
 }
 
@@ -194,9 +194,9 @@ void HeldValuesTest::refusedReadIsNotHeld()
     DeviceFixture device(nodes());
     QCOMPARE(perform(device.task(), "mode A"), QVariant(4));
     device.task().ClearGenIcamBuffers();
-    device.m_pState->setFailing(LOCK, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS);
+    device.control().setFailing(LOCK, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS);
     QVERIFY(!perform(device.task(), "integer Lock").isValid());
-    device.m_pState->setFailing(LOCK, -1);
+    device.control().setFailing(LOCK, 0);
     QCOMPARE(perform(device.task(), "integer Lock"), QVariant(0LL));
 }
 
@@ -204,7 +204,7 @@ void HeldValuesTest::otherOpeningStartsAnew()
 {
     DeviceFixture device(nodes());
     QCOMPARE(perform(device.task(), "mode A"), QVariant(4));
-    device.m_pState->poke(LOCK, ON);
+    device.control().poke(LOCK, ON);
     QCOMPARE(device.m_host.reopenCamera(device.m_nId).cameraId, device.m_nId);
     QCOMPARE(perform(device.task(), "mode B"), QVariant(3));
 }

@@ -64,7 +64,7 @@ void HostileDescriptionsTest::checked()
     }
     QLoggingCategory::setFilterRules("vexa.devicetask.description=false");
     CameraHost host;
-    const auto opened = host.openCamera(sourceOf(std::make_shared<MemoryDeviceState>(row.xml)));
+    const auto opened = host.openCamera(*deviceWith(row.xml).source);
     QVERIFY2(opened.error.isEmpty(), qPrintable(opened.error));
     for (const auto &live : row.live) {
         _NODE_INT_VALUE_ value{};

@@ -13,7 +13,7 @@ namespace {
 constexpr qint64 INT_MIN64 = std::numeric_limits<qint64>::min();
 constexpr qint64 INT_MAX64 = std::numeric_limits<qint64>::max();
 
-/// Memory: 16: 81 02 03 f4, 32: 80..01 (8 bytes), 80: 1.5f, 96: "hello"; 0x100000 lies outside.
+/// Memory: 16: 81 02 03 f4, 32: 80..01 (8 bytes), 80: 1.5f, 96: "hello"; 0x4000, 0x100000 and the end lie outside.
 QByteArray nodes()
 {
     return intReg("Reg", 16) + intReg("Outside", 0x100000) + R"(
@@ -87,12 +87,16 @@ const char *const FORMULAS = R"(
 std::unique_ptr<DeviceFixture> openDevice()
 {
     auto device = std::make_unique<DeviceFixture>(nodes() + FORMULAS);
-    device->m_pState->poke(40, QByteArray::fromHex("0100000000000080"));
-    device->m_pState->poke(48, QByteArray::fromHex("0020000000000001"));
-    device->m_pState->poke(16, QByteArray::fromHex("810203f4"));
-    device->m_pState->poke(32, QByteArray::fromHex("8000000000000001"));
-    device->m_pState->poke(80, QByteArray::fromHex("3fc00000"));
-    device->m_pState->poke(96, "hello");
+    SimulatorControl &control = device->control();
+    for (const quint64 outside : {quint64(0x100000), quint64(0x4000), ~quint64(3)}) {
+        control.setFailing(outside, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS);
+    }
+    control.poke(40, QByteArray::fromHex("0100000000000080"));
+    control.poke(48, QByteArray::fromHex("0020000000000001"));
+    control.poke(16, QByteArray::fromHex("810203f4"));
+    control.poke(32, QByteArray::fromHex("8000000000000001"));
+    control.poke(80, QByteArray::fromHex("3fc00000"));
+    control.poke(96, "hello");
     return device;
 }
 
@@ -320,7 +324,7 @@ void NodeReadTest::notFinite()
           "<Float Name='F'><Value>1</Value><pMax>N</pMax></Float>"
           "<SwissKnife Name='K'><pVariable Name='A'>N</pVariable>"
           "<Formula>A*2</Formula></SwissKnife>");
-    device.m_pState->poke(0, bytes);
+    device.control().poke(0, bytes);
     _NODE_FLOAT_VALUE_ value{};
     _NODE_INT_VALUE_ integer{};
     if (device.task().GetFloatValue("N", &value, nullptr, true, false)) {
@@ -342,7 +346,7 @@ void NodeReadTest::memory()
         pattern[i] = static_cast<char>(i * 7);
     }
     QVERIFY(task.WriteMemory(0x1000, pattern.constData(), pattern.size(), nullptr));
-    QCOMPARE(device->m_pState->peek(0x1000, pattern.size()), pattern);
+    QCOMPARE(device->control().peek(0x1000, 1500), pattern);
     QByteArray back(1500, 'x');
     QVERIFY(task.ReadMemory(0x1000, back.data(), back.size(), nullptr));
     QCOMPARE(back, pattern);

@@ -109,8 +109,8 @@ void NodeWriteTest::write()
     QFETCH(QVariant, value);
     QFETCH(QByteArray, memory);
     DeviceFixture device(nodes());
-    device.m_pState->poke(16, QByteArray(4, char(0xEE)));
-    device.m_pState->poke(32, QByteArray(8, char(0xEE)));
+    device.control().poke(16, QByteArray(4, char(0xEE)));
+    device.control().poke(32, QByteArray(8, char(0xEE)));
     QCameraTask &task = device.task();
     const auto write = [&](int *error) {
         switch (static_cast<int>(value.type())) {
@@ -133,7 +133,7 @@ void NodeWriteTest::write()
     QTEST(error, "code");
     QCOMPARE(ok, error == 0);
     QCOMPARE(task.GetLastErrorRemark().isEmpty(), ok);
-    QCOMPARE(device.m_pState->peek(memory.size() == 8 ? 32 : 16, memory.size()), memory);
+    QCOMPARE(device.control().peek(memory.size() == 8 ? 32 : 16, quint32(memory.size())), memory);
     write(nullptr);
 }
 
@@ -142,8 +142,8 @@ void NodeWriteTest::valuesWithoutRegister()
 {
     DeviceFixture device(nodes());
     QCameraTask &task = device.task();
-    device.m_pState->poke(16, QByteArray::fromHex("00000016"));
-    device.m_pState->poke(32, QByteArray::fromHex("00000032"));
+    device.control().poke(16, QByteArray::fromHex("00000016"));
+    device.control().poke(32, QByteArray::fromHex("00000032"));
     const auto valueOf = [&task](const char *node) {
         _NODE_INT_VALUE_ value{-1, 0, 0, 0};
         task.GetIntegerValue(node, &value, nullptr, true, false);

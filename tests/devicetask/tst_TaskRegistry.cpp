@@ -48,7 +48,7 @@ void TaskRegistryTest::factsComeFromWhoIsAsked_data()
     const QByteArray identity = text("DeviceModelName", "X-1") + text("DeviceSerialNumber", "0815");
     const QStringList named{"X-1 0815", "X-1", "0815"};
     row("source's facts overwritten without being asked to",
-        identity + scanType("Areascan", "Linescan"), {"Memory camera", "M", "S1"}, 1, false);
+        identity + scanType("Areascan", "Linescan"), {"Test camera", "M", "S1"}, 1, false);
     row("user's name not preferred", identity + text("DeviceUserID", " Left door "),
         {"Left door", "X-1", "0815"});
     row("device without any answer loses the source's facts", {}, {"M S1", "M", "S1"});
@@ -66,7 +66,7 @@ void TaskRegistryTest::factsComeFromWhoIsAsked()
 {
     QFETCH(QByteArray, nodes);
     QFETCH(bool, asksDevice);
-    DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe(nodes)));
+    DeviceSource source = *deviceWith(describe(nodes)).source;
     source.asksDevice = asksDevice;
     CameraHost host;
     const CameraHost::OpenResult opened = host.openCamera(source);
@@ -82,10 +82,10 @@ void TaskRegistryTest::refusedOpenings()
 {
     CameraHost host;
     const QByteArray zeros(100, '\0');
-    const auto empty = std::make_shared<MemoryDeviceState>(zeros);
-    QVERIFY(host.openCamera(sourceOf(empty)).error.contains("empty"));
-    QCOMPARE(empty->m_nLiving.load(), 0);
-    DeviceSource source = sourceOf(empty);
+    DeviceSource source = *deviceWith(zeros).source;
+    const auto living = livingOf(source);
+    QVERIFY(host.openCamera(source).error.contains("empty"));
+    QCOMPARE(living->load(), 0);
     source.create = [](GError **error) -> ArvDevice * {
         g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_NOT_FOUND,
                     "nobody answers at 10.0.0.1");
@@ -95,16 +95,15 @@ void TaskRegistryTest::refusedOpenings()
     source.create = [](GError **) -> ArvDevice * { return nullptr; };
     QVERIFY(!host.openCamera(source).error.isEmpty());
     QCOMPARE(QTaskManager::Instance()->GetTaskCount(), 0U);
-    const auto padded = std::make_shared<MemoryDeviceState>(describe({}) + zeros);
-    QCOMPARE(host.openCamera(sourceOf(padded)).error, QString());
+    QCOMPARE(host.openCamera(*deviceWith(describe({}) + zeros).source).error, QString());
 }
 
 void TaskRegistryTest::remarksAreKeptPerThreadAndTask()
 {
     CameraHost host;
-    const auto state = std::make_shared<MemoryDeviceState>(describe({}));
-    QCameraTask &one = taskOf(host.openCamera(sourceOf(state)).cameraId);
-    QCameraTask &two = taskOf(host.openCamera(sourceOf(state)).cameraId);
+    const auto device = deviceWith(describe({}));
+    QCameraTask &one = taskOf(host.openCamera(*device.source).cameraId);
+    QCameraTask &two = taskOf(host.openCamera(*device.source).cameraId);
     QVERIFY(!one.SetIntegerValue("Here", 1, nullptr));
     QVERIFY(!two.SetIntegerValue("There", 1, nullptr));
     QString before;
@@ -123,7 +122,7 @@ void TaskRegistryTest::remarksAreKeptPerThreadAndTask()
 void TaskRegistryTest::translations()
 {
     CameraHost host;
-    DeviceSource source = sourceOf(std::make_shared<MemoryDeviceState>(describe({})));
+    DeviceSource source = *deviceWith(describe({})).source;
     VexaCameraTranslatorManager &manager = *VexaCameraTranslatorManager::getInstance();
     const int plain = int(host.openCamera(source).cameraId);
     source.translations = u8R"({"Gain": {"displayName": "增益", "description": "放大"},
@@ -143,7 +142,7 @@ void TaskRegistryTest::translations()
     QCOMPARE(texts.getPropDisplayNameTrans("Gain"), QString::fromUtf8(u8"增益"));
 
     QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("node texts of Memory camera are not used"));
+                         QRegularExpression("node texts of Test camera are not used"));
     source.translations = "{\"Gain\": {";
     QVERIFY(!manager.getCameraTranslator(int(host.openCamera(source).cameraId)));
 }
