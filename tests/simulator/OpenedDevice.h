@@ -2,11 +2,7 @@
 
 #include "host/simulator/SimulatedDevices.h"
 
-#include <QDomDocument>
-#include <QHash>
-#include <QList>
 #include <QString>
-#include <QStringList>
 #include <QVariant>
 
 #include <arv.h>
@@ -53,10 +49,3 @@ private:
         return answer;
     }
 };
-
-QDomDocument parsedDescription(const SimulatedDevices::Simulated &simulated);
-/// Texts of all elements with this tag, in document order.
-QStringList elementTexts(const QDomDocument &document, const QString &tag);
-QList<QDomElement> allElements(const QDomDocument &document);
-/// The nodes by name; entries of enumerations and variables are no nodes. A StructReg goes by its comment.
-QHash<QString, QDomElement> namedElements(const QDomDocument &document);
