@@ -19,73 +19,41 @@ ArvGcNode *OpenedDevice::node(const QString &name) const
     return arv_device_get_feature(m_pDevice, name.toUtf8().constData());
 }
 
-qint64 OpenedDevice::integer(const QString &name)
-{
-    return ask([&](GError **e) { return arv_gc_integer_get_value(ARV_GC_INTEGER(node(name)), e); });
-}
-
-double OpenedDevice::number(const QString &name)
-{
-    return ask([&](GError **e) { return arv_gc_float_get_value(ARV_GC_FLOAT(node(name)), e); });
-}
-
-bool OpenedDevice::boolean(const QString &name)
-{
-    return ask([&](GError **e) { return arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node(name)), e); });
-}
-
-QString OpenedDevice::text(const QString &name)
-{
-    return ask([&](GError **e) {
-        return QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(node(name)), e));
-    });
-}
-
 QVariant OpenedDevice::value(const QString &name)
 {
     ArvGcNode *const found = node(name);
-    if (ARV_IS_GC_BOOLEAN(found)) {
-        return boolean(name);
-    }
-    if (ARV_IS_GC_ENUMERATION(found)) {
-        return qint64(ask([&](GError **e) {
-            return arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(found), e);
-        }));
-    }
-    if (ARV_IS_GC_STRING(found)) {
-        return text(name);
-    }
-    if (ARV_IS_GC_FLOAT(found) && !ARV_IS_GC_INTEGER(found)) {
-        return number(name);
-    }
-    return ARV_IS_GC_INTEGER(found) ? QVariant(integer(name)) : QVariant();
-}
-
-bool OpenedDevice::setInteger(const QString &name, qint64 value)
-{
     GError *error = nullptr;
-    ArvGcNode *found = node(name);
+    QVariant value;
     if (ARV_IS_GC_BOOLEAN(found)) {
-        arv_gc_boolean_set_value(ARV_GC_BOOLEAN(found), value != 0, &error);
+        value = bool(arv_gc_boolean_get_value(ARV_GC_BOOLEAN(found), &error));
     } else if (ARV_IS_GC_ENUMERATION(found)) {
-        arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(found), value, &error);
-    } else {
-        arv_gc_integer_set_value(ARV_GC_INTEGER(found), value, &error);
+        value = qint64(arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(found), &error));
+    } else if (ARV_IS_GC_STRING(found)) {
+        value = QString::fromUtf8(arv_gc_string_get_value(ARV_GC_STRING(found), &error));
+    } else if (ARV_IS_GC_FLOAT(found) && !ARV_IS_GC_INTEGER(found)) {
+        value = arv_gc_float_get_value(ARV_GC_FLOAT(found), &error);
+    } else if (ARV_IS_GC_INTEGER(found)) {
+        value = qint64(arv_gc_integer_get_value(ARV_GC_INTEGER(found), &error));
     }
-    return finish(error);
+    finish(error);
+    return value;
 }
 
-bool OpenedDevice::setNumber(const QString &name, double value)
+bool OpenedDevice::set(const QString &name, const QVariant &value)
 {
+    ArvGcNode *const found = node(name);
     GError *error = nullptr;
-    arv_gc_float_set_value(ARV_GC_FLOAT(node(name)), value, &error);
-    return finish(error);
-}
-
-bool OpenedDevice::setText(const QString &name, const QString &value)
-{
-    GError *error = nullptr;
-    arv_gc_string_set_value(ARV_GC_STRING(node(name)), value.toUtf8().constData(), &error);
+    if (ARV_IS_GC_BOOLEAN(found)) {
+        arv_gc_boolean_set_value(ARV_GC_BOOLEAN(found), value.toBool(), &error);
+    } else if (ARV_IS_GC_ENUMERATION(found)) {
+        arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(found), value.toLongLong(), &error);
+    } else if (ARV_IS_GC_STRING(found)) {
+        arv_gc_string_set_value(ARV_GC_STRING(found), value.toByteArray().constData(), &error);
+    } else if (ARV_IS_GC_FLOAT(found) && !ARV_IS_GC_INTEGER(found)) {
+        arv_gc_float_set_value(ARV_GC_FLOAT(found), value.toDouble(), &error);
+    } else {
+        arv_gc_integer_set_value(ARV_GC_INTEGER(found), value.toLongLong(), &error);
+    }
     return finish(error);
 }
 
@@ -117,7 +85,10 @@ bool OpenedDevice::write(quint64 address, const QByteArray &bytes)
 
 bool OpenedDevice::flag(gboolean (*question)(ArvGcFeatureNode *, GError **), const QString &name)
 {
-    return ask([&](GError **e) { return question(ARV_GC_FEATURE_NODE(node(name)), e); });
+    GError *error = nullptr;
+    const bool answer = question(ARV_GC_FEATURE_NODE(node(name)), &error);
+    finish(error);
+    return answer;
 }
 
 bool OpenedDevice::finish(GError *error)

@@ -18,15 +18,9 @@ public:
     OpenedDevice &operator=(const OpenedDevice &) = delete;
 
     ArvGcNode *node(const QString &name) const;
-    qint64 integer(const QString &name);
-    double number(const QString &name);
-    bool boolean(const QString &name);
-    QString text(const QString &name);
-    /// The value by the kind of the node: Integer, Float, Boolean, Enumeration (number) or string.
+    /// By the kind of the node: of an Enumeration the number, of what has no value an invalid one.
     QVariant value(const QString &name);
-    bool setInteger(const QString &name, qint64 value);
-    bool setNumber(const QString &name, double value);
-    bool setText(const QString &name, const QString &value);
+    bool set(const QString &name, const QVariant &value);
     bool execute(const QString &name);
     bool read(quint64 address, quint32 length, QByteArray *bytes = nullptr);
     bool write(quint64 address, const QByteArray &bytes);
@@ -39,13 +33,4 @@ public:
 private:
     /// Takes the error over; true when there was none.
     bool finish(GError *error);
-    /// What a getter of Aravis answers, with the error that it leaves behind taken over.
-    template<class Getter>
-    auto ask(const Getter &get)
-    {
-        GError *error = nullptr;
-        const auto answer = get(&error);
-        finish(error);
-        return answer;
-    }
 };

@@ -157,8 +157,8 @@ void tst_BuiltInDescriptions::instancesDiffer()
     second.control->poke(0xE8, QByteArray(16, 'x'));
     QCOMPARE(first.control->peek(0xE8, 13), QByteArray("Area camera 1"));
     OpenedDevice device(second);
-    QCOMPARE(device.text("DeviceSerialNumber"), second.source->serial);
-    QCOMPARE(device.integer("GevCurrentIPAddress"), qint64(second.source->ipv4));
+    QCOMPARE(device.value("DeviceSerialNumber").toString(), second.source->serial);
+    QCOMPARE(device.value("GevCurrentIPAddress").toLongLong(), qint64(second.source->ipv4));
 
     // Two ports of a grabber share the board.
     const auto port = [](int number) {

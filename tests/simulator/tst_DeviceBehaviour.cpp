@@ -10,8 +10,8 @@ namespace {
 void apply(OpenedDevice &device, const Steps &steps)
 {
     for (const auto &step : steps) {
-        const bool done = step.second < 0 ? device.execute(step.first)
-                                          : device.setInteger(step.first, step.second);
+        const bool done =
+            step.second < 0 ? device.execute(step.first) : device.set(step.first, step.second);
         QVERIFY2(done, qPrintable(step.first + ": " + device.m_strError));
     }
 }
@@ -126,7 +126,7 @@ void tst_DeviceBehaviour::refuses()
     OpenedDevice d(SimulatedDevices::builtIn(device));
     apply(d, before);
     const QVariant held = d.value(node);
-    QVERIFY(!(value < 0 ? d.execute(node) : d.setInteger(node, value)));
+    QVERIFY(!(value < 0 ? d.execute(node) : d.set(node, value)));
     QCOMPARE(d.m_nErrorCode, error);
     QCOMPARE(d.value(node), held);
 }
@@ -135,17 +135,17 @@ void tst_DeviceBehaviour::acquisitionRunsAndEnds()
 {
     OpenedDevice d(SimulatedDevices::builtIn("area-camera"));
     QVERIFY(d.execute("AcquisitionStart"));
-    QVERIFY(d.boolean("AcquisitionStatus"));
-    QTRY_VERIFY(d.integer("EventExposureEndFrameID") >= 2);
-    QVERIFY(d.integer("DeviceLinkCurrentThroughput") > 50000000);
-    QVERIFY(d.setNumber("Gain", 1)); // what is not locked stays open
+    QVERIFY(d.value("AcquisitionStatus").toBool());
+    QTRY_VERIFY(d.value("EventExposureEndFrameID").toLongLong() >= 2);
+    QVERIFY(d.value("DeviceLinkCurrentThroughput").toLongLong() > 50000000);
+    QVERIFY(d.set("Gain", 1)); // what is not locked stays open
     QVERIFY(d.execute("AcquisitionStop"));
-    QVERIFY(!d.boolean("AcquisitionStatus"));
-    QCOMPARE(d.integer("DeviceLinkCurrentThroughput"), qint64(0));
-    QVERIFY(d.setInteger("AcquisitionMode", 1)); // a single frame ends by itself
+    QVERIFY(!d.value("AcquisitionStatus").toBool());
+    QCOMPARE(d.value("DeviceLinkCurrentThroughput").toLongLong(), qint64(0));
+    QVERIFY(d.set("AcquisitionMode", 1)); // a single frame ends by itself
     QVERIFY(d.execute("AcquisitionStart"));
-    QTRY_VERIFY(!d.boolean("AcquisitionStatus"));
-    QCOMPARE(d.integer("EventExposureEndFrameID"), qint64(1));
+    QTRY_VERIFY(!d.value("AcquisitionStatus").toBool());
+    QCOMPARE(d.value("EventExposureEndFrameID").toLongLong(), qint64(1));
 }
 
 void tst_DeviceBehaviour::aResetLoadsTheDefaultSet_data()
@@ -162,19 +162,19 @@ void tst_DeviceBehaviour::aResetLoadsTheDefaultSet()
     const auto simulated = SimulatedDevices::builtIn(QTest::currentDataTag());
     simulated.control->setRestartTime(60);
     OpenedDevice d(simulated);
-    QVERIFY(d.setNumber("ExposureTime", 55));
+    QVERIFY(d.set("ExposureTime", 55));
     apply(d,
           {{"UserSetSelector", 1},
            {"UserSetSave", -1},
            {"UserSetDefault", 1},
            {"UserSetSelector", 0},
            {"UserSetLoad", -1}});
-    QCOMPARE(d.number("ExposureTime"), factory);
+    QCOMPARE(d.value("ExposureTime").toDouble(), factory);
     QVERIFY(d.execute("TriggerSoftware"));
-    QCOMPARE(d.integer("TriggerSoftwareCount"), qint64(1));
+    QCOMPARE(d.value("TriggerSoftwareCount").toLongLong(), qint64(1));
     QVERIFY(d.execute("DeviceReset"));
-    QTRY_VERIFY(d.number("ExposureTime") == 55.0 && d.m_nErrorCode < 0);
-    QCOMPARE(d.integer("TriggerSoftwareCount"), qint64(0));
+    QTRY_VERIFY(d.value("ExposureTime").toDouble() == 55.0 && d.m_nErrorCode < 0);
+    QCOMPARE(d.value("TriggerSoftwareCount").toLongLong(), qint64(0));
 }
 
 void tst_DeviceBehaviour::recoverFactoryRestarts()
@@ -182,15 +182,15 @@ void tst_DeviceBehaviour::recoverFactoryRestarts()
     const auto simulated = SimulatedDevices::builtIn("code-reader");
     simulated.control->setRestartTime(80);
     OpenedDevice d(simulated);
-    QVERIFY(d.setText("DeviceUserID", "mine"));
+    QVERIFY(d.set("DeviceUserID", "mine"));
     apply(d, {{"LocBarNum", 50}, {"UserSetAdd", -1}, {"RecoverFactory", -1}});
-    d.integer("LocBarNum");
+    d.value("LocBarNum").toLongLong();
     QCOMPARE(d.m_nErrorCode, int(ARV_DEVICE_ERROR_NOT_CONNECTED));
-    QTRY_VERIFY(d.integer("LocBarNum") == 4 && d.m_nErrorCode < 0);
-    QCOMPARE(d.text("DeviceUserID"), QStringLiteral("Reader 1"));
+    QTRY_VERIFY(d.value("LocBarNum").toLongLong() == 4 && d.m_nErrorCode < 0);
+    QCOMPARE(d.value("DeviceUserID").toString(), QStringLiteral("Reader 1"));
     QCOMPARE(d.value("UserSetSelector").toLongLong(), qint64(1));
     apply(d, {{"LocBarNum", 60}, {"UserSetSave", -1}, {"UserSetDefault", 1}, {"DeviceReset", -1}});
-    QTRY_VERIFY(d.integer("LocBarNum") == 60 && d.m_nErrorCode < 0);
+    QTRY_VERIFY(d.value("LocBarNum").toLongLong() == 60 && d.m_nErrorCode < 0);
 }
 
 QTEST_GUILESS_MAIN(tst_DeviceBehaviour)

@@ -49,12 +49,12 @@ void tst_SimulatorControl::refusesUnmappedAndReadOnly()
 
 void tst_SimulatorControl::memoryOutlivesTheHandle()
 {
-    QVERIFY(m_pDevice->setText("DeviceUserID", "stays"));
+    QVERIFY(m_pDevice->set("DeviceUserID", "stays"));
     m_pDevice = std::make_unique<OpenedDevice>(m_simulated);
-    QCOMPARE(m_pDevice->text("DeviceUserID"), QStringLiteral("stays"));
+    QCOMPARE(m_pDevice->value("DeviceUserID").toString(), QStringLiteral("stays"));
     // and a handle outlives both ends of the simulator
     m_simulated = {};
-    QCOMPARE(m_pDevice->text("DeviceUserID"), QStringLiteral("stays"));
+    QCOMPARE(m_pDevice->value("DeviceUserID").toString(), QStringLiteral("stays"));
 }
 
 void tst_SimulatorControl::resetWithoutHandlesEnds()
