@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>lang_controlkit_openfolder</source>
-        <translation>Open folder</translation>
+        <translation>Open Folder</translation>
     </message>
     <message>
         <source>lang_controlkit_prompt</source>
@@ -519,7 +519,7 @@
     </message>
     <message>
         <source>lang_qfileaccessdialog_deviceparameter</source>
-        <translation>Device file</translation>
+        <translation>Device File</translation>
     </message>
     <message>
         <source>lang_qfileaccessdialog_export</source>
@@ -574,7 +574,7 @@
     </message>
     <message>
         <source>lang_qlightingselectorwidget_allturnon</source>
-        <translation>All on</translation>
+        <translation>All On</translation>
     </message>
     <message>
         <source>lang_qlightingselectorwidget_segmentoff</source>

@@ -3,11 +3,13 @@
 #include <QWidget>
 
 class CameraSession;
+class CustomLabel;
 class GuidedPages;
 class QStackedLayout;
 class QTabBar;
 
-/// The two ways in which the window shows a camera: all its features, or the guided pages of its device. GUI thread.
+/// The two ways in which the window shows a camera: all its features, or the guided pages of its device. Without an open
+/// camera it says what to do. GUI thread.
 class CameraViews : public QWidget
 {
     Q_OBJECT
@@ -30,5 +32,7 @@ private:
     QTabBar *m_pTabs;
     QStackedLayout *m_pStack;
     GuidedPages *m_pPages;
+    CustomLabel *m_pNotOpen;
+    bool m_bOpen = false;
     long m_lCameraID = -1;
 };

@@ -25,7 +25,7 @@ constexpr int BUTTON_STYLE = 2;
 constexpr int BUTTON_HEIGHT = 32;
 constexpr int DOT_SIZE = 8;
 /// All around a state's text and its dot.
-constexpr int STATE_MARGIN = DOT_SIZE + 24;
+constexpr int STATE_MARGIN = DOT_SIZE + 36;
 
 struct StateRow
 {
@@ -145,6 +145,7 @@ DeviceListPanel::DeviceListPanel(QWidget *parent)
     m_pList->setObjectName(QStringLiteral("DeviceList"));
     m_pList->setColumnCount(COLUMN_COUNT);
     m_pList->setRootIsDecorated(false);
+    m_pList->setAllColumnsShowFocus(true);
     m_pList->setIconSize({DOT_SIZE, DOT_SIZE});
     m_pList->header()->setStretchLastSection(false);
     m_pList->header()->setSectionResizeMode(COLUMN_DEVICE, QHeaderView::Stretch);
@@ -309,11 +310,20 @@ void DeviceListPanel::updateButtons()
 {
     const QTreeWidgetItem *item = m_pList->currentItem();
     const StateRow &row = rowOf(item ? stateOf(item) : DeviceState::Available);
-    m_pDiscoverButton->setEnabled(!m_bSearching);
-    m_pOpenButton->setEnabled(item && row.canOpen);
-    m_pCloseButton->setEnabled(item && row.canClose);
-    m_pStartButton->setEnabled(item && row.canStart);
-    m_pStopButton->setEnabled(item && row.canStop);
+    enable(m_pDiscoverButton, !m_bSearching);
+    enable(m_pOpenButton, item && row.canOpen);
+    enable(m_pCloseButton, item && row.canClose);
+    enable(m_pStartButton, item && row.canStart);
+    enable(m_pStopButton, item && row.canStop);
+}
+
+void DeviceListPanel::enable(CustomPushButton *button, bool possible)
+{
+    if (!possible && button->hasFocus()) {
+        // Qt would hand it to the language box, where the next key changes the language.
+        m_pList->setFocus();
+    }
+    button->setEnabled(possible);
 }
 
 void DeviceListPanel::changeEvent(QEvent *event)

@@ -65,6 +65,8 @@ private:
     void fitStateColumn();
     void retranslate();
     void updateButtons();
+    /// A button that had the focus leaves it to the list.
+    void enable(CustomPushButton *button, bool possible);
 
     CustomLabel *m_pTitle;
     QTreeWidget *m_pList;

@@ -28,6 +28,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QIcon>
 #include <QPointer>
 #include <QSplitter>
 #include <QTextDocument>
@@ -36,7 +37,7 @@
 namespace {
 
 constexpr QSize WINDOW_SIZE{1280, 800};
-constexpr int DEVICES_WIDTH = 300;
+constexpr int DEVICES_WIDTH = 350;
 constexpr int MESSAGES_HEIGHT = 130;
 constexpr int PROMPT_HINT_STYLE = 2;
 constexpr int PROMPT_FAILURE = 3;
@@ -88,12 +89,12 @@ WorkbenchWindow::WorkbenchWindow(CameraHost &host, DeviceCatalog &catalog, QWidg
     : QMainWindow(parent)
     , m_host(host)
     , m_catalog(catalog)
-    , m_pDevices(new DeviceListPanel)
-    , m_pBanner(new DeviceStateBanner)
-    , m_pLower(new LowerPanes)
 {
     setObjectName(QStringLiteral("WorkbenchWindow"));
     ShellHost::instance()->setMainWindow(this);
+    // Before anything is laid out: the widths are those of the words.
+    installWorkbenchTexts(VexaInterface::language(false));
+    setWindowIcon(QIcon(QStringLiteral(":/workbench/workbench.svg")));
     layOut();
     connectLog();
     connectEvents();
@@ -115,6 +116,9 @@ WorkbenchWindow::~WorkbenchWindow()
 
 void WorkbenchWindow::layOut()
 {
+    m_pDevices = new DeviceListPanel;
+    m_pBanner = new DeviceStateBanner;
+    m_pLower = new LowerPanes;
     auto *upper = new QSplitter(Qt::Horizontal);
     upper->setChildrenCollapsible(false);
     upper->addWidget(m_pDevices);

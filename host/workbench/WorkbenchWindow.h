@@ -75,10 +75,10 @@ private:
 
     CameraHost &m_host;
     DeviceCatalog &m_catalog;
-    DeviceListPanel *m_pDevices;
-    DeviceStateBanner *m_pBanner;
+    DeviceListPanel *m_pDevices = nullptr;
+    DeviceStateBanner *m_pBanner = nullptr;
     CameraViews *m_pViews = nullptr;
-    LowerPanes *m_pLower;
+    LowerPanes *m_pLower = nullptr;
     DeviceSearch *m_pSearch = nullptr;
     std::chrono::milliseconds m_returnTime = DeviceReturn::RETURN_TIME;
     QMap<QString, CameraSession *> m_sessions; ///< by catalogue id

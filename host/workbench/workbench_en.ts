@@ -5,7 +5,7 @@
     <name>QWorkbench</name>
     <message>
         <source>lang_workbench_title</source>
-        <translation>Feature workbench</translation>
+        <translation>Feature Workbench</translation>
     </message>
     <message>
         <source>lang_workbench_devices</source>
@@ -29,11 +29,11 @@
     </message>
     <message>
         <source>lang_workbench_start</source>
-        <translation>Start grabbing</translation>
+        <translation>Start Grabbing</translation>
     </message>
     <message>
         <source>lang_workbench_stop</source>
-        <translation>Stop grabbing</translation>
+        <translation>Stop Grabbing</translation>
     </message>
     <message>
         <source>lang_workbench_language</source>
@@ -293,7 +293,7 @@
     </message>
     <message>
         <source>lang_workbench_askclose_title</source>
-        <translation>Unsaved changes</translation>
+        <translation>Unsaved Changes</translation>
     </message>
     <message>
         <source>lang_workbench_askclose</source>
@@ -369,31 +369,35 @@
     </message>
     <message>
         <source>lang_workbench_codetype</source>
-        <translation>Code count</translation>
+        <translation>Code Count</translation>
     </message>
     <message>
         <source>lang_workbench_mostcodes</source>
-        <translation>At most</translation>
+        <translation>At Most</translation>
     </message>
     <message>
         <source>lang_workbench_pollingtable</source>
-        <translation>Polling parameters</translation>
+        <translation>Polling Parameters</translation>
     </message>
     <message>
         <source>lang_workbench_codetypes</source>
-        <translation>Code counts</translation>
+        <translation>Code Counts</translation>
     </message>
     <message>
         <source>lang_workbench_allfeatures</source>
-        <translation>All features</translation>
+        <translation>All Features</translation>
     </message>
     <message>
         <source>lang_workbench_guidedpages</source>
-        <translation>Guided pages</translation>
+        <translation>Guided Pages</translation>
     </message>
     <message>
         <source>lang_workbench_basicpages</source>
-        <translation>Basic pages only</translation>
+        <translation>Basic Pages Only</translation>
+    </message>
+    <message>
+        <source>lang_workbench_notopen</source>
+        <translation>The features of the selected device are shown here when it is open.</translation>
     </message>
     <message>
         <source>lang_workbench_nopages</source>
@@ -417,7 +421,7 @@
     </message>
     <message>
         <source>lang_workbench_ascii</source>
-        <translation>ASCII characters</translation>
+        <translation>ASCII Characters</translation>
     </message>
     <message>
         <source>lang_workbench_character</source>

@@ -396,6 +396,10 @@
         <translation>仅显示基本页面</translation>
     </message>
     <message>
+        <source>lang_workbench_notopen</source>
+        <translation>所选设备打开后，其属性将显示在此处。</translation>
+    </message>
+    <message>
         <source>lang_workbench_nopages</source>
         <translation>该设备没有向导页面。</translation>
     </message>
