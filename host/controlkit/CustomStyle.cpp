@@ -15,9 +15,12 @@
 #include <QComboBox>
 #include <QIcon>
 #include <QLineEdit>
+#include <QListView>
 #include <QPainter>
 #include <QTabBar>
+#include <QTableView>
 #include <QToolTip>
+#include <QTreeWidget>
 
 namespace {
 
@@ -25,6 +28,7 @@ constexpr int FONT_SIZE = 13;
 constexpr int ROW_HEIGHT = 24;
 constexpr int BUTTON_PADDING = 24;
 constexpr int BUTTON_MIN_WIDTH = 64;
+constexpr int CELL_MARGIN = 6; ///< beside the text of lists and tables
 
 struct ArrowRow
 {
@@ -65,6 +69,22 @@ bool drawArrow(QStyle::PrimitiveElement element, const QStyleOption *option, QPa
     return false;
 }
 
+/// A tree may have editors that draw their own text in line with that of the other rows.
+bool isListOrTable(const QWidget *widget)
+{
+    return qobject_cast<const QListView *>(widget) || qobject_cast<const QTableView *>(widget)
+        || qobject_cast<const QTreeWidget *>(widget);
+}
+
+/// Views claim of every focus that it came by a key.
+bool showsFocus(const QStyleOption *option, const QWidget *widget)
+{
+    return (option->state & QStyle::State_KeyboardFocusChange)
+        && (!widget
+            || (!widget->inherits("QComboBoxListView")
+                && widget->window()->testAttribute(Qt::WA_KeyboardFocusChange)));
+}
+
 } // namespace
 
 CustomStyle::CustomStyle()
@@ -77,6 +97,9 @@ CustomStyle::~CustomStyle() = default;
 void CustomStyle::install(QApplication &application)
 {
     QApplication::setStyle(new CustomStyle);
+    // Widgets may ask for it by name; where it is not installed they would get any font.
+    QFont::insertSubstitution(QStringLiteral("Microsoft YaHei"),
+                              Custom::globalFontFamily(Custom::LANGUAGE_CHINESE));
     QFont font(Custom::globalFontFamily());
     font.setPixelSize(FONT_SIZE);
     application.setFont(font);
@@ -139,8 +162,7 @@ void CustomStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         StyleButtons::drawToolPanel(option, painter);
         return;
     case PE_FrameFocusRect:
-        if ((option->state & State_KeyboardFocusChange)
-            && !(widget && widget->inherits("QComboBoxListView"))) {
+        if (showsFocus(option, widget)) {
             BoxPainter::drawFocus(painter, option->rect, 1, 2);
         }
         return;
@@ -294,6 +316,16 @@ QRect CustomStyle::subControlRect(ComplexControl control, const QStyleOptionComp
     return visualRect(option->direction, option->rect, part);
 }
 
+QRect CustomStyle::subElementRect(SubElement element, const QStyleOption *option,
+                                  const QWidget *widget) const
+{
+    if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        frame && element == SE_LineEditContents) {
+        return visualRect(frame->direction, frame->rect, StyleInputs::lineContents(frame));
+    }
+    return QProxyStyle::subElementRect(element, option, widget);
+}
+
 QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
                                     const QSize &size, const QWidget *widget) const
 {
@@ -333,7 +365,8 @@ QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *optio
         result.setHeight(qMax(30, result.height()));
         break;
     case CT_HeaderSection:
-        result.setHeight(qMax(StyleInputs::MIN_HEIGHT, result.height()));
+        // The margin is meant for the sides.
+        result.setHeight(qMax(StyleInputs::MIN_HEIGHT, result.height() - 2 * CELL_MARGIN));
         break;
     default:
         break;
@@ -355,6 +388,11 @@ int CustomStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return 6;
+    case PM_HeaderMargin:
+        return CELL_MARGIN;
+    case PM_FocusFrameHMargin:
+        return isListOrTable(widget) ? CELL_MARGIN - 1
+                                     : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_ScrollBarExtent:
         return StyleBars::SCROLL_EXTENT;
     case PM_ScrollBarSliderMin:

@@ -33,6 +33,7 @@ constexpr QRgb BUTTON_BORDER = 0x33A6B2C9;
 constexpr QRgb TEXT = 0xFFD1D1D1;
 constexpr QRgb TEXT_BRIGHT = 0xFFF2F2F2;
 constexpr QRgb TEXT_DISABLED = 0xFF7F8287;
+constexpr QRgb TEXT_READ_ONLY = 0xFFA0A0A4; ///< values that are there to be read
 constexpr QRgb TEXT_HINT = 0xFF9A9DA3; ///< placeholders
 constexpr QRgb LINK = 0xFFFF9A4D;
 

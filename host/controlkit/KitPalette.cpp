@@ -16,7 +16,7 @@ const RoleColour COLOURS[] = {
     {QPalette::WindowText, KitColour::TEXT, KitColour::TEXT_DISABLED},
     {QPalette::Base, KitColour::BASE, KitColour::BASE_DISABLED},
     {QPalette::AlternateBase, KitColour::BASE_ALTERNATE, KitColour::BASE_DISABLED},
-    {QPalette::Text, KitColour::TEXT, KitColour::TEXT_DISABLED},
+    {QPalette::Text, KitColour::TEXT, KitColour::TEXT_READ_ONLY},
     {QPalette::PlaceholderText, KitColour::TEXT_HINT, KitColour::TEXT_DISABLED},
     {QPalette::Button, KitColour::WINDOW, KitColour::WINDOW},
     {QPalette::ButtonText, KitColour::TEXT_BRIGHT, KitColour::TEXT_DISABLED},

@@ -14,9 +14,11 @@ constexpr int ARROW_ZONE = 22;
 constexpr int SPIN_ZONE = 20;
 constexpr int ARROW = 14;
 constexpr int SPIN_ARROW = 12;
-constexpr int TEXT_MARGIN = 4;
+constexpr int ICON_GAP = 4;
 
 using KitColour::of;
+using StyleInputs::LINE_EDIT_MARGIN;
+using StyleInputs::TEXT_LEFT;
 
 /// Edits show the focus however it came: the typed text goes there.
 BoxLook editLook(const QStyleOption *option, const QWidget *widget)
@@ -80,6 +82,13 @@ void StyleInputs::drawLinePanel(const QStyleOptionFrame *option, QPainter *paint
     BoxPainter::draw(painter, option->rect, editLook(option, widget));
 }
 
+QRect StyleInputs::lineContents(const QStyleOptionFrame *option)
+{
+    const int width = option->lineWidth;
+    const int side = width > 0 ? TEXT_LEFT - LINE_EDIT_MARGIN : 0;
+    return option->rect.adjusted(side, width, -side, -width);
+}
+
 void StyleInputs::drawTextFrame(const QStyleOption *option, QPainter *painter,
                                 const QWidget *widget)
 {
@@ -122,7 +131,7 @@ void StyleInputs::drawComboLabel(const QStyleOptionComboBox *option, QPainter *p
         option->currentIcon.paint(painter, place, Qt::AlignCenter,
                                   option->state & QStyle::State_Enabled ? QIcon::Normal
                                                                         : QIcon::Disabled);
-        area.setLeft(place.right() + TEXT_MARGIN);
+        area.setLeft(place.right() + ICON_GAP);
     }
     if (option->editable || option->currentText.isEmpty()) {
         return;
@@ -155,7 +164,8 @@ QRect StyleInputs::comboPart(const QStyleOptionComboBox *option, QStyle::SubCont
     const QRect &box = option->rect;
     switch (part) {
     case QStyle::SC_ComboBoxEditField:
-        return box.adjusted(option->editable ? 2 : TEXT_MARGIN + 2, 1, -ARROW_ZONE, -1);
+        return box.adjusted(option->editable ? TEXT_LEFT - LINE_EDIT_MARGIN : TEXT_LEFT, 1,
+                            -ARROW_ZONE, -1);
     case QStyle::SC_ComboBoxArrow:
         return QRect(box.right() + 1 - ARROW_ZONE, box.top(), ARROW_ZONE, box.height());
     default:
@@ -170,7 +180,7 @@ QRect StyleInputs::spinPart(const QStyleOptionSpinBox *option, QStyle::SubContro
     const QRect zone(box.right() - SPIN_ZONE, box.top() + 1, SPIN_ZONE, box.height() - 2);
     switch (part) {
     case QStyle::SC_SpinBoxEditField:
-        return box.adjusted(2, 1, hasButtons ? -SPIN_ZONE - 2 : -2, -1);
+        return box.adjusted(TEXT_LEFT - LINE_EDIT_MARGIN, 1, hasButtons ? -SPIN_ZONE - 2 : -2, -1);
     case QStyle::SC_SpinBoxUp:
         return hasButtons ? QRect(zone.left(), zone.top(), zone.width(), zone.height() / 2)
                           : QRect();
