@@ -11,6 +11,7 @@
 #include <QMutexLocker>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QTextDocument>
 
 namespace {
 
@@ -54,6 +55,14 @@ void fit(CustomPushButton *button, const QString &text)
     button->setText(text);
     button->setFixedSize(1, 1);
     button->setFixedSize(button->sizeHint().expandedTo(SMALLEST_BUTTON));
+}
+
+/// A column may be too narrow for the whole text.
+QStandardItem *cell(const QString &text)
+{
+    auto *const item = new QStandardItem(text);
+    item->setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text));
+    return item;
 }
 
 } // namespace
@@ -183,14 +192,14 @@ void VexaFeatureDiff::setDiffs(const FeatureDifferences &diffs)
         const int first = m_pModel->rowCount();
         for (const FeatureDifference &difference : it.value()) {
             const int row = m_pModel->rowCount();
-            m_pModel->setItem(row, 1, new QStandardItem(difference.name));
-            m_pModel->setItem(row, 3, new QStandardItem(difference.deviceValue));
-            m_pModel->setItem(row, 2, new QStandardItem(difference.fileValue));
+            m_pModel->setItem(row, 1, cell(difference.name));
+            m_pModel->setItem(row, 3, cell(difference.deviceValue));
+            m_pModel->setItem(row, 2, cell(difference.fileValue));
             m_pTable->setRowHeight(row, ROW_HEIGHT);
         }
         const int rows = m_pModel->rowCount() - first;
         if (rows > 0) {
-            m_pModel->setItem(first, 0, new QStandardItem(it.key()));
+            m_pModel->setItem(first, 0, cell(it.key()));
         }
         if (rows > 1) {
             m_pTable->setSpan(first, 0, rows, 1);

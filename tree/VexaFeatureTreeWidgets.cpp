@@ -31,6 +31,7 @@ namespace {
 constexpr int VIEW_WIDTH = 600;
 constexpr int DESCRIPTION_WIDTH = 300;
 constexpr int DESCRIPTION_TITLE_HEIGHT = 24;
+constexpr int DESCRIPTION_INDENT = 20; // padding and margin of the text below it
 constexpr int TOOL_ROW_HEIGHT = 29;
 constexpr int USER_LEVELS = 3;
 
@@ -84,6 +85,7 @@ bool VexaFeatureTree::InitCtrl()
         m_pSearchEdit->cSetEnableSearchButton(true);
         m_pDescriptionTitle->cSetFontSize(14);
         m_pDescriptionTitle->setFixedHeight(DESCRIPTION_TITLE_HEIGHT);
+        m_pDescriptionTitle->setIndent(DESCRIPTION_INDENT);
         m_pDescriptionTitle->cSetBackgroundColor(QColor(67, 68, 70));
         m_pDescriptionTitle->cSetFontColor(QColor(QStringLiteral("#8C8C8C")));
         m_pUserLevelTitle->cSetFontSize(14);
