@@ -3,7 +3,9 @@
 #include "benchmarks/BenchReport.h"
 #include "tests/featurefile/JobFixture.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QTextStream>
 
 #include <algorithm>
 
