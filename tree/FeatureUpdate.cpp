@@ -10,7 +10,6 @@
 #include "tree/FeatureToolTip.h"
 
 #include <QDebug>
-#include <QSet>
 
 #include <algorithm>
 
@@ -334,15 +333,13 @@ void FeatureUpdate::publishTexts()
     }
 }
 
-bool FeatureUpdate::publishValue()
+void FeatureUpdate::publishValue()
 {
+    // A value that was read for another kind of row is nobody's.
+    if (m_pItem->tagName() != m_strTagName || !mayPublish(VexaPropertyTreeItem::READING_VALUE)) {
+        return;
+    }
     CTreeItemValue *value = m_pItem->value();
-    if (m_pItem->tagName() != m_strTagName) {
-        return false; // read for the kind of row that it was before
-    }
-    if (!mayPublish(VexaPropertyTreeItem::READING_VALUE)) {
-        return false;
-    }
     if (auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(value)) {
         enumeration->swapEntries(*static_cast<CTreeEnumationItemValue *>(m_pValue.get()));
     } else {
@@ -353,7 +350,6 @@ bool FeatureUpdate::publishValue()
         value->copy(m_pValue.get(), false);
     }
     m_pItem->setValueCached(!m_bWriteOnly);
-    return true;
 }
 
 void FeatureUpdate::publish()

@@ -52,7 +52,7 @@ private:
     bool mayPublish(VexaPropertyTreeItem::ReadingPart part);
     void hide();
     void publish();
-    bool publishValue();
+    void publishValue();
     void publishTexts();
     /// Under the update lock of the row.
     void keepTexts(VexaPropertyTreeItem *item) const;

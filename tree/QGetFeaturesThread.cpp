@@ -23,10 +23,7 @@ QGetFeaturesThread::~QGetFeaturesThread()
 void QGetFeaturesThread::SetThreadData(long int cameraId, const ElementMap &elements,
                                        const ItemMap &items, const PollingTable &pollingTable)
 {
-    {
-        const QMutexLocker locker(&m_endedMutex);
-        ++m_nOpening;
-    }
+    m_nOwnEnds = 0;
     m_lCameraID = cameraId;
     m_lWorkingCameraID = cameraId;
     m_pFacts = std::make_unique<NodeFactsTable>(elements);
@@ -159,12 +156,9 @@ void QGetFeaturesThread::SetSmartTuneHeard(bool heard)
     m_bSmartTuneHeard = heard;
 }
 
-bool QGetFeaturesThread::TakeEndedRunStopped()
+bool QGetFeaturesThread::TakeOwnEnd()
 {
-    const QMutexLocker locker(&m_endedMutex);
-    if (m_endedRuns.isEmpty()) {
-        return true;
-    }
-    const EndedRun run = m_endedRuns.dequeue();
-    return run.stopped || run.opening != m_nOpening;
+    const bool isOwn = m_nOwnEnds > 0;
+    m_nOwnEnds -= isOwn ? 1 : 0;
+    return isOwn;
 }

@@ -3,7 +3,6 @@
 #include <QDomElement>
 #include <QMap>
 #include <QMutex>
-#include <QQueue>
 #include <QStringList>
 #include <QThread>
 #include <QVariant>
@@ -73,8 +72,9 @@ public:
     /// Whether SigThreadSmarTuneData is emitted. It costs the GUI an event for each integer of a pass, so it rests
     /// while nobody listens. Any thread.
     void SetSmartTuneHeard(bool heard);
-    /// To be called once for each sigThreadEnd: whether that run was ended by a stop or belongs to a former opening.
-    bool TakeEndedRunStopped();
+    /// To be called once for each sigThreadEnd: whether a run of this opening came to an end of its own, and not by a
+    /// stop.
+    bool TakeOwnEnd();
 
 Q_SIGNALS:
     void sigThreadStart();
@@ -113,14 +113,8 @@ private:
     PollingTable m_pollingTable;
     QMutex m_wakeMutex;
     QWaitCondition m_wake;
-    QMutex m_endedMutex;
-    struct EndedRun
-    {
-        quint64 opening;
-        bool stopped;
-    };
-    QQueue<EndedRun> m_endedRuns; ///< one entry a sigThreadEnd
-    quint64 m_nOpening = 0; ///< counts SetThreadData; changes only while the worker does not run
+    std::atomic<int> m_nOwnEnds{
+        0}; ///< runs of this opening that no stop has ended and nobody has taken yet
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(QGetFeaturesThread::UpdateStatusFlags)

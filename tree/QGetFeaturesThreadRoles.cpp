@@ -62,10 +62,7 @@ void QGetFeaturesThread::run()
             (this->*row.role)();
         }
     }
-    {
-        const QMutexLocker locker(&m_endedMutex);
-        m_endedRuns.enqueue({m_nOpening, m_bStop});
-    }
+    m_nOwnEnds += m_bStop ? 0 : 1;
     m_bRunEnded = true;
     emit sigThreadEnd();
     qInfo("QGetFeaturesThread end run:[CameraID%ld] tid = 0x%llx", m_lCameraID,

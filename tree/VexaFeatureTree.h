@@ -24,7 +24,6 @@ class CustomPushButton;
 class FeatureTreeBuilder;
 class NodeDependencyMaps;
 class QAction;
-class QBoxLayout;
 class QCameraTask;
 class QGetFeaturesThread;
 class QTextEdit;
@@ -259,7 +258,6 @@ private:
     void InitStyleSheet();
     bool InitLayout();
     bool InitSignals();
-    QWidget *makeTreeColumn();
     QWidget *makeDescriptionColumn();
 
     struct FeatureFileSession;

@@ -227,10 +227,10 @@ void VexaFeatureTree::OnGetThreadEnd()
     if (!m_pTreeView || !worker) {
         return;
     }
-    const bool stopped = worker->TakeEndedRunStopped();
+    const bool isOwnEnd = worker->TakeOwnEnd();
     m_pTreeView->viewport()->update();
     const bool all = worker == m_pTimerAndAllThread;
-    if (!stopped && all && m_bFirstUpdateOfAll) {
+    if (all && isOwnEnd && m_bFirstUpdateOfAll) {
         qInfo("OnGetThreadEnd and first update end %ld", m_lCameraID);
         m_bFirstUpdate = false;
         m_bFirstUpdateOfAll = false;
@@ -241,7 +241,7 @@ void VexaFeatureTree::OnGetThreadEnd()
         if (scope.treeIsGoing()) {
             return;
         }
-    } else if (!stopped && !all && m_bFirstUpdate) {
+    } else if (!all && m_bFirstUpdate) {
         CustomLoadingDialog::hideLoading(FIRST_UPDATE_LOADING_KEY);
         m_bFirstUpdate = false;
     }
@@ -252,7 +252,7 @@ void VexaFeatureTree::OnGetThreadEnd()
     if (m_nDeviceType == DEVICE_TYPE_CL) {
         hideLoading();
     }
-    if (!stopped && all && m_bLevelPassPending) {
+    if (all && isOwnEnd && m_bLevelPassPending) {
         m_bLevelPassPending = false;
         startLevelPass();
     }

@@ -15,9 +15,7 @@
 #include "tree/WriteMessages.h"
 #include "view/VexaFeatureTreeView.h"
 
-#include <QDebug>
 #include <QHBoxLayout>
-#include <QSignalBlocker>
 #include <QTextEdit>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -129,12 +127,6 @@ void VexaFeatureTree::InitStyleSheet()
     m_pTreeView->setFont(viewFont);
 }
 
-QWidget *VexaFeatureTree::makeTreeColumn()
-{
-    m_pTreeView->setFixedWidth(VIEW_WIDTH);
-    return m_pTreeView;
-}
-
 QWidget *VexaFeatureTree::makeDescriptionColumn()
 {
     auto *column = new QWidget(this);
@@ -168,8 +160,9 @@ bool VexaFeatureTree::InitLayout()
     toolRowWidget->setLayout(toolRow);
     toolRowWidget->setMinimumHeight(TOOL_ROW_HEIGHT);
 
+    m_pTreeView->setFixedWidth(VIEW_WIDTH);
     auto *contentRow = makeLayout<QHBoxLayout>();
-    contentRow->addWidget(makeTreeColumn());
+    contentRow->addWidget(m_pTreeView);
     contentRow->addSpacing(8);
     contentRow->addWidget(makeDescriptionColumn());
 
