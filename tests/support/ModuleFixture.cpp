@@ -91,3 +91,10 @@ QByteArray descriptionOf(const QStringList &rootFeatures, const QByteArray &elem
            "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n"
         + root + elements + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
 }
+
+QByteArray intReg(const QByteArray &name, quint64 address)
+{
+    return "<IntReg Name='" + name + "'><Address>" + QByteArray::number(address)
+        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
+          "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
+}

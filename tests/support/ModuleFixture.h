@@ -47,3 +47,6 @@ QCameraTask *taskOf(const ModuleFixture::Camera &camera);
 
 /// A GenICam description around these elements, with a Root category that holds the features named in `rootFeatures`.
 QByteArray descriptionOf(const QStringList &rootFeatures, const QByteArray &elements);
+
+/// A register of four bytes that holds a signed number.
+QByteArray intReg(const QByteArray &name, quint64 address);

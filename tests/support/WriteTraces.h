@@ -5,7 +5,7 @@
 #include "tree/QGetFeaturesThread.h"
 #include "view/VexaFeatureTreeView.h"
 
-#include <QSignalSpy>
+#include <QtTest>
 
 // What writes leave behind them: accesses in the device's log, the mark of the camera, a refresh.
 
@@ -31,11 +31,14 @@ inline void forgetModifiedCameras()
 /// Waits until the refresh of what was written so far has ended and fills the editors of the view.
 inline bool waitForRefresh(const ModuleFixture::Camera &camera, VexaFeatureTreeView &view)
 {
-    // A round of the worker that serves the dependants, begun after everything that is due now.
-    auto *const pWorker = camera.tree->findChildren<QGetFeaturesThread *>().value(0);
-    QSignalSpy ended(pWorker, &QGetFeaturesThread::SigUpdateRoundEnd);
+    // A round of the worker that serves the dependants, begun after everything that is due now. A spy would be filled
+    // on the worker's thread.
+    bool bEnded = false;
+    const QObject here;
+    QObject::connect(camera.tree->findChildren<QGetFeaturesThread *>().value(0),
+                     &QGetFeaturesThread::SigUpdateRoundEnd, &here, [&bEnded] { bEnded = true; });
     camera.tree->OnAddValueChangedNodes({QStringLiteral("Root")});
-    const bool bEnded = ended.wait(10000) || !ended.isEmpty();
+    bEnded = QTest::qWaitFor([&bEnded] { return bEnded; }, 10000);
     QCoreApplication::processEvents();
     view.flushEditorUpdates();
     QCoreApplication::processEvents();

@@ -1,11 +1,11 @@
 #include "DeviceTaskModule/QCameraBasicTask.h"
 #include "DeviceTaskModule/QTaskManager.h"
-#include "DeviceTaskModule/VexaFeatureObserverable.h"
 #include "ShellServicesModule/COMMONINTERFACE.h"
 #include "UtilityKit/VexaInterface.h"
 #include "host/shellservices/ShellHost.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/tree/FeatureRecorder.h"
 #include "tests/tree/WriteFixture.h"
 
 #include <QRegularExpression>
@@ -13,28 +13,6 @@
 
 using Values = QVector<QPair<QString, QVariant>>; ///< feature and value; a command takes any value
 Q_DECLARE_METATYPE(Values)
-
-namespace {
-
-/// Hears of features, and may take itself and another one out in the middle.
-class Observer : public VexaFeatureObserverable
-{
-public:
-    void notifyFeatureChanged(const QString &name, bool) override
-    {
-        m_heard.append(name);
-        if (m_pTree) {
-            m_pTree->RemoveFeatureObserverable(this);
-            m_pTree->RemoveFeatureObserverable(m_pOther);
-        }
-    }
-    void notifyFeatureTreeReleased(long int) override { }
-    QStringList m_heard;
-    VexaFeatureTree *m_pTree = nullptr;
-    Observer *m_pOther = nullptr;
-};
-
-} // namespace
 
 /// What the client hears after an edit in the view, and what any change of a row draws after it.
 class tst_afterwrite : public QObject
@@ -46,8 +24,6 @@ private slots:
     void tellsTheClient_data();
     void tellsTheClient();
     void renamesTheCamera();
-    void commands_data();
-    void commands();
     void defaultsAreLoaded();
     void sourceDataFollows();
     void observerLeavesInTheMiddle();
@@ -67,8 +43,9 @@ void tst_afterwrite::tellsTheClient_data()
 {
     QTest::addColumn<Values>("before");
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QStringList>("heard"); // but for the lines of the dispatcher
+    QTest::addColumn<QVariant>("value"); // of an edit; none for the rule alone
+    // But for the lines of the dispatcher; "$" is the camera's name.
+    QTest::addColumn<QStringList>("heard");
     const auto row = [](const char *tag, const char *name, const QVariant &value,
                         const QStringList &heard, const Values &before = {}) {
         QTest::newRow(tag) << before << QString(name) << value << heard;
@@ -90,6 +67,14 @@ void tst_afterwrite::tellsTheClient_data()
              QStringLiteral("info PollingParam changed ") + name});
     }
     row("polling node without a row of its own", "PollingAlgoROIRegion", 7, {});
+    for (const char *name : {"UserSetSave", "UserSetLoad", "UserSetRecoverFactory"}) {
+        row(name, name, QVariant(), {"info afterSetFeatureValue SigCameraNameRemoved strName = $"});
+    }
+    row("tuning", "SmartTune", QVariant(),
+        {"bus SigVexaEventStartSmartTune true", "info SetSmtTuneNode SmartTune"});
+    row("adapting", "SelfAdaptParamAdjustStart", QVariant(),
+        {"bus SigVexaEventStartSmartTune false", "info SetSmtTuneNode SelfAdaptParamAdjustStart"});
+    row("another command", "FocusStepPlus", QVariant(), {});
 }
 
 void tst_afterwrite::tellsTheClient()
@@ -103,8 +88,14 @@ void tst_afterwrite::tellsTheClient()
         QVERIFY2(fixture.setOnDevice(step.first, step.second), qPrintable(step.first));
         fixture.tree().getFeatureValueFromCamera(fixture.item(step.first));
     }
+    const QString cameraName = fixture.tree().GetCurCameraName();
+    heard.replaceInStrings("$", cameraName);
+    COMMONINTERFACE::AddCurrentCamModified(cameraName);
     fixture.takeHeard();
-    QVERIFY(fixture.edit(name, value));
+    fixture.control().clearAccessLog();
+    const bool isEdit = value.isValid();
+    QVERIFY(isEdit ? fixture.edit(name, value) : fixture.tree().afterSetFeatureValue(name));
+    QVERIFY(isEdit || fixture.accessesOfWrites() == 0);
     static const QRegularExpression dispatched(
         "NodeName:|strFtpEnable|UpdateFeatures|^listen |UpdateROI");
     QStringList lines = fixture.takeHeard();
@@ -112,9 +103,14 @@ void tst_afterwrite::tellsTheClient()
         lines.removeOne(line);
     }
     QCOMPARE(lines, heard);
-    // The write alone tells nothing of this.
-    fixture.write(name, value);
-    QVERIFY(heard.isEmpty() || fixture.takeHeard().filter(heard.last()).isEmpty());
+    QCOMPARE(ShellHost::instance()->modifiedCameras().isEmpty(),
+             !heard.filter("SigCameraNameRemoved").isEmpty());
+    COMMONINTERFACE::RemoveCurrentCamModified(cameraName);
+    if (isEdit) {
+        // The write alone tells nothing of this.
+        fixture.write(name, value);
+        QVERIFY(heard.isEmpty() || fixture.takeHeard().filter(heard.last()).isEmpty());
+    }
 }
 
 void tst_afterwrite::renamesTheCamera()
@@ -148,39 +144,6 @@ void tst_afterwrite::renamesTheCamera()
     verifyName(oldName, {});
     COMMONINTERFACE::RemoveCurrentCamModified(oldName);
     m_shared.reset();
-}
-
-void tst_afterwrite::commands_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QStringList>("heard"); // "$" is the camera's name
-    const QString removed = "info afterSetFeatureValue SigCameraNameRemoved strName = $";
-    for (const char *name : {"UserSetSave", "UserSetLoad", "UserSetRecoverFactory"}) {
-        QTest::newRow(name) << name << QStringList(removed);
-    }
-    QTest::newRow("tuning") << "SmartTune"
-                            << QStringList{"bus SigVexaEventStartSmartTune true",
-                                           "info SetSmtTuneNode SmartTune"};
-    QTest::newRow("adapting") << "SelfAdaptParamAdjustStart"
-                              << QStringList{"bus SigVexaEventStartSmartTune false",
-                                             "info SetSmtTuneNode SelfAdaptParamAdjustStart"};
-    QTest::newRow("another command") << "FocusStepPlus" << QStringList();
-}
-
-void tst_afterwrite::commands()
-{
-    QFETCH(QString, name);
-    QFETCH(QStringList, heard);
-    WriteFixture &fixture = m_shared.get();
-    const QString cameraName = fixture.tree().GetCurCameraName();
-    heard.replaceInStrings("$", cameraName);
-    COMMONINTERFACE::AddCurrentCamModified(cameraName);
-    QVERIFY(fixture.tree().afterSetFeatureValue(name));
-    QCOMPARE(fixture.takeHeard(), heard);
-    const bool cleared = name.startsWith("UserSet");
-    QCOMPARE(ShellHost::instance()->modifiedCameras().isEmpty(), cleared);
-    QCOMPARE(fixture.accessesOfWrites(), 0);
-    COMMONINTERFACE::RemoveCurrentCamModified(cameraName);
 }
 
 /// The defaults are in the selected set; only a load brings them into the device.
@@ -235,21 +198,18 @@ void tst_afterwrite::sourceDataFollows()
 
 void tst_afterwrite::observerLeavesInTheMiddle()
 {
-    Observer first;
-    Observer second;
-    Observer last;
     WriteFixture &fixture = m_shared.get();
-    first.m_pTree = &fixture.tree();
-    first.m_pOther = &second;
-    for (Observer *observer : {&first, &second, &last}) {
-        fixture.tree().AddFeatureObserverable(observer);
+    FeatureRecorder first(fixture.tree());
+    FeatureRecorder second(fixture.tree());
+    const FeatureRecorder last(fixture.tree());
+    first.m_whenTold = [&] {
+        fixture.tree().RemoveFeatureObserverable(&first);
+        fixture.tree().RemoveFeatureObserverable(&second);
+    };
+    for (int turn = 0; turn < 2; ++turn) {
+        fixture.tree().itemValueChanged(fixture.item("Gain"), false);
     }
-    fixture.tree().itemValueChanged(fixture.item("Gain"), false);
-    fixture.tree().itemValueChanged(fixture.item("Gain"), false);
-    QCOMPARE(first.m_heard.size(), 1);
-    QVERIFY(second.m_heard.isEmpty());
-    QCOMPARE(last.m_heard.size(), 2);
-    fixture.tree().RemoveFeatureObserverable(&last);
+    QVERIFY(first.m_names.size() == 1 && second.m_names.isEmpty() && last.m_names.size() == 2);
 }
 
 QTEST_MAIN(tst_afterwrite)

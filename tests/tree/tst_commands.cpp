@@ -155,16 +155,13 @@ private slots:
     void cleanupTestCase() { m_shared.reset(); }
     void pressed_data();
     void pressed();
-    void answers_data();
     void answers();
     void loadWhileADialogIsUp();
     void rowsMadeAnewUnderALoad();
     void autoTrigger();
     void tuneDataAreHandedOn();
     void manyClicks();
-    void whileAQuestionIsOpen_data();
     void whileAQuestionIsOpen();
-    void resets_data();
     void resets();
     void loadingDialogOfFrameGrabbers();
 
@@ -241,63 +238,58 @@ void tst_commands::pressed()
     f.m_bAnswersYes = true;
 }
 
-void tst_commands::answers_data()
-{
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("answer");
-    QTest::addColumn<int>("writes");
-    const auto row = [](const char *tag, const char *step, const char *name, bool answer,
-                        int writes) {
-        QTest::newRow(tag) << QString(step) << QString(name) << answer << writes;
-    };
-    row("first start after a stop", "stop", "AcquisitionStart", false, 0);
-    row("second start after a stop", "stop swallowed", "AcquisitionStart", true, 1);
-    row("the client's start takes the trap away", "stop start", "AcquisitionStart", true, 1);
-    row("stop swallows no other command", "stop", "StatisticsReset", true, 1);
-    row("filter rules are no command of the device", "", "Custom_RegularExpressionFilterRules",
-        true, 0);
-    row("focus under way", "focus", "FocusMode", false, 0);
-    row("focus whose state cannot be read", "focus unreadable", "FocusMode", true, 1);
-    row("tune stopped by the client", "tune", "SmartTuneStop", true, 1);
-    row("no name", "", "", false, 0);
-    row("no task", "close", "StatisticsReset", false, 0);
-}
-
 void tst_commands::answers()
 {
-    QFETCH(QString, step);
-    QFETCH(QString, name);
-    QFETCH(bool, answer);
-    QFETCH(int, writes);
+    static const struct
+    {
+        const char *fault;
+        const char *step;
+        const char *name;
+        bool answer;
+        bool writes;
+    } rows[] = {
+        {"first start after a stop", "stop", "AcquisitionStart", false, false},
+        {"second start after a stop", "stop swallowed", "AcquisitionStart", true, true},
+        {"the client's start takes the trap away", "stop start", "AcquisitionStart", true, true},
+        {"stop swallows no other command", "stop", "StatisticsReset", true, true},
+        {"filter rules are no command of the device", "", "Custom_RegularExpressionFilterRules",
+         true, false},
+        {"focus under way", "focus", "FocusMode", false, false},
+        {"focus whose state cannot be read", "focus unreadable", "FocusMode", true, true},
+        {"tune stopped by the client", "tune", "SmartTuneStop", true, true},
+        {"no name", "", "", false, false},
+        {"no task", "close", "StatisticsReset", false, false},
+    };
     CommandFixture &f = m_shared.get();
-    QTRY_VERIFY(!f.isRefreshDue());
-    if (step.startsWith("stop")) {
-        f.tree().OnCameraStopShot();
+    for (const auto &row : rows) {
+        const QString step = row.step;
+        QTRY_VERIFY2(!f.isRefreshDue(), row.fault);
+        if (step.startsWith("stop")) {
+            f.tree().OnCameraStopShot();
+        }
+        if (step == "stop start") {
+            f.tree().OnCameraStartShot();
+        } else if (step == "stop swallowed") {
+            QVERIFY(!f.write(row.name, QVariant()));
+        } else if (step == "focus") {
+            f.control().poke(f.addressOf("AutoFocusStat"), QByteArray(4, '\0'));
+        } else if (step == "close") {
+            f.module().host().closeCamera(f.camera().id);
+        }
+        f.setFailing("AutoFocusStat", step == "focus unreadable");
+        f.takeHeard();
+        f.control().clearAccessLog();
+        if (step == "tune") {
+            f.tree().StopSmartTune(row.name);
+        } else {
+            QVERIFY2(f.tree().setFeatureValue("Command", row.name, QVariant()) == row.answer,
+                     row.fault);
+        }
+        QVERIFY2(f.accessesOfWrites() == int(row.writes), row.fault);
+        QVERIFY2(f.isRefreshDue() == row.writes, row.fault);
+        QCOMPARE(f.heardOfCommand(), row.writes ? QStringList(ran(row.name)) : QStringList());
     }
-    if (step == "stop start") {
-        f.tree().OnCameraStartShot();
-    } else if (step == "stop swallowed") {
-        QVERIFY(!f.write(name, QVariant()));
-    } else if (step == "focus") {
-        f.control().poke(f.addressOf("AutoFocusStat"), QByteArray(4, '\0'));
-    } else if (step == "close") {
-        f.module().host().closeCamera(f.camera().id);
-    }
-    f.setFailing("AutoFocusStat", step == "focus unreadable");
-    f.takeHeard();
-    f.control().clearAccessLog();
-    if (step == "tune") {
-        f.tree().StopSmartTune(name);
-    } else {
-        QCOMPARE(f.tree().setFeatureValue("Command", name, QVariant()), answer);
-    }
-    QCOMPARE(f.accessesOfWrites(), writes);
-    QCOMPARE(f.isRefreshDue(), writes > 0);
-    QCOMPARE(f.heardOfCommand(), writes > 0 ? QStringList(ran(qPrintable(name))) : QStringList());
-    if (step == "close") {
-        m_shared.reset();
-    }
+    m_shared.reset();
 }
 
 void tst_commands::loadWhileADialogIsUp()
@@ -396,105 +388,100 @@ void tst_commands::manyClicks()
     QTRY_VERIFY(!f.isRefreshDue() && !CustomLoadingDialog::isLoading(1));
 }
 
-void tst_commands::whileAQuestionIsOpen_data()
-{
-    QTest::addColumn<QString>("meanwhile");
-    QTest::addColumn<QStringList>("heard");
-    const QStringList deleted{DELETE_SET, ran("UserSetDelete")};
-    QTest::newRow("the same command") << "UserSetDelete" << deleted;
-    QTest::newRow("a second question") << "UserSetRecoverFactory" << deleted;
-    QTest::newRow("a warning") << "UserSetRecover" << deleted;
-    QTest::newRow("a failure is shown behind it")
-        << "DoesNotExist"
-        << QStringList{DELETE_SET,
-                       "box The feature could not be set.|Node 'DoesNotExist' was not executed. @/"
-                       "0x90006203: The node does not exist or is of another kind.",
-                       ran("UserSetDelete")};
-    QTest::newRow("the tree goes") << "remove" << QStringList{DELETE_SET};
-    QTest::newRow("the camera goes") << "close" << QStringList{DELETE_SET};
-}
-
 void tst_commands::whileAQuestionIsOpen()
 {
-    QFETCH(QString, meanwhile);
-    QFETCH(QStringList, heard);
-    CommandFixture &f = m_shared.get();
-    QTRY_VERIFY(!f.isRefreshDue());
-    QVERIFY(f.setOnDevice("UserSetAdd", 0));
-    f.control().clearAccessLog();
-    f.takeHeard();
-    ScreenWatch watch;
-    const QPointer<VexaFeatureTree> tree = &f.tree();
-    f.m_whileBoxIsUp = [&f, &meanwhile] {
-        if (meanwhile == "close") {
-            f.module().host().closeCamera(f.camera().id);
-        } else if (meanwhile == "remove") {
-            f.module().close(f.camera());
-            QVERIFY(!QApplication::activeModalWidget()); // nobody needs to answer
-        } else {
-            QVERIFY(!f.tree().setFeatureValue("Command", meanwhile, QVariant()));
+    const QStringList deleted{DELETE_SET, ran("UserSetDelete")};
+    const struct
+    {
+        const char *meanwhile; ///< another command, or who goes
+        QStringList heard;
+    } rows[] = {{"UserSetDelete", deleted}, // the same
+                {"UserSetRecoverFactory", deleted}, // a second question
+                {"UserSetRecover", deleted}, // a warning
+                {"DoesNotExist", // its failure is shown behind the question
+                 {DELETE_SET,
+                  "box The feature could not be set.|Node 'DoesNotExist' was not executed. @/"
+                  "0x90006203: The node does not exist or is of another kind.",
+                  ran("UserSetDelete")}},
+                {"the tree goes", {DELETE_SET}},
+                {"the camera goes", {DELETE_SET}}};
+    for (const auto &row : rows) {
+        const QString meanwhile = row.meanwhile;
+        const bool gone = meanwhile.endsWith(" goes");
+        const bool treeGoes = meanwhile == "the tree goes";
+        CommandFixture &f = m_shared.get();
+        QTRY_VERIFY(!f.isRefreshDue());
+        QVERIFY(f.setOnDevice("UserSetAdd", 0));
+        f.control().clearAccessLog();
+        f.takeHeard();
+        ScreenWatch watch;
+        const QPointer<VexaFeatureTree> tree = &f.tree();
+        f.m_whileBoxIsUp = [&] {
+            if (treeGoes) {
+                f.module().close(f.camera());
+                QVERIFY(!QApplication::activeModalWidget()); // nobody needs to answer
+            } else if (gone) {
+                f.module().host().closeCamera(f.camera().id);
+            } else {
+                QVERIFY(!f.tree().setFeatureValue("Command", meanwhile, QVariant()));
+            }
+        };
+        QVERIFY2(tree->setFeatureValue("Command", "UserSetDelete", QVariant()) != gone,
+                 row.meanwhile);
+        QVERIFY2(f.accessesOfWrites() == int(!gone), row.meanwhile);
+        QVERIFY2(watch.m_nMostBoxes == 1, row.meanwhile);
+        QVERIFY2(!CustomLoadingDialog::isLoading(1), row.meanwhile);
+        QStringList lines = f.heardOfCommand();
+        lines.removeAll("message ready for delete");
+        QCOMPARE(lines, row.heard);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QTRY_COMPARE(tree.isNull(), treeGoes);
+        if (gone) {
+            m_shared.reset();
         }
-    };
-    const bool gone = meanwhile == "close" || meanwhile == "remove";
-    QCOMPARE(tree->setFeatureValue("Command", "UserSetDelete", QVariant()), !gone);
-    QCOMPARE(f.accessesOfWrites(), gone ? 0 : 1);
-    QCOMPARE(watch.m_nMostBoxes, 1);
-    QVERIFY(!CustomLoadingDialog::isLoading(1));
-    QStringList lines = f.heardOfCommand();
-    lines.removeAll("message ready for delete");
-    QCOMPARE(lines, heard);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QTRY_COMPARE(tree.isNull(), meanwhile == "remove");
-    if (gone) {
-        m_shared.reset();
     }
-}
-
-void tst_commands::resets_data()
-{
-    QTest::addColumn<QString>("road"); // a button, or the event
-    QTest::addColumn<QStringList>("heard");
-    QTest::newRow("reset asks nothing")
-        << "DeviceReset" << QStringList{REBOOTING, ran("DeviceReset")};
-    QTest::newRow("factory recovery after a yes")
-        << "RecoverFactory" << QStringList{RECOVER, REBOOTING, ran("RecoverFactory")};
-    QTest::newRow("after an import, told on another thread")
-        << "event" << QStringList{REBOOTING, ran("DeviceReset")};
 }
 
 void tst_commands::resets()
 {
-    QFETCH(QString, road);
-    QFETCH(QStringList, heard);
-    CommandFixture &f = m_shared.fresh();
-    VexaFeatureTreeView *view = f.tree().treeView();
-    f.tree().OnAddValueChangedNodes({"Width"});
-    if (road != "event") {
-        QVERIFY(f.press(road));
-    } else {
-        long int id = f.camera().id + 1;
-        const auto tell = [&id] {
-            VexaListenTools::instance()->notifyListeners(VEXA_EVENT_RESET_DEVICE, &id);
-        };
-        tell();
-        QVERIFY(f.accessesOfWrites() == 0 && f.isTimerActive(-1)); // it is another camera's
-        id = f.camera().id;
-        const std::unique_ptr<QThread> thread(QThread::create(tell));
-        thread->start();
-        QVERIFY(thread->wait(QDeadlineTimer(5000)));
-        id = 0; // it was the call's
-        QCOMPARE(f.accessesOfWrites(), 0); // not on that thread
-        QCoreApplication::sendPostedEvents(&f.tree(), QEvent::MetaCall);
-    }
-    QCOMPARE(f.accessesOfWrites(), 1);
-    QVERIFY(!f.isTimerActive(-1));
-    QTest::qWait(0);
-    QCOMPARE(f.heardOfCommand(), heard);
-    QVERIFY(!CustomLoadingDialog::isLoading(1));
-    QVERIFY(!view->propertyDelegate()->isEditorsEnabled());
-    view->flushEditorUpdates();
-    for (const char *name : {"StatisticsReset", "ExposureTime", "TriggerMode"}) {
-        QVERIFY(!view->indexWidget(view->indexOfItem(f.item(name), 1))->isEnabled());
+    const struct
+    {
+        const char *road; ///< a button, or the event of an import on another thread
+        QStringList heard;
+    } rows[] = {{"DeviceReset", {REBOOTING, ran("DeviceReset")}}, // asks nothing
+                {"RecoverFactory", {RECOVER, REBOOTING, ran("RecoverFactory")}},
+                {"event", {REBOOTING, ran("DeviceReset")}}};
+    for (const auto &row : rows) {
+        CommandFixture &f = m_shared.fresh();
+        VexaFeatureTreeView *view = f.tree().treeView();
+        f.tree().OnAddValueChangedNodes({"Width"});
+        if (qstrcmp(row.road, "event") != 0) {
+            QVERIFY2(f.press(row.road), row.road);
+        } else {
+            long int id = f.camera().id + 1;
+            const auto tell = [&id] {
+                VexaListenTools::instance()->notifyListeners(VEXA_EVENT_RESET_DEVICE, &id);
+            };
+            tell();
+            QVERIFY(f.accessesOfWrites() == 0 && f.isTimerActive(-1)); // it is another camera's
+            id = f.camera().id;
+            const std::unique_ptr<QThread> thread(QThread::create(tell));
+            thread->start();
+            QVERIFY(thread->wait(QDeadlineTimer(5000)));
+            id = 0; // it was the call's
+            QCOMPARE(f.accessesOfWrites(), 0); // not on that thread
+            QCoreApplication::sendPostedEvents(&f.tree(), QEvent::MetaCall);
+        }
+        QVERIFY2(f.accessesOfWrites() == 1, row.road);
+        QVERIFY2(!f.isTimerActive(-1), row.road);
+        QTest::qWait(0);
+        QCOMPARE(f.heardOfCommand(), row.heard);
+        QVERIFY2(!CustomLoadingDialog::isLoading(1), row.road);
+        QVERIFY2(!view->propertyDelegate()->isEditorsEnabled(), row.road);
+        view->flushEditorUpdates();
+        for (const char *name : {"StatisticsReset", "ExposureTime", "TriggerMode"}) {
+            QVERIFY2(!view->indexWidget(view->indexOfItem(f.item(name), 1))->isEnabled(), row.road);
+        }
     }
     m_shared.reset();
 }
@@ -505,6 +492,12 @@ void tst_commands::loadingDialogOfFrameGrabbers()
     CommandFixture f("grabber-camera");
     const int key = int(f.camera().id) + 3;
     f.control().setLatency(50);
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
+    QVERIFY(!f.write("Gain", 1e30));
+    QVERIFY(!CustomLoadingDialog::isLoading(key));
+    QVERIFY(f.write("Gain", 2.0));
+    QVERIFY(CustomLoadingDialog::isLoading(key));
+    QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
     QVERIFY(f.write("UserSetLoad", QVariant()));
     QVERIFY(!CustomLoadingDialog::isLoading(1));
     QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));

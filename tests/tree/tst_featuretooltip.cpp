@@ -42,54 +42,46 @@ class tst_featuretooltip : public QObject
 {
     Q_OBJECT
 private slots:
-    void head_data();
     void head();
     void tail();
     void entries();
 };
 
-void tst_featuretooltip::head_data()
-{
-    QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("description");
-    QTest::addColumn<QString>("translation");
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("expected");
-    const char *const plain = "<Command Name='Gain'/>";
-    const auto row = [](const char *fault, const char *xml, const char *description,
-                        const char *translation, const char *language, const char *expected) {
-        QTest::newRow(fault) << QByteArray(xml) << description << translation << language
-                             << expected;
-    };
-    row("no name space is Standard", plain, "", "", "ENG", "Name Space: Standard");
-    row("visibility of the node", "<Command><Visibility>Expert</Visibility></Command>", "", "",
-        "ENG", "Visibility: Expert");
-    row("double quotes become single", plain, "a \"b\" c", "", "ENG", "a 'b' c");
-    row("a placeholder takes what stands there", plain, "a %7 b", "", "ENG", "a No");
-    row("a text full of placeholders stays text", plain,
-        QByteArray("%8").repeated(70000).constData(), "", "ENG", "%8%8");
-    row("markup stays text", plain, "x < y & z", "", "ENG", "x < y & z");
-    row("Chinese shows the translation", plain, "", "文本", "CH", "文本");
-    row("Chinese title is the translated name", plain, "Text", "", "CH", "增益");
-}
-
 void tst_featuretooltip::head()
 {
-    QFETCH(QByteArray, xml);
-    QFETCH(QString, description);
-    QFETCH(QString, translation);
-    QFETCH(QString, language);
-    QFETCH(QString, expected);
-    CTreeItemValue value;
-    value.m_strDescription = description;
-    value.m_strDescriptionTrans = translation;
-    value.m_strTranslateName = QString("增益");
-    const NodeFacts facts = factsOf(xml);
-    FeatureToolTipSource source;
-    source.facts = &facts;
-    source.value = &value;
-    const QString text = shownText(FeatureToolTip::CreateToolTip(source, language));
-    QVERIFY2(text.contains(expected), qPrintable(text));
+    const char *const plain = "<Command Name='Gain'/>";
+    const struct
+    {
+        const char *fault;
+        const char *xml;
+        QString description;
+        QString translation;
+        const char *language;
+        const char *expected;
+    } rows[] = {
+        {"no name space is Standard", plain, "", "", "ENG", "Name Space: Standard"},
+        {"visibility of the node", "<Command><Visibility>Expert</Visibility></Command>", "", "",
+         "ENG", "Visibility: Expert"},
+        {"double quotes become single", plain, "a \"b\" c", "", "ENG", "a 'b' c"},
+        {"a placeholder takes what stands there", plain, "a %7 b", "", "ENG", "a No"},
+        {"a text full of placeholders stays text", plain, QString("%8").repeated(70000), "", "ENG",
+         "%8%8"},
+        {"markup stays text", plain, "x < y & z", "", "ENG", "x < y & z"},
+        {"Chinese shows the translation", plain, "", "文本", "CH", "文本"},
+        {"Chinese title is the translated name", plain, "Text", "", "CH", "增益"},
+    };
+    for (const auto &row : rows) {
+        CTreeItemValue value;
+        value.m_strDescription = row.description;
+        value.m_strDescriptionTrans = row.translation;
+        value.m_strTranslateName = QString("增益");
+        const NodeFacts facts = factsOf(row.xml);
+        FeatureToolTipSource source;
+        source.facts = &facts;
+        source.value = &value;
+        const QString text = shownText(FeatureToolTip::CreateToolTip(source, row.language));
+        QVERIFY2(text.contains(row.expected), row.fault);
+    }
 }
 
 void tst_featuretooltip::tail()

@@ -1,9 +1,9 @@
 #include "ControlKit/CustomMessageBox.h"
-#include "DeviceTaskModule/VexaFeatureObserverable.h"
 #include "ShellServicesModule/VexaListenTools.h"
 #include "model/CTreeItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tests/support/ModuleFixture.h"
+#include "tests/tree/FeatureRecorder.h"
 #include "tree/QGetFeaturesThread.h"
 
 #include <QPointer>
@@ -13,17 +13,18 @@
 
 namespace {
 
-SimulatedDevices::Simulated areaCamera()
+/// An area camera after its first update.
+struct Opened : ModuleFixture
 {
-    return SimulatedDevices::builtIn("area-camera");
-}
-
-class RecordingObserver : public VexaFeatureObserverable
-{
-public:
-    void notifyFeatureChanged(const QString &, bool) override { }
-    void notifyFeatureTreeReleased(long int cameraId) override { m_released.append(cameraId); }
-    QList<long int> m_released;
+    explicit Opened(unsigned int accessMode = 4)
+        : camera(open(SimulatedDevices::builtIn("area-camera"), accessMode))
+    {
+        waitForFirstUpdate(camera);
+        control.setLogging(true);
+    }
+    const Camera camera;
+    VexaFeatureTree &tree = *camera.tree;
+    SimulatorControl &control = *camera.device.control;
 };
 
 } // namespace
@@ -42,71 +43,61 @@ private slots:
 
 void tst_featuretree::opensOnceRestartsAndCloses()
 {
-    RecordingObserver stays;
-    RecordingObserver leaves;
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera(), 2);
-    VexaFeatureTree &tree = *camera.tree;
-    QVERIFY(!tree.isCanEdit());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    const QMap<QString, VexaPropertyTreeItem *> items = tree.AllTreeItemsMap();
-    const QAbstractItemModel *model = tree.findChild<QTreeView *>()->model();
+    Opened f(2);
+    QVERIFY(!f.tree.isCanEdit());
+    const QMap<QString, VexaPropertyTreeItem *> items = f.tree.AllTreeItemsMap();
+    const QAbstractItemModel *model = f.tree.findChild<QTreeView *>()->model();
     const int rows = model->rowCount();
     QVERIFY(items.size() >= 180);
-    tree.OnCameraOpen(4);
-    QCOMPARE(tree.AllTreeItemsMap(), items);
+    f.tree.OnCameraOpen(4);
+    QCOMPARE(f.tree.AllTreeItemsMap(), items);
     for (int turn = 0; turn < 3; ++turn) {
-        tree.OnResartCameraOpen(4);
-        QCOMPARE(tree.AllTreeItemsMap().keys(), items.keys());
+        f.tree.OnResartCameraOpen(4);
+        QCOMPARE(f.tree.AllTreeItemsMap().keys(), items.keys());
         QCOMPARE(model->rowCount(), rows);
     }
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    QVERIFY(tree.propertyItemByName("Width")->isValueCached());
+    QVERIFY(ModuleFixture::waitForFirstUpdate(f.camera));
+    QVERIFY(f.tree.propertyItemByName("Width")->isValueCached());
 
-    tree.AddFeatureObserverable(&stays);
-    tree.AddFeatureObserverable(&leaves);
-    tree.RemoveFeatureObserverable(&leaves);
-    tree.OnCameraClose();
-    QVERIFY(tree.GetCurCameraID() == -1 && tree.AllTreeItemsMap().isEmpty());
-    QVERIFY(tree.findChild<QTextEdit *>()->toPlainText().isEmpty());
+    const FeatureRecorder stays(f.tree);
+    FeatureRecorder leaves(f.tree);
+    f.tree.RemoveFeatureObserverable(&leaves);
+    f.tree.OnCameraClose();
+    QVERIFY(f.tree.GetCurCameraID() == -1 && f.tree.AllTreeItemsMap().isEmpty());
+    QVERIFY(f.tree.findChild<QTextEdit *>()->toPlainText().isEmpty());
     QCOMPARE(model->rowCount(), 0);
-    tree.RefreshFeatures();
-    tree.OnBtnRefresh();
-    fixture.close(camera);
+    f.tree.RefreshFeatures();
+    f.tree.OnBtnRefresh();
+    f.close(f.camera);
     QVERIFY(stays.m_released.size() == 1 && leaves.m_released.isEmpty());
 }
 
 void tst_featuretree::stopWaitsForOneAccessOnly()
 {
-    ModuleFixture fixture;
-    const auto device = areaCamera();
-    const ModuleFixture::Camera camera = fixture.open(device);
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    device.control->setLatency(200000);
-    device.control->setLogging(true);
-    device.control->clearAccessLog();
-    camera.tree->RefreshFeatures();
-    QTRY_VERIFY(!device.control->accessLog().isEmpty());
-    const int before = device.control->accessLog().size();
-    camera.tree->StopThread(true);
+    const Opened f;
+    f.control.setLatency(200000);
+    f.control.clearAccessLog();
+    f.tree.RefreshFeatures();
+    QTRY_VERIFY(!f.control.accessLog().isEmpty());
+    const int before = f.control.accessLog().size();
+    f.tree.StopThread(true);
     // One that is under way, and one that began while the stop was asked for.
-    QVERIFY(device.control->accessLog().size() <= before + 2);
-    device.control->setLatency(0);
+    QVERIFY(f.control.accessLog().size() <= before + 2);
+    f.control.setLatency(0);
 }
 
 void tst_featuretree::boxes()
 {
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    const auto boxes = [&camera] { return camera.tree->findChildren<CustomMessageBox *>(); };
-    camera.tree->ShowMessage(nullptr, "first", QString(), QString(), 1, false);
-    camera.tree->ShowMessage(nullptr, "title", "second", QString(), 3, true);
-    camera.tree->setMessageFalse(false);
-    camera.tree->ShowMessage(nullptr, "third", QString(), QString(), 1, false);
-    QCOMPARE(boxes().size(), 1);
-    const QPointer<CustomMessageBox> box = boxes().first();
+    Opened f;
+    f.tree.ShowMessage(nullptr, "first", QString(), QString(), 1, false);
+    f.tree.ShowMessage(nullptr, "title", "second", QString(), 3, true);
+    f.tree.setMessageFalse(false);
+    f.tree.ShowMessage(nullptr, "third", QString(), QString(), 1, false);
+    const QList<CustomMessageBox *> boxes = f.tree.findChildren<CustomMessageBox *>();
+    QCOMPARE(boxes.size(), 1);
+    const QPointer<CustomMessageBox> box = boxes.first();
     QCOMPARE(box->cContent() + box->cTextTitle(), QString("secondtitle"));
-    fixture.close(camera);
+    f.close(f.camera);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!box);
 }
@@ -114,7 +105,7 @@ void tst_featuretree::boxes()
 void tst_featuretree::removedByItsOwnSignal()
 {
     ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
+    const auto camera = fixture.open(SimulatedDevices::builtIn("area-camera"));
     const QPointer<VexaFeatureTree> tree = camera.tree;
     connect(camera.tree, &VexaFeatureTree::SigFirstEndUpdateFeature, this,
             [&] { fixture.close(camera); });
@@ -141,16 +132,16 @@ void tst_featuretree::releaseTwice()
 
 void tst_featuretree::refreshNodeEvent()
 {
-    ModuleFixture fixture;
-    const ModuleFixture::Camera camera = fixture.open(areaCamera());
-    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
-    QVERIFY(taskOf(camera)->SetIntegerValue("OffsetX", 16, nullptr));
-    const VexaPropertyTreeItem *item = camera.tree->propertyItemByName("OffsetX");
-    VexaNodeEventData other{static_cast<qint32>(camera.id + 1), "OffsetX"};
-    VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &other);
+    const Opened f;
+    QVERIFY(taskOf(f.camera)->SetIntegerValue("OffsetX", 16, nullptr));
+    const VexaPropertyTreeItem *item = f.tree.propertyItemByName("OffsetX");
+    const auto tell = [](long int cameraId) {
+        VexaNodeEventData node{static_cast<qint32>(cameraId), "OffsetX"};
+        VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &node);
+    };
+    tell(f.camera.id + 1);
     QVERIFY(item->value()->value().toLongLong() != 16);
-    VexaNodeEventData node{static_cast<qint32>(camera.id), "OffsetX"};
-    VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, &node);
+    tell(f.camera.id);
     QTRY_COMPARE(item->value()->value().toLongLong(), 16LL);
     VexaListenTools::instance()->notifyListeners(VEXA_EVENT_REFRESH_NODE, nullptr);
 }

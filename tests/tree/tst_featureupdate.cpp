@@ -1,10 +1,13 @@
 #include "ShellServicesModule/QLocalCfg.h"
+#include "ShellServicesModule/QVexaEventBus.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
 #include "tests/support/ModuleFixture.h"
 #include "tree/QGetFeaturesThread.h"
 
+#include <QComboBox>
+#include <QSignalSpy>
 #include <QtTest>
 
 namespace {
@@ -14,13 +17,8 @@ constexpr quint64 ONE = 0x104; // reads 1
 constexpr quint64 BROKEN = 0x108; // fails
 constexpr quint64 MINIMUM = 0x10C;
 constexpr quint64 MAXIMUM = 0x110;
-
-QByteArray intReg(const char *name, quint64 address)
-{
-    return QByteArray("<IntReg Name='") + name + "'><Address>" + QByteArray::number(address)
-        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
-          "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
-}
+constexpr quint64 ZERO = 0x114;
+constexpr quint64 MANY = 0x1000; // of manyFeatures, four bytes each
 
 /// A camera with a few features, at level beginner, after its first update.
 struct Opened : ModuleFixture
@@ -31,7 +29,7 @@ struct Opened : ModuleFixture
         QLocalCfg::Instance()->SetUserLevel(2);
         const QByteArray registers = intReg("ValueReg", VALUE) + intReg("One", ONE)
             + intReg("Broken", BROKEN) + intReg("MinReg", MINIMUM) + intReg("MaxReg", MAXIMUM)
-            + intReg("Zero", 0x114);
+            + intReg("Zero", ZERO);
         const auto device =
             SimulatedDevices::fromDescription(descriptionOf(features, elements + registers), "test",
                                               SimulatorControl::MemoryPattern::Zero);
@@ -54,22 +52,61 @@ struct Opened : ModuleFixture
     {
         return camera.tree->propertyItemByName(name);
     }
+    qint64 shown(const QString &name = "Feature") const
+    {
+        return item(name)->valueSnapshot()->value().toLongLong();
+    }
     void update() const
     {
         camera.tree->updateFeature(item(), QGetFeaturesThread::UPDATE_EVERYTHING);
+    }
+    bool hasReadOnly(const QList<quint64> &addresses) const
+    {
+        const QVector<SimulatorAccess> log = control->accessLog();
+        return std::all_of(log.cbegin(), log.cend(), [&](const SimulatorAccess &access) {
+            return addresses.contains(access.address);
+        });
     }
 
     decltype(SimulatedDevices::Simulated::control) control;
     Camera camera;
 };
 
-QByteArray feature(const QByteArray &children, const QByteArray &name = "Feature")
+QByteArray feature(const QByteArray &children, const QByteArray &name = "Feature",
+                   const QByteArray &source = "ValueReg")
 {
-    return "<Integer Name='" + name + "'>" + children + "<pValue>ValueReg</pValue></Integer>";
+    return "<Integer Name='" + name + "'>" + children + "<pValue>" + source
+        + "</pValue></Integer>\n";
+}
+
+/// Features "Many0" and so on, each over a register of its own.
+QByteArray manyFeatures(int count, QStringList &names)
+{
+    QByteArray elements;
+    for (int i = 0; i < count; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        names.append("Many" + number);
+        elements += feature("", "Many" + number, "Reg" + number)
+            + intReg("Reg" + number, MANY + 4 * quint64(i));
+    }
+    return elements;
+}
+
+QStringList shownRows(VexaPropertyTreeItem *item)
+{
+    QStringList rows;
+    for (int row = 0; row < item->childCount(); ++row) {
+        if (item->child(row)->visible()) {
+            rows.append(item->child(row)->value()->m_strNodeName);
+            rows += shownRows(item->child(row));
+        }
+    }
+    return rows;
 }
 
 } // namespace
 
+/// What one update makes of a node, and which nodes each of the workers updates.
 class tst_featureupdate : public QObject
 {
     Q_OBJECT
@@ -79,6 +116,10 @@ private slots:
     void enumerationEntries();
     void failedReadKeepsTheValue();
     void unreachableDeviceChangesNothing();
+    void firstUpdateIsToldOnceAndGrabbingLocks();
+    void levelChangeShowsExactlyTheRows();
+    void changedNodesAreReadAfterTheBurst();
+    void pollingReadsItsTableOnly();
 };
 
 void tst_featureupdate::access()
@@ -152,28 +193,99 @@ void tst_featureupdate::enumerationEntries()
 
 void tst_featureupdate::failedReadKeepsTheValue()
 {
-    const Opened f({"Feature", "Unread"},
-                   feature("") + "<Integer Name='Unread'><pValue>Broken</pValue></Integer>",
+    const Opened f({"Feature", "Unread"}, feature("") + feature("", "Unread", "Broken"),
                    {{VALUE, 5}});
     QVERIFY(!f.item("Unread")->isValueCached() && f.item()->isValueCached());
     f.control->setFailing(VALUE, 10);
     f.poke(VALUE, 6);
     f.update();
-    QCOMPARE(f.item()->value()->value().toLongLong(), 5LL);
+    QCOMPARE(f.shown(), 5LL);
     f.control->setFailing(VALUE, 0);
     f.update();
-    QCOMPARE(f.item()->value()->value().toLongLong(), 6LL);
+    QCOMPARE(f.shown(), 6LL);
 }
 
 void tst_featureupdate::unreachableDeviceChangesNothing()
 {
     const Opened f({"Feature"}, feature("<pIsAvailable>One</pIsAvailable>"), {{VALUE, 5}});
     for (int turn = 0; turn < 2; ++turn) {
-        QVERIFY(f.item()->visible() && !f.item()->readOnly());
-        QCOMPARE(f.item()->value()->value().toLongLong(), 5LL);
+        QVERIFY(f.item()->visible() && !f.item()->readOnly() && f.shown() == 5);
         f.control->vanish();
         f.update();
     }
+}
+
+void tst_featureupdate::firstUpdateIsToldOnceAndGrabbingLocks()
+{
+    ModuleFixture fixture;
+    QLocalCfg::Instance()->SetUserLevel(0);
+    QSignalSpy bus(QVexaEventBus::Instance(),
+                   &QVexaEventBus::SigVexaEventFirstUpdateFeatureTreeEnd);
+    const ModuleFixture::Camera camera = fixture.open(SimulatedDevices::builtIn("area-camera"));
+    VexaFeatureTree &tree = *camera.tree;
+    QSignalSpy first(&tree, &VexaFeatureTree::SigFirstEndUpdateFeature);
+    QVERIFY(ModuleFixture::waitForFirstUpdate(camera));
+    // Heard on this thread and behind the tree; a spy would be filled on the worker's.
+    int ends = 0;
+    connect(tree.findChildren<QGetFeaturesThread *>().value(2), &QGetFeaturesThread::sigThreadEnd,
+            &tree, [&ends] { ++ends; });
+    tree.RefreshFeatures();
+    QTRY_COMPARE(ends, 1);
+    QVERIFY(first.count() == 1 && bus.count() == 1);
+    QCOMPARE(bus.first().first().value<long>(), camera.id);
+
+    const VexaPropertyTreeItem *width = tree.propertyItemByName("Width");
+    QVERIFY(width && !width->readOnly() && fixture.host().startGrabbing(camera.id));
+    tree.OnCameraStartShot();
+    QTRY_VERIFY(width->readOnly());
+    QVERIFY(fixture.host().stopGrabbing(camera.id));
+    tree.OnCameraStopShot();
+    QTRY_VERIFY(!width->readOnly());
+}
+
+void tst_featureupdate::levelChangeShowsExactlyTheRows()
+{
+    // The leaf's name sorts ahead of its category's, so that the pass reaches it first.
+    const Opened f({"Zoom", "Feature"},
+                   R"(<Category Name="Zoom"><Visibility>Expert</Visibility>
+<pFeature>AGuru</pFeature><pFeature>ABeginner</pFeature></Category>)"
+                       + feature("<Visibility>Guru</Visibility>", "AGuru")
+                       + feature("", "ABeginner") + feature(""));
+    const QStringList beginner{"Feature"};
+    VexaPropertyTreeItem *root = f.camera.tree->rootItem();
+    QCOMPARE(shownRows(root), beginner);
+    auto *combo = f.camera.tree->findChild<QComboBox *>();
+    combo->setCurrentIndex(0);
+    QTRY_COMPARE(shownRows(root), QStringList({"Zoom", "AGuru", "ABeginner", "Feature"}));
+    combo->setCurrentIndex(2);
+    QTRY_COMPARE(shownRows(root), beginner);
+    QCOMPARE(QLocalCfg::Instance()->GetUserLevel(), 2);
+}
+
+void tst_featureupdate::changedNodesAreReadAfterTheBurst()
+{
+    QStringList names;
+    const QByteArray elements = manyFeatures(50, names);
+    const Opened f(names, elements);
+    f.poke(MANY, 42);
+    f.poke(MANY + 4, 43);
+    f.camera.tree->OnAddValueChangedNodes({"Many0"});
+    emit QVexaEventBus::Instance()->SigVexaEventUpdateFeatureTree2(f.camera.id,
+                                                                   {"Many1", "Unknown"});
+    QTRY_COMPARE(f.shown("Many0"), 42LL);
+    QTRY_COMPARE(f.shown("Many1"), 43LL);
+    QVERIFY2(f.hasReadOnly({MANY, MANY + 4}), "a node that did not change was read");
+}
+
+void tst_featureupdate::pollingReadsItsTableOnly()
+{
+    QStringList names;
+    QByteArray elements = manyFeatures(20, names);
+    elements.replace("'Reg7'>", "'Reg7'><PollingTime>100</PollingTime>");
+    const Opened f(names, elements);
+    f.poke(MANY + 4 * 7, 7);
+    QTRY_COMPARE(f.shown("Many7"), 7LL);
+    QVERIFY(f.hasReadOnly({MANY + 4 * 7}));
 }
 
 QTEST_MAIN(tst_featureupdate)

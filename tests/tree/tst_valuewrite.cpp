@@ -1,6 +1,6 @@
 #include "ControlKit/CustomLoadingDialog.h"
-#include "DeviceTaskModule/VexaFeatureObserverable.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/tree/FeatureRecorder.h"
 #include "tests/tree/WriteFixture.h"
 
 #include <QPointer>
@@ -26,23 +26,6 @@ const char *const NOT_NOW = "0x90006104: The node is not accessible in its prese
 const char *const OUT_OF_RANGE = "0x90006202: The value is out of range.";
 const char *const REFUSED = "0x90006206: The device refused the access.";
 
-class NameRecorder : public VexaFeatureObserverable
-{
-public:
-    explicit NameRecorder(VexaFeatureTree &tree)
-        : m_tree(tree)
-    {
-        m_tree.AddFeatureObserverable(this);
-    }
-    ~NameRecorder() override { m_tree.RemoveFeatureObserverable(this); }
-    void notifyFeatureChanged(const QString &name, bool) override { m_names.append(name); }
-    void notifyFeatureTreeReleased(long int) override { }
-    QStringList m_names;
-
-private:
-    VexaFeatureTree &m_tree;
-};
-
 } // namespace
 
 /// Every rule that goes by type and node name, seen from the device, the boxes, the bus, the listeners and the log.
@@ -55,15 +38,12 @@ private slots:
     void writes_data();
     void writes();
     void suppressedPrompts();
-    void swallowedWritesShowTheDeviceAgain_data();
     void swallowedWritesShowTheDeviceAgain();
     void editorOfTheLimitIsRenewed();
     void burstGivesOneRefresh();
-    void valuesThatAreNone_data();
     void valuesThatAreNone();
     void writeOfAnotherThread();
     void byItem();
-    void whileABoxIsUp_data();
     void whileABoxIsUp();
     void rereadsOneItem();
     void loadingDialog();
@@ -272,45 +252,41 @@ void tst_valuewrite::suppressedPrompts()
     fixture.module().host().setPromptSuppressed(fixture.camera().id, false);
 }
 
-void tst_valuewrite::swallowedWritesShowTheDeviceAgain_data()
-{
-    QTest::addColumn<bool>("polling");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("told");
-    const QString held = "message '%1' was not written: while polling is on it belongs to the "
-                         "polling parameters.";
-    QTest::newRow("light") << true << "LightEnable" << QVariant(0) << held.arg("LightEnable");
-    QTest::newRow("segment") << true << "LightingSelector" << QVariant(3)
-                             << held.arg("LightingSelector");
-    QTest::newRow("name of FTP pictures") << false << "ResSet_Ftp_Picture_Name" << QVariant("")
-                                          << "box |The name of FTP pictures cannot be empty.";
-}
-
 void tst_valuewrite::swallowedWritesShowTheDeviceAgain()
 {
-    QFETCH(bool, polling);
-    QFETCH(QString, name);
-    QFETCH(QVariant, value);
-    QFETCH(QString, told);
-    WriteFixture &fixture = m_shared.fresh();
-    QVERIFY(fixture.setOnDevice("PollingEnable", polling));
-    QVERIFY(name != "ResSet_Ftp_Picture_Name" || fixture.setOnDevice(name, "kept"));
-    fixture.tree().updateFeature(fixture.item(name), 1);
-    fixture.takeHeard();
-    fixture.control().clearAccessLog();
-    QVERIFY(fixture.edit(name, value));
-    QCOMPARE(fixture.accessesOfWrites(), 0);
-    QCOMPARE(fixture.inRow(name).toString(), value.toString());
-    QVERIFY(fixture.takeHeard().contains(told));
-    QTRY_COMPARE(fixture.inRow(name).toString(), fixture.onDevice(name).toString());
-    QVERIFY(fixture.onDevice(name).toString() != value.toString());
+    const QString held = "message '%1' was not written: while polling is on it belongs to the "
+                         "polling parameters.";
+    const struct
+    {
+        const char *name;
+        QVariant value;
+        Values before;
+        QString told;
+    } rows[] = {{"LightEnable", 0, {{"PollingEnable", 1}}, held.arg("LightEnable")},
+                {"LightingSelector", 3, {{"PollingEnable", 1}}, held.arg("LightingSelector")},
+                {"ResSet_Ftp_Picture_Name",
+                 "",
+                 {{"ResSet_Ftp_Picture_Name", "kept"}},
+                 "box |The name of FTP pictures cannot be empty."}};
+    for (const auto &row : rows) {
+        WriteFixture &fixture = m_shared.fresh();
+        QVERIFY(fixture.setOnDevice(row.before.first().first, row.before.first().second));
+        fixture.tree().updateFeature(fixture.item(row.name), 1);
+        fixture.takeHeard();
+        fixture.control().clearAccessLog();
+        QVERIFY2(fixture.edit(row.name, row.value), row.name);
+        QCOMPARE(fixture.accessesOfWrites(), 0);
+        QCOMPARE(fixture.inRow(row.name).toString(), row.value.toString());
+        QVERIFY2(fixture.takeHeard().contains(row.told), row.name);
+        QTRY_COMPARE(fixture.inRow(row.name).toString(), fixture.onDevice(row.name).toString());
+        QVERIFY2(fixture.onDevice(row.name).toString() != row.value.toString(), row.name);
+    }
 }
 
 void tst_valuewrite::editorOfTheLimitIsRenewed()
 {
     WriteFixture &fixture = m_shared.fresh();
-    NameRecorder observer(fixture.tree());
+    FeatureRecorder observer(fixture.tree());
     const char *const limited[] = {"", "LocBarNum", "IdxLocCodeNum", "StackBarNum"};
     for (const int type : {1, 2, 3}) {
         observer.m_names.clear();
@@ -332,85 +308,71 @@ void tst_valuewrite::burstGivesOneRefresh()
     QVERIFY2(names.count("FocusStep") == 1 && names.contains("LaserEnable"), qPrintable(names));
 }
 
-void tst_valuewrite::valuesThatAreNone_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<int>("boxes");
-    const auto row = [](const char *tag, const char *type, const char *name, const QVariant &value,
-                        int boxes) {
-        QTest::newRow(tag) << QString(type) << QString(name) << value << boxes;
-    };
-    row("text for a number", "Integer", "FocusStep", "many", 1);
-    row("nothing for a number", "Float", "Gain", QVariant(), 1);
-    row("word for a switch", "Boolean", "LaserEnable", "on", 1);
-    row("markup, told of after a failure too", "Enumeration", "PollingLensType", "<i>1</i>", 1);
-    row("type without values", "Category", "ReadSetting", 1, 0);
-    row("no name", "Integer", "", 1, 0);
-}
-
 void tst_valuewrite::valuesThatAreNone()
 {
-    QFETCH(QString, type);
-    QFETCH(QString, name);
-    QFETCH(QVariant, value);
-    QFETCH(int, boxes);
+    const struct
+    {
+        const char *fault;
+        const char *type;
+        const char *name;
+        QVariant value;
+        int boxes;
+    } rows[] = {
+        {"text for a number", "Integer", "FocusStep", "many", 1},
+        {"nothing for a number", "Float", "Gain", QVariant(), 1},
+        {"word for a switch", "Boolean", "LaserEnable", "on", 1},
+        {"markup, told of after a failure too", "Enumeration", "PollingLensType", "<i>1</i>", 1},
+        {"type without values", "Category", "ReadSetting", 1, 0},
+        {"no name", "Integer", "", 1, 0}};
     WriteFixture &fixture = m_shared.get();
-    QVERIFY(!fixture.tree().setFeatureValue(type, name, value));
-    QCOMPARE(fixture.accessesOfWrites(), 0);
-    const QStringList told = fixture.takeHeard().filter(QRegularExpression("^box "));
-    QCOMPARE(told.size(), boxes);
-    QVERIFY(told.filter("<i>").isEmpty());
-}
-
-void tst_valuewrite::whileABoxIsUp_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("meanwhile");
-    const auto row = [](const char *tag, const char *name, const char *meanwhile) {
-        QTest::newRow(tag) << QString(name) << QString(meanwhile);
-    };
-    row("same write again", "UserSetRecover", "again");
-    row("declined", "UserSetRecoverPartly", "no");
-    row("another write", "UserSetRecoverPartly", "other");
-    row("device gone", "UserSetRecover", "vanish");
-    row("tree removed under a warning", "UserSetRecover", "close");
-    row("tree removed under a notice", "ResSet_Ftp_Picture_Name", "close");
+    for (const auto &row : rows) {
+        QVERIFY2(!fixture.tree().setFeatureValue(row.type, row.name, row.value), row.fault);
+        QVERIFY2(fixture.accessesOfWrites() == 0, row.fault);
+        const QStringList told = fixture.takeHeard().filter(QRegularExpression("^box "));
+        QVERIFY2(told.size() == row.boxes && told.filter("<i>").isEmpty(), row.fault);
+    }
 }
 
 void tst_valuewrite::whileABoxIsUp()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, meanwhile);
-    WriteFixture &fixture = m_shared.get();
-    const QPointer<VexaFeatureTree> tree = &fixture.tree();
-    QVariant inside;
-    fixture.m_bAnswersYes = meanwhile != "no";
-    fixture.m_whileBoxIsUp = [&] {
-        if (meanwhile == "close") {
-            fixture.module().close(fixture.camera());
-        } else if (meanwhile == "again") {
-            inside = fixture.write(name, QVariant());
-        } else if (meanwhile == "other") {
-            inside = fixture.write("FocusStep", 33);
-        } else if (meanwhile == "vanish") {
-            fixture.control().vanish();
+    static const struct
+    {
+        const char *meanwhile;
+        const char *name;
+    } rows[] = {{"the same again", "UserSetRecover"},       {"declined", "UserSetRecoverPartly"},
+                {"another write", "UserSetRecoverPartly"},  {"device gone", "UserSetRecover"},
+                {"tree removed", "UserSetRecover"}, // under a warning
+                {"tree removed", "ResSet_Ftp_Picture_Name"}}; // under a notice
+    for (const auto &row : rows) {
+        WriteFixture &fixture = m_shared.get();
+        const QPointer<VexaFeatureTree> tree = &fixture.tree();
+        const QString meanwhile = row.meanwhile;
+        const bool removed = meanwhile == "tree removed";
+        const bool other = meanwhile == "another write";
+        const bool gone = meanwhile == "device gone";
+        QVariant inside;
+        fixture.m_bAnswersYes = meanwhile != "declined";
+        fixture.m_whileBoxIsUp = [&] {
+            if (removed) {
+                fixture.module().close(fixture.camera());
+            } else if (gone) {
+                fixture.control().vanish();
+            } else if (meanwhile != "declined") {
+                inside =
+                    other ? fixture.write("FocusStep", 33) : fixture.write(row.name, QVariant());
+            }
+        };
+        const bool written = fixture.write(row.name, QString());
+        QVERIFY2(written == (other || meanwhile == "the same again"), row.meanwhile);
+        QVERIFY2(inside.toBool() == other, row.meanwhile);
+        QVERIFY2(removed || fixture.accessesOfWrites() == int(written) + int(other) + int(gone),
+                 row.meanwhile);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY2(tree.isNull() == removed, row.meanwhile);
+        fixture.m_bAnswersYes = true;
+        if (removed || gone) {
+            m_shared.reset();
         }
-    };
-    const bool written = fixture.write(name, QString());
-    QCOMPARE(written, meanwhile == "again" || meanwhile == "other");
-    QCOMPARE(inside.toBool(), meanwhile == "other");
-    const int commands = name.startsWith("UserSet") && written ? 1 : 0;
-    if (meanwhile != "close") {
-        QCOMPARE(fixture.accessesOfWrites(),
-                 commands + (meanwhile == "other" ? 1 : 0) + (meanwhile == "vanish" ? 1 : 0));
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(tree.isNull(), meanwhile == "close");
-    fixture.m_bAnswersYes = true;
-    if (meanwhile == "close" || meanwhile == "vanish") {
-        m_shared.reset();
     }
 }
 
@@ -440,7 +402,7 @@ void tst_valuewrite::byItem()
                 {"FocusStep", -7, true, false}, // refused
                 {"DeviceUserID", "left", true, true}};
     WriteFixture &fixture = m_shared.fresh();
-    NameRecorder observer(fixture.tree());
+    FeatureRecorder observer(fixture.tree());
     for (const auto &row : rows) {
         observer.m_names.clear();
         QCOMPARE(
@@ -462,7 +424,7 @@ void tst_valuewrite::rereadsOneItem()
                                          {"DeviceUserID", "other"}};
     WriteFixture &fixture = m_shared.fresh();
     VexaFeatureTree &tree = fixture.tree();
-    NameRecorder observer(tree);
+    FeatureRecorder observer(tree);
     for (auto value = values.cbegin(); value != values.cend(); ++value) {
         QVERIFY(fixture.setOnDevice(value.key(), value.value()));
         QVERIFY(tree.rereadFeatureValue(fixture.item(value.key()), false));
@@ -478,18 +440,7 @@ void tst_valuewrite::rereadsOneItem()
 
 void tst_valuewrite::loadingDialog()
 {
-    m_shared.reset();
-    {
-        WriteFixture grabber("grabber-camera");
-        const int key = int(grabber.camera().id) + 3;
-        QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
-        QVERIFY(!grabber.write("Gain", 1e30));
-        QVERIFY(!CustomLoadingDialog::isLoading(key));
-        QVERIFY(grabber.write("Gain", 2.0));
-        QVERIFY(CustomLoadingDialog::isLoading(key));
-        QTRY_VERIFY(!CustomLoadingDialog::isLoading(key));
-    }
-    WriteFixture &fixture = m_shared.get();
+    WriteFixture &fixture = m_shared.fresh();
     QTRY_VERIFY(!CustomLoadingDialog::isLoading(1));
     QVERIFY(!fixture.write("PollingEnable", 77) && fixture.write("LaserEnable", 1));
     QVERIFY(!CustomLoadingDialog::isLoading(1));
