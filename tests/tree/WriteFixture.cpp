@@ -137,16 +137,6 @@ QVariant WriteFixture::inRow(const QString &name)
     return value.type() == QVariant::Bool ? QVariant(value.toInt()) : value;
 }
 
-int WriteFixture::accessesOfWrites()
-{
-    int writes = 0;
-    const QVector<SimulatorAccess> log = control().accessLog();
-    for (const SimulatorAccess &access : log) {
-        writes += access.kind == SimulatorAccess::Write ? 1 : 0;
-    }
-    return writes;
-}
-
 QString WriteFixture::readable(const QString &text) const
 {
     QString line = text;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ShellServicesModule/VexaListenTools.h"
-#include "tests/support/ModuleFixture.h"
+#include "tests/support/WriteTraces.h"
 
 #include <QObject>
 #include <QStringList>
@@ -39,7 +39,7 @@ public:
     /// What the row holds.
     QVariant inRow(const QString &name);
     /// Writes in the device's access log.
-    int accessesOfWrites();
+    int accessesOfWrites() { return writesOf(m_camera).size(); }
     /// What was heard since the last call, kind after kind.
     QStringList takeHeard();
     void notify(int event, void *data) override;

@@ -5,6 +5,7 @@
 #include "host/shellservices/ShellHost.h"
 #include "model/CTreeEnumationItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/support/DataTable.h"
 #include "tests/tree/FeatureRecorder.h"
 #include "tests/tree/WriteFixture.h"
 
@@ -19,7 +20,6 @@ class tst_afterwrite : public QObject
 {
     Q_OBJECT
 private slots:
-    void cleanup();
     void cleanupTestCase() { m_shared.reset(); }
     void tellsTheClient_data();
     void tellsTheClient();
@@ -32,49 +32,39 @@ private:
     SharedFixture<WriteFixture> m_shared;
 };
 
-void tst_afterwrite::cleanup()
-{
-    if (QTest::currentTestFailed()) {
-        m_shared.reset();
-    }
-}
-
 void tst_afterwrite::tellsTheClient_data()
 {
-    QTest::addColumn<Values>("before");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value"); // of an edit; none for the rule alone
-    // But for the lines of the dispatcher; "$" is the camera's name.
-    QTest::addColumn<QStringList>("heard");
-    const auto row = [](const char *tag, const char *name, const QVariant &value,
-                        const QStringList &heard, const Values &before = {}) {
-        QTest::newRow(tag) << before << QString(name) << value << heard;
-    };
+    // "value" is that of an edit, none for the rule alone; "heard" without the lines of the dispatcher, "$" is the
+    // camera's name; "before" is on the device.
+    const DataTable<QString, QVariant, QStringList, Values> row("name", "value", "heard", "before");
     const auto image = [](const char *state) {
         return QStringList{QStringLiteral("bus SigVexaEventTestImgNodeChanged %1").arg(state),
                            QStringLiteral("info strTestImageInfo %1").arg(state)};
     };
-    row("plain node", "FocusStep", 30, {});
-    row("working mode", "AutoWorkReal", 0, {"bus SigVexaEventUpdateDevListCtrl"});
+    row("plain node", "FocusStep", 30, {}, {});
+    row("working mode", "AutoWorkReal", 0, {"bus SigVexaEventUpdateDevListCtrl"}, {});
     row("test pictures on", "UploadTestRawPictureEnable", 1, image("ftp_open"),
         {{"FtpProtocalEnable", 1}});
-    row("test pattern on", "TestPattern", 20, image("test_open"));
+    row("test pattern on", "TestPattern", 20, image("test_open"), {});
     row("other test pattern", "TestPattern", 0, image("test_close"), {{"TestPattern", 20}});
-    row("name of the user set", "UserSetName", "mine", {"bus SigVexaEventUpdateCameraStatus #"});
+    row("name of the user set", "UserSetName", "mine", {"bus SigVexaEventUpdateCameraStatus #"},
+        {});
     for (const char *name : {"PollingLensType", "PollingParamEnable"}) {
         row(name, name, 0,
             {"bus SigVexaEventCameraPollingParamChanged",
-             QStringLiteral("info PollingParam changed ") + name});
+             QStringLiteral("info PollingParam changed ") + name},
+            {});
     }
-    row("polling node without a row of its own", "PollingAlgoROIRegion", 7, {});
+    row("polling node without a row of its own", "PollingAlgoROIRegion", 7, {}, {});
     for (const char *name : {"UserSetSave", "UserSetLoad", "UserSetRecoverFactory"}) {
-        row(name, name, QVariant(), {"info afterSetFeatureValue SigCameraNameRemoved strName = $"});
+        row(name, name, {}, {"info afterSetFeatureValue SigCameraNameRemoved strName = $"}, {});
     }
-    row("tuning", "SmartTune", QVariant(),
-        {"bus SigVexaEventStartSmartTune true", "info SetSmtTuneNode SmartTune"});
-    row("adapting", "SelfAdaptParamAdjustStart", QVariant(),
-        {"bus SigVexaEventStartSmartTune false", "info SetSmtTuneNode SelfAdaptParamAdjustStart"});
-    row("another command", "FocusStepPlus", QVariant(), {});
+    row("tuning", "SmartTune", {},
+        {"bus SigVexaEventStartSmartTune true", "info SetSmtTuneNode SmartTune"}, {});
+    row("adapting", "SelfAdaptParamAdjustStart", {},
+        {"bus SigVexaEventStartSmartTune false", "info SetSmtTuneNode SelfAdaptParamAdjustStart"},
+        {});
+    row("another command", "FocusStepPlus", {}, {}, {});
 }
 
 void tst_afterwrite::tellsTheClient()

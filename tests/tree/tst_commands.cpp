@@ -8,6 +8,7 @@
 #include "ControlKit/CustomPushButton.h"
 #include "ShellServicesModule/VexaPropertyComboBox.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/support/DataTable.h"
 #include "tests/tree/WriteFixture.h"
 #include "view/VexaFeatureTreeView.h"
 #include "view/VexaPropertyTreeDelegate.h"
@@ -137,10 +138,9 @@ public:
     }
     int failedWrites()
     {
-        const QVector<SimulatorAccess> log = control().accessLog();
-        return int(std::count_if(log.cbegin(), log.cend(), [](const SimulatorAccess &access) {
-            return access.failed && access.kind == SimulatorAccess::Write;
-        }));
+        const QVector<SimulatorAccess> writes = writesOf(camera());
+        return int(
+            std::count_if(writes.cbegin(), writes.cend(), std::mem_fn(&SimulatorAccess::failed)));
     }
 };
 
@@ -151,7 +151,6 @@ class tst_commands : public QObject
 {
     Q_OBJECT
 private slots:
-    void cleanup();
     void cleanupTestCase() { m_shared.reset(); }
     void pressed_data();
     void pressed();
@@ -169,23 +168,15 @@ private:
     SharedFixture<CommandFixture> m_shared;
 };
 
-void tst_commands::cleanup()
-{
-    if (QTest::currentTestFailed()) {
-        m_shared.reset();
-    }
-}
-
 void tst_commands::pressed_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("answer"); // to the box; or the device refuses
-    QTest::addColumn<QStringList>("heard");
-    QTest::addColumn<int>("loadings");
-    const auto row = [](const char *tag, const char *name, const char *answer, QStringList heard,
-                        int loadings = 0) {
+    // "answer" to the box; or the device fails.
+    const DataTable<QString, QString, QStringList, int> table("name", "answer", "heard",
+                                                              "loadings");
+    const auto row = [&table](const char *tag, const char *name, const char *answer,
+                              QStringList heard, int loadings = 0) {
         heard += qstrcmp(answer, "yes") == 0 ? QStringList(ran(name)) : QStringList();
-        QTest::newRow(tag) << QString(name) << QString(answer) << heard << loadings;
+        table(tag, name, answer, heard, loadings);
     };
     const char *const defaults = "UserSetRecoverDefault";
     row("deletion declined", "UserSetDelete", "no", {DELETE_SET});

@@ -1,5 +1,6 @@
 #include "ControlKit/CustomLoadingDialog.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/support/DataTable.h"
 #include "tests/tree/FeatureRecorder.h"
 #include "tests/tree/WriteFixture.h"
 
@@ -33,7 +34,6 @@ class tst_valuewrite : public QObject
 {
     Q_OBJECT
 private slots:
-    void cleanup();
     void cleanupTestCase() { m_shared.reset(); }
     void writes_data();
     void writes();
@@ -56,31 +56,21 @@ private:
     QStringList m_written; ///< to m_shared since the last verifyRefreshed()
 };
 
-void tst_valuewrite::cleanup()
-{
-    if (QTest::currentTestFailed()) {
-        m_shared.reset();
-        m_written.clear();
-    }
-}
-
 void tst_valuewrite::writes_data()
 {
-    QTest::addColumn<Values>("before"); // on the device, past the tree
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("taken");
-    QTest::addColumn<Values>("rows"); // right after the write, before any refresh
-    QTest::addColumn<QStringList>("heard"); // without the log's line of a taken value
-    const auto row = [](const char *tag, const char *name, const QVariant &value,
-                        const QStringList &heard = {}, const Values &rows = {},
-                        const Values &before = {}) {
-        QTest::newRow(tag) << before << QString(name) << value << true << rows << heard;
+    // "before" is on the device, past the tree; "rows" right after the write, ahead of any refresh; "heard" without the
+    // log's line of a taken value.
+    const DataTable<Values, QString, QVariant, bool, Values, QStringList> table(
+        "before", "name", "value", "taken", "rows", "heard");
+    const auto row = [&](const char *tag, const char *name, const QVariant &value,
+                         const QStringList &heard = {}, const Values &rows = {},
+                         const Values &before = {}) {
+        table(tag, before, name, value, true, rows, heard);
     };
-    const auto refused = [](const char *tag, const char *name, const QVariant &value,
-                            const QStringList &heard, const Values &before = {},
-                            const Values &rows = {}) {
-        QTest::newRow(tag) << before << QString(name) << value << false << rows << heard;
+    const auto refused = [&](const char *tag, const char *name, const QVariant &value,
+                             const QStringList &heard, const Values &before = {},
+                             const Values &rows = {}) {
+        table(tag, before, name, value, false, rows, heard);
     };
     const QString refresh = "info UpdateFeatures type 0 oStatuss 14";
     const QString region = "bus SigVexaEventUpdateROI #";
