@@ -2,14 +2,12 @@
 #include "ControlKit/CustomMessageBox.h"
 #include "host/controlkit/CustomStyle.h"
 #include "host/utilitykit/UtilityHost.h"
+#include "tests/support/WhenOpen.h"
 
 #include <QApplication>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QTranslator>
 #include <QtTest>
-
-#include <functional>
 
 namespace {
 
@@ -62,28 +60,12 @@ private slots:
     void languageChange();
     void loadingByKey();
     void loadingOutlivesItsWindow();
-
-private:
-    void whenOpen(const std::function<void(CustomMessageBox *)> &act);
 };
 
 void tst_KitDialogs::initTestCase()
 {
     UtilityHost::useTransientSettings();
     CustomStyle::install(*qApp);
-}
-
-void tst_KitDialogs::whenOpen(const std::function<void(CustomMessageBox *)> &act)
-{
-    auto *const poll = new QTimer(this);
-    connect(poll, &QTimer::timeout, this, [poll, act] {
-        if (auto *const box = qobject_cast<CustomMessageBox *>(QApplication::activeModalWidget())) {
-            poll->stop();
-            poll->deleteLater();
-            act(box);
-        }
-    });
-    poll->start(5);
 }
 
 void tst_KitDialogs::answer_data()
@@ -101,7 +83,7 @@ void tst_KitDialogs::answer()
 {
     QFETCH(int, buttons);
     QFETCH(QString, act);
-    whenOpen([act](CustomMessageBox *box) {
+    whenOpen<CustomMessageBox>([act](CustomMessageBox *box) {
         if (act == QLatin1String("close")) {
             box->close();
             return;
@@ -122,7 +104,7 @@ void tst_KitDialogs::answer()
 void tst_KitDialogs::parentDestroyedMeanwhile()
 {
     auto *const parent = new QWidget;
-    whenOpen([parent](CustomMessageBox *) { delete parent; });
+    whenOpen<CustomMessageBox>([parent](CustomMessageBox *) { delete parent; });
     QCOMPARE(CustomMessageBox::warning(parent, QStringLiteral("Sure?"), QString(), 3), 0);
 }
 

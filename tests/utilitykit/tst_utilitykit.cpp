@@ -1,6 +1,7 @@
 #include "UtilityKit/VexaInterface.h"
 #include "host/utilitykit/FileDialogs.h"
 #include "host/utilitykit/UtilityHost.h"
+#include "tests/support/WhenOpen.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -8,10 +9,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
-#include <functional>
 #include <limits>
 #include <thread>
 
@@ -58,8 +57,6 @@ private slots:
     void parentOfADialogDestroyedMeanwhile();
 
 private:
-    /// Does this with the dialog as soon as one is up.
-    void whenOpen(const std::function<void(QFileDialog *)> &act);
     QTemporaryDir m_folder;
 };
 
@@ -201,19 +198,6 @@ void tst_UtilityKit::formulaErrorIsOfTheThread()
     QVERIFY(*VexaInterface::GetCalculatorErro() != '\0');
 }
 
-void tst_UtilityKit::whenOpen(const std::function<void(QFileDialog *)> &act)
-{
-    auto *const poll = new QTimer(this);
-    connect(poll, &QTimer::timeout, this, [poll, act] {
-        if (auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
-            poll->deleteLater();
-            poll->stop();
-            act(dialog);
-        }
-    });
-    poll->start(5);
-}
-
 void tst_UtilityKit::saveDialog_data()
 {
     QTest::addColumn<QString>("typed");
@@ -230,7 +214,7 @@ void tst_UtilityKit::saveDialog()
     QFETCH(QString, typed);
     QFETCH(bool, accepts);
     QFETCH(QString, name);
-    whenOpen([typed, accepts](QFileDialog *dialog) {
+    whenOpen<QFileDialog>([typed, accepts](QFileDialog *dialog) {
         dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(typed);
         QTest::keyClick(dialog, accepts ? Qt::Key_Return : Qt::Key_Escape);
     });
@@ -245,7 +229,7 @@ void tst_UtilityKit::chosenFolderIsRemembered()
     const QString there = m_folder.filePath(QStringLiteral("there.vxf"));
     QFile file(there);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    whenOpen([](QFileDialog *dialog) {
+    whenOpen<QFileDialog>([](QFileDialog *dialog) {
         dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))
             ->setText(QStringLiteral("there.vxf"));
         QTest::keyClick(dialog, Qt::Key_Return);
@@ -254,16 +238,16 @@ void tst_UtilityKit::chosenFolderIsRemembered()
 
     // The suffix of a filter for one kind of file is added, no other.
     const auto accept = [](QFileDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Return); };
-    whenOpen(accept);
+    whenOpen<QFileDialog>(accept);
     QCOMPARE(chooseToSave("note", "Text Files(*.txt)"), m_folder.filePath("note.txt"));
-    whenOpen(accept);
+    whenOpen<QFileDialog>(accept);
     QCOMPARE(chooseToSave("note", "Pictures (*.png *.jpg)"), m_folder.filePath("note"));
 }
 
 void tst_UtilityKit::parentOfADialogDestroyedMeanwhile()
 {
     auto *const parent = new QWidget;
-    whenOpen([parent](QFileDialog *) { delete parent; });
+    whenOpen<QFileDialog>([parent](QFileDialog *) { delete parent; });
     QCOMPARE(VexaInterface::getOpenFileName(parent, QString(), m_folder.path(), QString()),
              QString());
 }

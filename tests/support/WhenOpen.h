@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QApplication>
+#include <QTimer>
+
+#include <functional>
+
+/// Does this with the modal dialog of that class as soon as one is up.
+template<class Dialog>
+void whenOpen(const std::function<void(Dialog *)> &act)
+{
+    auto *const poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, act] {
+        if (auto *const dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget())) {
+            poll->stop();
+            poll->deleteLater();
+            act(dialog);
+        }
+    });
+    poll->start(5);
+}
