@@ -63,9 +63,7 @@ DeviceFixture::DeviceFixture(const QByteArray &nodes)
     : m_device(deviceWith(describe(nodes)))
     , m_pLiving(livingOf(*m_device.source))
 {
-    const CameraHost::OpenResult result = m_host.openCamera(*m_device.source);
-    m_nId = result.cameraId;
-    m_strError = result.error;
+    m_nId = m_host.openCamera(*m_device.source).cameraId;
 }
 
 void DeviceFixture::setFailing(int deviceError) const

@@ -38,5 +38,4 @@ public:
     std::shared_ptr<std::atomic<int>> m_pLiving;
     CameraHost m_host;
     long int m_nId = NO_CAMERA_ID;
-    QString m_strError;
 };
