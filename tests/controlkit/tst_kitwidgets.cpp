@@ -7,9 +7,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QElapsedTimer>
-#include <QFontDatabase>
 #include <QLineEdit>
-#include <QRawFont>
 #include <QTimeEdit>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -34,7 +32,6 @@ private slots:
     void clicks();
     void clickMayDestroyTheButton();
     void calendarChooses();
-    void fontShowsChinese();
 };
 
 void tst_KitWidgets::initTestCase()
@@ -188,18 +185,6 @@ void tst_KitWidgets::calendarChooses()
     QCOMPARE(changed.count(), 1);
     QCOMPARE(calendar.cGetDateTime(), QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3)));
     QCOMPARE(calendar.cGetLargeButton()->text(), QStringLiteral("2024:02:29:01:02:03"));
-}
-
-void tst_KitWidgets::fontShowsChinese()
-{
-    const QStringList families = QFontDatabase().families();
-    for (const Custom::Language language :
-         {Custom::LANGUAGE_CHINESE, Custom::LANGUAGE_ENGLISH, Custom::LANGUAGE_CURRENT}) {
-        QVERIFY(families.contains(Custom::globalFontFamily(language)));
-    }
-    QFont font(Custom::globalFontFamily(Custom::LANGUAGE_CHINESE));
-    QVERIFY(QRawFont::fromFont(font, QFontDatabase::SimplifiedChinese)
-                .supportsCharacter(QChar(0x66DD)));
 }
 
 QTEST_MAIN(tst_KitWidgets)

@@ -17,15 +17,6 @@ bool readReg(QCameraTask &task, int *error = nullptr)
     return task.GetIntegerValue("Reg", &value, error, true, false);
 }
 
-/// The commands of grabbing, on the register Start at 32.
-QByteArray grabbingCommands()
-{
-    return intReg("Start", 32)
-        + "<Command Name='AcquisitionStart'><pValue>Start</pValue><CommandValue>1</CommandValue>"
-          "</Command><Command Name='AcquisitionStop'><pValue>Start</pValue>"
-          "<CommandValue>2</CommandValue></Command>";
-}
-
 int threadCount()
 {
     return QDir(QStringLiteral("/proc/self/task"))
@@ -335,7 +326,11 @@ void CameraLifeTest::deviceOfAnotherHostIsReadOnly()
 
 void CameraLifeTest::closingWhileGrabbingStopsTheDevice()
 {
-    DeviceFixture device(intReg("TLParamsLocked", 16) + grabbingCommands());
+    DeviceFixture device(
+        intReg("TLParamsLocked", 16) + intReg("Do", 32)
+        + "<Command Name='AcquisitionStart'><pValue>Do</pValue><CommandValue>1</CommandValue>"
+          "</Command><Command Name='AcquisitionStop'><pValue>Do</pValue>"
+          "<CommandValue>2</CommandValue></Command>");
     QVERIFY(device.m_host.startGrabbing(device.m_nId));
     device.m_host.closeCamera(device.m_nId);
     // A new opening comes after the old device has gone.

@@ -82,12 +82,12 @@ public:
     }
     quint64 addressOf(const char *reg)
     {
-        const QRegularExpression row(
-            QStringLiteral("Name=\"%1\".*?<Address>0x([0-9A-Fa-f]+)<").arg(QLatin1String(reg)),
-            QRegularExpression::DotMatchesEverythingOption);
-        return row.match(QString::fromUtf8(control().description()))
-            .captured(1)
-            .toULongLong(nullptr, 16);
+        const QByteArray xml = control().description();
+        const int node = xml.indexOf(QByteArray("Name=\"") + reg + '"');
+        return xml.mid(xml.indexOf("<Address>", node) + 9)
+            .split('<')
+            .first()
+            .toULongLong(nullptr, 0);
     }
 
     CameraHost &m_host;
@@ -142,10 +142,7 @@ void tst_FileAccess::thereAndBack()
     QFETCH(int, kind);
     QFETCH(int, milliseconds);
     Transfer &t = *m_pArea;
-    Fault fault;
-    fault.kind = Fault::Kind(kind);
-    fault.milliseconds = milliseconds;
-    t.control().setFileFault(fault);
+    t.control().setFileFault({Fault::Kind(kind), 0, milliseconds});
     const QByteArray bytes = randomBytes(size);
     const int blocks = (size + BLOCK - 1) / BLOCK;
     const int most = milliseconds > 0 ? INT_MAX : (blocks + 1) * ACCESSES_A_BLOCK + ACCESSES_AROUND;
@@ -254,10 +251,7 @@ void tst_FileAccess::faults()
         t.control().setFileFault({});
         t.control().setFile("MultiROI", bytes);
         t.keep(writes ? bytes : QByteArray(OLD));
-        Fault fault;
-        fault.kind = Fault::Kind(kind);
-        fault.block = block;
-        t.control().setFileFault(fault);
+        t.control().setFileFault({Fault::Kind(kind), block});
         QCOMPARE(writes ? t.put() : t.get(), code);
         QVERIFY(!code || t.remark().contains("MultiROI") || t.remark().contains("device's file"));
         QVERIFY(writes || contentOf(t.path()) == (code ? QByteArray(OLD) : bytes));

@@ -14,56 +14,42 @@ class tst_SimulatorControl : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
+    void init() { m_simulated = SimulatedDevices::builtIn(QStringLiteral("area-camera")); }
     void refusesUnmappedAndReadOnly();
-    void memoryOutlivesTheHandle();
-    void resetWithoutHandlesEnds();
+    void livesAsLongAsItsLastEnd();
     void sparseMemory_data();
     void sparseMemory();
 
 private:
     SimulatedDevices::Simulated m_simulated;
-    std::unique_ptr<OpenedDevice> m_pDevice;
 };
-
-void tst_SimulatorControl::init()
-{
-    m_simulated = SimulatedDevices::builtIn(QStringLiteral("area-camera"));
-    m_pDevice = std::make_unique<OpenedDevice>(m_simulated);
-}
 
 void tst_SimulatorControl::refusesUnmappedAndReadOnly()
 {
     const int address = ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS;
-    QVERIFY(!m_pDevice->read(0x30000, 4));
-    QCOMPARE(m_pDevice->m_nErrorCode, address);
-    QVERIFY(!m_pDevice->read(0x20000, 1028)); // runs out of its stretch
-    QCOMPARE(m_pDevice->m_nErrorCode, address);
-    QVERIFY(!m_pDevice->write(0x30000, "xxxx"));
-    QCOMPARE(m_pDevice->m_nErrorCode, address);
+    OpenedDevice device(m_simulated);
+    QVERIFY(!device.read(0x30000, 4));
+    QCOMPARE(device.m_nErrorCode, address);
+    QVERIFY(!device.read(0x20000, 1028)); // runs out of its stretch
+    QCOMPARE(device.m_nErrorCode, address);
+    QVERIFY(!device.write(0x30000, "xxxx"));
+    QCOMPARE(device.m_nErrorCode, address);
     const QByteArray before = m_simulated.control->peek(kWidth, 2);
-    QVERIFY(!m_pDevice->write(kWidth, "xx"));
-    QCOMPARE(m_pDevice->m_nErrorCode, int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT));
+    QVERIFY(!device.write(kWidth, "xx"));
+    QCOMPARE(device.m_nErrorCode, int(ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT));
     QCOMPARE(m_simulated.control->peek(kWidth, 2), before);
 }
 
-void tst_SimulatorControl::memoryOutlivesTheHandle()
-{
-    QVERIFY(m_pDevice->set("DeviceUserID", "stays"));
-    m_pDevice = std::make_unique<OpenedDevice>(m_simulated);
-    QCOMPARE(m_pDevice->value("DeviceUserID").toString(), QStringLiteral("stays"));
-    // and a handle outlives both ends of the simulator
-    m_simulated = {};
-    QCOMPARE(m_pDevice->value("DeviceUserID").toString(), QStringLiteral("stays"));
-}
-
-void tst_SimulatorControl::resetWithoutHandlesEnds()
+void tst_SimulatorControl::livesAsLongAsItsLastEnd()
 {
     m_simulated.control->setRestartTime(20);
-    QVERIFY(m_pDevice->execute("DeviceReset"));
+    QVERIFY(OpenedDevice(m_simulated).set("DeviceUserID", "stays"));
+    auto device = std::make_unique<OpenedDevice>(m_simulated);
     const std::weak_ptr<SimulatorControl> control = m_simulated.control;
-    m_pDevice.reset();
     m_simulated = {};
+    QCOMPARE(device->value("DeviceUserID").toString(), QStringLiteral("stays"));
+    QVERIFY(device->execute("DeviceReset"));
+    device.reset();
     QTRY_VERIFY(control.expired()); // its own thread may be the last to hold it
 }
 
