@@ -53,12 +53,15 @@ void EvalContext::restoreHiddenNodes()
             root = it->ownerDocument().documentElement();
         }
     }
-    bool isEntry = false;
+    const auto holdsNodes = [&root](const QDomElement &element) {
+        const QString tag = element.tagName();
+        return element == root || tag == QLatin1String("Group")
+            || tag == QLatin1String("StructReg");
+    };
     for (QDomElement element = root; !element.isNull();
-         element = ElementWalk::next(element, root, !isEntry)) {
-        isEntry = element.tagName() == QLatin1String("EnumEntry");
+         element = ElementWalk::next(element, root, holdsNodes(element))) {
         const auto hidden = m_addedNodes.find(ElementWalk::name(element));
-        if (hidden != m_addedNodes.end() && !isEntry && !NOT_NODES.contains(element.tagName())) {
+        if (hidden != m_addedNodes.end()) {
             *hidden = element;
         }
     }

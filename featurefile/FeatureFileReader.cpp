@@ -2,7 +2,6 @@
 
 #include "featurefile/FeatureFileFormat.h"
 
-#include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamReader>
@@ -11,75 +10,142 @@ using namespace FeatureFileFormat;
 
 namespace {
 
-/// Why the text must not become a document; empty when it may.
-QString refusalOf(const QString &text)
+/// Reads a text element by element, so that nothing of one that is refused is built.
+class Parser
+{
+public:
+    Parser(const QString &text, FeatureFileDocument *document)
+        : m_xml(text)
+        , m_document(*document)
+    {
+        m_xml.setNamespaceProcessing(false);
+    }
+
+    /// Why the text is refused; empty when it is not.
+    QString read()
+    {
+        while (!m_xml.atEnd()) {
+            switch (m_xml.readNext()) {
+            case QXmlStreamReader::DTD:
+                return refusal(QStringLiteral("a document type is not allowed"));
+            case QXmlStreamReader::StartElement:
+                if (++m_nDepth > MAX_ELEMENT_DEPTH) {
+                    return refusal(QStringLiteral("elements are nested deeper than %1")
+                                       .arg(MAX_ELEMENT_DEPTH));
+                }
+                begin();
+                break;
+            case QXmlStreamReader::EndElement:
+                end();
+                --m_nDepth;
+                break;
+            case QXmlStreamReader::Characters:
+                m_strText += m_xml.text();
+                m_bIsCData = m_bIsCData || m_xml.isCDATA();
+                break;
+            default:
+                break;
+            }
+        }
+        return m_xml.hasError() ? refusal(m_xml.errorString()) : QString();
+    }
+
+private:
+    /// Depths of what has a meaning; the text of anything deeper belongs to the part around it.
+    enum Depth { DEPTH_ROOT = 1, DEPTH_HEADER, DEPTH_GROUP, DEPTH_PART };
+
+    QString refusal(const QString &reason) const
+    {
+        return QStringLiteral("line %1: %2").arg(m_xml.lineNumber()).arg(reason);
+    }
+    QString attribute(const QLatin1String &name) const
+    {
+        return m_xml.attributes().value(name).toString();
+    }
+    /// Of the part or header that ends. Blanks alone are the layout of a file.
+    QString text() const
+    {
+        return m_bIsCData || !m_strText.trimmed().isEmpty() ? m_strText : QString();
+    }
+
+    void begin()
+    {
+        if (m_nDepth == DEPTH_HEADER || (m_nDepth == DEPTH_PART && m_bInFeatures)) {
+            m_strText.clear();
+            m_bIsCData = false;
+        }
+        if (m_nDepth == DEPTH_ROOT) {
+            m_document.version = attribute(ATTRIBUTE_VERSION);
+        } else if (m_nDepth == DEPTH_HEADER) {
+            m_bInFeatures = m_xml.qualifiedName() == ELEMENT_FEATURES && !m_document.hasFeatures;
+            m_document.hasFeatures = m_document.hasFeatures || m_bInFeatures;
+        } else if (m_nDepth == DEPTH_GROUP && m_bInFeatures) {
+            m_document.entries.append(FeatureFileEntry());
+            beginGroup(m_document.entries.last());
+        } else if (m_nDepth == DEPTH_PART && m_bInFeatures && m_document.entries.last().isComplex) {
+            m_document.entries.last().registers.append(
+                {attribute(ATTRIBUTE_ADDRESS), attribute(ATTRIBUTE_VARIABLES), QString(),
+                 attribute(ATTRIBUTE_TO), attribute(ATTRIBUTE_FROM)});
+        }
+    }
+
+    void beginGroup(FeatureFileEntry &entry)
+    {
+        entry.isComplex = m_xml.qualifiedName() == ELEMENT_COMPLEX_FEATURE;
+        if (entry.isComplex) {
+            entry.name = attribute(ATTRIBUTE_NAME);
+            entry.names += entry.name;
+            entry.reg = attribute(ATTRIBUTE_REG);
+            entry.length = attribute(ATTRIBUTE_LEN);
+        }
+    }
+
+    void end()
+    {
+        const auto tag = m_xml.qualifiedName();
+        if (m_nDepth == DEPTH_HEADER && tag != ELEMENT_FEATURES) {
+            const QString name = tag.toString();
+            if (!m_document.header.contains(name)) {
+                m_document.header.insert(name, text());
+            }
+        } else if (m_nDepth == DEPTH_PART && m_bInFeatures) {
+            endPart(m_document.entries.last(), tag);
+        }
+    }
+
+    void endPart(FeatureFileEntry &entry, const QStringRef &tag) const
+    {
+        if (entry.isComplex) {
+            entry.registers.last().text = text();
+        } else if (tag == ELEMENT_NAME) {
+            entry.name = text();
+            entry.names += entry.name;
+        } else if (tag == ELEMENT_TYPE) {
+            entry.type = text();
+        } else if (tag == ELEMENT_VALUE) {
+            entry.value = text();
+        }
+    }
+
+    QXmlStreamReader m_xml;
+    FeatureFileDocument &m_document;
+    int m_nDepth = 0;
+    bool m_bInFeatures = false; ///< in the first of that name
+    QString m_strText;
+    bool m_bIsCData = false;
+};
+
+/// Before anything of the text is looked at.
+QString refusalOfSize(const QString &text)
 {
     if (text.isEmpty()) {
         return QStringLiteral("the file is empty");
     }
     // A UTF-16 unit is at most three bytes.
-    if (text.size() > MAX_FILE_SIZE
-        || (text.size() > MAX_FILE_SIZE / 3 && text.toUtf8().size() > MAX_FILE_SIZE)) {
-        return QStringLiteral("the file is larger than %1 bytes").arg(MAX_FILE_SIZE);
-    }
-    QXmlStreamReader xml(text);
-    xml.setNamespaceProcessing(false);
-    int depth = 0;
-    while (!xml.atEnd()) {
-        switch (xml.readNext()) {
-        case QXmlStreamReader::DTD:
-            return QStringLiteral("line %1: a document type is not allowed").arg(xml.lineNumber());
-        case QXmlStreamReader::StartElement:
-            if (++depth > MAX_ELEMENT_DEPTH) {
-                return QStringLiteral("line %1: elements are nested deeper than %2")
-                    .arg(xml.lineNumber())
-                    .arg(MAX_ELEMENT_DEPTH);
-            }
-            break;
-        case QXmlStreamReader::EndElement:
-            --depth;
-            break;
-        default:
-            break;
-        }
-    }
-    return xml.hasError()
-        ? QStringLiteral("line %1: %2").arg(xml.lineNumber()).arg(xml.errorString())
-        : QString();
-}
-
-FeatureFileEntry plainEntry(const QDomElement &element)
-{
-    FeatureFileEntry entry;
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        if (child.tagName() == ELEMENT_NAME) {
-            entry.name = child.text();
-            entry.names += entry.name;
-        } else if (child.tagName() == ELEMENT_TYPE) {
-            entry.type = child.text();
-        } else if (child.tagName() == ELEMENT_VALUE) {
-            entry.value = child.text();
-        }
-    }
-    return entry;
-}
-
-FeatureFileEntry complexEntry(const QDomElement &element)
-{
-    FeatureFileEntry entry;
-    entry.isComplex = true;
-    entry.name = element.attribute(ATTRIBUTE_NAME);
-    entry.names += entry.name;
-    entry.reg = element.attribute(ATTRIBUTE_REG);
-    entry.length = element.attribute(ATTRIBUTE_LEN);
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        entry.registers.append({child.attribute(ATTRIBUTE_ADDRESS),
-                                child.attribute(ATTRIBUTE_VARIABLES), child.text(),
-                                child.attribute(ATTRIBUTE_TO), child.attribute(ATTRIBUTE_FROM)});
-    }
-    return entry;
+    const bool isTooLarge = text.size() > MAX_FILE_SIZE
+        || (text.size() > MAX_FILE_SIZE / 3 && text.toUtf8().size() > MAX_FILE_SIZE);
+    return isTooLarge ? QStringLiteral("the file is larger than %1 bytes").arg(MAX_FILE_SIZE)
+                      : QString();
 }
 
 } // namespace
@@ -99,10 +165,10 @@ QString FeatureFileReader::textOf(const QString &path)
 
 bool FeatureFileReader::parse(const QString &text, FeatureFileDocument *document, QString *reason)
 {
-    QString refusal = refusalOf(text);
-    QDomDocument dom;
-    if (refusal.isEmpty() && !dom.setContent(text, false, &refusal) && refusal.isEmpty()) {
-        refusal = QStringLiteral("the text is not XML");
+    FeatureFileDocument read;
+    QString refusal = refusalOfSize(text);
+    if (refusal.isEmpty()) {
+        refusal = Parser(text, &read).read();
     }
     if (!refusal.isEmpty()) {
         if (reason) {
@@ -110,25 +176,6 @@ bool FeatureFileReader::parse(const QString &text, FeatureFileDocument *document
         }
         return false;
     }
-    *document = FeatureFileDocument();
-    const QDomElement root = dom.documentElement();
-    document->version = root.attribute(ATTRIBUTE_VERSION);
-    for (QDomElement child = root.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        const QString tag = child.tagName();
-        if (tag != ELEMENT_FEATURES) {
-            if (!document->header.contains(tag)) {
-                document->header.insert(tag, child.text());
-            }
-            continue;
-        }
-        for (QDomElement group = child.firstChildElement();
-             !document->hasFeatures && !group.isNull(); group = group.nextSiblingElement()) {
-            document->entries.append(group.tagName() == ELEMENT_COMPLEX_FEATURE
-                                         ? complexEntry(group)
-                                         : plainEntry(group));
-        }
-        document->hasFeatures = true;
-    }
+    *document = read;
     return true;
 }

@@ -38,7 +38,7 @@ struct FeatureFileDocument
 };
 
 /// Reads feature files, which come from anywhere: a document type, more than 64 MiB and elements nested deeper than
-/// 32 are refused before a document is built. Any thread.
+/// 32 are refused. Any thread.
 namespace FeatureFileReader {
 
 /// All text of a file, decoded as UTF-8; empty when it cannot be opened or is larger than 64 MiB.
