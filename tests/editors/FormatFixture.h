@@ -67,8 +67,7 @@ public:
         taskOf(camera)->GetStringValue(strNode, &strText, nullptr, nullptr, true, false);
         return strText;
     }
-    /// The device's text changes without the editor, and the row has taken it
-    /// over.
+    /// The device's text changes without the editor, and the row has taken it over.
     bool changeBehind(const QString &strNode, const QString &strText)
     {
         taskOf(camera)->SetStringValue(strNode, strText, nullptr);
@@ -78,8 +77,7 @@ public:
     }
 };
 
-/// Clicks into the box and does what the words say: "paste:...", "clear" or a
-/// key; any other is typed.
+/// Clicks into the box and does what the words say: "paste:...", "clear" or a key; any other is typed.
 inline void act(QTextEdit *pBox, const QStringList &words)
 {
     static const QMap<QString, Qt::Key> keys{

@@ -31,8 +31,7 @@ public:
     using TestPages::TestPages;
 };
 
-/// A page of features of a simulated device on screen, with its access log and
-/// its registers.
+/// A page of features of a simulated device on screen, with its access log and its registers.
 class RowFixture
 {
 public:
@@ -94,10 +93,8 @@ public:
         const QDomNodeList registers = description.elementsByTagName(QStringLiteral("IntReg"));
         for (int nIndex = 0; nIndex < registers.size(); ++nIndex) {
             const QDomElement node = registers.at(nIndex).toElement();
-            if (node.attribute(QStringLiteral("Name")) == strNode + QLatin1String("Reg")) {
-                return node.firstChildElement(QStringLiteral("Address"))
-                    .text()
-                    .toULongLong(nullptr, 0);
+            if (node.attribute("Name") == strNode + QLatin1String("Reg")) {
+                return node.firstChildElement("Address").text().toULongLong(nullptr, 0);
             }
         }
         return 0;
@@ -114,8 +111,7 @@ public:
         qToBigEndian(nValue, bytes.data());
         control().poke(address(strNode) + quint64(4 * nElement), bytes);
     }
-    /// Writes since the last forget, by the names given: "S E2" for the first
-    /// register and element 2 of the second.
+    /// Writes since the last forget, by the names given: "S E2" for the first register and element 2 of the second.
     QString writes(const QMap<QString, QString> &names)
     {
         QStringList texts;

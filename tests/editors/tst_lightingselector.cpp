@@ -49,19 +49,11 @@ public:
     /// "1101": the segments by number of their entry, in the device and in the picture.
     QString inDevice()
     {
-        QString strBits;
-        for (int nEntry = 0; nEntry < nSegments; ++nEntry) {
-            strBits += QLatin1Char(RowFixture::inDevice("LightingEnable", nEntry) ? '1' : '0');
-        }
-        return strBits;
+        return bits([this](int nEntry) { return RowFixture::inDevice("LightingEnable", nEntry); });
     }
     QString shown()
     {
-        QString strBits;
-        for (int nEntry = 0; nEntry < nSegments; ++nEntry) {
-            strBits += QLatin1Char(picture().mask() & bit(nEntry) ? '1' : '0');
-        }
-        return strBits;
+        return bits([this](int nEntry) { return int(picture().mask() & bit(nEntry)); });
     }
     int selected() { return RowFixture::inDevice("LightingSelector"); }
     QString lightWrites()
@@ -76,6 +68,16 @@ public:
     }
 
     const int nSegments;
+
+private:
+    QString bits(const std::function<int(int)> &state) const
+    {
+        QString strBits;
+        for (int nEntry = 0; nEntry < nSegments; ++nEntry) {
+            strBits += QLatin1Char(state(nEntry) ? '1' : '0');
+        }
+        return strBits;
+    }
 };
 
 QString flipped(QString strBits, int nIndex)

@@ -187,8 +187,7 @@ void tst_stringformat::tablesFitTheDevice()
 
 void tst_stringformat::edits_data()
 {
-    // Of the device's writes; the camera counts as changed then. Boxes tell why
-    // there is none.
+    // Of the device's writes; the camera counts as changed then. Boxes tell why there is none.
     const DataTable<QString, QStringList, QString, int, int> table("node", "words", "after",
                                                                    "writes", "boxes");
     const auto row = [&table](const char *pFault, const QString &node, const QStringList &words,
@@ -480,12 +479,12 @@ void tst_stringformat::goesAwayInAnEdit()
         fixture().forget();
         if (what == "row") {
             fixture().feature(TCP)->setVisible(false, fixture().camera.id, false);
-        } else if (what.endsWith("camera")) {
-            fixture().pages.removeCameraID(fixture().camera.id);
+            return;
+        }
+        fixture().pages.removeCameraID(fixture().camera.id);
+        if (what.endsWith("camera")) {
             fixture().module.close(fixture().camera);
             fixture().camera.tree = nullptr;
-        } else {
-            fixture().pages.removeCameraID(fixture().camera.id);
         }
     };
     if (what.startsWith("warning")) {

@@ -33,6 +33,16 @@ static const char *const TREE = "A\n"
                                 "  Inner\n"
                                 "    Gain Integer\n";
 
+/// A category with this many features.
+static QString wideTree(int nRows, const char *tag)
+{
+    QString strTree = "A\n";
+    for (int i = 0; i < nRows; ++i) {
+        strTree += QString("  F%1 %2\n").arg(QString::number(i), tag);
+    }
+    return strTree;
+}
+
 void TestVexaFeatureTreeView::ignoresOtherCamerasAndForbiddenTimes()
 {
     ViewFixture fixture(TREE);
@@ -175,11 +185,7 @@ void TestVexaFeatureTreeView::clearingUnderQueuedNotifications()
 
 void TestVexaFeatureTreeView::jumpsToAFeature()
 {
-    QString strTree = "A\n";
-    for (int i = 0; i < 200; ++i) {
-        strTree += QString("  F%1 Integer\n").arg(i);
-    }
-    ViewFixture fixture(strTree);
+    ViewFixture fixture(wideTree(200, "Integer"));
     fixture.show();
     fixture.view().collapseAll();
     QSignalSpy activated(&fixture.view(), &VexaFeatureTreeView::sigFeatureActivated);
@@ -196,12 +202,7 @@ void TestVexaFeatureTreeView::jumpsToAFeature()
 
 void TestVexaFeatureTreeView::largeTreeOpensInSlices()
 {
-    QString strTree;
-    for (int i = 0; i < 3000; ++i) {
-        strTree +=
-            (i % 100 ? QString() : QString("C%1\n").arg(i)) + QString("  F%1 Command\n").arg(i);
-    }
-    ViewFixture fixture(strTree);
+    ViewFixture fixture(wideTree(3000, "Command"));
     fixture.owner().show();
     QVERIFY(QTest::qWaitForWindowExposed(&fixture.owner()));
     fixture.view().expandAll();
@@ -215,11 +216,7 @@ void TestVexaFeatureTreeView::largeTreeOpensInSlices()
 
 void TestVexaFeatureTreeView::wideCategoryHidesInLinearTime()
 {
-    QString strTree = "A\n";
-    for (int i = 0; i < 20000; ++i) {
-        strTree += QString("  F%1\n").arg(i);
-    }
-    ViewFixture fixture(strTree);
+    ViewFixture fixture(wideTree(20000, ""));
     VexaPropertyTreeItem *const pCategory = fixture.item("A");
     for (int i = 0; i < pCategory->childCount(); ++i) {
         pCategory->child(i)->setVisible(false, ViewFixture::CAMERA, true);

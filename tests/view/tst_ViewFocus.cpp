@@ -23,6 +23,17 @@ private:
     {
         return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : "none";
     }
+    /// Where the focus is after a press of the tab key.
+    QString tab() const
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        return focused();
+    }
+    QString tabBack() const
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        return focused();
+    }
     ViewFixture &fixture() { return *m_pFixture; }
     std::unique_ptr<ViewFixture> m_pFixture;
 };
@@ -57,44 +68,33 @@ void TestViewFocus::init()
 
 void TestViewFocus::tabWalksTheRows()
 {
-    QStringList walked;
     for (int i = 0; i < 60; ++i) {
-        walked.append(focused());
+        QCOMPARE(focused(), QString("F%1").arg(i));
         QVERIFY(QApplication::focusWidget()->isVisible());
         const QRect place = QApplication::focusWidget()->geometry();
         QVERIFY2(fixture().view().viewport()->rect().contains(place), qPrintable(focused()));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    for (int i = 0; i < 60; ++i) {
-        QCOMPARE(walked.at(i), QString("F%1").arg(i));
+        tab();
     }
     QCOMPARE(focused(), QString("Last")); // past the category
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(focused(), QString("F59"));
+    QCOMPARE(tabBack(), QString("F59"));
     QCOMPARE(fixture().owner().m_writes, QStringList());
 }
 
 void TestViewFocus::tabPassesDisabledRowsAndLeavesAtTheEnds()
 {
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(focused(), QString("before"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(focused(), QString("view"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(focused(), QString("F0"));
+    QCOMPARE(tabBack(), QString("before"));
+    QCOMPARE(tab(), QString("view"));
+    QCOMPARE(tab(), QString("F0"));
     fixture().setReadOnly("F1", true);
     fixture().item("F2")->setVisible(false, ViewFixture::CAMERA, true);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(focused(), QString("F3"));
+    QCOMPARE(tab(), QString("F3"));
     fixture().view().scrollToFeature("Last");
     fixture().editor("Last")->setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(focused(), QString("after"));
+    QCOMPARE(tab(), QString("after"));
     fixture().view().setDelegateEnable(false);
     fixture().view().notifyEditorUpdate();
     fixture().view().setFocus();
-    QTest::keyClick(&fixture().view(), Qt::Key_Tab);
-    QCOMPARE(focused(), QString("after"));
+    QCOMPARE(tab(), QString("after"));
 }
 
 void TestViewFocus::focusOfAHiddenRowGoesToTheView()
