@@ -13,7 +13,7 @@
 #include "view/VexaPropertyTreeDelegate.h"
 #include "view/VexaPropertyTreeModel.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QScopedValueRollback>
@@ -118,7 +118,10 @@ void VexaFeatureTreeView::setCameraAndRoot(long lCameraID, VexaPropertyTreeItem 
 
 void VexaFeatureTreeView::reset()
 {
-    // Items may have gone already: nothing of the old rows is followed.
+    // Items may have gone already: nothing of the old rows is followed, nor by an editor that loses the focus later.
+    if (QWidget *const pEditor = focusedEditor()) {
+        m_pDelegate->rollback(pEditor);
+    }
     m_pPending->clear();
     m_pOpener->clear();
     m_pPlacer->forget();
@@ -152,9 +155,8 @@ void VexaFeatureTreeView::ClearTreeViewInfo()
 void VexaFeatureTreeView::giveUpEditor()
 {
     m_pDelegate->setCommitBlocked(true);
-    QWidget *const pFocus = QApplication::focusWidget();
-    if (pFocus && pFocus != viewport() && viewport()->isAncestorOf(pFocus)) {
-        m_pDelegate->rollback(pFocus);
+    if (QWidget *const pEditor = focusedEditor()) {
+        m_pDelegate->rollback(pEditor);
         setFocus(Qt::OtherFocusReason);
     }
     if (selectionModel()) {

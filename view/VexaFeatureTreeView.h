@@ -152,6 +152,8 @@ private:
     void onRefillNeeded(QWidget *pEditor);
     void activateFeature(VexaPropertyTreeItem *pItem);
     QModelIndex focusedRow() const;
+    /// The editor that has the focus of the window, or holds what has it; null when none does.
+    QWidget *focusedEditor() const;
     QWidget *focusableEditor(const QModelIndex &row) const;
     void showRow(const QModelIndex &row);
     bool leaveByTab(bool bNext);

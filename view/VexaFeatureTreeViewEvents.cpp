@@ -8,7 +8,7 @@
 #include "view/VexaPropertyTreeDelegate.h"
 #include "view/VexaPropertyTreeModel.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -175,14 +175,18 @@ void VexaFeatureTreeView::activateFeature(VexaPropertyTreeItem *pItem)
 
 QModelIndex VexaFeatureTreeView::focusedRow() const
 {
-    for (const QWidget *pWidget = QApplication::focusWidget(); pWidget;
-         pWidget = pWidget->parentWidget()) {
-        VexaPropertyTreeItem *const pItem = m_pDelegate->itemOfEditor(pWidget);
-        if (pItem && m_rows.contains(pItem)) {
-            return indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME);
-        }
+    VexaPropertyTreeItem *const pItem = m_pDelegate->itemOfEditor(focusedEditor());
+    return m_rows.contains(pItem) ? indexOfItem(pItem, VexaPropertyTreeModel::COLUMN_NAME)
+                                  : QModelIndex();
+}
+
+QWidget *VexaFeatureTreeView::focusedEditor() const
+{
+    QWidget *pWidget = window()->focusWidget();
+    while (pWidget && !m_pDelegate->itemOfEditor(pWidget)) {
+        pWidget = pWidget->parentWidget();
     }
-    return QModelIndex();
+    return pWidget;
 }
 
 QWidget *VexaFeatureTreeView::focusableEditor(const QModelIndex &row) const

@@ -288,6 +288,12 @@ void tst_ScreenAndFocus::focusTyped()
     QTRY_VERIFY(!f.focus()->isEnabled());
     QCOMPARE(f.writeCount(), 0);
     QCOMPARE(f.both(), QString("12 12"));
+    f.feature("FocusStep")->setReadOnly(f.camera.id, false);
+    QTRY_VERIFY(f.focus()->isEnabled());
+    f.edit()->setFocus();
+    QTest::keyClicks(f.edit(), "3");
+    f.pages.removeCameraID(f.camera.id);
+    QCOMPARE(f.writeCount(), 0);
 }
 
 QTEST_MAIN(tst_ScreenAndFocus)
