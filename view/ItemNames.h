@@ -4,7 +4,7 @@
 #include "model/ItemLocks.h"
 #include "model/VexaPropertyTreeItem.h"
 
-/// Feature name of the item's node in that column; empty for an item without a value. GUI thread and workers.
+/// Feature name of the item's node in that column; empty for an item without a value. Any thread.
 inline QString nodeNameOf(const VexaPropertyTreeItem *pItem, int nColumn = 0)
 {
     const ItemLock lock(pItem);

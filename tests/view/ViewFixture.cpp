@@ -4,7 +4,6 @@
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
-#include "model/CTreeStringItemValue.h"
 #include "view/VexaPropertyTreeModel.h"
 
 #include <QHBoxLayout>
@@ -149,14 +148,6 @@ void ViewFixture::setBoolean(const QString &strName, bool bValue)
     finish(item(strName));
 }
 
-void ViewFixture::setString(const QString &strName, const QString &strValue, int nMaxLength)
-{
-    auto *const pValue = static_cast<CTreeStringItemValue *>(item(strName)->value());
-    pValue->m_strValue = strValue;
-    pValue->m_nMaxLength = nMaxLength;
-    finish(item(strName));
-}
-
 void ViewFixture::setEnumeration(const QString &strName, const QStringList &entries, qint64 nValue)
 {
     auto *const pValue = static_cast<CTreeEnumationItemValue *>(item(strName)->value());
@@ -172,4 +163,22 @@ void ViewFixture::setReadOnly(const QString &strName, bool bReadOnly)
 {
     item(strName)->setReadOnly(CAMERA, bReadOnly);
     item(strName)->endUpdateItem(CAMERA);
+}
+
+const char *const ViewFixture::ONE_OF_EACH = "All\n"
+                                             "  Bool Boolean\n"
+                                             "  Int Integer\n"
+                                             "  Enum Enumeration\n"
+                                             "  Float Float\n"
+                                             "  Cmd Command\n";
+
+void ViewFixture::fillOneOfEach()
+{
+    for (const char *name : {"Bool", "Int", "Enum", "Float", "Cmd"}) {
+        setReadOnly(name, false);
+    }
+    setBoolean("Bool", true);
+    setInteger("Int", 42, 0, 100);
+    setEnumeration("Enum", {"Mono8", "Mono12", "RGB8"}, 10);
+    setFloat("Float", 1.25F, 0, 10);
 }

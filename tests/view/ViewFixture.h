@@ -49,6 +49,8 @@ class ViewFixture
 {
 public:
     static constexpr long CAMERA = 1;
+    /// "Bool", "Int", "Enum", "Float" and "Cmd".
+    static const char *const ONE_OF_EACH;
 
     explicit ViewFixture(const QString &strTree, int nPageIndex = 0);
     ~ViewFixture();
@@ -73,10 +75,11 @@ public:
                     qint64 nIncrement = 1, const QString &strRepresentation = QString());
     void setFloat(const QString &strName, float fValue, float fMinimum, float fMaximum);
     void setBoolean(const QString &strName, bool bValue);
-    void setString(const QString &strName, const QString &strValue, int nMaxLength = 64);
     /// Entries "name" with the numbers 0, 10, 20...
     void setEnumeration(const QString &strName, const QStringList &entries, qint64 nValue);
     void setReadOnly(const QString &strName, bool bReadOnly);
+    /// ONE_OF_EACH was read: true, 42, Mono12 of three and 1.25; all can be written.
+    void fillOneOfEach();
 
 private:
     void finish(VexaPropertyTreeItem *pItem);

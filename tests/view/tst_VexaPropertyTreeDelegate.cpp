@@ -32,30 +32,6 @@ private slots:
     void spinBoxSnaps();
 };
 
-static const char *const TREE = "All\n"
-                                "  Bool Boolean\n"
-                                "  Int Integer\n"
-                                "  Hex Integer\n"
-                                "  Enum Enumeration\n"
-                                "  Float Float\n"
-                                "  String StringReg\n"
-                                "  Cmd Command\n";
-
-static void fillAll(ViewFixture &fixture)
-{
-    for (const char *name : {"Bool", "Int", "Hex", "Enum", "Float", "String", "Cmd"}) {
-        fixture.setReadOnly(name, false);
-    }
-    fixture.setBoolean("Bool", true);
-    fixture.setInteger("Int", 42, 0, 100, 2);
-    fixture.setEnumeration("Enum", {"Mono8", "Mono12", "RGB8"}, 10);
-    fixture.setFloat("Float", 1.25F, 0, 10);
-    fixture.setString("String", "text");
-    static_cast<CTreeIntergerItemValue *>(fixture.item("Hex")->value())->m_strRepresentation =
-        "HexNumber";
-    fixture.setInteger("Hex", 255, 0, 4096, 1, "HexNumber");
-}
-
 void TestVexaPropertyTreeDelegate::editorClass_data()
 {
     // The other editors are typed and clicked into by the tests of edits.
@@ -123,7 +99,7 @@ void TestVexaPropertyTreeDelegate::stringRules()
 void TestVexaPropertyTreeDelegate::blankAndDisabledUntilRead()
 {
     const char *const names[] = {"Bool", "Int", "Enum", "Float"};
-    ViewFixture fixture(TREE);
+    ViewFixture fixture(ViewFixture::ONE_OF_EACH);
     for (const char *name : names) {
         fixture.setReadOnly(name, false);
     }
@@ -136,7 +112,7 @@ void TestVexaPropertyTreeDelegate::blankAndDisabledUntilRead()
     for (const char *name : names) {
         QVERIFY2(isBlank(name) && !fixture.editor(name)->isEnabled(), name);
     }
-    fillAll(fixture);
+    fixture.fillOneOfEach();
     for (const char *name : names) {
         QVERIFY2(!isBlank(name) && fixture.editor(name)->isEnabled(), name);
     }
@@ -144,7 +120,7 @@ void TestVexaPropertyTreeDelegate::blankAndDisabledUntilRead()
 
 void TestVexaPropertyTreeDelegate::spinBoxShowsWhatItCannotHold()
 {
-    ViewFixture fixture(TREE);
+    ViewFixture fixture(ViewFixture::ONE_OF_EACH);
     fixture.show();
     const qint64 nBeyond = qint64(1) << 40;
     fixture.setInteger("Int", nBeyond, 0, nBeyond * 2);
@@ -157,9 +133,9 @@ void TestVexaPropertyTreeDelegate::spinBoxShowsWhatItCannotHold()
 
 void TestVexaPropertyTreeDelegate::comboRowsCarryNumbers()
 {
-    ViewFixture fixture(TREE);
+    ViewFixture fixture(ViewFixture::ONE_OF_EACH);
     fixture.show();
-    fillAll(fixture);
+    fixture.fillOneOfEach();
     auto *const pCombo = qobject_cast<QComboBox *>(fixture.editor("Enum"));
     QCOMPARE(pCombo->count(), 3);
     QCOMPARE(pCombo->currentText(), QString("Mono12"));
@@ -182,7 +158,7 @@ void TestVexaPropertyTreeDelegate::comboRowsCarryNumbers()
 
 void TestVexaPropertyTreeDelegate::representationChangeMakesTheEditorAnew()
 {
-    ViewFixture fixture(TREE);
+    ViewFixture fixture(ViewFixture::ONE_OF_EACH);
     fixture.show();
     fixture.setReadOnly("Int", false);
     fixture.setInteger("Int", 255, 0, 4096);

@@ -26,13 +26,6 @@ private slots:
     void watermarkRow();
 };
 
-static const char *const TREE = "All\n"
-                                "  Bool Boolean\n"
-                                "  Int Integer\n"
-                                "  Enum Enumeration\n"
-                                "  Float Float\n"
-                                "  Cmd Command\n";
-
 /// Each write runs an event loop, as one with a box does, in which this happens.
 static void runInWrites(RecordingFeatureWidget &widget, const std::function<void()> &act)
 {
@@ -49,15 +42,9 @@ static void runInWrites(RecordingFeatureWidget &widget, const std::function<void
 
 static std::unique_ptr<ViewFixture> openTree()
 {
-    auto pFixture = std::make_unique<ViewFixture>(TREE);
+    auto pFixture = std::make_unique<ViewFixture>(ViewFixture::ONE_OF_EACH);
     pFixture->show();
-    for (const char *pName : {"Bool", "Int", "Enum", "Float", "Cmd"}) {
-        pFixture->setReadOnly(pName, false);
-    }
-    pFixture->setBoolean("Bool", true);
-    pFixture->setInteger("Int", 42, 0, 100);
-    pFixture->setEnumeration("Enum", {"Mono8", "Mono12", "RGB8"}, 10);
-    pFixture->setFloat("Float", 1.25F, 0, 10);
+    pFixture->fillOneOfEach();
     QApplication::setActiveWindow(&pFixture->owner());
     return QTest::qWaitForWindowActive(&pFixture->owner()) ? std::move(pFixture) : nullptr;
 }
