@@ -5,7 +5,6 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
-#include <QDomDocument>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -18,39 +17,10 @@ namespace {
 constexpr int WORKERS = 4;
 constexpr int LONGEST_PAUSE_MS = 6;
 constexpr int PATIENCE_MS = 120000;
-constexpr quint32 LONGEST_TEXT = 64;
+constexpr quint32 LONGEST_NUMBER = 8; // bytes
 
-struct Register
-{
-    quint64 address;
-    quint32 length;
-    bool isText;
-    bool isReal;
-};
-
-QVector<Register> registersOf(const QByteArray &description)
-{
-    QVector<Register> registers;
-    QDomDocument document;
-    document.setContent(description);
-    for (const char *tag : {"IntReg", "MaskedIntReg", "FloatReg", "StringReg"}) {
-        const QDomNodeList nodes =
-            document.documentElement().elementsByTagName(QString::fromLatin1(tag));
-        for (int i = 0; i < nodes.size(); ++i) {
-            const auto number = [node = nodes.at(i)](const QString &child) {
-                return node.firstChildElement(child).text().toULongLong(nullptr, 0);
-            };
-            const quint64 address = number(QStringLiteral("Address"));
-            const auto length = static_cast<quint32>(number(QStringLiteral("Length")));
-            if (address != 0 && length != 0 && length <= LONGEST_TEXT) {
-                registers.append({address, length, *tag == 'S', *tag == 'F'});
-            }
-        }
-    }
-    return registers;
-}
-
-/// Changes registers of a device at random behind everybody's back, on a thread of its own, until it is stopped.
+/// Changes the registers of the device's log at random behind everybody's back, on a thread of its own, until it is
+/// stopped.
 class Noise
 {
 public:
@@ -71,19 +41,18 @@ public:
 private:
     void run(SimulatorControl &control, quint32 seed)
     {
-        const QVector<Register> registers = registersOf(control.description());
+        const QVector<SimulatorAccess> registers = control.accessLog();
         QRandomGenerator random(seed);
         while (!m_bStop && !registers.isEmpty()) {
-            const Register &target = registers.at(random.bounded(registers.size()));
+            const SimulatorAccess &target = registers.at(random.bounded(registers.size()));
             QByteArray bytes = control.peek(target.address, target.length);
-            if (target.isText) {
+            if (target.length > LONGEST_NUMBER) {
                 const int used = random.bounded(bytes.size());
                 bytes.fill('\0');
                 bytes.replace(0, used, QByteArray(used, char('A' + random.bounded(26))));
             } else {
                 // A low bit at one end, so that selectors and flags land on values that mean something.
-                char &byte =
-                    bytes.data()[target.isReal || random.bounded(2) == 0 ? 0 : bytes.size() - 1];
+                char &byte = bytes.data()[random.bounded(2) == 0 ? 0 : bytes.size() - 1];
                 byte = static_cast<char>(byte ^ (1 << random.bounded(4)));
             }
             control.poke(target.address, bytes);
@@ -182,9 +151,12 @@ void tst_workers_stress::treesEqualTheirDevicesInTheEnd()
     std::vector<ModuleFixture::Camera> cameras;
     std::vector<std::unique_ptr<Noise>> noises;
     for (const char *id : {"area-camera", "code-reader"}) {
-        cameras.push_back(fixture.open(SimulatedDevices::builtIn(QString::fromLatin1(id))));
+        const auto device = SimulatedDevices::builtIn(QString::fromLatin1(id));
+        device.control->setLogging(true);
+        cameras.push_back(fixture.open(device));
         const ModuleFixture::Camera &camera = cameras.back();
         QVERIFY(ModuleFixture::waitForFirstUpdate(camera, PATIENCE_MS));
+        device.control->setLogging(false);
         for (const int role : {FEATURES_UPDATE_INVALIDATOR, FEATURES_UPDATE_TLPARAMSLOCKED,
                                FEATURES_UPDATE_POLLING}) {
             camera.tree->UpdateFeatures(role, {}, QGetFeaturesThread::UPDATE_REFRESH);

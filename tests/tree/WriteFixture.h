@@ -13,6 +13,9 @@
 
 class QSignalSpy;
 
+using Values = QVector<QPair<QString, QVariant>>; ///< feature and value; a command takes any value
+Q_DECLARE_METATYPE(Values)
+
 /// A tree over a simulated device whose values are written, with all that the client hears meanwhile as one list of
 /// lines: "box title|text", "prompt level title|text", "message text", "bus signal arguments", "listen event data" and
 /// "info line", "critical line" of the log. "#" stands for the camera id, "@" for the device's remark.

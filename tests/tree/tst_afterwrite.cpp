@@ -12,9 +12,6 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-using Values = QVector<QPair<QString, QVariant>>; ///< feature and value; a command takes any value
-Q_DECLARE_METATYPE(Values)
-
 /// What the client hears after an edit in the view, and what any change of a row draws after it.
 class tst_afterwrite : public QObject
 {

@@ -284,7 +284,7 @@ void tst_featureupdate::pollingReadsItsTableOnly()
     elements.replace("'Reg7'>", "'Reg7'><PollingTime>100</PollingTime>");
     const Opened f(names, elements);
     f.poke(MANY + 4 * 7, 7);
-    QTRY_COMPARE(f.shown("Many7"), 7LL);
+    QTRY_COMPARE_WITH_TIMEOUT(f.shown("Many7"), 7LL, 20000);
     QVERIFY(f.hasReadOnly({MANY + 4 * 7}));
 }
 
