@@ -8,47 +8,58 @@
 #include "tests/support/ModuleFixture.h"
 
 #include <QDomDocument>
-#include <QRegularExpression>
 
-/// A simulated device over a description, and an interpreter of the same description beside it.
-struct EvalFixture
+/// An open simulated device and what a tree knows of its description.
+struct DescribedCamera
 {
-    /// The features are what the elements select, and the names in `features`.
-    explicit EvalFixture(const QByteArray &elements, const QStringList &features = {"X"})
+    explicit DescribedCamera(const SimulatedDevices::Simulated &simulated)
+        : device(simulated)
     {
-        const QByteArray xml = descriptionOf(features, elements);
-        document.setContent(xml);
+        device.control->setQuiet(true);
+        cameraId = host.openCamera(*device.source).cameraId;
+        basic = QTaskManager::Instance()->GetTaskByID(cameraId);
+        task = basic ? basic->_CameraTak() : nullptr;
+        document.setContent(device.control->description());
         builder.GenerateDomElementMap(document.documentElement());
-        maps.generate(document.documentElement(), builder.elementMap(),
-                      builder.elementMap().keys());
+    }
+    /// The selectors of these features.
+    void takeLinks(const QStringList &features)
+    {
+        maps.generate(document.documentElement(), builder.elementMap(), features);
         for (const auto &record : maps.pSelectedRecords()) {
             links.append({record.first, record.second});
         }
-        device =
-            SimulatedDevices::fromDescription(xml, "eval", SimulatorControl::MemoryPattern::Zero);
-        const CameraHost::OpenResult opened = host.openCamera(*device.source);
-        cameraId = opened.cameraId;
-        QCameraBasicTask *basic = QTaskManager::Instance()->GetTaskByID(cameraId);
-        task = basic ? basic->_CameraTak() : nullptr;
     }
 
-    EvalContext context(bool isGigE = true, const std::atomic<bool> *stop = nullptr) const
-    {
-        return EvalContext(builder.elementMap(), links, task, isGigE, stop);
-    }
-    void poke(quint64 address, const char *hex)
-    {
-        device.control->poke(address, QByteArray::fromHex(hex));
-    }
-
+    SimulatedDevices::Simulated device;
     CameraHost host;
     QDomDocument document;
     FeatureTreeBuilder builder;
     NodeDependencyMaps maps;
     QVector<SelectedLink> links;
-    SimulatedDevices::Simulated device;
     long int cameraId = -1;
+    QCameraBasicTask *basic = nullptr;
     QCameraTask *task = nullptr;
+};
+
+/// A device over these elements, with the feature X, and an interpreter of the same description beside it.
+struct EvalFixture : DescribedCamera
+{
+    explicit EvalFixture(const QByteArray &elements)
+        : DescribedCamera(SimulatedDevices::fromDescription(descriptionOf({"X"}, elements), "eval",
+                                                            SimulatorControl::MemoryPattern::Zero))
+    {
+        takeLinks(builder.elementMap().keys());
+    }
+
+    EvalContext context(bool isGigE = true) const
+    {
+        return EvalContext(builder.elementMap(), links, task, isGigE, nullptr);
+    }
+    void poke(quint64 address, const char *hex)
+    {
+        device.control->poke(address, QByteArray::fromHex(hex));
+    }
 };
 
 /// An integer register.

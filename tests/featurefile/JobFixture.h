@@ -8,24 +8,13 @@
 #include <QTemporaryDir>
 
 /// A simulated device with the job thread that a tree would give it.
-struct JobFixture
+struct JobFixture : DescribedCamera
 {
     explicit JobFixture(const SimulatedDevices::Simulated &simulated)
-        : device(simulated)
+        : DescribedCamera(simulated)
     {
-        device.control->setQuiet(true);
-        cameraId = host.openCamera(*device.source).cameraId;
-        basic = QTaskManager::Instance()->GetTaskByID(cameraId);
-        task = basic ? basic->_CameraTak() : nullptr;
-        document.setContent(device.control->description());
-        builder.GenerateDomElementMap(document.documentElement());
         builder.createItems(document, nullptr);
-        maps.generate(document.documentElement(), builder.elementMap(),
-                      builder.allTreeItems().keys());
-        QVector<SelectedLink> links;
-        for (const auto &record : maps.pSelectedRecords()) {
-            links.append({record.first, record.second});
-        }
+        takeLinks(builder.allTreeItems().keys());
         thread = std::make_unique<VexaFeatureImExThread>(cameraId);
         thread->setNodes(builder.elementMap());
         thread->setFeatureCategories(builder.featureParentMap());
@@ -68,13 +57,5 @@ struct JobFixture
     }
 
     QTemporaryDir folder;
-    SimulatedDevices::Simulated device;
-    CameraHost host;
-    QDomDocument document;
-    FeatureTreeBuilder builder;
-    NodeDependencyMaps maps;
-    long int cameraId = -1;
-    QCameraBasicTask *basic = nullptr;
-    QCameraTask *task = nullptr;
     std::unique_ptr<VexaFeatureImExThread> thread;
 };

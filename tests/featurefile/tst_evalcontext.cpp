@@ -1,7 +1,6 @@
 #include "featurefile/RegisterDump.h"
 #include "tests/featurefile/EvalFixture.h"
-
-#include <QtTest>
+#include "tests/support/DataTable.h"
 
 namespace {
 
@@ -67,14 +66,10 @@ private slots:
 
 void tst_EvalContext::dumps_data()
 {
-    QTest::addColumn<QByteArray>("elements");
-    QTest::addColumn<QString>("dump"); // of the words 258, 0, 7, 0
+    const DataTable<QByteArray, QString> row("elements", "dump"); // of the words 258, 0, 7, 0
     const QByteArray index = selector("I", "X");
     const QByteArray offset = knife("K", variable("V", "I"), "V*4");
     const QByteArray x = integer("X", "<pValue>R</pValue>");
-    const auto row = [](const char *name, const QByteArray &elements, const char *dump) {
-        QTest::newRow(name) << elements << QString(dump);
-    };
     row("one address", x + intReg("R", "0x1000"), "4096 >258");
     row("address and four values",
         x + index + offset + intReg("R", "<Address>0x1000</Address><pAddress>K</pAddress>"),
@@ -150,13 +145,12 @@ void tst_EvalContext::dumps()
 
 void tst_EvalContext::readsAtAnyAddress_data()
 {
-    QTest::addColumn<bool>("isGigE");
-    QTest::addColumn<QByteArray>("address");
-    QTest::addColumn<bool>("alignedOnly");
-    QTest::addColumn<quint32>("word"); // of the bytes 00 01 02 03 04 05 06 07
-    QTest::newRow("aligned, GigE") << true << QByteArray("0x1000") << true << 0x00010203U;
-    QTest::newRow("misaligned, GigE") << true << QByteArray("0x1002") << true << 0x02030405U;
-    QTest::newRow("misaligned, U3V") << false << QByteArray("0x1002") << false << 0x05040302U;
+    // The word is one of the bytes 00 01 02 03 04 05 06 07.
+    const DataTable<bool, QByteArray, bool, quint32> row("isGigE", "address", "alignedOnly",
+                                                         "word");
+    row("aligned, GigE", true, "0x1000", true, 0x00010203U);
+    row("misaligned, GigE", true, "0x1002", true, 0x02030405U);
+    row("misaligned, U3V", false, "0x1002", false, 0x05040302U);
 }
 
 void tst_EvalContext::readsAtAnyAddress()
@@ -184,15 +178,12 @@ void tst_EvalContext::readsAtAnyAddress()
 
 void tst_EvalContext::readsNodes_data()
 {
-    QTest::addColumn<QByteArray>("elements");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("isNodeValue");
-    const QByteArray x = integer("X", "<pValue>R</pValue>");
-    QTest::newRow("integer") << x + intReg("R", "0x1000") << "258" << true;
-    QTest::newRow("the other byte order")
-        << x + intReg("R", "0x1000").replace("BigEndian", "LittleEndian") << "258" << false;
-    QTest::newRow("converter") << converted(variable("RAW", "R"), "RAW/4") + intReg("R", "0x1000")
-                               << "64.500000" << true;
+    const DataTable<QByteArray, QString, bool> row("elements", "text", "isNodeValue");
+    const QByteArray reg = intReg("R", "0x1000");
+    const QByteArray x = integer("X", "<pValue>R</pValue>") + reg;
+    row("integer", x, "258", true);
+    row("the other byte order", QByteArray(x).replace("BigEndian", "LittleEndian"), "258", false);
+    row("converter", converted(variable("RAW", "R"), "RAW/4") + reg, "64.500000", true);
 }
 
 void tst_EvalContext::readsNodes()
@@ -210,13 +201,12 @@ void tst_EvalContext::readsNodes()
 
 void tst_EvalContext::endsHostileDescriptions_data()
 {
-    QTest::addColumn<QByteArray>("elements");
+    const DataTable<QByteArray> row("elements");
     const QByteArray x = integer("X", "<pValue>R</pValue>");
-    QTest::newRow("circle of pValue")
-        << integer("X", "<pValue>Y</pValue>") + integer("Y", "<pValue>X</pValue>");
-    QTest::newRow("circle through an address") << x
-            + intReg("R", "<Address>1</Address><pAddress>K</pAddress>")
-            + knife("K", variable("V", "R"), "V");
+    const QByteArray address = intReg("R", "<Address>0</Address><pAddress>K</pAddress>");
+    row("circle of pValue",
+        integer("X", "<pValue>Y</pValue>") + integer("Y", "<pValue>X</pValue>"));
+    row("circle through an address", x + address + knife("K", variable("V", "R"), "V"));
     QByteArray chain, bush = intReg("R", "<Address>1</Address><pAddress>K0</pAddress>");
     for (int level = 0; level < 200; ++level) {
         chain += integer("N" + QByteArray::number(level),
@@ -227,21 +217,20 @@ void tst_EvalContext::endsHostileDescriptions_data()
         bush += knife("K" + QByteArray::number(level), variable("A", next) + variable("B", next),
                       "A+B");
     }
-    QTest::newRow("chain of 200") << integer("X", "<pValue>N0</pValue>") + chain
-            + intReg("N200", "0x1000");
-    QTest::newRow("every level twice") << x + bush + integer("K40", "<Value>1</Value>");
-    const QByteArray address = intReg("R", "<Address>0</Address><pAddress>K</pAddress>");
-    QTest::newRow("a selector without end") << x + selector("I", "X", "9223372036854775807")
-            + knife("K", variable("V", "I"), "V*4") + address;
+    row("chain of 200", integer("X", "<pValue>N0</pValue>") + chain + intReg("N200", "0x1000"));
+    row("every level twice", x + bush + integer("K40", "<Value>1</Value>"));
+    row("a selector without end",
+        x + selector("I", "X", "9223372036854775807") + knife("K", variable("V", "I"), "V*4")
+            + address);
     QByteArray many;
     for (int index = 0; index < 5000; ++index) {
         many += variable("V" + QByteArray::number(index), "C");
     }
-    QTest::newRow("a formula that grows with each variable")
-        << converted(variable("1", "C").repeated(100), "1") + integer("C", "<Value>111111</Value>")
-            + intReg("R", "0x1000");
-    QTest::newRow("thousands of variables")
-        << x + integer("C", "<Value>1</Value>") + knife("K", many, "V1") + address;
+    row("a formula that grows with each variable",
+        converted(variable("1", "C").repeated(100), "1") + integer("C", "<Value>111111</Value>")
+            + intReg("R", "0x1000"));
+    row("thousands of variables",
+        x + integer("C", "<Value>1</Value>") + knife("K", many, "V1") + address);
 }
 
 void tst_EvalContext::endsHostileDescriptions()

@@ -1,9 +1,9 @@
 #include "featurefile/FeatureFileReader.h"
 #include "featurefile/FeatureFileWriter.h"
 #include "tests/featurefile/FeatureFileLines.h"
+#include "tests/support/DataTable.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
 
 namespace {
 
@@ -77,14 +77,15 @@ void tst_FeatureFileFormat::writesTheSmallFileByteForByte()
 
 void tst_FeatureFileFormat::bringsValuesBack_data()
 {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<int>("culprit"); // 0 none, 1 comes back changed, 2 unreadable
-    QTest::newRow("template marks in a value") << "%1 %2 %3 %%" << 0;
-    QTest::newRow("brackets and quotes") << "<a b=\"c\">'" << 0;
-    QTest::newRow("Chinese") << QString::fromUtf8("\xE7\x9B\xB8\xE6\x9C\xBA") << 0;
-    QTest::newRow("empty") << "" << 0;
-    QTest::newRow("bare ampersand") << "a & b" << 2;
-    QTest::newRow("entity") << "a &lt; b" << 1;
+    // Culprit: 0 none, 1 comes back changed, 2 unreadable.
+    const DataTable<QString, int> row("value", "culprit");
+    row("template marks in a value", "%1 %2 %3 %%", 0);
+    row("brackets and quotes", "<a b=\"c\">'", 0);
+    row("Chinese", QString::fromUtf8("\xE7\x9B\xB8\xE6\x9C\xBA"), 0);
+    row("empty", "", 0);
+    row("nothing but blanks", "  ", 1);
+    row("bare ampersand", "a & b", 2);
+    row("entity", "a &lt; b", 1);
 }
 
 void tst_FeatureFileFormat::bringsValuesBack()
@@ -113,17 +114,14 @@ void tst_FeatureFileFormat::bringsValuesBack()
 
 void tst_FeatureFileFormat::refuses_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("reason"); // empty: accepted
-    QTest::newRow("empty") << ""
-                           << "empty";
-    QTest::newRow("truncated") << "<FeaturesFile version=\"1\"><Features>"
-                               << "line 1";
-    QTest::newRow("document type") << "<!DOCTYPE a [<!ENTITY b \"c\">]>" + file("") << "document";
-    QTest::newRow("32 levels") << nested(32) << "";
-    QTest::newRow("33 levels") << nested(33) << "deeper than 32";
-    QTest::newRow("a hundred thousand levels") << nested(100000) << "deeper than 32";
-    QTest::newRow("more than 64 MiB") << file(QString(64 * 1024 * 1024, 'x')) << "larger than";
+    const DataTable<QString, QString> row("text", "reason"); // empty: accepted
+    row("empty", "", "empty");
+    row("truncated", "<FeaturesFile version=\"1\"><Features>", "line 1");
+    row("document type", "<!DOCTYPE a [<!ENTITY b \"c\">]>" + file(""), "document");
+    row("32 levels", nested(32), "");
+    row("33 levels", nested(33), "deeper than 32");
+    row("a hundred thousand levels", nested(100000), "deeper than 32");
+    row("more than 64 MiB", file(QString(64 * 1024 * 1024, 'x')), "larger than");
 }
 
 void tst_FeatureFileFormat::refuses()

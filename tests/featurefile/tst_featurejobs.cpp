@@ -1,11 +1,10 @@
-#include "featurefile/FeatureFileStore.h"
 #include "tests/featurefile/JobFixture.h"
-
-#include <QtTest>
+#include "tests/support/DataTable.h"
 
 namespace {
 
 using Thread = VexaFeatureImExThread;
+constexpr FeatureFileReason NO_NOTE = FeatureFileReason(-1);
 constexpr FeatureFileReason ENDS_THE_JOB = FeatureFileReason(-2);
 constexpr quint64 PLACE = 0x1000;
 const char *const MEMORY = "0000010241423e3c3fc00000"; // 258, "AB><", 1.5
@@ -45,20 +44,17 @@ private slots:
     void appliesOnlyWhatItCanCarry();
     void keepsAPrefixWhenTheDeviceGoes_data();
     void keepsAPrefixWhenTheDeviceGoes();
-    void tellsWhatCannotBeWritten();
 };
 
 void tst_FeatureJobs::carriesByKind_data()
 {
-    QTest::addColumn<QByteArray>("elements");
-    QTest::addColumn<QString>("line"); // empty: left out
-    QTest::addColumn<QByteArray>("back"); // of the memory, into one that was cleared
-    QTest::addColumn<int>("reason"); // of a note, -1 without one
+    // The file's line is empty for what is left out; the memory was cleared before it came back.
+    const DataTable<QByteArray, QString, QByteArray, int> table("elements", "line", "back",
+                                                                "reason");
     const QByteArray reg = intReg("R", "0x1000");
-    const auto row = [](const char *name, const QByteArray &elements, const char *line,
-                        const QByteArray &back, FeatureFileReason reason = FeatureFileReason(-1)) {
-        QTest::newRow(name) << elements << QString(line) << back.leftJustified(24, '0')
-                            << int(reason);
+    const auto row = [&table](const char *name, const QByteArray &elements, const char *line,
+                              const QByteArray &back, FeatureFileReason reason = NO_NOTE) {
+        table(name, elements, line, back.leftJustified(24, '0'), int(reason));
     };
     const QByteArray no = integer("No", "<Value>0</Value>");
     const QByteArray unavailable = "<pIsAvailable>No</pIsAvailable><pValue>R</pValue>";
@@ -166,7 +162,7 @@ void tst_FeatureJobs::carriesByKind()
     QCOMPARE(found.join(' '), line);
     const FeatureFileReport report = fixture.thread->report();
     const auto notes = report.leftOut + report.remarks;
-    QCOMPARE(notes.isEmpty() ? -1 : int(notes.first().reason), reason);
+    QCOMPARE(notes.isEmpty() ? int(NO_NOTE) : int(notes.first().reason), reason);
     fixture.device.control->poke(PLACE, QByteArray(memory.size(), '\0'));
     QVERIFY(fixture.run(Thread::OPERATION_APPLY_TEXT, QString::fromUtf8(bytes)));
     QCOMPARE(fixture.device.control->peek(PLACE, quint32(memory.size())).toHex(), back);
@@ -174,12 +170,11 @@ void tst_FeatureJobs::carriesByKind()
 
 void tst_FeatureJobs::appliesOnlyWhatItCanCarry_data()
 {
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QByteArray>("memory"); // of the register and the one behind it
-    QTest::addColumn<int>("reason");
-    const auto row = [](const char *name, const QString &entry, const char *memory,
-                        FeatureFileReason reason = FeatureFileReason(-1)) {
-        QTest::newRow(name) << entry << QByteArray(memory) << int(reason);
+    // The memory is that of the register and the one behind it.
+    const DataTable<QString, QByteArray, int> table("entry", "memory", "reason");
+    const auto row = [&table](const char *name, const QString &entry, const char *memory,
+                              FeatureFileReason reason = NO_NOTE) {
+        table(name, entry, memory, int(reason));
     };
     const auto dump = [](const char *attributes, const char *text) {
         return QString("<ComplexFeature name=\"X\" len=\"4\" reg=\"R\"><RegValue %1 "
@@ -243,18 +238,18 @@ void tst_FeatureJobs::appliesOnlyWhatItCanCarry()
     QCOMPARE(fixture.thread->resultCode(), quint32(ends ? FEATURE_FILE_STOPPED : FEATURE_FILE_OK));
     QCOMPARE(fixture.device.control->peek(0x1000, 8).toHex(), memory);
     const auto notes = fixture.thread->report().notImported;
-    const int first = notes.isEmpty() ? -1 : int(notes.first().reason);
+    const int first = int(notes.isEmpty() ? NO_NOTE : notes.first().reason);
     QVERIFY(notes.size() <= 1);
     QCOMPARE(ends ? int(ENDS_THE_JOB) : first, reason);
 }
 
 void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes_data()
 {
-    QTest::addColumn<int>("entry");
-    QTest::newRow("at a Boolean") << 10;
-    QTest::newRow("between sweeps") << 50;
-    QTest::newRow("at a number") << 60;
-    QTest::newRow("at a dump") << 80;
+    const DataTable<int> row("entry");
+    row("at a Boolean", 10);
+    row("between sweeps", 50);
+    row("at a number", 60);
+    row("at a dump", 80);
 }
 
 void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes()
@@ -306,32 +301,6 @@ void tst_FeatureJobs::keepsAPrefixWhenTheDeviceGoes()
         QCOMPARE(fixture.device.control->peek(placeOf(at), 4).toHex(),
                  QByteArray(at < entry ? "00000001" : "00000000"));
     }
-}
-
-void tst_FeatureJobs::tellsWhatCannotBeWritten()
-{
-    const QTemporaryDir folder;
-    using Failure = FeatureFileFailure;
-    QString detail;
-    QCOMPARE(FeatureFileStore::writeFile(folder.filePath("none/a.vxf"), "text", &detail),
-             Failure::Open);
-    QVERIFY2(detail.endsWith("a.vxf: No such file or directory"), qPrintable(detail));
-    QCOMPARE(FeatureFileStore::writeFile(folder.path(), "text", &detail), Failure::Open);
-    QCOMPARE(FeatureFileStore::writeFile("/dev/full", "text", &detail), Failure::Open);
-    QVERIFY(QFile::exists("/dev/full"));
-    QCOMPARE(FeatureFileStore::writeFile(folder.filePath("empty"), QString(), &detail),
-             Failure::Write);
-    QVERIFY(!QFile::exists(folder.filePath("empty")));
-    const QString bag = folder.filePath("bag");
-    QCOMPARE(FeatureFileStore::appendToBag(bag, "1", "a", &detail), Failure::None);
-    QCOMPARE(FeatureFileStore::appendToBag(bag, "2", "b", &detail), Failure::None);
-    QFile file(bag);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(),
-             QByteArray("\r\n7d93cf56-39fb-424b-94d0-1d10f6057f2f\r\n1"
-                        "\r\n34be7aa9-f6a1-4a50-9edf-8205286ad0c9\r\na"
-                        "\r\n7d93cf56-39fb-424b-94d0-1d10f6057f2f\r\n2"
-                        "\r\n34be7aa9-f6a1-4a50-9edf-8205286ad0c9\r\nb"));
 }
 
 QTEST_GUILESS_MAIN(tst_FeatureJobs)

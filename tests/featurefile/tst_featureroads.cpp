@@ -6,7 +6,9 @@
 #include "shell/VexaFeatureToolBar.h"
 #include "tests/featurefile/FeatureFileLines.h"
 #include "tests/featurefile/RoadFixture.h"
+#include "tests/support/DataTable.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/WhenOpen.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -24,24 +26,6 @@ namespace {
 
 constexpr int WIDTH = 0x280;
 constexpr int OTHER_WIDTH = 0x100;
-
-/// Runs `act` on the dialog of that class as soon as it is up.
-template<typename Dialog, typename Act>
-void whenUp(QObject *context, Act act)
-{
-    auto *timer = new QTimer(context);
-    QObject::connect(timer, &QTimer::timeout, context, [timer, act] {
-        for (QWidget *widget : QApplication::topLevelWidgets()) {
-            auto *dialog = qobject_cast<Dialog *>(widget);
-            if (dialog && dialog->isVisible()) {
-                timer->stop();
-                act(dialog);
-                return;
-            }
-        }
-    });
-    timer->start(5);
-}
 
 /// Takes this file in the file dialogs that come, after `before`. They read the folder in their own time, and accept
 /// nothing until then.
@@ -111,12 +95,10 @@ void tst_FeatureRoads::init()
 
 void tst_FeatureRoads::bringsABagRecordBack_data()
 {
-    QTest::addColumn<QVector<int>>("keys");
-    QTest::addColumn<bool>("accept");
-    QTest::newRow("accepted with Enter") << QVector<int>{Qt::Key_Return} << true;
-    QTest::newRow("rejected with Escape") << QVector<int>{Qt::Key_Escape} << false;
-    QTest::newRow("accepted from the list")
-        << QVector<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return} << true;
+    const DataTable<QVector<int>, bool> row("keys", "accept");
+    row("accepted with Enter", {Qt::Key_Return}, true);
+    row("rejected with Escape", {Qt::Key_Escape}, false);
+    row("accepted from the list", {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return}, true);
 }
 
 void tst_FeatureRoads::bringsABagRecordBack()
@@ -133,11 +115,13 @@ void tst_FeatureRoads::bringsABagRecordBack()
     connect(QFunction::Instance(), &QFunction::messageLogged, &context,
             [&log](int, const QString &, const QString &line) { log += line; });
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
-    whenUp<VexaFeatureDiff>(&context, [keys](VexaFeatureDiff *dialog) {
-        for (int key : keys) {
-            QTest::keyClick(dialog->focusWidget(), Qt::Key(key));
-        }
-    });
+    whenOpen<VexaFeatureDiff>(
+        [keys](VexaFeatureDiff *dialog) {
+            for (int key : keys) {
+                QTest::keyClick(dialog->focusWidget(), Qt::Key(key));
+            }
+        },
+        &context);
     road.tree().LoadCamFeatures(true, road.text);
     QVERIFY(ended.wait(30000));
     QVERIFY(ended.first().first().toBool());
@@ -150,12 +134,7 @@ void tst_FeatureRoads::bringsABagRecordBack()
 
 void tst_FeatureRoads::refusesFiles_data()
 {
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    QTest::addColumn<quint32>("code");
-    const auto row = [](const char *name, const char *from, const char *to, quint32 code) {
-        QTest::newRow(name) << QString(from) << QString(to) << code;
-    };
+    const DataTable<QString, QString, quint32> row("from", "to", "code");
     row("other model", "<DeviceModelName>", "<DeviceModelName>X", FEATURE_FILE_MISMATCH);
     row("other firmware", "FirmwareVersion>", "FirmwareVersion>X", FEATURE_FILE_MISMATCH);
     row("no firmware", "FirmwareVersion>", "Firmware>", FEATURE_FILE_MISMATCH);
@@ -188,29 +167,27 @@ void tst_FeatureRoads::refusesFiles()
 
 void tst_FeatureRoads::checksWithoutAWord_data()
 {
-    QTest::addColumn<QString>("state");
-    for (const char *state : {"grabbing", "another version"}) {
-        QTest::newRow(state) << QString(state);
-    }
+    const DataTable<bool> row("grabbing");
+    row("grabbing", true);
+    row("another version", false);
 }
 
 void tst_FeatureRoads::checksWithoutAWord()
 {
-    QFETCH(QString, state);
-    const bool grabbing = state == "grabbing";
+    QFETCH(bool, grabbing);
     RoadFixture &road = *m_pRoad;
     QString text = road.text;
     QVERIFY(!grabbing || road.fixture.host().startGrabbing(road.camera.id));
     road.change();
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
     QSignalSpy checked(road.camera.tree, &VexaFeatureTree::SigEndCheckFeature);
-    if (state == "another version") {
-        text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
-    } else {
+    if (grabbing) {
         road.tree().LoadCamFeatures(true, text);
         QCOMPARE(ended.count(), 1);
         QVERIFY(!ended.takeFirst().first().toBool());
         QVERIFY(!road.tree().featureFileFailure().isEmpty());
+    } else {
+        text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
     }
     QVERIFY(road.tree().CheckCamFeatures(text));
     QVERIFY(!road.tree().CheckCamFeatures(text)); // one at a time
@@ -218,7 +195,7 @@ void tst_FeatureRoads::checksWithoutAWord()
     QVERIFY(checked.first().first().toBool() && !QApplication::activeModalWidget());
     QCOMPARE(names(road.tree().featureDifferences()), QStringList{"Width"});
     QCOMPARE(road.tree().featureFileResult(),
-             quint32(text == road.text ? FEATURE_FILE_OK : FEATURE_FILE_VERSION));
+             quint32(grabbing ? FEATURE_FILE_OK : FEATURE_FILE_VERSION));
     QVERIFY(ended.isEmpty() && !road.tree().isFeatureFileBusy());
     QCOMPARE(road.writes(), 0);
     QVERIFY(!grabbing || road.fixture.host().stopGrabbing(road.camera.id));
@@ -226,14 +203,11 @@ void tst_FeatureRoads::checksWithoutAWord()
 
 void tst_FeatureRoads::saysWhyAnExportFailed_data()
 {
-    QTest::addColumn<QString>("path"); // in the folder of the test
-    QTest::addColumn<QString>("fault"); // of the device
-    QTest::addColumn<QString>("key");
-    const auto row = [](const char *name, const char *path, const char *fault, const char *key) {
-        QTest::newRow(name) << QString(path) << QString(fault) << QString(key);
-    };
+    // In the folder of the test.
+    const DataTable<QString, QString, QString> row("path", "fault", "key");
     row("folder missing", "none/bag", "", "fail_open");
     row("device instead of a file", "/dev/full", "", "fail_open");
+    row("folder instead of a file", ".", "", "fail_open");
     row("no room for the whole file", "new", "limit", "fail_write");
     row("no firmware", "new", "firmware", "fail_firmware");
     row("access fails", "new", "width", "fail_device");
@@ -279,14 +253,12 @@ void tst_FeatureRoads::saysWhyAnExportFailed()
 
 void tst_FeatureRoads::survivesWhatComesInTheMiddle_data()
 {
-    QTest::addColumn<QString>("job");
-    QTest::addColumn<QString>("event");
-    QTest::newRow("dialog, grabbing since") << "dialog"
-                                            << "grab";
+    const DataTable<QString, QString> row("job", "event");
+    row("dialog, grabbing since", "dialog", "grab");
     for (const char *job :
          {"export", "check", "question", "dialog", "apply", "save dialog", "open dialog"}) {
         for (const char *event : {"close", "restart", "delete"}) {
-            QTest::addRow("%s, %s", job, event) << QString(job) << QString(event);
+            row(qPrintable(QString("%1, %2").arg(job, event)), job, event);
         }
     }
 }
@@ -330,27 +302,31 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
     const QString path = road.folder.filePath("middle.vxf");
     if (job == "save dialog" || job == "open dialog") {
         choose(&context, job == "save dialog" ? path : road.folder.filePath("bag"), happen);
-        whenUp<CustomSaveDoneHintDlg>(&context, [](auto *hint) { hint->accept(); });
+        whenOpen<CustomSaveDoneHintDlg>([](auto *hint) { hint->accept(); }, &context);
     } else if (job == "question") {
         text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
-        whenUp<CustomMessageBox>(&context, [&](CustomMessageBox *box) {
-            const QPointer<CustomMessageBox> asked = box;
-            happen();
-            QVERIFY(asked);
-            asked->accept();
-        });
-    } else if (job == "dialog" || job == "apply") {
-        whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
-            if (job != "apply") {
+        whenOpen<CustomMessageBox>(
+            [&](CustomMessageBox *box) {
+                const QPointer<CustomMessageBox> asked = box;
                 happen();
-            }
-            if (job == "apply" || event == "grab") {
-                dialog->accept();
-            }
-            if (job == "apply") {
-                slowDown();
-            }
-        });
+                QVERIFY(asked);
+                asked->accept();
+            },
+            &context);
+    } else if (job == "dialog" || job == "apply") {
+        whenOpen<VexaFeatureDiff>(
+            [&](VexaFeatureDiff *dialog) {
+                if (job != "apply") {
+                    happen();
+                }
+                if (job == "apply" || event == "grab") {
+                    dialog->accept();
+                }
+                if (job == "apply") {
+                    slowDown();
+                }
+            },
+            &context);
     } else {
         slowDown();
     }
@@ -388,11 +364,13 @@ void tst_FeatureRoads::endsWhenTheDeviceGoes()
     road.tree().UpdateToolBarBtn(1, id, false);
     QVERIFY(import->isEnabled());
     QSignalSpy ended(road.camera.tree, &VexaFeatureTree::SigEndImportFeature);
-    whenUp<VexaFeatureDiff>(&context, [&](VexaFeatureDiff *dialog) {
-        road.control().vanish();
-        road.tree().UpdateToolBarBtn(0, id, false); // as a host does that hears of the loss
-        dialog->accept();
-    });
+    whenOpen<VexaFeatureDiff>(
+        [&](VexaFeatureDiff *dialog) {
+            road.control().vanish();
+            road.tree().UpdateToolBarBtn(0, id, false); // as a host does that hears of the loss
+            dialog->accept();
+        },
+        &context);
     road.tree().LoadCamFeatures(true, road.text);
     QVERIFY(!import->isEnabled());
     QVERIFY(ended.wait(30000));
@@ -411,15 +389,17 @@ void tst_FeatureRoads::goesThroughTheFileDialogs()
     const QString path = road.folder.filePath("chosen.vxf");
     choose(&context, path);
     bool hinted = false;
-    whenUp<CustomSaveDoneHintDlg>(&context, [&](CustomSaveDoneHintDlg *hint) {
-        hinted = true;
-        hint->accept();
-    });
+    whenOpen<CustomSaveDoneHintDlg>(
+        [&](CustomSaveDoneHintDlg *hint) {
+            hinted = true;
+            hint->accept();
+        },
+        &context);
     road.tree().SaveCamFeatures(false, QString());
     QTRY_VERIFY_WITH_TIMEOUT(hinted && !road.tree().isFeatureFileBusy(), 30000);
     QVERIFY(QFile::exists(path));
     road.change();
-    whenUp<VexaFeatureDiff>(&context, [](VexaFeatureDiff *dialog) { dialog->accept(); });
+    whenOpen<VexaFeatureDiff>([](VexaFeatureDiff *dialog) { dialog->accept(); }, &context);
     road.tree().LoadCamFeatures(false, QString());
     QTRY_COMPARE_WITH_TIMEOUT(road.width(), WIDTH, 30000);
     QTRY_VERIFY_WITH_TIMEOUT(!road.tree().isFeatureFileBusy(), 30000);

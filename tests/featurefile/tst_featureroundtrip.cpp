@@ -1,8 +1,7 @@
 #include "featurefile/FeatureFileStore.h"
 #include "tests/featurefile/JobFixture.h"
+#include "tests/support/DataTable.h"
 #include "tests/support/ForgetfulDevice.h"
-
-#include <QtTest>
 
 #include <cmath>
 
@@ -258,15 +257,14 @@ private slots:
 
 void tst_FeatureRoundTrip::bringsADeviceBack_data()
 {
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<quint32>("polling");
-    QTest::addColumn<QString>("inexact"); // what lost bits on its way
-    QTest::newRow("area-camera") << "area-camera" << 0U << QString();
-    QTest::newRow("area-camera, aligned only") << "area-camera" << 0U << QString();
-    QTest::newRow("code-reader") << "code-reader" << 0U << "ServiceValue";
-    QTest::newRow("code-reader, polling") << "code-reader" << 1U << "ServiceValue";
-    QTest::newRow("line-camera") << "line-camera" << 0U << QString();
-    QTest::newRow("grabber-camera") << "grabber-camera" << 0U << QString();
+    // The last column is what lost bits on its way.
+    const DataTable<QString, quint32, QString> row("id", "polling", "inexact");
+    row("area-camera", "area-camera", 0, "");
+    row("area-camera, aligned only", "area-camera", 0, "");
+    row("code-reader", "code-reader", 0, "ServiceValue");
+    row("code-reader, polling", "code-reader", 1, "ServiceValue");
+    row("line-camera", "line-camera", 0, "");
+    row("grabber-camera", "grabber-camera", 0, "");
 }
 
 void tst_FeatureRoundTrip::bringsADeviceBack()
@@ -344,9 +342,9 @@ void tst_FeatureRoundTrip::bringsADeviceBack()
 
 void tst_FeatureRoundTrip::takesNoMoreThanItNeeds_data()
 {
-    QTest::addColumn<QString>("id");
+    const DataTable<QString> row("id");
     for (const QString &id : SimulatedDevices::builtInIds()) {
-        QTest::newRow(qPrintable(id)) << id;
+        row(qPrintable(id), id);
     }
 }
 

@@ -5,12 +5,12 @@
 
 #include <functional>
 
-/// Does this with the modal dialog of that class as soon as one is up.
+/// Does this with the modal dialog of that class as soon as one is up, as long as `context` lives.
 template<class Dialog>
-void whenOpen(const std::function<void(Dialog *)> &act)
+void whenOpen(const std::function<void(Dialog *)> &act, QObject *context = qApp)
 {
-    auto *const poll = new QTimer(qApp);
-    QObject::connect(poll, &QTimer::timeout, qApp, [poll, act] {
+    auto *const poll = new QTimer(context);
+    QObject::connect(poll, &QTimer::timeout, context, [poll, act] {
         if (auto *const dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget())) {
             poll->stop();
             poll->deleteLater();
