@@ -9,6 +9,27 @@
 #include "tree/WriteMessages.h"
 #include "view/VexaFeatureTreeView.h"
 
+namespace {
+
+/// Rows whose editors show words of the client's language; children before their parent.
+void renewTranslatedRows(VexaPropertyTreeItem &item, long int cameraId)
+{
+    for (int row = 0; row < item.childCount(); ++row) {
+        renewTranslatedRows(*item.child(row), cameraId);
+    }
+    const QString tagName = item.tagName();
+    bool changes = tagName == QLatin1String("Command");
+    if (tagName == QLatin1String("Enumeration")) {
+        const auto *value = dynamic_cast<const CTreeEnumationItemValue *>(item.value());
+        changes = value && !value->getDisplayListCN().isEmpty();
+    }
+    if (changes) {
+        item.notifyViewUpdate(cameraId, -1, false, false);
+    }
+}
+
+} // namespace
+
 VexaPropertyTreeItem *VexaFeatureTree::propertyItemByName(const QString &name) const
 {
     return m_pTreeView && !name.isEmpty() ? m_pBuilder->allTreeItems().value(name, nullptr)
@@ -45,18 +66,7 @@ void VexaFeatureTree::translatePropTree(VexaPropertyTreeItem *item)
     if (!item) {
         return;
     }
-    for (int row = 0; row < item->childCount(); ++row) {
-        translatePropTree(item->child(row));
-    }
-    const QString tagName = item->tagName();
-    bool changes = tagName == QLatin1String("Command");
-    if (tagName == QLatin1String("Enumeration")) {
-        const auto *value = dynamic_cast<const CTreeEnumationItemValue *>(item->value());
-        changes = value && !value->getDisplayListCN().isEmpty();
-    }
-    if (changes) {
-        item->notifyViewUpdate(m_lCameraID, -1, false, false);
-    }
+    renewTranslatedRows(*item, m_lCameraID);
     if (m_pSearchEdit) {
         m_pSearchEdit->setPlaceholderText(WriteMessages::translated("lang_qfeaturetree_search"));
     }
