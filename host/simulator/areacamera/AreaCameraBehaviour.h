@@ -1,26 +1,22 @@
 #pragma once
 
-#include "host/simulator/DeviceBehaviour.h"
-#include "host/simulator/description/NamedRegisters.h"
-#include "host/simulator/sfnc/DeviceFiles.h"
-#include "host/simulator/sfnc/RegisterGuard.h"
-#include "host/simulator/sfnc/UserSets.h"
+#include "host/simulator/sfnc/StandardBehaviour.h"
 
-#include <QElapsedTimer>
-
-/// The firmware of the area-scan camera: commands act, values that move by themselves move.
-class AreaCameraBehaviour : public DeviceBehaviour
+/// The firmware of the area-scan camera: regions stay on the sensor, counters, sequencer sets, timestamps and chunks
+/// follow the acquisition.
+class AreaCameraBehaviour : public StandardBehaviour
 {
 public:
     explicit AreaCameraBehaviour(const FeatureTable &table);
 
-    int refusal(const RegisterMemory &memory, quint64 address,
-                const QByteArray &bytes) const override;
-    void beforeRead(RegisterMemory &memory, quint64 address, quint32 length) override;
-    Effect afterWrite(RegisterMemory &memory, quint64 address, quint32 length) override;
     void restart(RegisterMemory &memory) override;
-    void setQuiet(bool on) override { m_bQuiet = on; }
-    DeviceFiles *files() override { return &m_files; }
+
+protected:
+    double reachableRate(const RegisterMemory &memory) const override;
+    void startAcquisition(RegisterMemory &memory) override;
+    void stopAcquisition(RegisterMemory &memory) override;
+    void triggerSoftware(RegisterMemory &memory) override;
+    void loadUserSet(RegisterMemory &memory) override;
 
 private:
     using Handler = void (AreaCameraBehaviour::*)(RegisterMemory &);
@@ -29,23 +25,20 @@ private:
         const char *field;
         Handler run;
     };
+    struct RegionRow
+    {
+        const char *field;
+        const char *partner; ///< the size of an offset, the offset of a size
+        qint64 (AreaCameraBehaviour::*limit)(const RegisterMemory &memory) const; ///< of both
+        qint64 smallest;
+    };
     static const HandlerRow kCommands[];
     static const HandlerRow kSettings[];
+    static const RegionRow kRegion[];
 
-    bool isOutsideSensor(const RegisterMemory &memory, quint64 address,
-                         const QByteArray &bytes) const;
-    bool isMoving(quint64 address, quint32 length) const;
-
-    double reachableFrameRate(const RegisterMemory &memory) const;
-    void measureTemperature(RegisterMemory &memory) const;
     void takeFrames(RegisterMemory &memory);
     void count(RegisterMemory &memory, qint64 source, qint64 events) const;
 
-    void startAcquisition(RegisterMemory &memory);
-    void stopAcquisition(RegisterMemory &memory);
-    void triggerSoftware(RegisterMemory &memory);
-    void loadUserSet(RegisterMemory &memory);
-    void saveUserSet(RegisterMemory &memory);
     void loadSequencerSet(RegisterMemory &memory);
     void saveSequencerSet(RegisterMemory &memory);
     void latchTimestamp(RegisterMemory &memory);
@@ -54,7 +47,6 @@ private:
     void resetCounter(RegisterMemory &memory);
     void resetTimer(RegisterMemory &memory);
     void resetEncoder(RegisterMemory &memory);
-    void executeFileOperation(RegisterMemory &memory);
     void acknowledge(RegisterMemory &) { }
 
     void fitWidth(RegisterMemory &memory);
@@ -69,16 +61,8 @@ private:
     void fireTestPacket(RegisterMemory &memory);
     void followFrameRate(RegisterMemory &memory);
 
-    NamedRegisters m_registers;
-    RegisterGuard m_guard;
-    UserSets m_userSets;
     UserSets m_sequencerSets;
-    DeviceFiles m_files;
-    QElapsedTimer m_clock;
-    qint64 m_nTimestampZero = 0; ///< nanoseconds of the clock
-    qint64 m_nGrabStart = 0; ///< nanoseconds of the clock
-    qint64 m_nFrames = 0; ///< frames of the running acquisition
+    qint64 m_nTimestampZero = 0; ///< of nanoseconds()
+    qint64 m_nFrames = 0; ///< of the running acquisition
     qint64 m_nTriggeredFrames = 0;
-    bool m_bGrabbing = false;
-    bool m_bQuiet = false;
 };

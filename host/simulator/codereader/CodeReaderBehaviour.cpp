@@ -224,7 +224,7 @@ void CodeReaderBehaviour::addCommands()
         setValue(memory, "SmartTuneProgressReg", 0);
     });
     onCommand("GevTimestampControlLatchReg", [this](RegisterMemory &memory) {
-        setValue(memory, "GevTimestampValueReg", qint64(seconds() * 1e9));
+        setValue(memory, "GevTimestampValueReg", nanoseconds());
     });
 }
 

@@ -117,7 +117,7 @@ void StandardBehaviour::startAcquisition(RegisterMemory &)
 {
     if (!m_bGrabbing) {
         m_bGrabbing = true;
-        m_nGrabStart = m_clock.nsecsElapsed();
+        m_nGrabStart = nanoseconds();
     }
 }
 
@@ -163,7 +163,7 @@ void StandardBehaviour::setValue(RegisterMemory &memory, const char *field, qint
 
 qint64 StandardBehaviour::frames(const RegisterMemory &memory) const
 {
-    const double elapsed = double(m_clock.nsecsElapsed() - m_nGrabStart) / 1e9;
+    const double elapsed = double(nanoseconds() - m_nGrabStart) / 1e9;
     return m_bGrabbing ? qint64(elapsed * reachableRate(memory)) : 0;
 }
 

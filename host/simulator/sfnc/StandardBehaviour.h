@@ -55,8 +55,9 @@ protected:
     bool has(const char *field) const { return m_registers.table().findField(field) != nullptr; }
     qint64 value(const RegisterMemory &memory, const char *field, int element = 0) const;
     void setValue(RegisterMemory &memory, const char *field, qint64 value, int element = 0) const;
-    /// Seconds since the device was switched on.
-    double seconds() const { return double(m_clock.elapsed()) / 1000; }
+    /// Since the device was switched on.
+    qint64 nanoseconds() const { return m_clock.nsecsElapsed(); }
+    double seconds() const { return double(nanoseconds()) / 1e9; }
     /// Frames of the running acquisition, 0 without one.
     qint64 frames(const RegisterMemory &memory) const;
     bool isGrabbing() const { return m_bGrabbing; }
