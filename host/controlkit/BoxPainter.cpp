@@ -126,10 +126,37 @@ void BoxPainter::draw(QPainter *painter, const QRect &rect, const BoxLook &look)
     KitIcons::draw(painter, rect, look.image, QColor(), look.opacity);
 }
 
-void BoxPainter::drawFocus(QPainter *painter, const QRect &rect, int width, int radius)
+BoxLook BoxPainter::fieldLook(const QStyleOption *option)
+{
+    const bool enabled = option->state & QStyle::State_Enabled;
+    const bool hover = option->state & QStyle::State_MouseOver;
+    BoxLook look;
+    look.background = KitColour::of(!enabled    ? KitColour::BASE_DISABLED
+                                        : hover ? KitColour::BASE_HOVER
+                                                : KitColour::BASE);
+    look.border = KitColour::of(!enabled    ? KitColour::BORDER_DISABLED
+                                    : hover ? KitColour::BORDER_HOVER
+                                            : KitColour::BORDER);
+    return look;
+}
+
+BoxLook BoxPainter::checkedLook(const QStyleOption *option, QRgb disabled)
+{
+    const bool enabled = option->state & QStyle::State_Enabled;
+    const bool hover = option->state & QStyle::State_MouseOver;
+    BoxLook look;
+    look.border = KitColour::of(!enabled    ? disabled
+                                    : hover ? KitColour::ACCENT_HOVER
+                                            : KitColour::ACCENT);
+    look.background = look.border;
+    return look;
+}
+
+void BoxPainter::drawFocus(QPainter *painter, const QRect &rect, int width, int radius,
+                           bool onAccent)
 {
     BoxLook frame;
-    frame.border = KitColour::of(KitColour::ACCENT);
+    frame.border = KitColour::of(onAccent ? KitColour::TEXT_BRIGHT : KitColour::ACCENT);
     frame.borderWidth = width;
     frame.radius = radius;
     draw(painter, rect, frame);

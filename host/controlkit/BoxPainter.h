@@ -38,7 +38,11 @@ QColor textColour(const CustomObject::Attributes *attributes, Custom::ItemStatus
 QFont font(const QFont &font, const CustomObject::Attributes *attributes,
            Custom::ItemStatus status);
 void draw(QPainter *painter, const QRect &rect, const BoxLook &look);
-/// The accent frame of the widget that has the keyboard.
-void drawFocus(QPainter *painter, const QRect &rect, int width, int radius);
+/// The frame of the widget that has the keyboard: in the accent colour, or bright around what has that colour itself.
+void drawFocus(QPainter *painter, const QRect &rect, int width, int radius, bool onAccent = false);
+/// The box of what the user fills in, by its state.
+BoxLook fieldLook(const QStyleOption *option);
+/// The same box when it is switched on; `disabled` is its colour while it cannot be switched.
+BoxLook checkedLook(const QStyleOption *option, QRgb disabled);
 
 } // namespace BoxPainter

@@ -426,10 +426,10 @@ int CustomStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWi
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
     case SH_ScrollView_FrameOnlyAroundContents:
+    case SH_ScrollBar_LeftClickAbsolutePosition:
         return 0;
     case SH_ComboBox_ListMouseTracking:
-    case SH_ScrollBar_LeftClickAbsolutePosition:
-        return hint == SH_ComboBox_ListMouseTracking ? 1 : 0;
+        return 1;
     case SH_ToolTipLabel_Opacity:
         return 255;
     default:

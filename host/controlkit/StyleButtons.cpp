@@ -112,15 +112,7 @@ void StyleButtons::drawBevel(const QStyleOptionButton *option, QPainter *painter
     BoxPainter::apply(look, BoxPainter::attributesOf(widget), status);
     BoxPainter::draw(painter, option->rect, look);
     if (hasKeyboardFocus(option)) {
-        if (accent) {
-            // Accent on accent would not show.
-            BoxLook frame;
-            frame.border = of(KitColour::TEXT_BRIGHT);
-            frame.borderWidth = 2;
-            BoxPainter::draw(painter, option->rect, frame);
-        } else {
-            BoxPainter::drawFocus(painter, option->rect, 2, look.radius);
-        }
+        BoxPainter::drawFocus(painter, option->rect, 2, look.radius, accent);
     }
 }
 
@@ -166,28 +158,15 @@ bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painte
         return false;
     }
     const bool enabled = option->state & QStyle::State_Enabled;
-    const bool hover = enabled && (option->state & QStyle::State_MouseOver);
     const bool on = option->state & QStyle::State_On;
     const bool undecided = option->state & QStyle::State_NoChange;
     const QRect area = option->rect;
     const QRect track(area.left() + 2, area.top() + (area.height() - SWITCH_HEIGHT) / 2,
                       SWITCH_WIDTH, SWITCH_HEIGHT);
 
-    BoxLook look;
+    BoxLook look = on ? BoxPainter::checkedLook(option, KitColour::ACCENT_DISABLED)
+                      : BoxPainter::fieldLook(option);
     look.radius = SWITCH_HEIGHT / 2;
-    if (on) {
-        look.background = of(!enabled    ? KitColour::ACCENT_DISABLED
-                                 : hover ? KitColour::ACCENT_HOVER
-                                         : KitColour::ACCENT);
-        look.border = look.background.color();
-    } else {
-        look.background = of(!enabled    ? KitColour::BASE_DISABLED
-                                 : hover ? KitColour::BASE_HOVER
-                                         : KitColour::BASE);
-        look.border = of(!enabled    ? KitColour::BORDER_DISABLED
-                             : hover ? KitColour::BORDER_HOVER
-                                     : KitColour::BORDER);
-    }
     BoxPainter::apply(look, BoxPainter::attributesOf(widget), BoxPainter::statusOf(option));
     BoxPainter::draw(painter, track, look);
 
@@ -204,11 +183,7 @@ bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painte
         BoxPainter::draw(painter, QRect(left, track.top() + GAP, KNOB, KNOB), knob);
     }
     if (hasKeyboardFocus(option)) {
-        BoxLook frame;
-        frame.border = of(on ? KitColour::TEXT_BRIGHT : KitColour::ACCENT);
-        frame.borderWidth = 2;
-        frame.radius = SWITCH_HEIGHT / 2 + 2;
-        BoxPainter::draw(painter, track.adjusted(-2, -2, 2, 2), frame);
+        BoxPainter::drawFocus(painter, track.adjusted(-2, -2, 2, 2), 2, SWITCH_HEIGHT / 2 + 2, on);
     }
     return true;
 }
@@ -216,23 +191,10 @@ bool StyleButtons::drawSwitch(const QStyleOptionButton *option, QPainter *painte
 void StyleButtons::drawCheckIndicator(const QStyleOption *option, QPainter *painter)
 {
     const bool enabled = option->state & QStyle::State_Enabled;
-    const bool hover = enabled && (option->state & QStyle::State_MouseOver);
     const bool on = option->state & QStyle::State_On;
     const bool partly = option->state & QStyle::State_NoChange;
-    BoxLook look;
-    if (on || partly) {
-        look.background = of(!enabled    ? KitColour::BUTTON_DISABLED
-                                 : hover ? KitColour::ACCENT_HOVER
-                                         : KitColour::ACCENT);
-        look.border = look.background.color();
-    } else {
-        look.background = of(!enabled    ? KitColour::BASE_DISABLED
-                                 : hover ? KitColour::BASE_HOVER
-                                         : KitColour::BASE);
-        look.border = of(!enabled    ? KitColour::BORDER_DISABLED
-                             : hover ? KitColour::BORDER_HOVER
-                                     : KitColour::BORDER);
-    }
+    const BoxLook look = on || partly ? BoxPainter::checkedLook(option, KitColour::BUTTON_DISABLED)
+                                      : BoxPainter::fieldLook(option);
     BoxPainter::draw(painter, option->rect, look);
     const QColor mark = of(enabled ? 0xFFFFFFFF : KitColour::TEXT_DISABLED);
     if (partly) {
@@ -242,23 +204,15 @@ void StyleButtons::drawCheckIndicator(const QStyleOption *option, QPainter *pain
         KitIcons::draw(painter, option->rect, KitIcons::path("check"), mark);
     }
     if (hasKeyboardFocus(option)) {
-        BoxLook frame;
-        frame.border = of(on || partly ? KitColour::TEXT_BRIGHT : KitColour::ACCENT);
-        frame.borderWidth = 2;
-        BoxPainter::draw(painter, option->rect, frame);
+        BoxPainter::drawFocus(painter, option->rect, 2, look.radius, on || partly);
     }
 }
 
 void StyleButtons::drawRadioIndicator(const QStyleOption *option, QPainter *painter)
 {
     const bool enabled = option->state & QStyle::State_Enabled;
-    const bool hover = enabled && (option->state & QStyle::State_MouseOver);
-    BoxLook ring;
+    BoxLook ring = BoxPainter::fieldLook(option);
     ring.radius = option->rect.width() / 2;
-    ring.background = of(enabled ? KitColour::BASE : KitColour::BASE_DISABLED);
-    ring.border = of(!enabled    ? KitColour::BORDER_DISABLED
-                         : hover ? KitColour::BORDER_HOVER
-                                 : KitColour::BORDER);
     BoxPainter::draw(painter, option->rect, ring);
     if (option->state & QStyle::State_On) {
         BoxLook dot;

@@ -26,13 +26,7 @@ BoxLook editLook(const QStyleOption *option, const QWidget *widget)
     const bool enabled = option->state & QStyle::State_Enabled;
     const bool focused = enabled && (option->state & QStyle::State_HasFocus);
     const bool hover = enabled && (option->state & QStyle::State_MouseOver);
-    BoxLook look;
-    look.background = of(!enabled    ? KitColour::BASE_DISABLED
-                             : hover ? KitColour::BASE_HOVER
-                                     : KitColour::BASE);
-    look.border = of(!enabled    ? KitColour::BORDER_DISABLED
-                         : hover ? KitColour::BORDER_HOVER
-                                 : KitColour::BORDER);
+    BoxLook look = BoxPainter::fieldLook(option);
     const Custom::ItemStatus status = !enabled ? Custom::STATUS_DISABLED
         : hover                                ? Custom::STATUS_HOVER
                                                : Custom::STATUS_NORMAL;
