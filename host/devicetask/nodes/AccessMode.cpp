@@ -42,26 +42,6 @@ int modeOf(NodeInfo::Access access, int missing)
     return missing;
 }
 
-/// Evaluates until one condition has the value `until`; `found` tells whether one had. A condition that the device
-/// answered but that cannot be worked out counts as false; only a device that does not answer is an error.
-DeviceError findCondition(NodeEvaluator &evaluator, const QVector<NodeId> &conditions, bool until,
-                          bool *found)
-{
-    *found = false;
-    for (const NodeId condition : conditions) {
-        bool isTrue = false;
-        const DeviceError error = evaluator.truth(condition, &isTrue);
-        if (error.isTransport()) {
-            return error;
-        }
-        if (isTrue == until) {
-            *found = true;
-            break;
-        }
-    }
-    return {};
-}
-
 /// The node's own mode, without its conditions and what stands below it.
 int ownMode(const NodeTable &nodes, const NodeInfo &node)
 {
@@ -88,12 +68,12 @@ DeviceError workOut(NodeEvaluator &evaluator, NodeId id, bool withLocks, int *mo
         }
         const NodeInfo &node = evaluator.at(current);
         bool found = false;
-        DeviceError error = findCondition(evaluator, node.implementedBy, false, &found);
+        DeviceError error = evaluator.findCondition(node.implementedBy, false, &found);
         if (error.failed() || found) {
             *mode = error.failed() ? *mode : int(NODE_NI);
             return error;
         }
-        error = findCondition(evaluator, node.availableBy, false, &found);
+        error = evaluator.findCondition(node.availableBy, false, &found);
         if (error.failed() || found) {
             *mode = error.failed() ? *mode : int(NODE_NA);
             return error;
@@ -104,7 +84,7 @@ DeviceError workOut(NodeEvaluator &evaluator, NodeId id, bool withLocks, int *mo
         }
         result = narrowed(result, ownMode(evaluator.nodes(), node));
         if (withLocks && isWritable(result)) {
-            error = findCondition(evaluator, node.lockedBy, true, &found);
+            error = evaluator.findCondition(node.lockedBy, true, &found);
             if (error.failed()) {
                 return error;
             }

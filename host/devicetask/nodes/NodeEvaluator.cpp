@@ -69,6 +69,23 @@ DeviceError NodeEvaluator::truth(NodeId id, bool *out)
     return error;
 }
 
+DeviceError NodeEvaluator::findCondition(const QVector<NodeId> &conditions, bool until, bool *found)
+{
+    *found = false;
+    for (const NodeId condition : conditions) {
+        bool isTrue = false;
+        const DeviceError error = truth(condition, &isTrue);
+        if (error.isTransport()) {
+            return error;
+        }
+        if (isTrue == until) {
+            *found = true;
+            break;
+        }
+    }
+    return {};
+}
+
 DeviceError NodeEvaluator::operand(NodeId id, const NodeOperand &operand, FormulaNumber *out)
 {
     switch (operand.source) {

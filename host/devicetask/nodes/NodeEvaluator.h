@@ -53,6 +53,9 @@ public:
     DeviceError integer(NodeId id, qint64 *out);
     /// Whether the value differs from 0, as pIsAvailable and the like mean it.
     DeviceError truth(NodeId id, bool *out);
+    /// Evaluates until one condition has the value `until`; `found` tells whether one had. A condition that the device
+    /// answered but that cannot be worked out counts as false; only a device that does not answer is an error.
+    DeviceError findCondition(const QVector<NodeId> &conditions, bool until, bool *found);
     /// A constant, or the value of a node, as it stands in a property of node `id`.
     DeviceError operand(NodeId id, const NodeOperand &operand, FormulaNumber *out);
     DeviceError wholeOperand(NodeId id, const NodeOperand &operand, qint64 *out);

@@ -26,25 +26,6 @@ qint64 clamped(const FormulaNumber &number)
                            : std::numeric_limits<qint64>::max();
 }
 
-/// Whether all conditions hold.
-DeviceError holds(NodeEvaluator &evaluator, const QVector<NodeId> &conditions, bool *result)
-{
-    *result = true;
-    for (const NodeId condition : conditions) {
-        bool isTrue = false;
-        const DeviceError error = evaluator.truth(condition, &isTrue);
-        // What the device answered but cannot be worked out counts as false.
-        if (error.isTransport()) {
-            return error;
-        }
-        if (!isTrue) {
-            *result = false;
-            break;
-        }
-    }
-    return {};
-}
-
 /// The StringReg or constant String that a chain of Strings ends in; NO_NODE for other kinds.
 NodeId endOfText(const NodeTable &nodes, NodeId id)
 {
@@ -58,6 +39,26 @@ NodeId endOfText(const NodeTable &nodes, NodeId id)
         id = node.kind == NodeKind::String ? node.value.node : NO_NODE;
     }
     return NO_NODE;
+}
+
+/// The first step of a read: gives the node, if it can be read and is of a kind that fits.
+DeviceError requireKind(NodeEvaluator &evaluator, const QByteArray &name, bool (*fits)(NodeKind),
+                        const char *wanted, NodeId *id)
+{
+    const DeviceError failure = AccessMode::requireReadable(evaluator, name, id);
+    return failure.failed() || fits(evaluator.at(*id).kind) ? failure
+                                                            : NodeReader::wrongKind(name, wanted);
+}
+
+bool isEnumeration(NodeKind kind)
+{
+    return kind == NodeKind::Enumeration;
+}
+
+/// Some devices describe a switch as an enumeration of 0 and 1.
+bool isSwitch(NodeKind kind)
+{
+    return kind == NodeKind::Boolean || kind == NodeKind::Enumeration;
 }
 
 } // namespace
@@ -91,16 +92,12 @@ DeviceError NodeReader::integer(const DeviceSession &session, const QByteArray &
 {
     NodeEvaluator evaluator(session);
     NodeId id = NO_NODE;
-    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
-    if (failure.failed()) {
-        return failure;
-    }
-    if (!isIntegerLike(session.nodes.at(id).kind)) {
-        return wrongKind(name, "integer");
-    }
     _NODE_INT_VALUE_ result{};
     qint64 value = 0;
-    failure = evaluator.integer(id, &value);
+    DeviceError failure = requireKind(evaluator, name, isIntegerLike, "integer", &id);
+    if (!failure.failed()) {
+        failure = evaluator.integer(id, &value);
+    }
     if (!failure.failed()) {
         failure = integerRange(evaluator, id, &result);
     }
@@ -137,17 +134,13 @@ DeviceError NodeReader::floating(const DeviceSession &session, const QByteArray 
 {
     NodeEvaluator evaluator(session);
     NodeId id = NO_NODE;
-    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
-    if (failure.failed()) {
-        return failure;
-    }
-    if (!isFloatLike(session.nodes.at(id).kind)) {
-        return wrongKind(name, "float");
-    }
     FormulaNumber value;
     double min = 0;
     double max = 0;
-    failure = evaluator.number(id, &value);
+    DeviceError failure = requireKind(evaluator, name, isFloatLike, "float", &id);
+    if (!failure.failed()) {
+        failure = evaluator.number(id, &value);
+    }
     if (!failure.failed()) {
         failure = floatRange(evaluator, id, &min, &max);
     }
@@ -178,18 +171,18 @@ DeviceError NodeReader::availableEntries(NodeEvaluator &evaluator, NodeId id,
 {
     QVector<qint64> found;
     for (const NodeEntry &entry : evaluator.at(id).entries) {
-        bool isThere = entry.hasValue;
+        bool isAway = !entry.hasValue;
         DeviceError failure;
-        if (isThere) {
-            failure = holds(evaluator, entry.implementedBy, &isThere);
+        if (!isAway) {
+            failure = evaluator.findCondition(entry.implementedBy, false, &isAway);
         }
-        if (!failure.failed() && isThere) {
-            failure = holds(evaluator, entry.availableBy, &isThere);
+        if (!failure.failed() && !isAway) {
+            failure = evaluator.findCondition(entry.availableBy, false, &isAway);
         }
         if (failure.failed()) {
             return failure;
         }
-        if (isThere) {
+        if (!isAway) {
             found.append(entry.value);
         }
     }
@@ -202,16 +195,12 @@ DeviceError NodeReader::enumeration(const DeviceSession &session, const QByteArr
 {
     NodeEvaluator evaluator(session);
     NodeId id = NO_NODE;
-    DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
-    if (failure.failed()) {
-        return failure;
-    }
-    if (session.nodes.at(id).kind != NodeKind::Enumeration) {
-        return wrongKind(name, "enumeration");
-    }
     qint64 value = 0;
     QVector<qint64> entries;
-    failure = evaluator.integer(id, &value);
+    DeviceError failure = requireKind(evaluator, name, isEnumeration, "enumeration", &id);
+    if (!failure.failed()) {
+        failure = evaluator.integer(id, &value);
+    }
     if (!failure.failed()) {
         failure = availableEntries(evaluator, id, &entries);
     }
@@ -229,16 +218,8 @@ DeviceError NodeReader::boolean(const DeviceSession &session, const QByteArray &
 {
     NodeEvaluator evaluator(session);
     NodeId id = NO_NODE;
-    const DeviceError failure = AccessMode::requireReadable(evaluator, name, &id);
-    if (failure.failed()) {
-        return failure;
-    }
-    // Some devices describe a switch as an enumeration of 0 and 1.
-    const NodeKind kind = session.nodes.at(id).kind;
-    if (kind != NodeKind::Boolean && kind != NodeKind::Enumeration) {
-        return wrongKind(name, "boolean");
-    }
-    return evaluator.truth(id, out);
+    const DeviceError failure = requireKind(evaluator, name, isSwitch, "boolean", &id);
+    return failure.failed() ? failure : evaluator.truth(id, out);
 }
 
 DeviceError NodeReader::stringLength(NodeEvaluator &evaluator, NodeId id, qint64 *maxLength)

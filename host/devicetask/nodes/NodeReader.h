@@ -42,8 +42,7 @@ public:
     static DeviceError integerRange(NodeEvaluator &evaluator, NodeId id, _NODE_INT_VALUE_ *out);
     /// Range of a Float in double, unlimited where the node names no bound.
     static DeviceError floatRange(NodeEvaluator &evaluator, NodeId id, double *min, double *max);
-    /// Values of the entries that are implemented and available. A condition that the device refuses is an error; one
-    /// that has no value counts as false.
+    /// Values of the entries that are implemented and available; see NodeEvaluator::findCondition.
     static DeviceError availableEntries(NodeEvaluator &evaluator, NodeId id,
                                         QVector<qint64> *entries);
     /// The register's length in bytes; 64 MiB for a text that has no register.
