@@ -12,8 +12,6 @@
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QtTest>
@@ -26,26 +24,6 @@ namespace {
 
 constexpr int WIDTH = 0x280;
 constexpr int OTHER_WIDTH = 0x100;
-
-/// Takes this file in the file dialogs that come, after `before`. They read the folder in their own time, and accept
-/// nothing until then.
-void choose(
-    QObject *context, const QString &path, const std::function<void()> &before = [] {})
-{
-    auto *timer = new QTimer(context);
-    QObject::connect(timer, &QTimer::timeout, context, [path, before, known = false]() mutable {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (dialog) {
-            if (!std::exchange(known, true)) {
-                before();
-            }
-            dialog->setOption(QFileDialog::DontConfirmOverwrite);
-            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
-        }
-    });
-    timer->start(20);
-}
 
 QStringList names(const FeatureDifferences &differences)
 {
@@ -301,7 +279,7 @@ void tst_FeatureRoads::survivesWhatComesInTheMiddle()
     };
     const QString path = road.folder.filePath("middle.vxf");
     if (job == "save dialog" || job == "open dialog") {
-        choose(&context, job == "save dialog" ? path : road.folder.filePath("bag"), happen);
+        chooseFile(&context, job == "save dialog" ? path : road.folder.filePath("bag"), happen);
         whenOpen<CustomSaveDoneHintDlg>([](auto *hint) { hint->accept(); }, &context);
     } else if (job == "question") {
         text.replace("<FeaturesFile version=\"", "<FeaturesFile version=\"0.");
@@ -387,7 +365,7 @@ void tst_FeatureRoads::goesThroughTheFileDialogs()
     RoadFixture &road = *m_pRoad;
     road.control().poke(0x1000, QByteArray::fromHex("00000280"));
     const QString path = road.folder.filePath("chosen.vxf");
-    choose(&context, path);
+    chooseFile(&context, path);
     bool hinted = false;
     whenOpen<CustomSaveDoneHintDlg>(
         [&](CustomSaveDoneHintDlg *hint) {

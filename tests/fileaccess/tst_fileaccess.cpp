@@ -1,6 +1,7 @@
 #include "fileaccess/QVexaFileAccessThread.h"
 #include "host/translations/Translations.h"
 #include "tests/fileaccess/FileAccessDesk.h"
+#include "tests/support/DataTable.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -95,11 +96,7 @@ Desk &tst_FileAccessDialog::openDesk()
 
 void tst_FileAccessDialog::offersFiles_data()
 {
-    QTest::addColumn<QStringList>("entries");
-    QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<int>("current");
-    const auto row = [](const char *name, const QStringList &entries, const QStringList &texts,
-                        int current) { QTest::newRow(name) << entries << texts << current; };
+    const DataTable<QStringList, QStringList, int> row("entries", "texts", "current");
     row("number kept, description listed", {"SECBIN", "FeaturesXml", "User Set 1"},
         {"SECBIN", "User Set"}, 1);
     row("base set passed over", {"User Set 2", "Base User Set 1"},
@@ -240,14 +237,7 @@ void tst_FileAccessDialog::restartsTheDevice()
 
 void tst_FileAccessDialog::tellsFailures_data()
 {
-    QTest::addColumn<int>("button");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("fault");
-    QTest::addColumn<QString>("why");
-    const auto row = [](const char *name, int button, const char *file, Fault::Kind fault,
-                        const char *why) {
-        QTest::newRow(name) << button << file << int(fault) << why;
-    };
+    const DataTable<int, QString, int, QString> row("button", "file", "fault", "why");
     row("wrong ending", 0, "x.bin", Fault::None, "");
     row("ending in capitals", 0, "x.VXA", Fault::None, "");
     row("empty file", 0, "<b>empty.vxa", Fault::None, "<b>empty.vxa: the file is empty");
@@ -350,13 +340,12 @@ void tst_FileAccessDialog::showsProgress()
 
 void tst_FileAccessDialog::theCameraGoes_data()
 {
-    QTest::addColumn<QString>("during");
-    QTest::addColumn<int>("boxes");
-    QTest::newRow("idle") << "idle" << 0;
-    QTest::newRow("file dialog") << "file dialog" << 0;
-    QTest::newRow("transfer") << "transfer" << 1;
-    QTest::newRow("device blocked") << "blocked" << 1;
-    QTest::newRow("failure on show") << "failure" << 1;
+    const DataTable<QString, int> row("during", "boxes");
+    row("idle", "idle", 0);
+    row("file dialog", "file dialog", 0);
+    row("transfer", "transfer", 1);
+    row("device blocked", "blocked", 1);
+    row("failure on show", "failure", 1);
 }
 
 void tst_FileAccessDialog::theCameraGoes()

@@ -4,6 +4,7 @@
 #include "host/devicetask/CameraHost.h"
 #include "host/simulator/SimulatedDevices.h"
 #include "shell/VexaMainFeatureWidget.h"
+#include "tests/support/DescriptionOf.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QString>
@@ -44,9 +45,6 @@ private:
 
 /// The task of an open camera, null when it has gone.
 QCameraTask *taskOf(const ModuleFixture::Camera &camera);
-
-/// A GenICam description around these elements, with a Root category that holds the features named in `rootFeatures`.
-QByteArray descriptionOf(const QStringList &rootFeatures, const QByteArray &elements);
 
 /// A register of four bytes that holds a signed number.
 QByteArray intReg(const QByteArray &name, quint64 address);

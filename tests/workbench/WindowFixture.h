@@ -2,6 +2,7 @@
 
 #include "host/workbench/DeviceCatalog.h"
 
+#include <QObject>
 #include <QSet>
 #include <QString>
 
@@ -63,4 +64,24 @@ private:
     QSet<quint64> m_silent; ///< addresses
     const std::shared_ptr<std::atomic<bool>> m_pIsSilent =
         std::make_shared<std::atomic<bool>>(false);
+};
+
+/// A test with a window of its own for each of its functions.
+class WindowTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { open({FIRST, FIRST}); }
+    void cleanup() { m_pFixture.reset(); }
+
+protected:
+    static inline const QString FIRST = WindowFixture::FIRST;
+    static inline const QString SECOND = WindowFixture::SECOND;
+    static constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
+
+    void open(const QStringList &models) { m_pFixture = std::make_unique<WindowFixture>(models); }
+    WindowFixture &w() { return *m_pFixture; }
+
+private:
+    std::unique_ptr<WindowFixture> m_pFixture;
 };

@@ -50,19 +50,3 @@ QString WorkbenchProcess::write(const QString &name, const QByteArray &bytes) co
     }
     return file.fileName();
 }
-
-QByteArray workbenchDescription(const QStringList &features, const QByteArray &elements)
-{
-    QByteArray root;
-    for (const QString &feature : features) {
-        root += "<pFeature>" + feature.toUtf8() + "</pFeature>";
-    }
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<RegisterDescription ModelName=\"Test\" VendorName=\"Test\" StandardNameSpace=\"None\" "
-           "SchemaMajorVersion=\"1\" SchemaMinorVersion=\"1\" SchemaSubMinorVersion=\"0\" "
-           "MajorVersion=\"1\" "
-           "MinorVersion=\"0\" SubMinorVersion=\"0\" ToolTip=\"\" ProductGuid=\"1\" "
-           "VersionGuid=\"1\" "
-           "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n<Category Name=\"Root\">"
-        + root + "</Category>\n" + elements + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
-}

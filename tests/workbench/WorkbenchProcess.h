@@ -29,6 +29,3 @@ public:
 private:
     QTemporaryDir m_dir;
 };
-
-/// A GenICam description whose Root category holds these features.
-QByteArray workbenchDescription(const QStringList &features, const QByteArray &elements);

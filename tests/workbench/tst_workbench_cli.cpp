@@ -1,4 +1,6 @@
 #include "host/devicetask/RealDevices.h"
+#include "tests/support/DataTable.h"
+#include "tests/support/DescriptionOf.h"
 #include "tests/workbench/WorkbenchProcess.h"
 
 #include <QImage>
@@ -42,11 +44,7 @@ private:
 
 void WorkbenchCliTest::wrongUsage_data()
 {
-    QTest::addColumn<QString>("arguments");
-    QTest::addColumn<QByteArray>("reason");
-    const auto row = [](const char *name, const char *arguments, const char *reason) {
-        QTest::newRow(name) << QString::fromLatin1(arguments) << QByteArray(reason);
-    };
+    const DataTable<QString, QByteArray> row("arguments", "reason");
     row("unknown option taken for a device", "--devcie x", "devcie");
     row("stray argument ignored", "area-camera", "'area-camera'");
     row("empty value taken for not given", "--dump=", "needs a value");
@@ -70,21 +68,18 @@ void WorkbenchCliTest::wrongUsage()
 
 void WorkbenchCliTest::describedDevice_data()
 {
-    QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("arguments");
-    QTest::addColumn<QByteArray>("out"); // empty for a run that fails
-    const QByteArray plain = workbenchDescription({"Level", "Reset"}, LEVEL_REGISTER);
+    const DataTable<QByteArray, QString, QByteArray> row("xml", "arguments", "out"); // none: failed
+    const QByteArray plain = descriptionOf({"Level", "Reset"}, LEVEL_REGISTER);
     const QByteArray circle =
         "<Category Name=\"A\"><pFeature>B</pFeature><pFeature>Level</pFeature></Category>\n"
         "<Category Name=\"B\"><pFeature>A</pFeature><pFeature>Root</pFeature></Category>\n";
-    QTest::newRow("value of an integer") << plain << "--read Level" << QByteArray("0\n");
-    QTest::newRow("unknown feature read as empty") << plain << "--read Levle" << QByteArray();
-    QTest::newRow("command has no value to print") << plain << "--read Reset" << QByteArray();
-    QTest::newRow("pattern does not fill the registers")
-        << plain << "--memory-pattern ugly --read Level" << QByteArray("2330312859\n");
-    QTest::newRow("categories in a circle never end")
-        << workbenchDescription({"A"}, circle + LEVEL_REGISTER) << "--read Level"
-        << QByteArray("0\n");
+    row("value of an integer", plain, "--read Level", "0\n");
+    row("unknown feature read as empty", plain, "--read Levle", "");
+    row("command has no value to print", plain, "--read Reset", "");
+    row("pattern does not fill the registers", plain, "--memory-pattern ugly --read Level",
+        "2330312859\n");
+    row("categories in a circle never end", descriptionOf({"A"}, circle + LEVEL_REGISTER),
+        "--read Level", "0\n");
 }
 
 void WorkbenchCliTest::describedDevice()
@@ -102,14 +97,10 @@ void WorkbenchCliTest::describedDevice()
 
 void WorkbenchCliTest::failures_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QByteArray>("reason");
-    const auto row = [](const char *name, const QStringList &arguments, const char *reason) {
-        QTest::newRow(name) << arguments << QByteArray(reason);
-    };
+    const DataTable<QStringList, QByteArray> row("arguments", "reason");
     const QString never = m_workbench.path("never.bin");
     const QString source = m_workbench.write("something.bin", "something");
-    const QByteArray good = workbenchDescription({"Level"}, LEVEL_REGISTER);
+    const QByteArray good = descriptionOf({"Level"}, LEVEL_REGISTER);
     const QString broken = m_workbench.write("broken.xml", good.left(good.size() / 2));
     const QString large = m_workbench.write("large.xml", good + QByteArray(64 * 1024 * 1024, ' '));
     row("half a description dumped", {"--description", broken, "--dump", "-"}, "broken: ");

@@ -4,6 +4,7 @@
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "shell/VexaMainFeatureWidget.h"
+#include "tests/support/DataTable.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QScopeGuard>
@@ -34,13 +35,13 @@ Q_DECLARE_METATYPE(Moment)
 
 void WorkbenchClosingTest::closesAtOnce_data()
 {
-    QTest::addColumn<Moment>("moment");
-    QTest::newRow("at rest") << Moment::AtRest;
-    QTest::newRow("access hangs, not told yet") << Moment::AccessHangs;
-    QTest::newRow("access hangs, told") << Moment::NotResponding;
-    QTest::newRow("waiting for the return") << Moment::Lost;
-    QTest::newRow("asking for a new connection") << Moment::Reopening;
-    QTest::newRow("start of grabbing hangs") << Moment::Starting;
+    const DataTable<Moment> row("moment");
+    row("at rest", Moment::AtRest);
+    row("access hangs, not told yet", Moment::AccessHangs);
+    row("access hangs, told", Moment::NotResponding);
+    row("waiting for the return", Moment::Lost);
+    row("asking for a new connection", Moment::Reopening);
+    row("start of grabbing hangs", Moment::Starting);
 }
 
 void WorkbenchClosingTest::closesAtOnce()

@@ -1,6 +1,5 @@
+#include "tests/support/DataTable.h"
 #include "tests/workbench/WorkbenchProcess.h"
-
-#include <QtTest>
 
 /// Writes and commands of the command line, by the real program: what is written, refused, asked and said.
 class WorkbenchEditTest : public QObject
@@ -16,16 +15,8 @@ private:
 
 void WorkbenchEditTest::edits_data()
 {
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QStringList>("jobs");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QByteArray>("out");
-    QTest::addColumn<QByteArray>("err");
-    const auto row = [](const char *name, const char *device, const QStringList &jobs, int exitCode,
-                        const char *out, const char *err) {
-        QTest::newRow(name) << QString::fromLatin1(device) << jobs << exitCode << QByteArray(out)
-                            << QByteArray(err);
-    };
+    const DataTable<QString, QStringList, int, QByteArray, QByteArray> row(
+        "device", "jobs", "exitCode", "out", "err");
     const auto accepted = [&row](const char *name, const char *device, const QStringList &jobs,
                                  const char *out) { row(name, device, jobs, 0, out, ""); };
     const auto refused = [&row](const char *name, const char *device, const QStringList &jobs,

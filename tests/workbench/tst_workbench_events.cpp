@@ -8,39 +8,29 @@
 #include "host/shellservices/ShellHost.h"
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "tests/support/WhenOpen.h"
 
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QtTest>
 
 #include <functional>
-#include <memory>
 #include <thread>
 
 using Event = std::function<void(long int cameraId)>;
 
 /// What the window answers to the module's events: lines of the log, marks in the list, a refresh.
-class WorkbenchEventsTest : public QObject
+class WorkbenchEventsTest : public WindowTest
 {
     Q_OBJECT
 private slots:
-    void init() { m_pFixture = std::make_unique<WindowFixture>(); }
-    void cleanup() { m_pFixture.reset(); }
     void eventsLeaveALine();
     void loadedParametersAreReadAgain();
     void listFollowsNameAndMark();
     void closingAsksForUnsavedChanges();
-
-private:
-    WindowFixture &w() { return *m_pFixture; }
-
-    std::unique_ptr<WindowFixture> m_pFixture;
 };
 
 namespace {
-
-const QString FIRST = WindowFixture::FIRST;
-const QString SECOND = WindowFixture::SECOND;
 
 Event listenerEvent(const char *state)
 {
@@ -58,16 +48,10 @@ Event imageEvent(const char *state)
     };
 }
 
-/// Answers the next question with this button's place in the row; `seen` gets what was asked.
-void answerNextBox(QWidget *window, bool yes, QString *seen)
+/// Answers the next question; `seen` gets what was asked.
+void answerNextBox(bool yes, QString *seen)
 {
-    auto *timer = new QTimer(window);
-    QObject::connect(timer, &QTimer::timeout, timer, [=] {
-        auto *box = window->findChild<CustomMessageBox *>();
-        if (!box || !box->isVisible()) {
-            return;
-        }
-        timer->deleteLater();
+    whenOpen<CustomMessageBox>([=](CustomMessageBox *box) {
         *seen = box->cContent();
         for (QPushButton *button : box->findChildren<QPushButton *>()) {
             if (button->text() == (yes ? "Yes" : "No")) {
@@ -76,7 +60,6 @@ void answerNextBox(QWidget *window, bool yes, QString *seen)
             }
         }
     });
-    timer->start(5);
 }
 
 } // namespace
@@ -170,7 +153,7 @@ void WorkbenchEventsTest::closingAsksForUnsavedChanges()
         const QString modified = row.openAfterwards > 0 ? name : second;
         COMMONINTERFACE::AddCurrentCamModified(modified);
         QString asked;
-        answerNextBox(&w().window(), row.yes, &asked);
+        answerNextBox(row.yes, &asked);
         if (row.wholeWindow) {
             w().window().close();
         } else {

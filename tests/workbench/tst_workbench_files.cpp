@@ -3,14 +3,15 @@
 #include "host/workbench/CameraSession.h"
 #include "host/workbench/FeatureFileRunner.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "tests/support/DataTable.h"
+#include "tests/support/DescriptionOf.h"
 #include "tests/support/FullDisk.h"
+#include "tests/support/WhenOpen.h"
 #include "tests/workbench/WorkbenchProcess.h"
 #include "tree/VexaFeatureTree.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -96,18 +97,9 @@ void WorkbenchFilesTest::initTestCase()
 
 void WorkbenchFilesTest::jobs_data()
 {
-    QTest::addColumn<QByteArray>(
-        "from"); // in the line camera's file, replaced by `to`; all when empty
-    QTest::addColumn<QByteArray>("to");
-    QTest::addColumn<QStringList>("arguments"); // "@" is the file
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QByteArray>("out");
-    QTest::addColumn<QByteArray>("err");
-    const auto row = [](const char *name, const QByteArray &from, const QByteArray &to,
-                        const QString &arguments, int exitCode, const char *out, const char *err) {
-        QTest::newRow(name) << from << to << arguments.split(' ') << exitCode << QByteArray(out)
-                            << QByteArray(err);
-    };
+    // In the line camera's file "from" is replaced by "to", the whole of it when empty; "@" is the file.
+    const DataTable<QByteArray, QByteArray, QString, int, QByteArray, QByteArray> row(
+        "from", "to", "command", "exitCode", "out", "err");
     const QByteArray version = "<FeaturesFile version=\"";
     const int width = m_base.indexOf("<Value>", m_base.indexOf("<Name>Width</Name>")) + 7;
     const QByteArray device = m_base.mid(width, m_base.indexOf('<', width) - width);
@@ -149,7 +141,7 @@ void WorkbenchFilesTest::jobs_data()
         "\tSensorWidth\t1", "SensorWidth");
     row("import that loses the change before it", "<", "<",
         "--device line-camera --write Width=640 --import @ --yes --export @2", 0,
-        ("\tWidth\t" + device + "\t640").constData(), "");
+        "\tWidth\t" + device + "\t640", "");
     row("same two files differ", "<", "<", "--compare @ @", 0, "", "");
     row("bag of nowhere", "<", "<", "--device line-camera --export /nonexistent/a.vxf", 1, "",
         "/nonexistent/a.vxf");
@@ -170,10 +162,11 @@ void WorkbenchFilesTest::jobs()
 {
     QFETCH(QByteArray, from);
     QFETCH(QByteArray, to);
-    QFETCH(QStringList, arguments);
+    QFETCH(QString, command);
     QFETCH(int, exitCode);
     QFETCH(QByteArray, out);
     QFETCH(QByteArray, err);
+    QStringList arguments = command.split(' ');
     QVERIFY(m_base.contains(from));
     const QByteArray text = from.isEmpty() ? QByteArray() : QByteArray(m_base).replace(from, to);
     const QString path = m_workbench.write(QStringLiteral("job.vxf"), text);
@@ -193,28 +186,21 @@ void WorkbenchFilesTest::jobs()
 
 void WorkbenchFilesTest::bagsAreSplit_data()
 {
-    QTest::addColumn<QByteArray>("bag");
-    QTest::addColumn<QByteArray>("out");
-    QTest::addColumn<QByteArray>("err");
+    const DataTable<QByteArray, QByteArray, QByteArray> row("bag", "out", "err");
     const QByteArray a = smallFile(feature("A", "1"));
     const auto record = [](const QByteArray &serial, const QByteArray &text) {
         return SERIAL_MARKER + serial + FILE_MARKER + text;
     };
-    QTest::newRow("serial number taken for a path")
-        << record("../../evil", a) + record("/etc/x", a) + record("", a)
-        << QByteArray("1_______evil.vxf\t../../evil\tM\n2__etc_x.vxf\t/etc/x\tM\n3_.vxf\t\tM\n")
-        << QByteArray();
-    QTest::newRow("same serial number twice")
-        << record("S1", a) + record("S1", a) << QByteArray("1_S1.vxf\tS1\tM\n2_S1.vxf\tS1\tM\n")
-        << QByteArray();
-    QTest::newRow("line in a serial number")
-        << record("a\nb", a) << QByteArray("1_a_b.vxf\ta\\nb\tM\n") << QByteArray();
-    QTest::newRow("half a bag written") << record("S1", a) + record("S2", a.left(40))
-                                        << QByteArray() << QByteArray("record 2: line");
-    QTest::newRow("record cut off") << record("S1", a) + SERIAL_MARKER + "S2" << QByteArray()
-                                    << QByteArray("record 2 is cut off");
-    QTest::newRow("feature file taken for a bag") << a << QByteArray() << QByteArray("no bag");
-    QTest::newRow("empty bag") << QByteArray() << QByteArray() << QByteArray("no bag");
+    row("serial number taken for a path",
+        record("../../evil", a) + record("/etc/x", a) + record("", a),
+        "1_______evil.vxf\t../../evil\tM\n2__etc_x.vxf\t/etc/x\tM\n3_.vxf\t\tM\n", "");
+    row("same serial number twice", record("S1", a) + record("S1", a),
+        "1_S1.vxf\tS1\tM\n2_S1.vxf\tS1\tM\n", "");
+    row("line in a serial number", record("a\nb", a), "1_a_b.vxf\ta\\nb\tM\n", "");
+    row("half a bag written", record("S1", a) + record("S2", a.left(40)), "", "record 2: line");
+    row("record cut off", record("S1", a) + SERIAL_MARKER + "S2", "", "record 2 is cut off");
+    row("feature file taken for a bag", a, "", "no bag");
+    row("empty bag", "", "", "no bag");
 }
 
 void WorkbenchFilesTest::bagsAreSplit()
@@ -266,15 +252,11 @@ void WorkbenchFilesTest::exportsComeBack()
 
 void WorkbenchFilesTest::localesWriteTheSame_data()
 {
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("charset");
-    QTest::newRow("C") << "C" << QString();
-    QTest::newRow("comma behind thousands") << "en_US"
-                                            << "UTF-8";
-    QTest::newRow("comma before decimals") << "de_DE"
-                                           << "UTF-8";
-    QTest::newRow("another charset") << "zh_CN"
-                                     << "GBK";
+    const DataTable<QString, QString> row("locale", "charset");
+    row("C", "C", "");
+    row("comma behind thousands", "en_US", "UTF-8");
+    row("comma before decimals", "de_DE", "UTF-8");
+    row("another charset", "zh_CN", "GBK");
 }
 
 void WorkbenchFilesTest::localesWriteTheSame()
@@ -295,14 +277,13 @@ void WorkbenchFilesTest::localesWriteTheSame()
     const QByteArray reg = "<Length>32</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>";
     const QString description = m_workbench.write(
         "locale.xml",
-        workbenchDescription(
-            {"Text", "Tenth", "Tiny", "Huge", "Long"},
-            "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0</Address>" + reg
-                + "</StringReg><StringReg Name=\"Text\"><Address>64</Address>" + reg
-                + "</StringReg><Float Name=\"Tenth\"><Value>1234567.5</Value></Float>"
-                  "<Float Name=\"Tiny\"><Value>1e-30</Value></Float>"
-                  "<Float Name=\"Huge\"><Value>3.4e38</Value></Float>"
-                  "<Integer Name=\"Long\"><Value>5000000000</Value></Integer>"));
+        descriptionOf({"Text", "Tenth", "Tiny", "Huge", "Long"},
+                      "<StringReg Name=\"DeviceFirmwareVersion\"><Address>0</Address>" + reg
+                          + "</StringReg><StringReg Name=\"Text\"><Address>64</Address>" + reg
+                          + "</StringReg><Float Name=\"Tenth\"><Value>1234567.5</Value></Float>"
+                            "<Float Name=\"Tiny\"><Value>1e-30</Value></Float>"
+                            "<Float Name=\"Huge\"><Value>3.4e38</Value></Float>"
+                            "<Integer Name=\"Long\"><Value>5000000000</Value></Integer>"));
     const QString path = file(QStringLiteral("locale.vxf"));
     qputenv("LC_ALL", "C.UTF-8");
     auto result = m_workbench.run({"--description", description, "--export", path});
@@ -329,20 +310,14 @@ void WorkbenchFilesTest::localesWriteTheSame()
 
 void WorkbenchFilesTest::failedExportKeepsTheFile_data()
 {
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QByteArray>("disk"); // what is done to it
-    QTest::addColumn<QByteArray>("reason");
+    // The second column is done to the disk.
+    const DataTable<QString, QByteArray, QByteArray> row("device", "disk", "reason");
     // Without a node for the firmware there is no feature file.
-    QTest::newRow("no firmware") << m_workbench.write(
-        "plain.xml",
-        workbenchDescription({"Level"},
-                             "<Integer Name=\"Level\">"
-                             "<Value>1</Value></Integer>"))
-                                 << QByteArray("true") << QByteArray("its firmware");
-    QTest::newRow("disk full") << QString() << QByteArray("true")
-                               << QByteArray("The disk is full. @");
-    QTest::newRow("folder read-only") << QString() << QByteArray("mount -o remount,ro \"$0\"")
-                                      << QByteArray("'@': Permission denied");
+    const QByteArray plain =
+        descriptionOf({"Level"}, "<Integer Name=\"Level\"><Value>1</Value></Integer>");
+    row("no firmware", m_workbench.write("plain.xml", plain), "true", "its firmware");
+    row("disk full", "", "true", "The disk is full. @");
+    row("folder read-only", "", "mount -o remount,ro \"$0\"", "'@': Permission denied");
 }
 
 void WorkbenchFilesTest::failedExportKeepsTheFile()
@@ -373,38 +348,33 @@ void WorkbenchFilesTest::failedExportKeepsTheFile()
 
 void WorkbenchFilesTest::jobsEndOnSilentRoads_data()
 {
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<bool>("close");
-    QTest::addColumn<int>("exitCode");
-    const int compare = int(FeatureFileJob::Kind::Compare);
-    const int exports = int(FeatureFileJob::Kind::Export);
-    QTest::newRow("export of a device that hangs") << exports << false << 1;
-    QTest::newRow("export of a device that is closed") << exports << true << 1;
-    QTest::newRow("comparison with a device that hangs") << compare << false << 2;
-    QTest::newRow("comparison with a device that is closed") << compare << true << 2;
+    const DataTable<bool, bool> row("isExport", "close");
+    row("export of a device that hangs", true, false);
+    row("export of a device that is closed", true, true);
+    row("comparison with a device that hangs", false, false);
+    row("comparison with a device that is closed", false, true);
 }
 
 void WorkbenchFilesTest::jobsEndOnSilentRoads()
 {
-    QFETCH(int, kind);
+    QFETCH(bool, isExport);
     QFETCH(bool, close);
-    QFETCH(int, exitCode);
     const QString id = QString::fromLatin1(LINE);
     WindowFixture fixture({id});
     fixture.openAndWait(id);
-    const bool isExport = FeatureFileJob::Kind(kind) == FeatureFileJob::Kind::Export;
+    const auto kind = isExport ? FeatureFileJob::Kind::Export : FeatureFileJob::Kind::Compare;
     QTemporaryDir folder;
     const QString path = isExport ? folder.filePath(QStringLiteral("a.vxf"))
                                   : m_workbench.write(QStringLiteral("check.vxf"), m_base);
     FeatureFileRunner runner(false, std::chrono::milliseconds(400));
     QSignalSpy finished(&runner, &FeatureFileRunner::finished);
     fixture.control(id).blockNextAccess();
-    runner.start({FeatureFileJob::Kind(kind), path}, {fixture.session(id)->tree()});
+    runner.start({kind, path}, {fixture.session(id)->tree()});
     if (close) {
         fixture.window().closeDevice(id);
     }
     QTRY_VERIFY_WITH_TIMEOUT(finished.count() == 1, WindowFixture::LONG_WAIT);
-    QCOMPARE(finished.first().first().toInt(), exitCode);
+    QCOMPARE(finished.first().first().toInt(), isExport ? 1 : 2);
     QVERIFY2(
         fixture.messages().contains(isExport ? "The export failed." : "The comparison failed."),
         qPrintable(fixture.messages()));
@@ -413,11 +383,10 @@ void WorkbenchFilesTest::jobsEndOnSilentRoads()
 
 void WorkbenchFilesTest::toolBarReplacesWhenDone_data()
 {
-    QTest::addColumn<bool>("vanishes");
-    QTest::addColumn<bool>("isFull");
-    QTest::newRow("file not replaced") << false << false;
-    QTest::newRow("file gone with a failed export") << true << false;
-    QTest::newRow("full disk told of a file that the user never named") << false << true;
+    const DataTable<bool, bool> row("vanishes", "isFull");
+    row("file not replaced", false, false);
+    row("file gone with a failed export", true, false);
+    row("full disk told of a file that the user never named", false, true);
 }
 
 void WorkbenchFilesTest::toolBarReplacesWhenDone()
@@ -438,33 +407,24 @@ void WorkbenchFilesTest::toolBarReplacesWhenDone()
         QVERIFY(QFile::link(target, link));
     }
     QString told;
-    bool box = false;
-    // The dialogs run their own event loops.
-    QTimer user;
-    connect(&user, &QTimer::timeout, &user, [&] {
-        QWidget *modal = QApplication::activeModalWidget();
-        if (auto *dialog = qobject_cast<QFileDialog *>(modal)) {
-            dialog->setOption(QFileDialog::DontConfirmOverwrite);
-            dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(link);
-            if (vanishes) {
-                fixture.control(id).vanish();
-            } else if (isFull) {
-                full = std::make_unique<FullDisk>(100);
-            }
-            QMetaObject::invokeMethod(dialog, "accept");
-        } else if (auto *hint = qobject_cast<CustomSaveDoneHintDlg *>(modal)) {
-            told = hint->toolTip();
-            hint->accept();
-        } else if (auto *message = qobject_cast<QDialog *>(modal)) {
-            box = true;
-            message->accept();
+    QObject context; // the dialogs run their own event loops
+    chooseFile(&context, link, [&] {
+        if (vanishes) {
+            fixture.control(id).vanish();
+        } else if (isFull) {
+            full = std::make_unique<FullDisk>(100);
         }
     });
-    user.start(20);
+    whenOpen<CustomSaveDoneHintDlg>(
+        [&told](CustomSaveDoneHintDlg *hint) {
+            told = hint->toolTip();
+            hint->accept();
+        },
+        &context);
     fixture.session(id)->tree()->SaveCamFeatures(false, QString());
     QTRY_VERIFY_WITH_TIMEOUT(
         !fixture.session(id)->tree()->isFeatureFileBusy()
-            && (fails ? box || fixture.messages().contains("xport") : !told.isEmpty()),
+            && (fails ? fixture.messages().contains("xport") : !told.isEmpty()),
         WindowFixture::LONG_WAIT);
     QVERIFY(!fixture.messages().contains(".part"));
     QCOMPARE(fixture.messages().contains("written whole. " + link), isFull);

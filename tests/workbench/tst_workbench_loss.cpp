@@ -15,15 +15,11 @@
 #include <QPushButton>
 #include <QtTest>
 
-#include <memory>
-
 /// Devices that stop to answer, vanish, come back, or belong to another host, as the user of the window sees them.
-class WorkbenchLossTest : public QObject
+class WorkbenchLossTest : public WindowTest
 {
     Q_OBJECT
 private slots:
-    void init() { m_pFixture = std::make_unique<WindowFixture>(); }
-    void cleanup() { m_pFixture.reset(); }
     void silenceIsToldOnce();
     void deviceThatComesBackIsRebuilt();
     void restartMakesTheTreeAnew();
@@ -34,20 +30,15 @@ private slots:
     void bannerFollowsTheLanguage();
 
 private:
-    WindowFixture &w() { return *m_pFixture; }
     DeviceStateBanner *banner() { return w().window().findChild<DeviceStateBanner *>(); }
     /// Of the tool bar over the tree.
     int enabledToolButtons();
     int notices(const char *key) { return w().messages().count(workbenchText(key)); }
     void runCommand(const QString &id, const char *command);
-
-    std::unique_ptr<WindowFixture> m_pFixture;
 };
 
 namespace {
 
-const QString FIRST = WindowFixture::FIRST;
-constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
 constexpr quint64 DEVICE_USER_ID = 0xE8;
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "host/workbench/WorkbenchWindow.h"
 #include "model/CTreeItemValue.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/support/DataTable.h"
 #include "tests/workbench/WindowFixture.h"
 #include "tree/VexaFeatureTree.h"
 
@@ -117,6 +118,22 @@ public:
         }
         return pFound;
     }
+    /// Clicks this button of the row, and works in the dialog that comes up.
+    void inDialog(const QString &strRow, const QString &strButton,
+                  const std::function<void(QDialog &)> &use)
+    {
+        QPushButton *pButton = button(strRow, strButton);
+        bool bSeen = false;
+        QTimer::singleShot(0, &window(), [this, &bSeen, use] {
+            auto *pDialog = pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
+            if (pDialog) {
+                bSeen = true;
+                use(*pDialog);
+            }
+        });
+        QTest::mouseClick(pButton, Qt::LeftButton);
+        QVERIFY(bSeen);
+    }
     VexaPropertyTreeItem *feature(const QString &strName)
     {
         return session(m_strDevice)->tree()->propertyItemByName(strName);
@@ -127,6 +144,19 @@ public:
 private:
     QString m_strDevice;
 };
+
+/// Of a format dialog.
+QPlainTextEdit &format(const QDialog &dialog)
+{
+    return *dialog.findChild<QPlainTextEdit *>(QStringLiteral("FormatText"));
+}
+
+QPushButton &okButton(const QDialog &dialog)
+{
+    const QList<QPushButton *> buttons = dialog.findChildren<QPushButton *>();
+    return **std::find_if(buttons.cbegin(), buttons.cend(),
+                          [](const QPushButton *pButton) { return pButton->text() == "OK"; });
+}
 
 } // namespace
 
@@ -236,17 +266,14 @@ void WorkbenchPagesTest::focusWithoutTuning()
 
 void WorkbenchPagesTest::otherDevices_data()
 {
-    QTest::addColumn<QStringList>("there"); // the first is a switch
-    QTest::addColumn<QStringList>("notThere");
-    QTest::newRow("code-reader-16")
-        << QStringList{"LightEnable", "LightingEnable", "LightingSelector"}
-        << QStringList{"Custom_LightingSelector"};
-    QTest::newRow("code-reader-17")
-        << QStringList{"LightingEnable", "LightEnable", "LightingSelector"}
-        << QStringList{"Custom_LightingSelector"};
-    QTest::newRow("code-reader-older")
-        << QStringList{"ReverseX", "Line0Glitch", "TestImageModel", "LightMode", "TCPDestIp"}
-        << QStringList{"MirrorX", "LineDebouncerTime", "TestPattern", "FlashMode", "TcpDstAddr"};
+    const DataTable<QStringList, QStringList> row("there", "notThere"); // the first is a switch
+    row("code-reader-16", {"LightEnable", "LightingEnable", "LightingSelector"},
+        {"Custom_LightingSelector"});
+    row("code-reader-17", {"LightingEnable", "LightEnable", "LightingSelector"},
+        {"Custom_LightingSelector"});
+    row("code-reader-older",
+        {"ReverseX", "Line0Glitch", "TestImageModel", "LightMode", "TCPDestIp"},
+        {"MirrorX", "LineDebouncerTime", "TestPattern", "FlashMode", "TcpDstAddr"});
 }
 
 void WorkbenchPagesTest::otherDevices()
@@ -328,34 +355,16 @@ void WorkbenchPagesTest::rowsOfTheirOwn()
 void WorkbenchPagesTest::filterRules()
 {
     PagesFixture f(READER);
-    QPushButton *pSet = f.button("Custom_RegularExpressionFilterRules", "Set");
-    QTimer::singleShot(0, &f.window(), [&f] {
-        auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
-        QVERIFY(pDialog);
-        pDialog->findChild<QPlainTextEdit *>("FormatText")->setPlainText("^A.*$");
-        pDialog->accept();
+    f.inDialog("Custom_RegularExpressionFilterRules", "Set", [](QDialog &dialog) {
+        format(dialog).setPlainText("^A.*$");
+        dialog.accept();
     });
-    QTest::mouseClick(pSet, Qt::LeftButton);
     QTRY_COMPARE(f.shownOf("RegularExpressionRules"), QString("^A.*$"));
 }
 
 void WorkbenchPagesTest::formatDialog()
 {
     PagesFixture f(READER);
-    bool bSeen = false;
-    QString strRow = "Custom_TcpFormatString";
-    const auto inDialog = [&](const std::function<void(QDialog &)> &use) {
-        QPushButton *pEdit = f.button(strRow, "Edit");
-        bSeen = false;
-        QTimer::singleShot(0, &f.window(), [&bSeen, &f, use] {
-            auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
-            if (pDialog) {
-                bSeen = true;
-                use(*pDialog);
-            }
-        });
-        QTest::mouseClick(pEdit, Qt::LeftButton);
-    };
     const auto put = [](QAbstractItemView &list, const QString &strText) {
         const QModelIndexList found =
             list.model()->match(list.model()->index(0, 0), Qt::DisplayRole, strText);
@@ -363,54 +372,39 @@ void WorkbenchPagesTest::formatDialog()
         list.setCurrentIndex(found.first());
         QTest::keyClick(&list, Qt::Key_Return);
     };
-    inDialog([&](QDialog &dialog) {
+    const QString strRow = "Custom_TcpFormatString";
+    f.inDialog(strRow, "Edit", [&](QDialog &dialog) {
         put(*dialog.findChild<QTableWidget *>("AsciiTable"), ";");
         put(*dialog.findChild<QListWidget *>("FormatTags"), "Angle");
         QVERIFY(dialog.isVisible());
-        for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
-            if (pButton->text() == "OK") {
-                pButton->click();
-            }
-        }
+        okButton(dialog).click();
     });
-    QVERIFY(bSeen);
     QTRY_COMPARE(f.shown(READER, "TcpFormatString"), QString("<codecontent>;<angle>"));
     // What does not fit is not put in, and cannot be written.
-    inDialog([&](QDialog &dialog) {
-        auto *pText = dialog.findChild<QPlainTextEdit *>("FormatText");
-        pText->setPlainText(QString(250, 'x'));
+    f.inDialog(strRow, "Edit", [&](QDialog &dialog) {
+        format(dialog).setPlainText(QString(250, 'x'));
         put(*dialog.findChild<QListWidget *>("FormatTags"), "Angle");
-        QCOMPARE(pText->toPlainText().size(), 250);
-        pText->setPlainText(QString(256, 'x'));
-        for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
-            QVERIFY(pButton->text() != "OK" || !pButton->isEnabled());
-        }
+        QCOMPARE(format(dialog).toPlainText().size(), 250);
+        format(dialog).setPlainText(QString(256, 'x'));
+        QVERIFY(!okButton(dialog).isEnabled());
         dialog.reject();
     });
-    QVERIFY(bSeen);
     // What the row would refuse the dialog refuses, with the reason in its place of the count.
-    strRow = "Custom_ResSet_Ftp_Picture_Name";
-    inDialog([&](QDialog &dialog) {
+    f.inDialog("Custom_ResSet_Ftp_Picture_Name", "Edit", [](QDialog &dialog) {
         const QMap<QString, bool> texts{
             {"", false}, {"a:b", false}, {QString(QChar(0x4E2D)), false}, {"name", true}};
         for (auto it = texts.cbegin(); it != texts.cend(); ++it) {
-            dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText(it.key());
-            for (QPushButton *pButton : dialog.findChildren<QPushButton *>()) {
-                QVERIFY2(pButton->text() != "OK" || pButton->isEnabled() == it.value(),
-                         qPrintable(it.key()));
-            }
+            format(dialog).setPlainText(it.key());
+            QVERIFY2(okButton(dialog).isEnabled() == it.value(), qPrintable(it.key()));
         }
         dialog.reject();
     });
-    QVERIFY(bSeen);
     // The camera may go while the dialog is up.
-    strRow = "Custom_TcpFormatString";
-    inDialog([&](QDialog &dialog) {
-        dialog.findChild<QPlainTextEdit *>("FormatText")->setPlainText("gone");
+    f.inDialog(strRow, "Edit", [&f](QDialog &dialog) {
+        format(dialog).setPlainText("gone");
         f.window().closeDevice(READER);
         dialog.accept();
     });
-    QVERIFY(bSeen);
     QVERIFY(!f.view().isVisible());
 }
 
@@ -420,18 +414,14 @@ void WorkbenchPagesTest::triggerBytes()
     QVERIFY(f.session(READER)->tree()->setFeatureValue("Enumeration", "TcpStartTriFormat", 1));
     QTRY_VERIFY(f.feature("TcpStartTriggerHex")->visible()
                 && !f.feature("TcpStartTriggerHex")->readOnly());
-    QPushButton *pEdit = f.button("Custom_TcpStartTriggerHex", "Edit");
-    QTimer::singleShot(0, &f.window(), [&f] {
-        auto *pDialog = f.pages().findChild<QDialog *>(QStringLiteral("FormatEditDialog"));
-        QVERIFY(pDialog);
-        auto *pTable = pDialog->findChild<QTableWidget *>("AsciiTable");
+    f.inDialog("Custom_TcpStartTriggerHex", "Edit", [](QDialog &dialog) {
+        auto *pTable = dialog.findChild<QTableWidget *>("AsciiTable");
         QCOMPARE(pTable->rowCount(), 128);
-        QVERIFY(!pDialog->findChild<QListWidget *>("FormatTags")->isVisible());
+        QVERIFY(!dialog.findChild<QListWidget *>("FormatTags")->isVisible());
         pTable->setCurrentCell(0x0D, 0);
         QTest::keyClick(pTable, Qt::Key_Return);
-        pDialog->accept();
+        dialog.accept();
     });
-    QTest::mouseClick(pEdit, Qt::LeftButton);
     QTRY_COMPARE(f.shown(READER, "TcpStartTriggerHex"), QString("02 53 03 0D"));
 }
 

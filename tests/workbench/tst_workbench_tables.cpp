@@ -10,22 +10,18 @@
 #include <QTableView>
 #include <QtTest>
 
-#include <memory>
-
 /// The tables that the window lends the module for a code reader: what they show, and that they are taken back.
-class WorkbenchTablesTest : public QObject
+class WorkbenchTablesTest : public WindowTest
 {
     Q_OBJECT
 private slots:
     void init();
-    void cleanup() { m_pFixture.reset(); }
     void writesShowInTheSelectedSet();
     void selectedSetIsRead();
     void tablesGoWithTheCamera();
     void returnedReaderGetsThemAnew();
 
 private:
-    WindowFixture &w() { return *m_pFixture; }
     QTableView &table(const char *name = "PollingTable")
     {
         return *w().window().findChild<QTableView *>(QLatin1String(name));
@@ -34,8 +30,6 @@ private:
     int rowOf(const QString &feature);
     QString cell(const QString &feature, int column);
     bool write(const QString &feature, const QVariant &value);
-
-    std::unique_ptr<WindowFixture> m_pFixture;
 };
 
 namespace {
@@ -43,7 +37,6 @@ namespace {
 const QString READER = QStringLiteral("code-reader");
 const QString UNKNOWN = QChar(0x2013);
 constexpr int CHANGED = 8; ///< behind the eight sets
-constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
 
 VexaMainFeatureWidget &mainWidget()
 {
@@ -54,7 +47,7 @@ VexaMainFeatureWidget &mainWidget()
 
 void WorkbenchTablesTest::init()
 {
-    m_pFixture = std::make_unique<WindowFixture>(QStringList{READER, WindowFixture::FIRST});
+    open({READER, FIRST});
     w().openAndWait(READER);
     QTRY_COMPARE(cell("PollingParamName", 0), QString("Set"));
 }
@@ -134,7 +127,7 @@ void WorkbenchTablesTest::tablesGoWithTheCamera()
         QCOMPARE(mainWidget().GetCodeNumMaxMin(cameraId, "LocBarNum"), 200);
         QCOMPARE(table("CodeTypeTable").model()->rowCount(), 3);
         if (selectedOther) {
-            w().openAndWait(WindowFixture::FIRST);
+            w().openAndWait(FIRST);
             QVERIFY(!table().model());
         }
         QCOMPARE(mainWidget().GetPollingMap(cameraId).size(), 18);

@@ -19,12 +19,10 @@
 #include <memory>
 
 /// The window as its user works with it: the list, the buttons, the language.
-class WorkbenchWindowTest : public QObject
+class WorkbenchWindowTest : public WindowTest
 {
     Q_OBJECT
 private slots:
-    void init() { m_pFixture = std::make_unique<WindowFixture>(); }
-    void cleanup() { m_pFixture.reset(); }
     void selectionDecidesWhatIsShown();
     void grabbingThatHangsLeavesTheWindowAlive();
     void closeWhileOpening();
@@ -32,20 +30,7 @@ private slots:
     void messagesAreBounded();
     void promptIsShownOnceAndEscaped();
     void silentDeviceEndsAHeadlessRun();
-
-private:
-    WindowFixture &w() { return *m_pFixture; }
-
-    std::unique_ptr<WindowFixture> m_pFixture;
 };
-
-namespace {
-
-const QString FIRST = WindowFixture::FIRST;
-const QString SECOND = WindowFixture::SECOND;
-constexpr int LONG_WAIT = WindowFixture::LONG_WAIT;
-
-} // namespace
 
 void WorkbenchWindowTest::selectionDecidesWhatIsShown()
 {
