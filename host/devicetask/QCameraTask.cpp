@@ -1,13 +1,13 @@
 #include "DeviceTaskModule/QCameraTask.h"
 
 #include "host/devicetask/CameraTaskFactory.h"
-#include "host/devicetask/GErrorBox.h"
 #include "host/devicetask/QCameraTaskPrivate.h"
 #include "host/devicetask/TaskRecord.h"
 #include "host/devicetask/TaskRing.h"
 #include "host/devicetask/nodes/AccessMode.h"
 #include "host/devicetask/nodes/NodeReader.h"
 #include "host/devicetask/nodes/NodeWriter.h"
+#include "host/devicetask/nodes/RegisterMemory.h"
 
 #include <QDomDocument>
 #include <QLoggingCategory>
@@ -23,8 +23,6 @@ namespace {
 
 /// Longest memory range that one operation moves, in bytes.
 constexpr qint64 MAX_MEMORY = 64 * 1024 * 1024;
-/// Payload of one GVCP READMEM or WRITEMEM; no transport takes less.
-constexpr qint64 MEMORY_BLOCK = 512;
 
 DeviceError notYet(const char *what)
 {
@@ -360,17 +358,12 @@ bool QCameraTask::ReadMemory(const qint64 &address, void *buffer, qint64 length,
     // Other callers get their turn between two blocks, so that a long range holds nobody up.
     do {
         const qint64 from = start + bytes.size();
-        const qint64 size = std::min(length - bytes.size(), MEMORY_BLOCK);
+        const int size = std::min(static_cast<int>(length) - bytes.size(), RegisterMemory::BLOCK);
         QByteArray block;
         const bool ok = d->read(
             *this, error, &block, [from, size](const DeviceSession &session, QByteArray *read) {
-                read->resize(static_cast<int>(size));
-                GErrorBox box;
-                if (size > 0) {
-                    arv_device_read_memory(session.device, static_cast<guint64>(from),
-                                           static_cast<guint32>(size), read->data(), box.next());
-                }
-                return box.error(memoryName(from));
+                return RegisterMemory(session).read(static_cast<quint64>(from), size, false,
+                                                    memoryName(from), read);
             });
         if (!ok) {
             return false;
@@ -393,15 +386,9 @@ bool QCameraTask::WriteMemory(const qint64 &address, const void *buffer, qint64 
     qint64 done = 0;
     do {
         const qint64 to = address + done;
-        const QByteArray block = bytes.mid(static_cast<int>(done), static_cast<int>(MEMORY_BLOCK));
+        const QByteArray block = bytes.mid(static_cast<int>(done), RegisterMemory::BLOCK);
         const bool ok = d->write(*this, error, [to, block](const DeviceSession &session) {
-            QByteArray data = block;
-            GErrorBox box;
-            if (!data.isEmpty()) {
-                arv_device_write_memory(session.device, static_cast<guint64>(to),
-                                        static_cast<guint32>(data.size()), data.data(), box.next());
-            }
-            return box.error(memoryName(to));
+            return RegisterMemory(session).write(static_cast<quint64>(to), block, memoryName(to));
         });
         if (!ok) {
             return false;

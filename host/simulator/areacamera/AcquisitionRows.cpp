@@ -1,5 +1,6 @@
 #include "host/simulator/areacamera/AreaCamera.h"
 #include "host/simulator/description/FeatureBuilder.h"
+#include "host/simulator/sfnc/CameraBasics.h"
 
 namespace {
 
@@ -14,13 +15,7 @@ void addAcquisition(FeatureTable &t)
         .entry("MultiFrame", 2, "多帧采集")
         .locked()
         .in(Bits("AcquisitionModeWord", 0, 4, 0));
-    t.command("AcquisitionStart",
-              {"Starts the acquisition of the device.", "开始采集", "启动设备的图像采集。"})
-        .runs(Trigger());
-    t.command("AcquisitionStop",
-              {"Stops the acquisition of the device at the end of the current frame.", "停止采集",
-               "在当前帧结束后停止设备的图像采集。"})
-        .runs(Trigger());
+    addStartStopRows(t);
     t.command("AcquisitionAbort",
               {"Aborts the acquisition immediately. A frame in progress is not completed.",
                "中止采集", "立即中止采集，正在进行的帧不会完成。"})

@@ -1,5 +1,6 @@
 #include "host/simulator/areacamera/AreaCamera.h"
 #include "host/simulator/description/FeatureBuilder.h"
+#include "host/simulator/sfnc/CameraBasics.h"
 
 namespace {
 
@@ -122,24 +123,7 @@ void addService(FeatureTable &t)
         .entry("Housing", 2, "外壳")
         .expert()
         .in(Int(4, 0));
-    t.registerNode("DeviceTemperatureRaw",
-                   Int(2, 412)
-                       .values({412, 458, 371})
-                       .signedValue()
-                       .littleEndian()
-                       .readOnly()
-                       .moving(1000)
-                       .indexedBy("DeviceTemperatureSelector", 3));
-    t.converter("DeviceTemperatureConverter", "FROM * 10", "TO / 10.0", "DeviceTemperatureRaw");
-    t.floating("DeviceTemperature",
-               {"Temperature of the device in degrees Celsius, measured at the selected location.",
-                "设备温度", "所选位置处的设备温度，单位为摄氏度。"})
-        .from("DeviceTemperatureConverter")
-        .range("-40", "125")
-        .unit("C")
-        .shownAs("PureNumber")
-        .readOnly()
-        .selectedBy("DeviceTemperatureSelector");
+    addTemperatureRows(t, Int(2, 0).values({412, 458, 371}).littleEndian());
     t.registerNode("DeviceSupplyMillivoltsReg", Int(2, 23950).readOnly());
     t.registerNode("DeviceSupplyMilliamperesReg", Int(2, 138).littleEndian().readOnly());
     t.converter("DeviceSupplyVoltageConverter", "FROM * 1000", "TO / 1000.0",

@@ -1,5 +1,6 @@
 #include "host/simulator/codereader/CodeReader.h"
 #include "host/simulator/description/PlainRows.h"
+#include "host/simulator/sfnc/CameraBasics.h"
 
 namespace {
 
@@ -11,13 +12,7 @@ void addAcquisition(FeatureTable &t)
         .entry("SingleFrame", 1, "单帧采集")
         .locked()
         .in(Int(4, 0));
-    t.command("AcquisitionStart",
-              {"Starts the acquisition of the device.", "开始采集", "启动设备的图像采集。"})
-        .runs(Trigger());
-    t.command("AcquisitionStop",
-              {"Stops the acquisition of the device at the end of the current frame.", "停止采集",
-               "在当前帧结束后停止设备的图像采集。"})
-        .runs(Trigger());
+    addStartStopRows(t);
     t.boolean("AcquisitionFrameRateEnable",
               {"Controls whether the AcquisitionFrameRate feature is used to control the rate.",
                "帧率控制使能", "控制是否用采集帧率限制帧率。"})

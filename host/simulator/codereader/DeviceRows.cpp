@@ -1,5 +1,6 @@
 #include "host/simulator/codereader/CodeReader.h"
 #include "host/simulator/description/PlainRows.h"
+#include "host/simulator/sfnc/CameraBasics.h"
 
 namespace {
 
@@ -101,23 +102,7 @@ void addState(FeatureTable &t)
         .entry("Processor", 1, "处理器")
         .expert()
         .in(Int(4, 0).transient());
-    t.registerNode("DeviceTemperatureRaw",
-                   Int(2, 436)
-                       .values({436, 587})
-                       .signedValue()
-                       .readOnly()
-                       .moving(1000)
-                       .indexedBy("DeviceTemperatureSelector", 2));
-    t.converter("DeviceTemperatureConverter", "FROM * 10", "TO / 10.0", "DeviceTemperatureRaw");
-    t.floating("DeviceTemperature",
-               {"Temperature of the device in degrees Celsius, measured at the selected location.",
-                "设备温度", "所选位置处的设备温度，单位为摄氏度。"})
-        .from("DeviceTemperatureConverter")
-        .range("-40", "125")
-        .unit("C")
-        .shownAs("PureNumber")
-        .readOnly()
-        .selectedBy("DeviceTemperatureSelector");
+    addTemperatureRows(t, Int(2, 0).values({436, 587}));
     const QVector<NumberRow> rows = {
         {"DeviceRunTime",
          {"Time since the device was switched on.", "运行时间", "设备上电以来的时间。"},

@@ -71,22 +71,7 @@ void addCameraInfoRows(FeatureTable &t, const CameraInfo &info)
          RowOptions().standard().transient().expert()},
     };
     addRows(t, choices);
-    t.registerNode("DeviceTemperatureRaw",
-                   Int(2, 391)
-                       .values({391, 427})
-                       .signedValue()
-                       .readOnly()
-                       .moving(1000)
-                       .indexedBy("DeviceTemperatureSelector", 2));
-    t.converter("DeviceTemperatureConverter", "FROM * 10", "TO / 10.0", "DeviceTemperatureRaw");
-    t.floating("DeviceTemperature",
-               {"Temperature of the device in degrees Celsius, measured at the selected location.",
-                "设备温度", "所选位置处的设备温度，单位为摄氏度。"})
-        .from("DeviceTemperatureConverter")
-        .range("-40", "125")
-        .unit("C")
-        .readOnly()
-        .selectedBy("DeviceTemperatureSelector");
+    addTemperatureRows(t, Int(2, 0).values({391, 427}));
     const QVector<NumberRow> numbers = {
         {"BoardDeviceType",
          {"Number of the type of the main board.", "主板类型", "主板类型的编号。"},
@@ -184,6 +169,35 @@ void addCameraImageRows(FeatureTable &t, int sensorWidth, int maxHeight)
     addRows(t, choices);
 }
 
+void addTemperatureRows(FeatureTable &t, RegisterSpec tenths)
+{
+    const auto count = quint32(tenths.m_values.size());
+    t.registerNode(
+        "DeviceTemperatureRaw",
+        tenths.signedValue().readOnly().moving(1000).indexedBy("DeviceTemperatureSelector", count));
+    t.converter("DeviceTemperatureConverter", "FROM * 10", "TO / 10.0", "DeviceTemperatureRaw");
+    t.floating("DeviceTemperature",
+               {"Temperature of the device in degrees Celsius, measured at the selected location.",
+                "设备温度", "所选位置处的设备温度，单位为摄氏度。"})
+        .from("DeviceTemperatureConverter")
+        .range("-40", "125")
+        .unit("C")
+        .shownAs("PureNumber")
+        .readOnly()
+        .selectedBy("DeviceTemperatureSelector");
+}
+
+void addStartStopRows(FeatureTable &t)
+{
+    t.command("AcquisitionStart",
+              {"Starts the acquisition of the device.", "开始采集", "启动设备的图像采集。"})
+        .runs(Trigger());
+    t.command("AcquisitionStop",
+              {"Stops the acquisition of the device at the end of the current frame.", "停止采集",
+               "在当前帧结束后停止设备的图像采集。"})
+        .runs(Trigger());
+}
+
 void addCameraAcquisitionRows(FeatureTable &t)
 {
     t.category("AcquisitionControl",
@@ -195,13 +209,7 @@ void addCameraAcquisitionRows(FeatureTable &t)
         .entry("SingleFrame", 1, "单帧采集")
         .locked()
         .in(Int(4, 0));
-    t.command("AcquisitionStart",
-              {"Starts the acquisition of the device.", "开始采集", "启动设备的图像采集。"})
-        .runs(Trigger());
-    t.command("AcquisitionStop",
-              {"Stops the acquisition of the device at the end of the current frame.", "停止采集",
-               "在当前帧结束后停止设备的图像采集。"})
-        .runs(Trigger());
+    addStartStopRows(t);
     t.floating("ResultingFrameRate",
                {"Rate that the device reaches with its present settings, in frames per second.",
                 "实际帧率", "设备在当前设置下实际达到的帧率，单位为帧每秒。"})

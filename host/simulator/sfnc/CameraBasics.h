@@ -14,6 +14,12 @@ struct CameraInfo
     int m_nBoardType = 0;
 };
 
+/// DeviceTemperature over a register with the tenths of a degree of each entry of DeviceTemperatureSelector, which is
+/// there already.
+void addTemperatureRows(FeatureTable &table, RegisterSpec tenths);
+/// AcquisitionStart and AcquisitionStop.
+void addStartStopRows(FeatureTable &table);
+
 /// Short forms of the categories that every camera has. Registers lie from 0x10000 on.
 void addCameraInfoRows(FeatureTable &table, const CameraInfo &info);
 /// Mode, start and stop, exposure, into AcquisitionControl, which it begins.
