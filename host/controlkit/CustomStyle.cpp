@@ -323,7 +323,11 @@ QRect CustomStyle::subElementRect(SubElement element, const QStyleOption *option
         frame && element == SE_LineEditContents) {
         return visualRect(frame->direction, frame->rect, StyleInputs::lineContents(frame));
     }
-    return QProxyStyle::subElementRect(element, option, widget);
+    const QRect place = QProxyStyle::subElementRect(element, option, widget);
+    const bool box = element == SE_CheckBoxIndicator || element == SE_RadioButtonIndicator;
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+    // Letters stand a little below the middle of their line.
+    return box && button && !button->text.isEmpty() ? place.translated(0, 1) : place;
 }
 
 QSize CustomStyle::sizeFromContents(ContentsType type, const QStyleOption *option,

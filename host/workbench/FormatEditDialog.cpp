@@ -14,11 +14,13 @@
 
 namespace {
 
+constexpr int ACCENT_STYLE = 1;
 constexpr int BUTTON_STYLE = 2;
 constexpr int FIRST_PRINTABLE = 0x20;
 constexpr int LAST_PRINTABLE = 0x7E;
 constexpr int LAST_CHARACTER = 0x7F;
 constexpr int TWO_LINES = 44; // pixels
+constexpr int ROW_HEIGHT = 28; // pixels
 constexpr int PUT_IN_ROLE = Qt::UserRole;
 
 /// What the table shows of a character that has no picture.
@@ -34,9 +36,9 @@ QString nameOf(int nCode)
     return nCode == LAST_CHARACTER ? QStringLiteral("DEL") : QString(QChar(nCode));
 }
 
-CustomPushButton *makeButton(const char *pKey, QWidget *pParent)
+CustomPushButton *makeButton(int nStyle, const char *pKey, QWidget *pParent)
 {
-    auto *const pButton = new CustomPushButton(BUTTON_STYLE, pParent);
+    auto *const pButton = new CustomPushButton(nStyle, pParent);
     pButton->setText(workbenchText(pKey));
     pButton->setMinimumSize(90, 32);
     return pButton;
@@ -61,7 +63,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     , m_pCounter(makeLabel(QString(), this))
     , m_pTags(new QListWidget(this))
     , m_pCharacters(new QTableWidget(this))
-    , m_pOk(makeButton("lang_workbench_ok", this))
+    , m_pOk(makeButton(ACCENT_STYLE, "lang_workbench_ok", this))
 {
     setObjectName(QStringLiteral("FormatEditDialog"));
     setWindowTitle(content.strTitle);
@@ -75,7 +77,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     fillTags(content.tags);
     fillCharacters();
 
-    auto *const pCancel = makeButton("lang_workbench_cancel", this);
+    auto *const pCancel = makeButton(BUTTON_STYLE, "lang_workbench_cancel", this);
     auto *const pLists = new QHBoxLayout;
     if (!content.tags.isEmpty()) {
         auto *const pTagColumn = new QVBoxLayout;
@@ -98,7 +100,7 @@ FormatEditDialog::FormatEditDialog(const Content &content, QWidget *pParent)
     pColumn->addWidget(m_pText, 1);
     pColumn->addLayout(pLists, 3);
     pColumn->addLayout(pButtons);
-    resize(560, 480);
+    resize(640, 520);
 
     connect(m_pText, &QPlainTextEdit::textChanged, this, &FormatEditDialog::check);
     connect(m_pTags, &QListWidget::itemActivated, this,
@@ -143,6 +145,8 @@ void FormatEditDialog::fillCharacters()
                                               workbenchText("lang_workbench_decimal"),
                                               workbenchText("lang_workbench_hexadecimal")});
     m_pCharacters->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_pCharacters->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_pCharacters->verticalHeader()->setDefaultSectionSize(ROW_HEIGHT);
     for (int nCode = nFirst; nCode <= nLast; ++nCode) {
         const QString strHex = QStringLiteral("%1").arg(nCode, 2, 16, QLatin1Char('0')).toUpper();
         const int nRow = nCode - nFirst;
