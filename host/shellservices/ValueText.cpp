@@ -156,12 +156,19 @@ bool isFloat(const QVariant &value)
     return value.userType() == QMetaType::Float;
 }
 
+/// Whole numbers that people can read have no exponent.
+QString floatText(double value, int digits)
+{
+    constexpr double READABLE = 1e12;
+    const bool bWhole = std::abs(value) < READABLE && std::trunc(value) == value;
+    return bWhole ? QString::number(value, 'f', 0) : QString::number(value, 'g', digits);
+}
+
 QString rangeText(const QVariant &end, int mode)
 {
     switch (mode) {
     case Mode::TEXT_FLOAT:
-        return isFloat(end) ? QString::number(end.toDouble(), 'g', 7)
-                            : QString::number(end.toDouble(), 'g', QLocale::FloatingPointShortest);
+        return floatText(end.toDouble(), isFloat(end) ? 7 : QLocale::FloatingPointShortest);
     case Mode::TEXT_HEX:
         return VexaInterface::Int2HexNumberQString(end.toLongLong());
     case Mode::TEXT_IPV4:

@@ -288,7 +288,7 @@
     </message>
     <message>
         <source>Prompt</source>
-        <translation>Prompt</translation>
+        <translation>Notice</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_allfeature</source>
@@ -440,7 +440,7 @@
     </message>
     <message>
         <source>lang_qfeaturetree_prompt</source>
-        <translation>Prompt</translation>
+        <translation>Notice</translation>
     </message>
     <message>
         <source>lang_qfeaturetree_recommendedval</source>
@@ -559,7 +559,7 @@
     </message>
     <message>
         <source>lang_qfileaccessdialog_prompt</source>
-        <translation>Prompt</translation>
+        <translation>Notice</translation>
     </message>
 </context>
 <context>
