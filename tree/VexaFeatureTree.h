@@ -257,6 +257,8 @@ private:
     bool InitCtrl();
     void InitStyleSheet();
     bool InitLayout();
+    /// Tab goes through the page as it is read.
+    void orderFocus();
     bool InitSignals();
     QWidget *makeDescriptionColumn();
 

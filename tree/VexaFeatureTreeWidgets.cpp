@@ -16,6 +16,7 @@
 #include "view/VexaFeatureTreeView.h"
 
 #include <QHBoxLayout>
+#include <QPushButton>
 #include <QTextEdit>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -181,7 +182,23 @@ bool VexaFeatureTree::InitLayout()
     centred->addLayout(page);
     centred->addStretch();
     setLayout(centred);
+    orderFocus();
     return true;
+}
+
+void VexaFeatureTree::orderFocus()
+{
+    // View and description were made first: all others go before them. Nothing can stand behind a widget that takes
+    // no focus.
+    QList<QWidget *> order{this, m_pReturnButton, m_pUserLevelCombo, m_pSearchEdit};
+    for (QPushButton *button : m_pToolBar->findChildren<QPushButton *>()) {
+        order += button; // made in the order in which they stand
+    }
+    setFocusPolicy(Qt::TabFocus);
+    for (int place = 1; place < order.size(); ++place) {
+        setTabOrder(order.at(place - 1), order.at(place));
+    }
+    setFocusPolicy(Qt::NoFocus);
 }
 
 bool VexaFeatureTree::InitSignals()
@@ -262,6 +279,10 @@ void VexaFeatureTree::RefreshWidgetInfo()
     }
     m_pSearchEdit->setPlaceholderText(translated("lang_qfeaturetree_search"));
     m_pDescriptionTitle->setText(translated("lang_qfeaturetree_featuredesc"));
+    m_pUserLevelCombo->setAccessibleName(m_pUserLevelTitle->text());
+    m_pSearchEdit->setAccessibleName(m_pSearchEdit->placeholderText());
+    m_pDescriptionEdit->setAccessibleName(m_pDescriptionTitle->text());
+    m_pTreeView->setAccessibleName(translated("lang_qfeaturetree_allfeature"));
     m_pReturnButton->setText(translated("lang_qfeaturetree_return"));
     m_pPageTitle->setText(translated("lang_qfeaturetree_allfeature"));
     m_pActionFavoriteAdd->setText(translated("lang_qfeaturetree_favoriteadd"));

@@ -210,6 +210,7 @@ bool VexaFeatureTreeView::focusNextPrevChild(bool next)
             openRow(itemAt(row));
         }
         if (QWidget *const pEditor = focusableEditor(row)) {
+            setCurrentIndex(row);
             showRow(row); // an editor out of sight is hidden and cannot take the focus
             pEditor->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
             return true;

@@ -15,10 +15,13 @@
 #include "view/RowFramePainter.h"
 #include "view/VexaPropertyTreeModel.h"
 
+#include <QAbstractButton>
 #include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QDebug>
 #include <QEvent>
+#include <QLineEdit>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -31,6 +34,17 @@ constexpr int COMMAND_TIMER_MS = 150;
 constexpr int ROW_HEIGHT = 38; // pixels
 constexpr int NAME_SHIFT = 20; // pixels
 constexpr int TEXT_MARGIN = 5; // pixels above and below a name
+
+/// For screen readers. Editors of more parts than one name these themselves.
+void nameAfterRow(QWidget *pEditor, const QString &strName)
+{
+    const bool bOnePart = qobject_cast<QAbstractButton *>(pEditor)
+        || qobject_cast<QAbstractSpinBox *>(pEditor) || qobject_cast<QComboBox *>(pEditor)
+        || qobject_cast<QLineEdit *>(pEditor);
+    if (bOnePart && pEditor->accessibleName() != strName) {
+        pEditor->setAccessibleName(strName);
+    }
+}
 
 VexaPropertyTreeItem *itemOf(const QModelIndex &index)
 {
@@ -228,6 +242,7 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     if (result == EditorFiller::RESULT_POSTED) {
         postRefill(editor);
     }
+    nameAfterRow(editor, VexaPropertyTreeModel::rowName(*snapshot, m_eType));
     if (!m_bEditorsEnabled) {
         EditorCommit::rollback(editor); // it loses the focus
         editor->setDisabled(true);

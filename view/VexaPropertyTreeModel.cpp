@@ -122,10 +122,14 @@ QString VexaPropertyTreeModel::displayText(const VexaPropertyTreeItem *pItem, in
         || NodeNameRules::hintKind(nodeNameOf(pItem, nColumn)) != NodeNameRules::NO_HINT) {
         return QString();
     }
-    const bool bChinese = isPropertyLanguageChinese(m_eType);
     const ItemLock lock(pItem);
-    const CTreeItemValue &value = *pItem->value();
-    if (m_eType == PARENT_FEATURE_TREE) {
+    return rowName(*pItem->value(), m_eType);
+}
+
+QString VexaPropertyTreeModel::rowName(const CTreeItemValue &value, ParentType eType)
+{
+    const bool bChinese = isPropertyLanguageChinese(eType);
+    if (eType == PARENT_FEATURE_TREE) {
         return bChinese ? value.translateName() : value.displayName();
     }
     return bChinese ? value.StepPagesTranslateName() : value.StepPagesDisplayName();

@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QStringList>
 
+class CTreeItemValue;
 class IVexaFeatureWidget;
 
 /// Shows a tree of items in two columns, 0 the name and 1 the place of the editor, and is the gate through which every
@@ -42,6 +43,8 @@ public:
     void setEditable(bool bEditable) { m_bEditable = bEditable; }
     bool isEditable() const { return m_bEditable; }
 
+    /// What a row of this kind of tree is called, in the language of its texts.
+    static QString rowName(const CTreeItemValue &value, ParentType eType);
     QModelIndex indexFromItem(VexaPropertyTreeItem *pItem, int nColumn) const;
     static VexaPropertyTreeItem *itemFromIndex(const QModelIndex &index);
     /// The parent has got new children, from `nRow` to its last one.

@@ -57,6 +57,14 @@ bool CustomCheckBox::hitButton(const QPoint &pos) const
         : QCheckBox::hitButton(pos);
 }
 
+void CustomCheckBox::focusInEvent(QFocusEvent *event)
+{
+    // Qt gives the button of a group that has the focus the Tab key back, whatever its owner took from it.
+    const Qt::FocusPolicy policy = focusPolicy();
+    QCheckBox::focusInEvent(event);
+    setFocusPolicy(policy);
+}
+
 void CustomCheckBox::changeEvent(QEvent *event)
 {
     QCheckBox::changeEvent(event);

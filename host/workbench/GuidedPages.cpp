@@ -88,6 +88,7 @@ GuidedPages::GuidedPages(QWidget *parent)
     column->addLayout(top);
     column->addWidget(m_pView, 1);
     column->addWidget(m_pNoPages, 1);
+    setTabOrder(m_pBasicOnly, m_pView);
     connect(m_pBasicOnly, &QCheckBox::clicked, this, [this] { toggleShowBasic(shownCameraID()); });
     connect(this, &IVexaFeatureWidget::SigFormatEditRequested, this,
             [this](VexaPropertyTreeItem *pFormat, VexaPropertyTreeItem *pSource) {
@@ -301,4 +302,5 @@ void GuidedPages::retranslate()
 {
     m_pBasicOnly->setText(workbenchText("lang_workbench_basicpages"));
     m_pNoPages->setText(workbenchText("lang_workbench_nopages"));
+    m_pView->setAccessibleName(workbenchText("lang_workbench_guidedpages"));
 }

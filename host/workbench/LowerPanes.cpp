@@ -24,6 +24,9 @@ LowerPanes::LowerPanes(QWidget *parent)
     setObjectName(QStringLiteral("LowerPanes"));
     setDocumentMode(true);
     setTabBarAutoHide(true);
+    // The bar takes the focus by itself; a hidden one that stands for the panes would hold it for ever.
+    setFocusProxy(nullptr);
+    setFocusPolicy(Qt::NoFocus);
     m_pTables->hide();
     addTab(m_pMessages, QString());
     retranslate();

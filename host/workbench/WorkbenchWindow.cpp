@@ -31,6 +31,7 @@
 #include <QIcon>
 #include <QPointer>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -344,6 +345,24 @@ void WorkbenchWindow::showSelected()
     m_pViews->setCamera(open ? camera : nullptr);
     showTrouble(camera);
     m_pLower->setTables(camera ? camera->tables() : nullptr);
+    orderFocus();
+}
+
+void WorkbenchWindow::orderFocus()
+{
+    // The pages are made later than what stands below them.
+    QWidget *last = m_pDevices;
+    do {
+        last = last->previousInFocusChain();
+    } while (last->focusPolicy() == Qt::NoFocus || last->focusProxy());
+    QList<QWidget *> panes{m_pLower->tabBar()};
+    panes += m_pLower->currentWidget()->findChildren<QWidget *>();
+    for (QWidget *pane : qAsConst(panes)) {
+        if (pane != last && (pane->focusPolicy() & Qt::TabFocus)) {
+            setTabOrder(last, pane);
+            last = pane;
+        }
+    }
 }
 
 void WorkbenchWindow::showTrouble(const CameraSession *camera)

@@ -69,6 +69,7 @@ private:
     bool mayClose(const QList<CameraSession *> &sessions);
     void onSessionChanged(const QString &id, CameraSession *session);
     void showSelected();
+    void orderFocus();
     void showTrouble(const CameraSession *camera);
     void takePrompt(long int cameraId, int level, const QString &text, const QString &title,
                     bool richText);

@@ -24,6 +24,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     bool hitButton(const QPoint &pos) const override;
 
 private:

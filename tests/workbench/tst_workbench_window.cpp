@@ -11,6 +11,7 @@
 #include "shell/VexaMainFeatureWidget.h"
 #include "tree/VexaFeatureTree.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QtTest>
@@ -24,6 +25,7 @@ class WorkbenchWindowTest : public WindowTest
     Q_OBJECT
 private slots:
     void selectionDecidesWhatIsShown();
+    void tabGoesRound();
     void grabbingThatHangsLeavesTheWindowAlive();
     void closeWhileOpening();
     void foundDevicesJoinTheList();
@@ -49,6 +51,25 @@ void WorkbenchWindowTest::selectionDecidesWhatIsShown()
     QVERIFY(!w().session(SECOND)->tree()->isVisible());
     w().select(SECOND);
     QVERIFY(w().session(SECOND)->tree()->isVisible());
+}
+
+/// Twice: editors that had the focus once stay out of the window's own order.
+void WorkbenchWindowTest::tabGoesRound()
+{
+    w().openAndWait(FIRST);
+    QVERIFY(QTest::qWaitForWindowActive(&w().window()));
+    w().list()->setFocus();
+    QStringList rounds[2];
+    for (QStringList &round : rounds) {
+        do {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            round += QApplication::focusWidget()->objectName();
+        } while (round.last() != "DeviceList" && round.size() < 300);
+        QCOMPARE(round.last(), QString("DeviceList"));
+        QVERIFY(round.contains("FeatureSearch"));
+        QCOMPARE(round.at(round.size() - 2), QString("MessageLog"));
+    }
+    QVERIFY(rounds[0].contains("ReverseX") && rounds[0].contains("PixelFormat"));
 }
 
 void WorkbenchWindowTest::grabbingThatHangsLeavesTheWindowAlive()
