@@ -19,7 +19,6 @@ namespace {
 
 using namespace VexaStringFormatRules;
 
-constexpr int ACCESS_READ_ONLY = 3;
 constexpr int HINT_FAILURE = 3;
 
 } // namespace
@@ -36,7 +35,7 @@ void VexaStringFormatWidget::OnTextEditingFinished()
     if (!pTask || strNode.isEmpty()) {
         return;
     }
-    if (pTask->GetAccessMode(strNode, nullptr) == ACCESS_READ_ONLY) {
+    if (pTask->GetAccessMode(strNode, nullptr) == NODE_RO) {
         showStoredText();
         return;
     }

@@ -81,7 +81,6 @@ public:
     bool compute(const QString &owner, const QString &formula, double *value);
 
     QDomElement node(const QString &name) const;
-    const QMap<QString, QDomElement> &selectorMap() const { return m_selectorMap; }
     /// The selectors that the link list names for a feature.
     QStringList selectorsOf(const QString &name) const;
     QCameraTask *task() const { return m_pTask; }

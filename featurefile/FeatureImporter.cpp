@@ -16,7 +16,6 @@
 namespace {
 
 constexpr int LAST_PASS = 10;
-constexpr int ACCESS_NOT_AVAILABLE = 1;
 constexpr unsigned int SCAN_TYPE_AREA = 1;
 
 /// The types of each sweep, in the order of the sweeps; register dumps follow.
@@ -284,7 +283,7 @@ bool FeatureImporter::compareByRegisters(const QString &name, const QString &typ
 {
     int error = 0;
     const int mode = m_pTask->GetAccessMode(name, &error);
-    if (isGone(error) || mode != ACCESS_NOT_AVAILABLE) {
+    if (isGone(error) || mode != NODE_NA) {
         return false;
     }
     bool isNodeValue = false;

@@ -13,8 +13,6 @@ namespace {
 
 constexpr int DECIMALS = 6;
 constexpr qint64 WORD = 4;
-constexpr int ACCESS_WRITE_ONLY = 2;
-constexpr int ACCESS_READ_WRITE = 4;
 constexpr qint64 HIGHEST_ADDRESS = std::numeric_limits<qint64>::max();
 constexpr qint64 HIGHEST_WORD = std::numeric_limits<quint32>::max();
 
@@ -29,8 +27,7 @@ bool FeatureImporter::isRegisterWritable(const QString &node, int *mode)
 {
     int error = 0;
     *mode = m_pTask->GetAccessMode(node, &error);
-    return !isGone(error) && error == 0
-        && (*mode == ACCESS_WRITE_ONLY || *mode == ACCESS_READ_WRITE);
+    return !isGone(error) && error == 0 && (*mode == NODE_WO || *mode == NODE_RW);
 }
 
 bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)

@@ -121,11 +121,6 @@ void CTreeEnumationItemValue::updateDisplayName(const QString &strDisplayName,
     updateDisplayName(strDisplayName, strEntryName, nValue, COMMONINTERFACE::currentCameraID());
 }
 
-void CTreeEnumationItemValue::swapEntries(CTreeEnumationItemValue &source)
-{
-    copy(&source, false);
-}
-
 void CTreeEnumationItemValue::setDeviceValue(quint32 nBits)
 {
     const QMutexLocker locker(&m_mutex);

@@ -25,6 +25,7 @@ public:
     QMap<QString, QString> getAllNameMap() const; ///< entry name to display name
     QStringList getDisplayList() const; ///< display names in the order of first sight
     QStringList getDisplayListCN() const; ///< the same rows in the translated language
+    /// Forgets all entries; the current value stays.
     void clearItems();
     /// Enters one EnumEntry. A display name that is listed already gets no second row. The translation is that of
     /// the camera `lCameraID`.
@@ -33,8 +34,6 @@ public:
     /// The same with the camera on show (COMMONINTERFACE::currentCameraID).
     void updateDisplayName(const QString &strDisplayName, const QString &strEntryName,
                            const qint64 &nValue);
-    /// Takes over the current value and all entries of the other object in one step.
-    void swapEntries(CTreeEnumationItemValue &source);
     /// The value as the device layer gives it, in 32 bits without a sign: an entry below 0 is found by them too.
     void setDeviceValue(quint32 nBits);
 

@@ -24,8 +24,8 @@ public:
     int type() const;
 
     QString m_strRepresentation; ///< element Representation
-    qint64 m_nValue = -1;
+    qint64 m_nValue = -1; ///< as the device said it, also outside the range
     qint64 m_nMinValue = -1;
-    qint64 m_nMaxValue = -1;
+    qint64 m_nMaxValue = -1; ///< below the minimum: the range is empty
     qint64 m_nIncValue = -1;
 };

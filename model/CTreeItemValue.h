@@ -25,14 +25,20 @@ public:
     virtual QString displayValue() const;
     /// GenICam feature name. Only rows of two nodes look at the column.
     virtual QString nodeName(int nColumn) const;
+    /// Rich text in English, by column as nodeName.
     virtual QString toolTip(int nColumn) const;
     /// The value as the editors exchange it; invalid where the class has none.
     virtual QVariant value() const;
+    /// Stores what value() gives, without clamping; does nothing where the class has no value.
     virtual void setValue(const QVariant &value);
+    /// Display name in English.
     virtual QString displayName() const;
     /// Display name in Chinese, else displayName().
     virtual QString translateName() const;
+    /// Name on a guided page in English: that of the page description, else the display name.
     virtual QString StepPagesDisplayName() const;
+    /// Name on a guided page in Chinese: the title for m_nStepIndex, else that of the page description, else the
+    /// English one.
     virtual QString StepPagesTranslateName() const;
     /// Fingerprint of the state that an editor shows: it differs exactly when the editor would.
     virtual QString createCurrentStauts(bool bReadOnly);

@@ -32,7 +32,8 @@ public:
                                  const QVariant &oNodeValue) = 0;
     /// Runs after a successful write that came from a view.
     virtual bool afterSetFeatureValue(const QString &strNodeName);
-    // Rows of pages follow their features by the next three: an override calls the base.
+    // The view tells of a change that it has dealt with. The rows of pages follow their features by it, so an override
+    // calls the base.
     virtual void itemValueChanged(VexaPropertyTreeItem *pItem, bool bFromUiJson);
     virtual void itemVisibleStateChanged(VexaPropertyTreeItem *pItem);
     virtual void itemExpandedChanged(VexaPropertyTreeItem *pItem, bool bExpanded);
@@ -42,11 +43,13 @@ public:
     virtual void setCameraID(long lCameraID);
     /// Takes a camera out; its page root is deleted.
     virtual void removeCameraID(long lCameraID);
+    /// Opens or closes all branches of the view.
     virtual void setExpandAll(bool bExpand);
     /// Whether a tree stands for this camera.
     virtual bool isInitialized(long lCameraID);
     /// Hook: setCameraID found a tree that was laid before.
     virtual void afterInitialized(long lCameraID);
+    /// Fills the page titles of the camera on show anew, after a change of camera or language.
     virtual void retranslatePages();
     /// Hook: fills m_stepPageNames for this page.
     virtual void preparePage(int nPageIndex);
@@ -63,6 +66,7 @@ public:
     bool isHiddenByBasic(long lCameraID, VexaPropertyTreeItem *pItem) const;
     /// Shows or hides the pages that are marked to be hidden in the basic view.
     void toggleShowBasic(long lCameraID);
+    /// Owned by the widget; never null.
     VexaFeatureTreeView *treeView() const;
     /// -1 while no camera is shown.
     long shownCameraID() const { return m_lCameraID; }

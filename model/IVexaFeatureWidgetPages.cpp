@@ -7,6 +7,7 @@
 #include "model/ItemLocks.h"
 #include "model/StepPageBuilder.h"
 #include "model/StepPageRows.h"
+#include "model/StepPages.h"
 #include "tree/VexaFeatureTree.h"
 #include "view/VexaFeatureTreeView.h"
 
@@ -32,15 +33,7 @@ void IVexaFeatureWidget::createPageItems(VexaPropertyTreeItem *parentItem,
 VexaPropertyTreeItem *IVexaFeatureWidget::pageItem(VexaPropertyTreeItem *pBranch,
                                                    const QString &strName) const
 {
-    for (int nRow = 0; pBranch && nRow < pBranch->childCount(); ++nRow) {
-        VexaPropertyTreeItem *const pChild = pBranch->child(nRow);
-        const bool bFound = pChild && pChild->value() && pChild->value()->m_strNodeName == strName;
-        VexaPropertyTreeItem *const pItem = bFound ? pChild : pageItem(pChild, strName);
-        if (pItem) {
-            return pItem;
-        }
-    }
-    return nullptr;
+    return StepPages::findRow(pBranch, strName);
 }
 
 template<typename Value, typename Change>

@@ -33,6 +33,7 @@ public:
     /// Works all maps out anew for these items. The elements are not kept.
     void generate(const QDomElement &documentElement, const ElementMap &elements,
                   const QStringList &itemNames);
+    /// Empties all maps.
     void clear();
     /// While set, GetFeatureInvalidatorList gives up at once, also in copies. Any thread.
     void setStopRequested(bool bStop);
@@ -41,6 +42,7 @@ public:
     QStringList GetFeatureInvalidatorList(const QString &strName) const;
     /// Features that share a pVariable with this one, itself included, in key order.
     QStringList GetFeaturesHaveSamePVariable(const QString &strName) const;
+    /// Every node that the feature reaches as pVariable; empty for an unknown name.
     QStringList GetFeaturePVariableList(const QString &strName) const;
     /// The pSelected texts of a selector; false and `out` untouched when it has none.
     bool GetFeaturePSelectedList(const QString &strName, QList<QString> &out) const;
@@ -65,9 +67,11 @@ public:
 
     /// Items with a pIsLocked child, in key order.
     const QStringList &lockedList() const;
+    /// Items that IsNoCacheFeature, in key order.
     const QStringList &noCacheList() const;
     /// On a grid of 50 ms, never 0 or below: such a period would not fire.
     const PollingMap &pollingMap() const;
+    /// Feature to every node that invalidates it; duplicates stay.
     const QMap<QString, QStringList> &invalidatorMap() const;
     /// (feature, selected node) for each pSelected, in walking order.
     const QVector<QPair<QString, QString>> &pSelectedRecords() const;

@@ -42,6 +42,7 @@ public:
         int node;
     };
 
+    /// Takes everything out of the document anew. The elements are not kept.
     void build(const QDomElement &documentElement, const QMap<QString, QDomElement> &elements);
 
     /// -1 for an unknown name.

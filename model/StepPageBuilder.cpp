@@ -18,7 +18,6 @@ namespace {
 constexpr int MAX_DEPTH = 32;
 const QLatin1String CUSTOM_PREFIX("Custom_");
 const QLatin1String PORTABLE_PREFIX("Node_");
-const QLatin1String TUNING_COMMAND("SmartTune");
 
 } // namespace
 
@@ -80,7 +79,7 @@ void StepPageBuilder::layCategory(Item *pParent, const QDomElement &element, con
         {QLatin1String("Custom_SelfAdaptParamAdjust"), false},
         {QLatin1String("Custom_AutoFocus"), false},
     };
-    const bool bTuning = item(TUNING_COMMAND) != nullptr;
+    const bool bTuning = hasTuningCommand();
     if (std::any_of(std::begin(rules), std::end(rules), [&](const CategoryRule &rule) {
             return entry.strName == rule.name && rule.needsTuning != bTuning;
         })) {
@@ -130,6 +129,11 @@ void StepPageBuilder::layFeature(Item *pParent, const Entry &entry)
 StepPageBuilder::Item *StepPageBuilder::item(const QString &strName) const
 {
     return m_site.tree.propertyItemByName(strName);
+}
+
+bool StepPageBuilder::hasTuningCommand() const
+{
+    return item(QStringLiteral("SmartTune")) != nullptr;
 }
 
 void StepPageBuilder::setStepNames(Item *pItem, const Entry &entry)
@@ -184,21 +188,6 @@ StepPageBuilder::Item *StepPageBuilder::pageRootOf(Item *pItem) const
         pItem = pParent;
     }
     return pItem;
-}
-
-StepPageBuilder::Item *StepPageBuilder::findBelow(Item *pBranch, const QString &strName) const
-{
-    if (Item *const pFound = pBranch->findChild(strName)) {
-        return pFound;
-    }
-    for (int nRow = 0; nRow < pBranch->childCount(); ++nRow) {
-        Item *const pChild = pBranch->child(nRow);
-        Item *const pFound = pChild ? findBelow(pChild, strName) : nullptr;
-        if (pFound) {
-            return pFound;
-        }
-    }
-    return nullptr;
 }
 
 QString StepPageBuilder::settledPlatform(const QString &strPortableName) const

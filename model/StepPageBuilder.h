@@ -60,20 +60,22 @@ private:
     void layScreenHomepage(Item *pParent, const Entry &entry);
     void layFormat(Item *pParent, const Entry &entry);
 
+    /// The tree's item of this node name; null when the device lacks it.
     Item *item(const QString &strName) const;
+    /// Newer devices tune themselves by the command "SmartTune"; the older ones have pages for it.
+    bool hasTuningCommand() const;
     void attach(Item *pFeature, Item *pParent, const Entry &entry);
     Item *newRow(Item *pParent, const QString &strName, const QString &strTag = QString());
     /// A row that stands for a feature that it follows.
     Item *newRowFor(Item *pFeature, Item *pParent, const QString &strName, const QString &strTag);
     static void setStepNames(Item *pItem, const Entry &entry);
     Item *pageRootOf(Item *pItem) const;
-    Item *findBelow(Item *pBranch, const QString &strName) const;
 
     QString resolved(const QString &strPortableName);
     QString settledPlatform(const QString &strPortableName) const;
 
     QCameraTask *task() const;
-    bool isAccessible(const QString &strNode) const;
+    bool isImplemented(const QString &strNode) const;
     /// "ProductType" of the device; false when it cannot be read.
     bool readProductType(qint64 &nType) const;
 

@@ -7,6 +7,7 @@
 #include "model/ItemLocks.h"
 #include "model/StepPageBuilder.h"
 #include "model/StepPageRows.h"
+#include "model/StepPages.h"
 #include "tree/CameraLookup.h"
 #include "tree/QGetFeaturesThread.h"
 #include "tree/VexaFeatureTree.h"
@@ -64,10 +65,10 @@ QCameraTask *StepPageBuilder::task() const
     return cameraTaskOf(m_site.lCameraID);
 }
 
-bool StepPageBuilder::isAccessible(const QString &strNode) const
+bool StepPageBuilder::isImplemented(const QString &strNode) const
 {
     QCameraTask *const pTask = task();
-    return pTask && pTask->GetAccessMode(strNode, nullptr) != 0;
+    return pTask && pTask->GetAccessMode(strNode, nullptr) != NODE_NI;
 }
 
 bool StepPageBuilder::readProductType(qint64 &nType) const
@@ -93,7 +94,7 @@ StepPageBuilder::Item *StepPageBuilder::newRowFor(Item *pFeature, Item *pParent,
 
 void StepPageBuilder::layLightEnable(Item *pParent, const Entry &entry)
 {
-    const bool bSelector = isAccessible(lightingSelector());
+    const bool bSelector = isImplemented(lightingSelector());
     qint64 nType = 0;
     if (!readProductType(nType) || !hasSimpleLights(nType)) {
         const bool bOtherLight =
@@ -116,7 +117,7 @@ void StepPageBuilder::layLightingSelector(Item *pParent, const Entry &entry)
     Item *const pSelector = item(lightingSelector());
     Item *const pEnable = item(QStringLiteral("LightingEnable"));
     m_site.tree.updateFeature(pSelector, QGetFeaturesThread::UPDATE_VISIBLE_VALUE);
-    if (!pSelector || !pSelector->visible() || !isAccessible(lightingSelector()) || !pEnable) {
+    if (!pSelector || !pSelector->visible() || !isImplemented(lightingSelector()) || !pEnable) {
         return;
     }
     qint64 nType = 0;
@@ -150,7 +151,7 @@ void StepPageBuilder::layFocusStep(Item *pParent, const Entry &entry)
 {
     Item *const pStep = item(entry.strName);
     attach(pStep, pParent, entry);
-    if (!pStep || item(QStringLiteral("SmartTune"))) {
+    if (!pStep || hasTuningCommand()) {
         return;
     }
     Item *const pRow = newRowFor(pStep, pParent, QStringLiteral("Custom_FocusSetting"), QString());
@@ -159,7 +160,7 @@ void StepPageBuilder::layFocusStep(Item *pParent, const Entry &entry)
 
 void StepPageBuilder::laySelfTrigger(Item *pParent, const Entry &)
 {
-    Item *const pSource = findBelow(pParent, QStringLiteral("TriggerSource"));
+    Item *const pSource = StepPages::findRow(pParent, QStringLiteral("TriggerSource"));
     const auto *const pValue =
         pSource ? dynamic_cast<const CTreeEnumationItemValue *>(pSource->value()) : nullptr;
     if (!pValue) {

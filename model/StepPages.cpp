@@ -1,6 +1,8 @@
 #include "model/StepPages.h"
 
+#include "model/CTreeItemValue.h"
 #include "model/IVexaFeatureWidget.h"
+#include "model/VexaPropertyTreeItem.h"
 
 #include <algorithm>
 
@@ -47,4 +49,18 @@ void StepPages::layAnew(const Widgets &widgets, long lCameraID)
             pWidget->setCameraID(lCameraID);
         }
     }
+}
+
+VexaPropertyTreeItem *StepPages::findRow(const VexaPropertyTreeItem *pBranch,
+                                         const QString &strName)
+{
+    for (int nRow = 0; pBranch && nRow < pBranch->childCount(); ++nRow) {
+        VexaPropertyTreeItem *const pChild = pBranch->child(nRow);
+        const bool bFound = pChild && pChild->value() && pChild->value()->m_strNodeName == strName;
+        VexaPropertyTreeItem *const pItem = bFound ? pChild : findRow(pChild, strName);
+        if (pItem) {
+            return pItem;
+        }
+    }
+    return nullptr;
 }

@@ -44,14 +44,17 @@ public:
     VexaPropertyTreeItem(const VexaPropertyTreeItem &) = delete;
     VexaPropertyTreeItem &operator=(const VexaPropertyTreeItem &) = delete;
 
+    /// A child that is in the list already stays where it is. The child's own parent is left alone.
     void addChild(VexaPropertyTreeItem *pChild);
     void insertChild(int nIndex, VexaPropertyTreeItem *pChild);
     /// Takes the child out of the list; does not delete it and leaves its own parents alone.
     void removeChild(VexaPropertyTreeItem *pChild);
+    /// Null out of range.
     VexaPropertyTreeItem *child(int nIndex) const;
     int childCount() const;
     /// First direct child with this node name or null.
     VexaPropertyTreeItem *findChild(const QString &strName) const;
+    /// Null without a parent of this kind.
     VexaPropertyTreeItem *parent(ParentType eType) const;
     /// Moves the item under another parent of this kind; null takes it out.
     void setParent(VexaPropertyTreeItem *pParent, ParentType eType);
@@ -62,7 +65,9 @@ public:
     /// Takes over tag, value, names and state of another item; children, parents, views and mapping stay.
     void copy(VexaPropertyTreeItem *pSource);
 
+    /// Owned by the item; null only when there was no memory for it.
     CTreeItemValue *value() const;
+    /// Tag of the node's element in the description, or a tag of the module's own; empty for a node that it lacks.
     QString tagName() const;
     /// Sets the element tag and with it the class of the value. Pointers to the old value die.
     void setTagName(const QString &strTagName);
@@ -71,6 +76,7 @@ public:
     void changeTagName(const QString &strTagName, long lCameraID);
     ITEM_TYEP itemType() const;
     void setItemType(ITEM_TYEP eType);
+    /// Whether the feature tree owns the item; false for a row that was made for a page and goes with it.
     bool isFeatureTreeItem() const;
     void setIsFeatureTreeItem(bool bFeatureTreeItem);
     /// The partner that shows the same feature in another row, as a favourite does.
@@ -81,8 +87,11 @@ public:
     /// All other rows of the same feature: twins and partner.
     QVector<VexaPropertyTreeItem *> otherRows();
 
+    /// Read-only until a first reading says otherwise.
     bool readOnly() const;
+    /// Of all rows of the feature; views hear of those that changed.
     void setReadOnly(long lCameraID, bool bReadOnly);
+    /// Leaf: its wish, under branches that are all open. Branch: whether anything below it is shown.
     bool visible() const;
     /// Leaf: stores the wish and tells the views when what is shown changed. Branch with `bRecursive`: the branch's
     /// own switch, after which the leaves below follow their wishes. Branch without: the branch always reopens,
@@ -90,6 +99,7 @@ public:
     void setVisible(bool bVisible, long lCameraID, bool bRecursive);
     /// Leaf that was put under another branch: what it shows follows its wish and its branches again.
     void bringVisibleUp(long lCameraID);
+    /// Direct children that are visible().
     int visibleChildCount() const;
     /// Element Visibility: "Beginner", "Expert", "Guru" or "Invisible". Takes the update lock.
     QString visibilityString() const;
@@ -99,18 +109,24 @@ public:
     bool searchVisible(const QString &strFilter) const;
     /// Whether this is the last row that its parent shows under this search text.
     bool isLastVisibleChild(const QString &strFilter) const;
+    /// Has the views open or close the branch; nothing for an item without children.
     void setExpanded(bool bExpanded, long lCameraID);
 
+    /// The view, which is not owned, hears of every change from now on. GUI thread.
     void registerView(IVexaFeatureNotify *pView);
+    /// Once it returns the item tells the view nothing more. GUI thread.
     void removeView(IVexaFeatureNotify *pView);
     /// Ends this registration when there is one; the item may have gone. For views that can outlive items.
     static void removeViewFrom(VexaPropertyTreeItem *pItem, IVexaFeatureNotify *pView);
     /// Ends all registrations of a view, which is about to go. No item is telling it anything when this returns.
     static void removeViewFromAll(IVexaFeatureNotify *pView);
+    /// Tells the views of all rows that the value has changed, and hands it to the other rows of the feature before.
     /// `nType` -1 means all columns.
     void notifyViewUpdate(long lCameraID, int nType, bool bNeedRecreateEditor, bool bFromUiJson);
+    /// Passes a number through to the views of all rows.
     void notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID);
 
+    /// Guards the value; not recursive. Prefer ItemLock.
     void updateLock() const;
     void updateUnlock() const;
     /// Tells the views when the value's fingerprint differs from the one that the editor took over. Takes the

@@ -291,9 +291,10 @@ void VexaPropertyTreeItem::bringOtherRowsUp(bool bCopyBase)
 void VexaPropertyTreeItem::notifiViewSpecialUpdate(NotifyViewSpecial eType, long lCameraID)
 {
     const TellingLock lock;
-    forAllRows([&](VexaPropertyTreeItem &row) {
-        tellViews(
-            [&](IVexaFeatureNotify &view) { view.itemSpecialChanged(lCameraID, &row, eType); });
+    // A view of both rows hears of the other one twice.
+    tellViews([&](IVexaFeatureNotify &view) {
+        forAllRows(
+            [&](VexaPropertyTreeItem &row) { view.itemSpecialChanged(lCameraID, &row, eType); });
     });
     bringOtherRowsUp(false);
     forAllRows([&](VexaPropertyTreeItem &row) {

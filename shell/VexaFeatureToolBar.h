@@ -27,10 +27,12 @@ public:
 
     /// The tree is expanded now: the button offers folding.
     void setExpanded();
-    /// `state` 1 is a live camera. `busy` shuts import, export and file access.
+    /// `state` 1 is a live camera; of another one every button is off. The rest goes by the state of the camera's task:
+    /// while it grabs, import, export and file access are off. `busy` shuts import, export and file access.
     void UpdateToolBarBtn(int state, int cameraId, bool busy);
 
 Q_SIGNALS:
+    /// A click, by Button.
     void SigToolBarBtnClicked(int nIndex);
 
 protected:

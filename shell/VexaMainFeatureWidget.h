@@ -33,9 +33,11 @@ public:
     /// Null without a task manager. On other threads than the GUI's nothing is made: a camera without a tree gets
     /// the empty page.
     VexaFeatureTree *featureTree(long int cameraId, bool create);
+    /// Whether a tree was made for this camera and not removed since.
     bool isFeatureTreeExist(long int cameraId);
     /// A copy of the map of trees by camera id; -1 holds the empty page.
     QMap<long int, VexaFeatureTree *> getAllFeatureTreesMap();
+    /// The stack that shows one tree; owned by the widget.
     QStackedWidget *getAllFeatureTreeStacked();
     /// Puts the tree of this camera on show, the empty page for one without a task.
     void setCurrentCameraID(long int cameraId);
@@ -44,9 +46,12 @@ public:
     /// Deletes every tree; an empty page and no current camera remain.
     void clearFeatureTrees();
 
+    /// The host has opened the camera: its tree counts as expanded. The tree is told by its own OnCameraOpen.
     void OnCameraOpen(long int cameraId);
+    /// The host has closed or lost the camera. Its tree stays until removeFeatureTree.
     void OnCameraClose(long int cameraId);
     void OnCameraDisconnect(long int cameraId);
+    // Calls of the host that mean nothing to this module and do nothing.
     void OnCameraStartGrabbing(long int cameraId);
     void OnCameraStopGrabbing(long int cameraId);
     void FileUpgrade(long int cameraId);
@@ -56,17 +61,24 @@ public:
     void UpdateAutoTimeRange(long int cameraId);
     /// Answers false and leaves the record alone.
     bool GetDeviceInfo(long int cameraId, _MY_STRUCT_DEVICE_INFO_ &info);
+    /// The flag of SetIsConnect; false at first.
     bool IsConnect() const;
     /// Stores the flag; false asks the device layer to have the camera closed.
     void SetIsConnect(bool connected, long int cameraId);
 
+    // What the buttons of the tool bar do with the current tree; nothing without one. Import, export and file access
+    // open dialogs that block.
     void OnActionFeatureExpand();
     void OnActionImportFeatures();
     void OnActionExportFeatures();
     void OnActionFileAccess();
     void OnActionFeaturesRefresh();
+    /// Collapses the current tree, or expands it when the last call collapsed it; nothing for a camera that was not
+    /// opened with OnCameraOpen.
     void onFeatureTreeExpand();
+    /// Runs the dialog for the current camera's files.
     void onFileAccess();
+    /// Reads everything of the current camera anew; the bus asks for it too.
     void onRefreshFeature();
     /// State of the tool bar of the current camera; other cameras are passed over.
     void UpdateToolBarBtn(int state, int cameraId, bool busy);
@@ -95,11 +107,14 @@ public:
     /// The text elided on the right to the width of a tab title.
     QString GetTabCutString(const QString &text);
 
+    /// Of the listener registry: VEXA_EVENT_BEFORE_DELETE_FEATURE_TREE becomes sigBeforeDeleteFeature.
     void notify(int event, void *data) override;
     QSize sizeHint() const override;
 
 Q_SIGNALS:
+    /// The tree of this camera is about to be deleted.
     void sigBeforeDeleteFeature(long int lCameraID);
+    // For the host, which may connect to them; the module does not emit them.
     void SigToolBarBtnClicked(int nIndex, long int lCameraID);
     void SigEndDrag();
 
@@ -108,12 +123,17 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 public Q_SLOTS:
+    /// Takes the tree off the stack; the empty page takes its place when it was on show.
     void onBeforeDeleteFeature(long int lCameraID);
+    /// A button of the current tree's bar, by VexaFeatureToolBar::Button.
     void OnToolBarBtnClicked(int nIndex);
+    /// A search expanded the sending tree: the next click on its button collapses it.
     void OnTreeExpand();
-    void OnOpenCamera(long int lCamID);
+    void OnOpenCamera(long int lCamID); ///< does nothing, as OnCloseCamera
     void OnCloseCamera(long int lCamID);
+    /// The camera has another name.
     void OnUpdatePreTitle(long int lCamID);
+    /// Nodes have changed on the device, by somebody else's doing: they and their dependants are read again.
     void OnVexaEventUpdateFeatureTree(long int lCameraID, QList<QString> listNodeName);
 
 private:

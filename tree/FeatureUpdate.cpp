@@ -1,6 +1,7 @@
 #include "tree/FeatureUpdate.h"
 
 #include "DeviceTaskModule/DeviceTaskModuleGlobal.h"
+#include "DeviceTaskModule/NodeValues.h"
 #include "DeviceTaskModule/VexaCameraTranslator.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "UtilityKit/VexaInterface.h"
@@ -145,11 +146,11 @@ FeatureUpdate::Access FeatureUpdate::readAccess()
     if (unreachable) {
         return Access::Unknown;
     }
-    if (mode < 2 || mode > 4) {
+    if (mode != NODE_WO && mode != NODE_RO && mode != NODE_RW) {
         return Access::Hidden;
     }
-    m_bReadOnlyByAccess = mode == 3;
-    m_bWriteOnly = mode == 2;
+    m_bReadOnlyByAccess = mode == NODE_RO;
+    m_bWriteOnly = mode == NODE_WO;
     translateTexts();
 
     const PointerAnswer available = m_reader.IsAvailable(m_pFacts->isAvailable);
@@ -340,15 +341,11 @@ void FeatureUpdate::publishValue()
         return;
     }
     CTreeItemValue *value = m_pItem->value();
-    if (auto *enumeration = dynamic_cast<CTreeEnumationItemValue *>(value)) {
-        enumeration->swapEntries(*static_cast<CTreeEnumationItemValue *>(m_pValue.get()));
-    } else {
-        if (auto *integer = dynamic_cast<CTreeIntergerItemValue *>(value)) {
-            static_cast<CTreeIntergerItemValue *>(m_pValue.get())->m_strRepresentation =
-                integer->m_strRepresentation;
-        }
-        value->copy(m_pValue.get(), false);
+    if (auto *integer = dynamic_cast<CTreeIntergerItemValue *>(value)) {
+        static_cast<CTreeIntergerItemValue *>(m_pValue.get())->m_strRepresentation =
+            integer->m_strRepresentation;
     }
+    value->copy(m_pValue.get(), false);
     m_pItem->setValueCached(!m_bWriteOnly);
 }
 

@@ -60,7 +60,6 @@ public:
     void setDelegateEnable(bool bEnable);
     /// While forbidden no notification of an item passes; afterwards the rows are decided anew.
     void setForbidUpdate(bool bForbid);
-    bool isForbidUpdate() const { return m_bForbidUpdate; }
     /// Lays the rows out anew and refills every editor, after a change of language.
     void notifyEditorUpdate();
     /// Fills at once what was put off: editors of rows out of sight follow the device with a delay.

@@ -288,11 +288,6 @@ QString DeviceListPanel::currentDevice() const
     return item ? item->data(COLUMN_DEVICE, ROLE_ID).toString() : QString();
 }
 
-void DeviceListPanel::setCurrentDevice(const QString &id)
-{
-    m_pList->setCurrentItem(itemOf(id));
-}
-
 void DeviceListPanel::setLanguage(const QString &language)
 {
     const QSignalBlocker blocker(m_pLanguageCombo);

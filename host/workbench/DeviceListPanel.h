@@ -40,7 +40,6 @@ public:
     /// settings were changed and not saved.
     void setDeviceName(const QString &id, const QString &name, bool modified);
     QString currentDevice() const;
-    void setCurrentDevice(const QString &id);
     /// Shows "ENG" or "CH" without a signal.
     void setLanguage(const QString &language);
     /// While a search for devices is under way, another one cannot be asked for.

@@ -34,7 +34,9 @@ enum Language { LANGUAGE_CHINESE = 0, LANGUAGE_ENGLISH = 1, LANGUAGE_CURRENT = 2
 /// Style sheets by number; one that the client's style already draws is empty.
 enum StyleSheetType { STYLE_TEXT_EDIT = 4, STYLE_TABLE = 9, STYLE_TREE = 10 };
 
+/// The style sheet of that number; empty when the client's style draws such widgets by itself.
 CONTROLKIT_API QString styleSheet(StyleSheetType type);
+/// Font family of the client's language, or of the one that is asked for.
 CONTROLKIT_API QString globalFontFamily();
 CONTROLKIT_API QString globalFontFamily(Language language);
 /// A box layout without margins and spacing; the caller owns it until a widget or layout takes it.

@@ -12,6 +12,7 @@ public:
     static void showLoading(const QString &text, int key);
     /// Hides and deletes it; a key without a dialog is passed over.
     static void hideLoading(int key);
+    /// Whether the dialog of this key is on show.
     static bool isLoading(int key);
 
 private:

@@ -44,6 +44,7 @@ public:
     explicit CustomMainWindow(QWidget *parent = nullptr);
     ~CustomMainWindow() override;
 
+    /// Never null.
     CustomTitleBar *cTitleBar() const;
     /// Takes the widget over.
     void cSetCentralWidget(QWidget *widget);
@@ -52,7 +53,9 @@ public:
     /// Further buttons with these texts, in order, left of the standard ones; cButton counts them from 0.
     void cAddCustomButtons(const QStringList &texts);
     CustomPushButton *cButton(int index) const;
+    /// Shows or hides the bar with the buttons.
     void cSetEnableButtonBar(bool enable);
+    /// A shadow around the frame.
     void cEnableDefualtShadow(bool enable = true);
     /// Where the user takes hold to resize the dialog, as bits: 1 right edge, 2 bottom edge, 4 top edge, 8 bottom
     /// right corner, 16 top left corner, 32 top right corner, 64 left edge, 128 bottom left corner. 0: nowhere.

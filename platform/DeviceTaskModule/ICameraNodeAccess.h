@@ -34,22 +34,26 @@ public:
     /// IntConverter, Boolean, Enumeration).
     virtual bool GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, int *error,
                                  bool report, bool reserved) = 0;
+    /// Float nodes, in single precision.
     virtual bool GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error,
                                bool report, bool reserved) = 0;
+    /// Enumeration nodes: the current value and the entries that the device offers now.
     virtual bool GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error,
                                      bool report, bool reserved) = 0;
+    /// Boolean nodes.
     virtual bool GetBooleanValue(const QString &name, bool *out, int *error, bool report,
                                  bool reserved) = 0;
-    /// `maxLength`, when not null, gets the longest text that the node takes, in bytes of the register.
+    /// StringReg nodes. `maxLength`, when not null, gets the longest text that the node takes, in bytes.
     virtual bool GetStringValue(const QString &name, QString *out, qint64 *maxLength, int *error,
                                 bool report, bool reserved) = 0;
 
-    /// Raw bytes of the device's register space.
+    /// Raw bytes of the device's register space: `length` from `address` on, as they lie there.
     virtual bool ReadMemory(const qint64 &address, void *buffer, qint64 length, int *error) = 0;
     virtual bool WriteMemory(const qint64 &address, const void *buffer, qint64 length,
                              int *error) = 0;
 
     virtual bool SetIntegerValue(const QString &name, qint64 value, int *error) = 0;
+    /// Runs a Command; it may return before the device has finished.
     virtual bool ExecuteCommand(const QString &name, int *error) = 0;
     virtual bool SetFloatValue(const QString &name, float value, int *error) = 0;
     /// Writes an Enumeration by its numeric value.
@@ -59,8 +63,7 @@ public:
 
     /// Drops what the task holds of this node, so that its next read goes to the device.
     virtual bool InvalidateNode(QString name) = 0;
-    /// Present access mode in GenICam's numbering: 0 not implemented, 1 not available, 2 write only,
-    /// 3 read only, 4 read and write. A non-null `error` is 0 after success. While the device does not
+    /// Present access mode, a NodeAccessMode. A non-null `error` is 0 after success. While the device does not
     /// answer: the last known mode, with an error.
     virtual int GetAccessMode(const QString &name, int *error) = 0;
 };

@@ -4,6 +4,15 @@
 
 #include <cstddef>
 
+/// What a node can be used for at present (GenICam EAccessMode), as ICameraNodeAccess::GetAccessMode gives it.
+enum NodeAccessMode {
+    NODE_NI = 0, ///< not implemented
+    NODE_NA = 1, ///< not available
+    NODE_WO = 2, ///< write only
+    NODE_RO = 3, ///< read only
+    NODE_RW = 4
+};
+
 /// Value and range of an Integer node (GenICam IInteger). The maximum stands ahead of the minimum; an empty
 /// range is reported as min == max + 1.
 struct _NODE_INT_VALUE_

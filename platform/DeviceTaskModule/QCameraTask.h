@@ -27,6 +27,7 @@ public:
     /// The camera's display name.
     QString GetCameraName();
     void SetCameraName(const QString &name);
+    /// Asks no device.
     _TASK_CAMERA_STATE_ GetCameraState();
     /// Human text of the last failure of this task on the calling thread; empty when there was none.
     QString GetLastErrorRemark();
@@ -39,6 +40,7 @@ public:
     int SaveFeatures(const QString &path);
     /// Keeps the task's idea of the trigger mode in step (SFNC TriggerMode: 0 off, 1 on).
     void SetTriggerMode(int mode);
+    /// Number of channels; may be 0.
     unsigned int channelCount();
     /// The channel at that index or null; the index is not changed.
     QChannelTask *getChannelTaskById(unsigned int &channel);

@@ -13,6 +13,7 @@ public:
 
     /// Tells the channel whether the device offers code reading. The tree calls it at each opening, GUI thread.
     void SetContainDMCode(bool contains);
+    /// What was told last; false at first. For the client, any thread.
     bool ContainsDMCode() const;
 
 private:

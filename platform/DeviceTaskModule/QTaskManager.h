@@ -24,6 +24,7 @@ public:
     QCameraBasicTask *GetTaskByID(long int id);
     /// The task at a position, for walking over all tasks; null out of range.
     QCameraBasicTask *GetTaskByIndex(int index);
+    /// Cameras that are open now.
     unsigned int GetTaskCount();
     /// How many opened cameras share this serial number.
     int GetCameraCount(const QString &serialNumber);

@@ -12,8 +12,11 @@ class DEVICETASKMODULE_API VexaCameraTranslator
 public:
     ~VexaCameraTranslator();
 
+    /// Name of a node.
     QString getPropDisplayNameTrans(const QString &nodeName);
+    /// Description of a node.
     QString getPropDescriptionTrans(const QString &nodeName);
+    /// Name of an entry of an Enumeration.
     QString getPropEnumerationTrans(const QString &nodeName, const QString &entryName);
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DeviceTaskModule/NodeValues.h"
 #include "host/devicetask/DeviceError.h"
 #include "host/devicetask/DeviceSession.h"
 #include "host/devicetask/nodes/NodeTable.h"
@@ -8,9 +9,6 @@
 #include <QVector>
 
 class NodeEvaluator;
-
-/// GenICam's access modes (EAccessMode).
-enum NodeAccessMode { NODE_NI = 0, NODE_NA = 1, NODE_WO = 2, NODE_RO = 3, NODE_RW = 4 };
 
 /// Works out access modes from the description's conditions, from the registers and from the nodes below. All
 /// conditions of one list must hold. On the connection's thread.
