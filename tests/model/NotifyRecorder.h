@@ -42,6 +42,24 @@ private:
     QStringList m_notes;
 };
 
+/// The rows below an item as a text: "Category(Feature:Tag Row+)"; a row that a page made for itself has a "+".
+inline QString rowsText(const VexaPropertyTreeItem *pBranch)
+{
+    QStringList texts;
+    for (int nRow = 0; nRow < pBranch->childCount(); ++nRow) {
+        const VexaPropertyTreeItem *pItem = pBranch->child(nRow);
+        QString strText = pItem->value()->m_strNodeName;
+        if (pItem->itemType() == ITEM_CATEGORY) {
+            strText += '(' + rowsText(pItem) + ')';
+        } else {
+            strText += pItem->tagName().isEmpty() ? QString() : ':' + pItem->tagName();
+            strText += QLatin1String(pItem->isFeatureTreeItem() ? "" : "+");
+        }
+        texts.append(strText);
+    }
+    return texts.join(' ');
+}
+
 /// A named item below another.
 inline VexaPropertyTreeItem *makeItem(VexaPropertyTreeItem *pParent, const QString &strName,
                                       const QString &strTag = QString())

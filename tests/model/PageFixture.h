@@ -3,6 +3,7 @@
 #include "model/CTreeItemValue.h"
 #include "model/IVexaFeatureWidget.h"
 #include "model/VexaPropertyTreeItem.h"
+#include "tests/model/NotifyRecorder.h"
 #include "tests/support/ModuleFixture.h"
 #include "view/VexaFeatureTreeView.h"
 
@@ -45,31 +46,12 @@ public:
     VexaPropertyTreeItem *root() const { return m_rootItems.value(int(m_lCameraID), nullptr); }
     VexaPropertyTreeItem *row(const QString &strName) const { return pageItem(root(), strName); }
     QString platform() const { return m_platformKeys.value(int(m_lCameraID)); }
-    /// The rows as a text: "Page(Feature Row:Tag)"; a row of the page's own has a "+".
-    QString text() const { return root() ? textBelow(root()) : QStringLiteral("none"); }
+    QString text() const { return root() ? rowsText(root()) : QStringLiteral("none"); }
 
     using IVexaFeatureWidget::setSpinItems;
     using IVexaFeatureWidget::setSpinStep;
     QString m_strHint;
 
 private:
-    QString textBelow(VexaPropertyTreeItem *pBranch) const
-    {
-        QStringList texts;
-        for (int nRow = 0; nRow < pBranch->childCount(); ++nRow) {
-            VexaPropertyTreeItem *pItem = pBranch->child(nRow);
-            const QString strTag = pItem->tagName();
-            QString strText = pItem->value()->m_strNodeName;
-            if (pItem->itemType() == ITEM_CATEGORY) {
-                strText += QLatin1Char('(') + textBelow(pItem) + QLatin1Char(')');
-            } else {
-                strText += strTag.isEmpty() ? QString() : QLatin1Char(':') + strTag;
-                strText += QLatin1String(pItem->isFeatureTreeItem() ? "" : "+");
-            }
-            texts.append(strText);
-        }
-        return texts.join(QLatin1Char(' '));
-    }
-
     QString m_strPages;
 };

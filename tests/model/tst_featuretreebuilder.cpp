@@ -1,8 +1,8 @@
 #include "model/FeatureTreeBuilder.h"
 #include "tests/model/NotifyRecorder.h"
+#include "tests/support/DataTable.h"
 
 #include <QDomDocument>
-#include <QtTest>
 
 namespace {
 
@@ -24,23 +24,6 @@ QByteArray categories(const QString &strText)
     return xml;
 }
 
-/// One word a row, "name" or "name/tag", "name(children)" for a category.
-QString treeText(const VexaPropertyTreeItem *pItem)
-{
-    QStringList words;
-    for (int nRow = 0; nRow < pItem->childCount(); ++nRow) {
-        const VexaPropertyTreeItem *pChild = pItem->child(nRow);
-        QString strWord = pChild->value()->m_strNodeName;
-        if (pChild->itemType() == ITEM_CATEGORY) {
-            strWord += '(' + treeText(pChild) + ')';
-        } else if (!pChild->tagName().isEmpty()) {
-            strWord += '/' + pChild->tagName();
-        }
-        words.append(strWord);
-    }
-    return words.join(' ');
-}
-
 struct Build
 {
     explicit Build(const QByteArray &elements)
@@ -53,7 +36,7 @@ struct Build
         builder.GenerateDomElementMap(document.documentElement());
         builder.createItems(document, &view);
     }
-    QString text() const { return treeText(builder.rootItem()); }
+    QString text() const { return rowsText(builder.rootItem()); }
 
     NotifyRecorder view;
     QDomDocument document;
@@ -76,18 +59,11 @@ private slots:
 
 void tst_featuretreebuilder::tree_data()
 {
-    QTest::addColumn<QString>("categories");
-    QTest::addColumn<QByteArray>("nodes");
-    QTest::addColumn<QString>("tree");
-    QTest::addColumn<QString>("names");
-    QTest::addColumn<QString>("parents");
-    const auto row = [](const char *fault, const char *categories, const char *nodes,
-                        const char *tree, const char *names, const char *parents) {
-        QTest::newRow(fault) << categories << QByteArray(nodes) << tree << names << parents;
-    };
+    const DataTable<QString, QByteArray, QString, QString, QString> row("categories", "nodes",
+                                                                        "tree", "names", "parents");
     row("no Root gives no rows", "A:a", "", "", "", "");
     row("categories nest by links, whatever their order", "B:b;Root:A,x;A:a,B",
-        "<Integer Name=\"a\"/><Float Name=\"b\"/>", "A(a/Integer B(b/Float)) x", "A a B b x",
+        "<Integer Name=\"a\"/><Float Name=\"b\"/>", "A(a:Integer B(b:Float)) x", "A a B b x",
         "A=Root B=A a=A b=B x=Root");
     row("category without a link stays out", "Root:a;Lonely:b", "", "a", "a", "a=Root");
     row("grades have no rows but keep their names",

@@ -2,14 +2,7 @@
 #include "model/CTreeFloatItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "model/CTreeStringItemValue.h"
-
-#include <QtTest>
-
-namespace {
-
-constexpr qint64 BEYOND_32_BITS = (qint64(1) << 32) + 5;
-
-} // namespace
+#include "tests/support/DataTable.h"
 
 class tst_itemvalues : public QObject
 {
@@ -22,38 +15,29 @@ private slots:
 
 void tst_itemvalues::integerText_data()
 {
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("representation");
-    QTest::addColumn<QVector<qint64>>("range"); // value, minimum, maximum
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QString>("text");
-
-    const auto row = [](const char *fault, const char *node, const char *representation,
-                        qint64 value, qint64 min, qint64 max, int kind, const char *text) {
-        QTest::newRow(fault) << QString::fromLatin1(node) << QString::fromLatin1(representation)
-                             << QVector<qint64>{value, min, max} << kind
-                             << QString::fromLatin1(text);
-    };
+    // The range is value, minimum, maximum.
+    const DataTable<QString, QString, QVector<qint64>, int, QString> row("node", "representation",
+                                                                         "range", "kind", "text");
     const qint64 top = std::numeric_limits<qint64>::max();
-    row("never read", "N", "", -1, -1, -1, 2, "-1");
-    row("below the minimum shows the minimum", "N", "", 5, 10, 20, 2, "10");
-    row("range upside down: the maximum wins from the minimum on", "N", "", 15, 10, 3, 2, "3");
-    row("64 bits survive", "N", "PureNumber", BEYOND_32_BITS, 0, top, 2, "4294967301");
-    row("hexadecimal", "N", "HexNumber", 31, 0, 255, 3, "0x1F");
-    row("address by representation", "N", "IPV4Address", 0xC0A80001, 0, top, 4, "192.168.0.1");
-    row("mask name beats MAC representation", "GevPersistentSubnetMask", "MACAddress", 0xFF000000,
-        0, top, 5, "255.0.0.0");
-    row("MAC by name", "GevMACAddress", "HexNumber", 0x0A0B0C0D0E0F, 0, top, 6,
+    row("never read", "N", "", {-1, -1, -1}, 2, "-1");
+    row("below the minimum shows the minimum", "N", "", {5, 10, 20}, 2, "10");
+    row("range upside down: the maximum wins from the minimum on", "N", "", {15, 10, 3}, 2, "3");
+    row("64 bits survive", "N", "PureNumber", {0x100000005, 0, top}, 2, "4294967301");
+    row("hexadecimal", "N", "HexNumber", {31, 0, 255}, 3, "0x1F");
+    row("address by representation", "N", "IPV4Address", {0xC0A80001, 0, top}, 4, "192.168.0.1");
+    row("mask name beats MAC representation", "GevPersistentSubnetMask", "MACAddress",
+        {0xFF000000, 0, top}, 5, "255.0.0.0");
+    row("MAC by name", "GevMACAddress", "HexNumber", {0x0A0B0C0D0E0F, 0, top}, 6,
         "0A:0B:0C:0D:0E:0F");
-    row("MAC name without representation is decimal", "GevMACAddress", "", 7, 0, 9, 2, "7");
+    row("MAC name without representation is decimal", "GevMACAddress", "", {7, 0, 9}, 2, "7");
 }
 
 void tst_itemvalues::integerText()
 {
-    QFETCH(QVector<qint64>, range);
-    CTreeIntergerItemValue value;
     QFETCH(QString, node);
     QFETCH(QString, representation);
+    QFETCH(QVector<qint64>, range);
+    CTreeIntergerItemValue value;
     value.m_strNodeName = node;
     value.m_strRepresentation = representation;
     value.m_nValue = range[0];

@@ -3,8 +3,7 @@
 #include "model/CTreeEnumationItemValue.h"
 #include "model/CTreeIntergerItemValue.h"
 #include "tests/model/NotifyRecorder.h"
-
-#include <QtTest>
+#include "tests/support/DataTable.h"
 
 #include <thread>
 
@@ -17,6 +16,44 @@ CTreeIntergerItemValue &integerOf(const VexaPropertyTreeItem *pItem)
     return *dynamic_cast<CTreeIntergerItemValue *>(pItem->value());
 }
 
+/// Root over category A with leaf "a" and sub-category B (leaves "b" and "c"), and category P with leaf "p".
+struct Tree
+{
+    Tree()
+    {
+        for (const QString strPath : {"A", "Aa", "AB", "Bb", "Bc", "P", "Pp"}) {
+            VexaPropertyTreeItem *pItem =
+                makeItem(items.value(strPath.chopped(1), &root), strPath.right(1));
+            pItem->registerView(&view);
+            items.insert(strPath.right(1), pItem);
+        }
+    }
+    /// Names of all visible items in name order, categories first.
+    QString shown() const
+    {
+        QString strShown;
+        for (auto row = items.cbegin(); row != items.cend(); ++row) {
+            strShown += row.value()->visible() ? row.key() : QString();
+        }
+        return strShown;
+    }
+    /// Runs words of an item and "+" or "-" (recursive), "=" (shown, not recursive) or "!" (hidden, not recursive).
+    void run(const QString &strScript)
+    {
+        const QStringList words = strScript.split(' ', Qt::SkipEmptyParts);
+        for (const QString &strWord : words) {
+            const QChar what = strWord.back();
+            const bool bShow = what == '+' || what == '=';
+            const bool bRecursive = what == '+' || what == '-';
+            items.value(strWord.chopped(1))->setVisible(bShow, CAMERA, bRecursive);
+        }
+    }
+
+    NotifyRecorder view;
+    VexaPropertyTreeItem root;
+    QMap<QString, VexaPropertyTreeItem *> items;
+};
+
 } // namespace
 
 class tst_propertytreeitem : public QObject
@@ -26,10 +63,15 @@ private slots:
     void initTestCase();
     void mappingIsSymmetric();
     void endUpdateUntilTheEditorFollows();
+    void search_data();
     void search();
+    void visibility_data();
+    void visibility();
+    void drawingMode();
     void readingsOutOfOrder();
     void snapshotKeepsAllBits();
     void viewLeavesWhileTold();
+    void viewsOutliveItems();
     void viewsComeAndGoUnderWorkers();
 };
 
@@ -89,28 +131,74 @@ void tst_propertytreeitem::endUpdateUntilTheEditorFollows()
     QCOMPARE(view.take(), QString());
 }
 
+void tst_propertytreeitem::search_data()
+{
+    const DataTable<QString, QString, bool> row("language", "filter", "found");
+    row("blanks find everything", "ENG", "   ", true);
+    row("part of the node name, other case", "ENG", " OSURET ", true);
+    row("translation is not searched in English", "ENG", "Belichtung", false);
+    row("translation", "CH", "belichtung", true);
+    row("display name is not searched in the other language", "CH", "Shutter", false);
+}
+
 void tst_propertytreeitem::search()
 {
-    static const struct
-    {
-        const char *fault;
-        const char *language;
-        const char *filter;
-        bool found;
-    } rows[] = {{"blanks find everything", "ENG", "   ", true},
-                {"part of the node name, other case", "ENG", " OSURET ", true},
-                {"translation is not searched in English", "ENG", "Belichtung", false},
-                {"translation", "CH", "belichtung", true},
-                {"display name is not searched in the other language", "CH", "Shutter", false}};
+    QFETCH(QString, language);
+    QFETCH(QString, filter);
     VexaPropertyTreeItem item;
     item.value()->m_strNodeName = "ExposureTime";
     item.value()->m_strDisplayName = "Shutter";
     item.value()->m_strTranslateName = "Belichtungszeit";
-    for (const auto &row : rows) {
-        QLocalCfg::Instance()->m_strPropertyLan = row.language;
-        QVERIFY2(item.searchVisible(row.filter) == row.found, row.fault);
+    QLocalCfg::Instance()->m_strPropertyLan = language;
+    QTEST(item.searchVisible(filter), "found");
+}
+
+void tst_propertytreeitem::visibility_data()
+{
+    const DataTable<QString, QString, QString, QString> row("before", "script", "shown", "told");
+    row("same state tells nobody", "a-", "a- a!", "ABPbcp", "");
+    row("category without visible leaves hides itself", "", "b- c-", "APap",
+        "visible:b:0 visible:c:0");
+    row("one leaf brings its category back", "b- c-", "b=", "ABPabp", "visible:b:1");
+    row("branch hides leaves at every depth", "", "A-", "Pp",
+        "visible:a:0 visible:b:0 visible:c:0");
+    row("leaf under a closed branch stays hidden", "A- ", "a=", "Pp", "");
+    row("wish spoken under a closed branch counts when it opens", "a- A-", "a+ A+", "ABPabcp",
+        "visible:a:1 visible:b:1 visible:c:1");
+    row("leaf two levels down follows the upper branch", "b- A-", "A+", "ABPacp",
+        "visible:a:1 visible:c:1");
+    row("sub-branch keeps its own switch", "B- A-", "A+", "APap", "visible:a:1");
+    row("not recursive always reopens", "A-", "A!", "ABPabcp",
+        "visible:a:1 visible:b:1 visible:c:1");
+}
+
+void tst_propertytreeitem::visibility()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, script);
+    Tree tree;
+    tree.run(before);
+    tree.view.take();
+    tree.run(script);
+    QTEST(tree.shown(), "shown");
+    QTEST(tree.view.take(), "told");
+}
+
+void tst_propertytreeitem::drawingMode()
+{
+    VexaPropertyTreeItem root;
+    VexaPropertyTreeItem *pCategory = makeItem(&root, "Size");
+    for (const char *name : {"Width", "AutoFunctionAOIOffsetY", "WidthMax"}) {
+        VexaPropertyTreeItem *pItem = makeItem(pCategory, name);
+        pItem->setVisible(false, CAMERA, true);
+        ShellHost::instance()->setDrawingMode(1);
+        pItem->setVisible(true, CAMERA, true);
+        pCategory->setVisible(true, CAMERA, true);
+        QCOMPARE(pItem->visible(), QString(name) == "WidthMax");
+        ShellHost::instance()->setDrawingMode(0); // the wish counts again
+        pCategory->setVisible(true, CAMERA, true);
+        QVERIFY(pItem->visible());
     }
-    QLocalCfg::Instance()->m_strPropertyLan = "ENG";
 }
 
 void tst_propertytreeitem::readingsOutOfOrder()
@@ -195,6 +283,21 @@ void tst_propertytreeitem::viewsComeAndGoUnderWorkers()
         worker.join();
     }
     QCOMPARE(pItem->readOnly(), pPartner->readOnly());
+}
+
+void tst_propertytreeitem::viewsOutliveItems()
+{
+    NotifyRecorder recorder;
+    auto pItem = std::make_unique<VexaPropertyTreeItem>();
+    VexaPropertyTreeItem other;
+    pItem->registerView(&recorder);
+    other.registerView(&recorder);
+    VexaPropertyTreeItem *const pGone = pItem.get();
+    pItem.reset();
+    VexaPropertyTreeItem::removeViewFrom(pGone, &recorder);
+    VexaPropertyTreeItem::removeViewFrom(&other, &recorder);
+    other.setReadOnly(1, false);
+    QCOMPARE(recorder.take(), QString());
 }
 
 QTEST_GUILESS_MAIN(tst_propertytreeitem)

@@ -3,15 +3,14 @@
 #include "model/CustomItemValues.h"
 #include "model/CustomNodeNames.h"
 #include "model/PortableNodeNames.h"
-#include "tests/model/NotifyRecorder.h"
 #include "tests/model/PageFixture.h"
 #include "tests/model/PageTexts.h"
+#include "tests/support/DataTable.h"
 #include "tree/QGetFeaturesThread.h"
 
 #include <QCheckBox>
 #include <QPointer>
 #include <QRegularExpression>
-#include <QtTest>
 
 namespace {
 
@@ -45,7 +44,7 @@ class tst_steppages : public QObject
 private slots:
     void initTestCase() { m_pFixture = std::make_unique<ModuleFixture>(); }
     void cleanup();
-    void cleanupTestCase();
+    void cleanupTestCase() { m_pFixture.reset(); }
     void rules_data();
     void rules();
     void segments_data();
@@ -54,7 +53,6 @@ private slots:
     void nestsSoFar();
     void portableNames_data();
     void portableNames();
-    void hintSettlesThePlatform();
     void rowsFollowTheirFeature();
     void changesTheKindOfALiveRow();
     void oneItemOnTwoViews();
@@ -63,7 +61,6 @@ private slots:
     void tornDown_data();
     void tornDown();
     void cameraGoesAndComesBack();
-    void viewsOutliveItems();
 
 private:
     using Device = SimulatedDevices::Simulated;
@@ -84,14 +81,6 @@ void tst_steppages::cleanup()
         fixture().close(m_camera);
         m_camera = {};
     }
-}
-
-void tst_steppages::cleanupTestCase()
-{
-    if (m_reader.tree) {
-        fixture().close(m_reader);
-    }
-    m_pFixture.reset();
 }
 
 ModuleFixture::Camera &tst_steppages::open(ModuleFixture::Camera &camera, const Device &device)
@@ -118,7 +107,7 @@ ModuleFixture::Camera &tst_steppages::reader()
     return open(m_reader, SimulatedDevices::builtIn("code-reader"));
 }
 
-/// What is caught | the nodes of the device | the page description | the rows that come of it.
+/// What is caught | the nodes of the device | a hint of its platform, and the page description | the rows that come of it.
 const char *const RULES = R"(
 a missing feature leaves no row | i:A=1 | P(A B) | P(A:Integer)
 empty pages stay | i:A=1 | P(B) Q(A) | P() Q(A:Integer)
@@ -148,17 +137,17 @@ screen | e:ScreenHomepage=A,B,C | P(ScreenHomepage) | P(Custom_ScreenHomepage:Cu
 rows of devices that lack the node | i:A=1 | P(RegularExpressionRules ScreenHomepage TcpFormatString Node_CodeNum Node_ Node_Nothing Custom_LightingSelector LightEnable) | P()
 a custom row of the host's own | i:A=1 | P(Custom_Anything) | P(Custom_Anything+)
 format and trigger | s:TcpFormatString= e:TcpFormatSourceData=a,b s:TcpStartTriggerHex= | P(TcpFormatString TcpStartTriggerHex) | P(Custom_TcpFormatString:CustomFormatTextEdit+ Custom_TcpStartTriggerHex:CustomFormatTextEdit+)
+a name of both generations settles for the older | i:LocBarNum=1 i:ReverseX=0 i:MirrorX=0 i:FlashMode=1 | P(Node_CodeNum Node_MirrorX) | P(LocBarNum:Integer ReverseX:Integer)
+unless a hint tells the newer | i:LocBarNum=1 i:ReverseX=0 i:MirrorX=0 i:FlashMode=1 | Node_FlashMode: P(Node_CodeNum Node_MirrorX) | P(LocBarNum:Integer MirrorX:Integer)
 generations mixed | i:Line0Glitch=1 i:CounterValue=2 i:LocBarNum=3 | P(Node_LineDebouncerTime Node_CountNumber Node_CodeNum) | P(Line0Glitch:Integer CounterValue:Integer LocBarNum:Integer)
 )";
 
 void tst_steppages::rules_data()
 {
-    QTest::addColumn<QString>("nodes");
-    QTest::addColumn<QString>("page");
-    QTest::addColumn<QString>("rows");
+    const DataTable<QString, QString, QString> row("nodes", "page", "rows");
     for (const QString &strRow : QString(RULES).split('\n', Qt::SkipEmptyParts)) {
         const QStringList cells = strRow.split(" | ");
-        QTest::newRow(qPrintable(cells.at(0))) << cells.at(1) << cells.at(2) << cells.at(3);
+        row(qPrintable(cells.at(0)), cells.at(1), cells.at(2), cells.at(3));
     }
 }
 
@@ -167,7 +156,8 @@ void tst_steppages::rules()
     QFETCH(QString, nodes);
     QFETCH(QString, page);
     const auto &camera = open(nodes);
-    TestPages pages(pagesOf(page));
+    TestPages pages(pagesOf(page.section(": ", -1)));
+    pages.m_strHint = page.section(": ", 0, -2);
     pages.setCameraID(camera.id);
     QTEST(pages.text(), "rows");
     // Rows of the page's own can be used as far as their feature can.
@@ -191,16 +181,9 @@ void tst_steppages::rules()
 
 void tst_steppages::segments_data()
 {
-    QTest::addColumn<QString>("entries");
-    QTest::addColumn<int>("type");
-    QTest::newRow("three") << "Up,Mid,Down" << 2;
-    QTest::newRow("three and all") << "Up,Mid,Down,ALL" << 2;
-    QTest::newRow("four") << "Up,Down,Left,Right" << 0;
-    QTest::newRow("four and all") << "Left,Up,Right,Down,All" << 0;
-    QTest::newRow("six and all") << "Up_Left,Up_Mid,Up_Right,Down_Right,Down_Mid,Down_Left,all"
-                                 << 1;
-    QTest::newRow("six") << "Up_Left,Up_Mid,Up_Right,Down_Right,Down_Mid,Down_Left" << 1;
-    QTest::newRow("no picture for five") << "A,B,C,D,E" << 0;
+    const DataTable<QString, int> row("entries", "type");
+    row("all is none of them", "Up,Mid,Down,ALL", 2);
+    row("no picture for five", "A,B,C,D,E", 0);
 }
 
 void tst_steppages::segments()
@@ -274,9 +257,9 @@ void tst_steppages::nestsSoFar()
 
 void tst_steppages::portableNames_data()
 {
-    QTest::addColumn<QString>("platform");
-    QTest::newRow("code-reader") << "QH";
-    QTest::newRow("code-reader-older") << "QX";
+    const DataTable<QString> row("platform");
+    row("code-reader", "QH");
+    row("code-reader-older", "QX");
 }
 
 void tst_steppages::portableNames()
@@ -305,22 +288,6 @@ void tst_steppages::portableNames()
     }
     QCOMPARE(attached, expected);
     QCOMPARE(pages.platform(), platform);
-}
-
-void tst_steppages::hintSettlesThePlatform()
-{
-    // "LocBarNum" is a name of both generations: without a hint the older one would be taken.
-    const ModuleFixture::Camera &camera =
-        open("i:LocBarNum=1 i:ReverseX=0 i:MirrorX=0 i:FlashMode=1");
-    for (const char *pHint : {"", "Node_FlashMode"}) {
-        TestPages pages(pagesOf("P(Node_CodeNum Node_MirrorX)"));
-        pages.m_strHint = pHint;
-        pages.setCameraID(camera.id);
-        QCOMPARE(pages.platform(), QString(*pHint ? "QH" : "QX"));
-        QCOMPARE(pages.text(),
-                 QString(*pHint ? "P(LocBarNum:Integer MirrorX:Integer)"
-                                : "P(LocBarNum:Integer ReverseX:Integer)"));
-    }
 }
 
 void tst_steppages::rowsFollowTheirFeature()
@@ -457,9 +424,9 @@ void tst_steppages::pagesOfOneIndexDoNotRob()
 
 void tst_steppages::tornDown_data()
 {
-    QTest::addColumn<QString>("camera");
+    const DataTable<QString> row("camera");
     for (const char *pCamera : {"stays", "goes first", "goes meanwhile", "goes last"}) {
-        QTest::newRow(pCamera) << pCamera;
+        row(pCamera, pCamera);
     }
 }
 
@@ -542,21 +509,6 @@ void tst_steppages::cameraGoesAndComesBack()
     QCOMPARE(pages.treeView()->model()->rowCount(), 0);
     fixture().host().closeCamera(m_camera.id);
     m_camera = {};
-}
-
-void tst_steppages::viewsOutliveItems()
-{
-    NotifyRecorder recorder;
-    auto pItem = std::make_unique<VexaPropertyTreeItem>();
-    VexaPropertyTreeItem other;
-    pItem->registerView(&recorder);
-    other.registerView(&recorder);
-    VexaPropertyTreeItem *const pGone = pItem.get();
-    pItem.reset();
-    VexaPropertyTreeItem::removeViewFrom(pGone, &recorder);
-    VexaPropertyTreeItem::removeViewFrom(&other, &recorder);
-    other.setReadOnly(1, false);
-    QCOMPARE(recorder.take(), QString());
 }
 
 QTEST_MAIN(tst_steppages)

@@ -1,10 +1,10 @@
 #include "DeviceTaskModule/NodeValues.h"
 #include "shell/PollingRoles.h"
+#include "tests/support/DataTable.h"
 #include "tests/support/ModuleFixture.h"
 
 #include <QDateTime>
 #include <QStandardItemModel>
-#include <QtTest>
 
 namespace {
 
@@ -87,15 +87,8 @@ void tst_pollingrows::initTestCase()
 
 void tst_pollingrows::writesGoToTheSelectedSet_data()
 {
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<int>("set");
-    QTest::addColumn<int>("sets");
-    QTest::addColumn<QString>("touched");
-    const auto row = [](const char *title, const char *node, const char *value, int set, int sets,
-                        const char *touched) {
-        QTest::newRow(title) << QString(node) << QString(value) << set << sets << QString(touched);
-    };
+    const DataTable<QString, QString, int, int, QString> row("node", "value", "set", "sets",
+                                                             "touched");
     row("text", "PollingParamName", "near", 2, 4, "0,2 near; 0,4 today");
     row("light of the segment", "PollingLightEnable", "1", 3, 4, "2,3 1; 2,4 today; 4,3  [2]1");
     row("action of the line", "PollingIOAction", "3", 1, 4, "3,1 3; 3,4 today; 5,1  [1]3");
