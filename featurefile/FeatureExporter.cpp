@@ -216,51 +216,49 @@ FeatureExporter::Step FeatureExporter::exportTurn(const QString &name, const QDo
                                                   FeatureFileWriter &writer)
 {
     bool noLength = false;
-    const bool isSelected = m_context.collectSelectors(name);
-    if (isSelected && dump(name, writer, &noLength)) {
-        return Step::Next;
-    }
-    if (m_job.isStopped()) {
-        return Step::End;
-    }
-    if (!noLength) {
-        QString text;
-        int error = 0;
-        bool isExact = true;
-        const QString tag = element.tagName();
-        const PlainValue::Outcome outcome =
-            PlainValue::read(m_pTask, tag, name, &text, &error, &isExact);
-        if (outcome == PlainValue::Outcome::Done) {
-            writer.addFeature(name, tag, text);
-            if (!isExact) {
-                const bool isFloat = tag == QLatin1String("Float");
-                m_report.remarks.append(
-                    {name, isFloat ? FeatureFileReason::FewDigits : FeatureFileReason::TooLarge,
-                     text});
-            }
-            remarkOnSelection(name, QString());
-            return Step::Next;
-        }
-        if (outcome == PlainValue::Outcome::NoMemory) {
-            m_report.failure = FeatureFileFailure::Memory;
+    QString remark;
+    bool isDone = m_context.collectSelectors(name) && dump(name, writer, &noLength);
+    if (!isDone && !noLength && !m_job.isStopped()) {
+        if (exportValue(name, element.tagName(), writer, &isDone, &remark) == Step::End) {
             return Step::End;
         }
-        if (outcome == PlainValue::Outcome::Failed && !FeatureFileRules::isHarmless(error)) {
-            return endAt(name);
-        }
-        const QString remark =
-            outcome == PlainValue::Outcome::Failed ? m_pTask->GetLastErrorRemark() : QString();
-        if (dump(name, writer, &noLength)) {
-            return Step::Next;
-        }
-        if (!noLength) {
-            m_report.leftOut.append({name, FeatureFileReason::Unreadable, remark});
-        }
+        isDone = isDone || dump(name, writer, &noLength);
     }
     if (noLength) {
         m_report.leftOut.append({name, FeatureFileReason::NoLength, QString()});
+    } else if (!isDone) {
+        m_report.leftOut.append({name, FeatureFileReason::Unreadable, remark});
     }
     return m_job.isStopped() ? Step::End : Step::Next;
+}
+
+FeatureExporter::Step FeatureExporter::exportValue(const QString &name, const QString &tag,
+                                                   FeatureFileWriter &writer, bool *isDone,
+                                                   QString *remark)
+{
+    QString text;
+    int error = 0;
+    bool isExact = true;
+    switch (PlainValue::read(m_pTask, tag, name, &text, &error, &isExact)) {
+    case PlainValue::Outcome::Done:
+        *isDone = true;
+        writer.addFeature(name, tag, text);
+        if (!isExact) {
+            const bool isFloat = tag == QLatin1String("Float");
+            m_report.remarks.append(
+                {name, isFloat ? FeatureFileReason::FewDigits : FeatureFileReason::TooLarge, text});
+        }
+        remarkOnSelection(name, QString());
+        return Step::Next;
+    case PlainValue::Outcome::NoMemory:
+        m_report.failure = FeatureFileFailure::Memory;
+        return Step::End;
+    case PlainValue::Outcome::Failed:
+        *remark = m_pTask->GetLastErrorRemark();
+        return FeatureFileRules::isHarmless(error) ? Step::Next : endAt(name);
+    default:
+        return Step::Next;
+    }
 }
 
 /// A selector that stands in a register of the device is not walked through.

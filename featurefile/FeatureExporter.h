@@ -31,6 +31,9 @@ private:
     bool isConditionMet(const QString &node, Step *step);
     int pollingTurns(Step *step);
     bool selectPollingParameter(int turn, const QString &name, Step *step);
+    /// `isDone` tells whether the value is in the file, `remark` what the device said when it is not.
+    Step exportValue(const QString &name, const QString &tag, FeatureFileWriter &writer,
+                     bool *isDone, QString *remark);
     bool dump(const QString &name, FeatureFileWriter &writer, bool *noLength);
     void remarkOnSelection(const QString &name, const QString &text);
     void remarkOnText(const FeatureFileWriter &writer);

@@ -66,7 +66,8 @@ bool FeatureFileWriter::comesBack(const Group &group, const FeatureFileDocument 
             && read.value == group.value;
     }
     // Blanks of formulas are not kept apart in attributes.
-    return complexOf(read).simplified() == m_text.mid(group.begin, group.length).simplified();
+    return read.name == group.name
+        && complexOf(read).simplified() == m_text.mid(group.begin, group.length).simplified();
 }
 
 QVector<FeatureFileWriter::Culprit> FeatureFileWriter::culprits() const

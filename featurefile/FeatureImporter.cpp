@@ -61,7 +61,7 @@ bool FeatureImporter::end(quint32 result)
     return false;
 }
 
-bool FeatureImporter::isGone(int error)
+bool FeatureImporter::noteGone(int error)
 {
     m_bGone = m_bGone || FeatureFileRules::isGone(error);
     return m_bGone;
@@ -115,7 +115,7 @@ bool FeatureImporter::boardMatches(const FeatureFileDocument &document)
     int error = 0;
     _NODE_INT_VALUE_ board = {};
     const bool done = m_pTask->GetIntegerValue(tag, &board, &error, true, false) && error == 0;
-    return !isGone(error) && done && document.header.value(tag) == QString::number(board.value);
+    return !noteGone(error) && done && document.header.value(tag) == QString::number(board.value);
 }
 
 bool FeatureImporter::firmwareMatches(const FeatureFileDocument &document)
@@ -124,7 +124,7 @@ bool FeatureImporter::firmwareMatches(const FeatureFileDocument &document)
     QString firmware;
     int error = 0;
     if (!FeatureFileRules::readFirmware(m_pTask, &tag, &firmware, &error)) {
-        isGone(error);
+        noteGone(error);
         return false;
     }
     return document.header.contains(tag) && document.header.value(tag) == firmware;
@@ -197,7 +197,7 @@ bool FeatureImporter::holdsAlready(const QString &name, const QString &type, con
     QString deviceText;
     int error = 0;
     const PlainValue::Outcome outcome = PlainValue::read(m_pTask, type, name, &deviceText, &error);
-    return isGone(error) || (outcome == PlainValue::Outcome::Done && deviceText == value);
+    return noteGone(error) || (outcome == PlainValue::Outcome::Done && deviceText == value);
 }
 
 /// Of entries that are never applied, where the device is not as they say; also of types that no sweep takes.
@@ -240,7 +240,7 @@ int FeatureImporter::setFeatureIntoDevice(const QString &name, const QString &ty
     QString deviceText;
     int error = 0;
     const PlainValue::Outcome outcome = PlainValue::read(m_pTask, type, name, &deviceText, &error);
-    if (outcome == PlainValue::Outcome::NoMemory || isGone(error)) {
+    if (outcome == PlainValue::Outcome::NoMemory || noteGone(error)) {
         return 0;
     }
     const bool isRead = outcome == PlainValue::Outcome::Done;
@@ -272,7 +272,7 @@ void FeatureImporter::writePlain(const QString &name, const QString &type, const
         break;
     default:
         noteRefused(name, FeatureFileReason::Refused, m_pTask->GetLastErrorRemark());
-        isGone(*error);
+        noteGone(*error);
         break;
     }
     ++m_nChangedCount;
@@ -283,7 +283,7 @@ bool FeatureImporter::compareByRegisters(const QString &name, const QString &typ
 {
     int error = 0;
     const int mode = m_pTask->GetAccessMode(name, &error);
-    if (isGone(error) || mode != NODE_NA) {
+    if (noteGone(error) || mode != NODE_NA) {
         return false;
     }
     bool isNodeValue = false;

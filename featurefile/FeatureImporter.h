@@ -45,7 +45,7 @@ private:
     void tellOfUnsettled(const FeatureFileDocument &document);
 
     bool importRegisters(const FeatureFileEntry &entry);
-    bool isRegisterWritable(const QString &node, int *mode);
+    bool isRegisterWritable(const QString &node);
     bool prepareBuffer(const FeatureFileEntry &entry, qint64 *length);
     void tellOfUnwritable(const FeatureFileEntry &entry);
     static bool differs(const FeatureFileRegister &row, const QString &deviceWords);
@@ -62,8 +62,9 @@ private:
     bool hasTaken(const QString &name, qint64 address, qint64 length);
 
     bool end(quint32 result);
-    /// Ends the job when the device has gone; an access that failed for another reason leaves it alone.
-    bool isGone(int error);
+    /// Takes in whether the device has gone, which ends the job; another reason for a failed access does not. Answers
+    /// whether it has.
+    bool noteGone(int error);
     void differ(const QString &name, const QString &category, const QString &fileValue,
                 const QString &deviceValue);
     void noteWritten(const QString &name);

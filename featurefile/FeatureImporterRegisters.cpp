@@ -23,11 +23,11 @@ bool parse(const QString &text, qint64 most, qint64 *number)
 
 } // namespace
 
-bool FeatureImporter::isRegisterWritable(const QString &node, int *mode)
+bool FeatureImporter::isRegisterWritable(const QString &node)
 {
     int error = 0;
-    *mode = m_pTask->GetAccessMode(node, &error);
-    return !isGone(error) && error == 0 && (*mode == NODE_WO || *mode == NODE_RW);
+    const int mode = m_pTask->GetAccessMode(node, &error);
+    return !noteGone(error) && error == 0 && (mode == NODE_WO || mode == NODE_RW);
 }
 
 bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
@@ -35,8 +35,7 @@ bool FeatureImporter::importRegisters(const FeatureFileEntry &entry)
     if (exclusionOf(entry)) {
         return true;
     }
-    int mode = 0;
-    if (!entry.reg.isEmpty() && !isRegisterWritable(entry.reg, &mode)) {
+    if (!entry.reg.isEmpty() && !isRegisterWritable(entry.reg)) {
         m_unwritable.insert(&entry);
         return !m_bGone;
     }
@@ -132,7 +131,7 @@ bool FeatureImporter::readRegister(const FeatureFileRegister &row, qint64 length
     if (!m_pTask->ReadMemory(address, words, length, &error)) {
         qCritical().noquote() << QStringLiteral("SetValueFromReg  failed:%1 addr:%2")
                                      .arg(m_pTask->GetLastErrorRemark(), row.address);
-        if (isGone(error) || !misaligned
+        if (noteGone(error) || !misaligned
             || !RegisterWords::readAcross(address, words, [this](qint64 at, quint32 *word) {
                    return m_pTask->ReadMemory(at, word, WORD, nullptr);
                })) {
@@ -222,7 +221,7 @@ void FeatureImporter::writeRegister(const FeatureFileEntry &entry, const Feature
     qCritical().noquote()
         << QStringLiteral("SetValueFromReg  failed:%1 addr:%2").arg(remark, row.address);
     noteRefused(entry.name + row.variables, FeatureFileReason::Refused, remark);
-    if (!isGone(error) && (m_nPass == 0 || !hasTaken(entry.name, address, length))) {
+    if (!noteGone(error) && (m_nPass == 0 || !hasTaken(entry.name, address, length))) {
         ++m_nFailCount;
     }
 }
@@ -235,6 +234,5 @@ bool FeatureImporter::hasTaken(const QString &name, qint64 address, qint64 lengt
         && word == *m_buffer.data()) {
         return true;
     }
-    int mode = 0;
-    return !isRegisterWritable(name, &mode);
+    return !isRegisterWritable(name);
 }

@@ -17,8 +17,7 @@ class VexaFeatureImExThread : public QThread
 {
     Q_OBJECT
 public:
-    /// Numbers of the jobs. For the even ones of the first six and their partners `path` is a file, for the others
-    /// what their line says.
+    /// Numbers of the jobs. Their `path` is a file where no line says otherwise.
     enum Operation : unsigned int {
         OPERATION_TASK_SAVE = 0, ///< the task's own file
         OPERATION_TASK_LOAD = 1,

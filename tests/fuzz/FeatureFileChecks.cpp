@@ -5,39 +5,29 @@
 #include "featurefile/FeatureFileFormat.h"
 #include "featurefile/FeatureFileWriter.h"
 #include "featurefile/FeatureImporter.h"
+#include "model/ElementWalk.h"
 
+#include <QDomDocument>
 #include <QSet>
 
 #include <algorithm>
 
 namespace {
 
-/// Depth of the elements of a text without comments and the like, -1 for others; no XML parser.
+/// Depth of the elements as another parser sees them, 0 for a text that it refuses.
 int depthOf(const QString &text)
 {
+    QDomDocument document;
+    document.setContent(text);
+    const QDomElement root = document.documentElement();
     int deepest = 0;
-    int depth = 0;
-    for (int begin = text.indexOf(QLatin1Char('<')); begin >= 0;
-         begin = text.indexOf(QLatin1Char('<'), begin + 1)) {
-        const QChar kind = text.at(begin + 1);
-        if (kind == QLatin1Char('!')) {
-            return -1;
+    for (QDomElement element = root; !element.isNull();
+         element = ElementWalk::next(element, root)) {
+        int depth = 0;
+        for (QDomNode node = element; node.isElement(); node = node.parentNode()) {
+            ++depth;
         }
-        if (kind == QLatin1Char('/') || kind == QLatin1Char('?')) {
-            depth -= kind == QLatin1Char('/') ? 1 : 0;
-            continue;
-        }
-        deepest = std::max(deepest, ++depth);
-        int end = begin;
-        for (QChar quote; quote != QChar() || text.at(end) != QLatin1Char('>'); ++end) {
-            const QChar c = text.at(end);
-            if (quote == QChar() && (c == QLatin1Char('"') || c == QLatin1Char('\''))) {
-                quote = c;
-            } else if (c == quote) {
-                quote = QChar();
-            }
-        }
-        depth -= text.at(end - 1) == QLatin1Char('/') ? 1 : 0;
+        deepest = std::max(deepest, depth);
     }
     return deepest;
 }
@@ -69,11 +59,13 @@ bool isWritten(const FeatureFileEntry &entry)
 bool isSame(const FeatureFileEntry &a, const FeatureFileEntry &b)
 {
     return a.isComplex == b.isComplex && a.name == b.name && a.type == b.type && a.value == b.value
-        && a.reg == b.reg && a.length.toLongLong() == b.length.toLongLong()
+        && a.reg.simplified() == b.reg.simplified()
+        && a.length.toLongLong() == b.length.toLongLong()
         && std::equal(a.registers.cbegin(), a.registers.cend(), b.registers.cbegin(),
                       b.registers.cend(),
                       [](const FeatureFileRegister &x, const FeatureFileRegister &y) {
-                          return x.address == y.address && x.variables == y.variables
+                          return x.address == y.address
+                              && x.variables.simplified() == y.variables.simplified()
                               && x.text == y.text && x.to.toUInt() == y.to.toUInt()
                               && x.from.simplified() == y.from.simplified();
                       });

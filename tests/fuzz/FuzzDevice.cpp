@@ -5,8 +5,7 @@
 
 #include <QStringList>
 
-#include <algorithm>
-#include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -183,17 +182,14 @@ bool FuzzDevice::access(qint64 address, qint64 length, void *read, const void *w
     if (address < 0 || length <= 0 || length > MEMORY_END - address || !isAligned || m_budget < 0) {
         return fail(NO_SUCH_ADDRESS, error);
     }
-    for (qint64 done = 0; done < length;) {
-        const qint64 place = (address + done) % MEMORY_SIZE;
-        const qint64 part = std::min(length - done, MEMORY_SIZE - place);
-        char *memory = m_memory.data() + place;
+    char *memory = m_memory.data();
+    for (qint64 done = 0; done < length; ++done) {
+        char &byte = memory[(address + done) % MEMORY_SIZE];
         if (read) {
-            std::memcpy(static_cast<char *>(read) + done, memory, static_cast<std::size_t>(part));
+            static_cast<char *>(read)[done] = byte;
         } else {
-            std::memcpy(memory, static_cast<const char *>(written) + done,
-                        static_cast<std::size_t>(part));
+            byte = static_cast<const char *>(written)[done];
         }
-        done += part;
     }
     if (error) {
         *error = 0;
@@ -303,11 +299,8 @@ bool QCameraTask::GetIntegerValue(const QString &name, _NODE_INT_VALUE_ *out, in
 bool QCameraTask::GetFloatValue(const QString &name, _NODE_FLOAT_VALUE_ *out, int *error, bool,
                                 bool)
 {
-    if (!d->device->beginRead(name, error)) {
-        return false;
-    }
-    out->value = d->device->valueOf(name).toFloat();
-    return true;
+    return d->device->beginRead(name, error)
+        && (out->value = d->device->valueOf(name).toFloat(), true);
 }
 
 bool QCameraTask::GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *out, int *error, bool,
@@ -330,21 +323,14 @@ bool QCameraTask::GetEnumerationValue(const QString &name, _NODE_ENUM_VALUE_ *ou
 
 bool QCameraTask::GetBooleanValue(const QString &name, bool *out, int *error, bool, bool)
 {
-    if (!d->device->beginRead(name, error)) {
-        return false;
-    }
-    *out = d->device->valueOf(name).toLongLong() > 0;
-    return true;
+    return d->device->beginRead(name, error)
+        && (*out = d->device->valueOf(name).toLongLong() > 0, true);
 }
 
 bool QCameraTask::GetStringValue(const QString &name, QString *out, qint64 *, int *error, bool,
                                  bool)
 {
-    if (!d->device->beginRead(name, error)) {
-        return false;
-    }
-    *out = d->device->valueOf(name);
-    return true;
+    return d->device->beginRead(name, error) && (*out = d->device->valueOf(name), true);
 }
 
 bool QCameraTask::SetIntegerValue(const QString &name, qint64 value, int *error)

@@ -49,16 +49,13 @@ void askEverything(FuzzJob &fuzz, EvalContext &context, const QString &name)
     const auto isBounded = [&fuzz](const EvalResults &results) {
         return results.size() <= fuzz.job().limits.combinations;
     };
-    limited(fuzz, context, name, [&] {
-        EvalResults values;
-        context.getValue(element, values);
-        require(isBounded(values), "values have a limit");
-    });
-    limited(fuzz, context, name, [&] {
-        EvalResults values;
-        context.getIntValue(element, values);
-        require(isBounded(values), "values have a limit");
-    });
+    for (const auto ask : {&EvalContext::getValue, &EvalContext::getIntValue}) {
+        limited(fuzz, context, name, [&] {
+            EvalResults values;
+            (context.*ask)(element, values);
+            require(isBounded(values), "values have a limit");
+        });
+    }
     limited(fuzz, context, name, [&] {
         QDomElement converter;
         const QDomElement reg = context.findRegElement(element, &converter);

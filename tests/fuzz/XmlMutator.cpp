@@ -1,12 +1,12 @@
 #include "FuzzTarget.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QVector>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <random>
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t maxSize);
@@ -78,41 +78,13 @@ public:
 
     QByteArray apply()
     {
-        static const char *const TEXTS[] = {"0",
-                                            "1",
-                                            "-1",
-                                            "2",
-                                            "4",
-                                            "8",
-                                            "63",
-                                            "64",
-                                            "200",
-                                            "0xFFFFFFFFFFFFFFFF",
-                                            "9223372036854775807",
-                                            "-9223372036854775808",
-                                            "18446744073709551616",
-                                            "4294967300",
-                                            "1e308",
-                                            "NaN",
-                                            "-INF",
-                                            "",
-                                            " ",
-                                            "abc",
-                                            "N",
-                                            "One",
-                                            "Device",
-                                            "TO/0",
-                                            "A%B",
-                                            "A&lt;&lt;B",
-                                            "(A=0)?5:(1/A)",
-                                            "A**B",
-                                            "~A",
-                                            "ROUND(A,B)",
-                                            "BigEndian",
-                                            "Signed",
-                                            "RO",
-                                            "WO",
-                                            "RW"};
+        static const QList<QByteArray> TEXTS =
+            QByteArray(
+                "0|1|-1|2|4|8|63|64|200|0xFFFFFFFFFFFFFFFF|9223372036854775807|"
+                "-9223372036854775808|18446744073709551616|4294967300|1e308|NaN|-INF|| |abc|"
+                "N|One|Device|TO/0|A%B|A&lt;&lt;B|(A=0)?5:(1/A)|A**B|~A|ROUND(A,B)|BigEndian|"
+                "Signed|RO|WO|RW")
+                .split('|');
         constexpr unsigned int ATTRIBUTES_OF_ALL = 4;
         const bool isAttribute = !m_attributes.isEmpty() && m_random() % ATTRIBUTES_OF_ALL == 0;
         if (isAttribute) {
@@ -123,7 +95,9 @@ public:
                 return with(value.text, value.textEnd,
                             m_xml.mid(source.text, source.textEnd - source.text));
             case 1:
-                return with(value.text, value.textEnd, TEXTS[m_random() % std::size(TEXTS)]);
+                return with(
+                    value.text, value.textEnd,
+                    TEXTS.at(static_cast<int>(m_random() % static_cast<unsigned>(TEXTS.size()))));
             default:
                 return with(value.text, value.textEnd,
                             escaped(mutated(m_xml.mid(value.text, value.textEnd - value.text))));
@@ -136,7 +110,9 @@ public:
         case 0: // the text of another element: references that lead elsewhere, circles
             return with(leaf.text, leaf.textEnd, m_xml.mid(other.text, other.textEnd - other.text));
         case 1:
-            return with(leaf.text, leaf.textEnd, TEXTS[m_random() % std::size(TEXTS)]);
+            return with(
+                leaf.text, leaf.textEnd,
+                TEXTS.at(static_cast<int>(m_random() % static_cast<unsigned>(TEXTS.size()))));
         case 2:
             return with(leaf.start, leaf.end, {});
         case 3:
