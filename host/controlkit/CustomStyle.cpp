@@ -323,7 +323,11 @@ QRect CustomStyle::subElementRect(SubElement element, const QStyleOption *option
         frame && element == SE_LineEditContents) {
         return visualRect(frame->direction, frame->rect, StyleInputs::lineContents(frame));
     }
-    const QRect place = QProxyStyle::subElementRect(element, option, widget);
+    QRect place = QProxyStyle::subElementRect(element, option, widget);
+    if (element == SE_HeaderLabel) {
+        place.setTop(option->rect.top());
+        place.setBottom(option->rect.bottom());
+    }
     const bool box = element == SE_CheckBoxIndicator || element == SE_RadioButtonIndicator;
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
     // Letters stand a little below the middle of their line.

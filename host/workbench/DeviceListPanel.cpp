@@ -314,7 +314,7 @@ void DeviceListPanel::updateButtons()
 
 void DeviceListPanel::enable(CustomPushButton *button, bool possible)
 {
-    if (!possible && button->hasFocus()) {
+    if (!possible && window()->focusWidget() == button) {
         // Qt would hand it to the language box, where the next key changes the language.
         m_pList->setFocus();
     }

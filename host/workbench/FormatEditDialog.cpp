@@ -146,6 +146,7 @@ void FormatEditDialog::fillCharacters()
                                               workbenchText("lang_workbench_hexadecimal")});
     m_pCharacters->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_pCharacters->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_pCharacters->verticalHeader()->setMinimumSectionSize(ROW_HEIGHT);
     m_pCharacters->verticalHeader()->setDefaultSectionSize(ROW_HEIGHT);
     for (int nCode = nFirst; nCode <= nLast; ++nCode) {
         const QString strHex = QStringLiteral("%1").arg(nCode, 2, 16, QLatin1Char('0')).toUpper();

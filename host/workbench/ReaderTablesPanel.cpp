@@ -30,6 +30,7 @@ QTableView *makeTable(const char *objectName, QWidget *parent)
     table->setShowGrid(false);
     table->setAlternatingRowColors(true);
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setMinimumSectionSize(ROW_HEIGHT);
     table->verticalHeader()->setDefaultSectionSize(ROW_HEIGHT);
     table->horizontalHeader()->setHighlightSections(false);
     table->verticalHeader()->setHighlightSections(false);
