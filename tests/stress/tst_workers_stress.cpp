@@ -1,10 +1,9 @@
 #include "ControlKit/CustomLineEdit.h"
 #include "ShellServicesModule/QLocalCfg.h"
+#include "ShellServicesModule/VexaPropertyComboBox.h"
 #include "tests/stress/FreshRead.h"
 #include "tree/QGetFeaturesThread.h"
 
-#include <QAbstractItemView>
-#include <QComboBox>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -77,12 +76,7 @@ void doSomething(ModuleFixture &fixture, const ModuleFixture::Camera &camera,
     QString name = names.at(random.bounded(names.size()));
     switch (random.bounded(9)) {
     case 0:
-        for (QComboBox *combo : tree.findChildren<QComboBox *>()) {
-            // The others are editors of enumerations.
-            if (!tree.findChild<QAbstractItemView *>()->isAncestorOf(combo)) {
-                combo->setCurrentIndex(random.bounded(combo->count()));
-            }
-        }
+        tree.findChild<VexaPropertyComboBox *>()->setCurrentIndex(random.bounded(3)); // user level
         break;
     case 1:
         tree.findChild<CustomLineEdit *>(QStringLiteral("FeatureSearch"))
