@@ -164,7 +164,10 @@ void DeviceCore::setLogging(bool on)
 QVector<SimulatorAccess> DeviceCore::accessLog() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_log;
+    // Not shared with the device's thread, which would append to it while the caller still looks at it.
+    QVector<SimulatorAccess> copy = m_log;
+    copy.detach();
+    return copy;
 }
 
 void DeviceCore::clearAccessLog()
