@@ -26,10 +26,10 @@ namespace {
 constexpr int REFRESH_DELAY_MS = 200;
 constexpr int ACCESS_DENIED = ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED;
 const char *const RECOVER =
-    "box Prompt|Restore the factory settings? All present parameters will be lost.";
+    "box Notice|Restore the factory settings? All present parameters will be lost.";
 const char *const RECOVER_DEFAULT =
-    "box Prompt|Restore the default parameters? Unsaved changes will be lost.";
-const char *const DELETE_SET = "box Prompt|Delete the current configuration?";
+    "box Notice|Restore the default parameters? Unsaved changes will be lost.";
+const char *const DELETE_SET = "box Notice|Delete the current configuration?";
 const char *const CAUTION =
     "box |This restores a user set and replaces the present parameters. Continue?";
 const char *const REBOOTING = "box |The camera is restarting.";
