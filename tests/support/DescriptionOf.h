@@ -19,3 +19,11 @@ inline QByteArray descriptionOf(const QStringList &rootFeatures, const QByteArra
            "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n"
         + root + elements + "<Port Name=\"Device\"/>\n</RegisterDescription>\n";
 }
+
+/// A register of four bytes that holds a signed number.
+inline QByteArray intReg(const QByteArray &name, quint64 address)
+{
+    return "<IntReg Name='" + name + "'><Address>" + QByteArray::number(address)
+        + "</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>Device</pPort>"
+          "<Sign>Signed</Sign><Endianess>LittleEndian</Endianess></IntReg>\n";
+}

@@ -45,6 +45,3 @@ private:
 
 /// The task of an open camera, null when it has gone.
 QCameraTask *taskOf(const ModuleFixture::Camera &camera);
-
-/// A register of four bytes that holds a signed number.
-QByteArray intReg(const QByteArray &name, quint64 address);
