@@ -7,7 +7,6 @@
 #include "DeviceTaskModule/QTaskManager.h"
 #include "ShellServicesModule/QLocalCfg.h"
 #include "ShellServicesModule/QPropertyLineEdit.h"
-#include "UtilityKit/VexaInterface.h"
 #include "editors/VexaFeatureDrawWidget.h"
 #include "editors/VexaLightingSelectorWidget.h"
 #include "editors/VexaPropFocusStepWidget.h"
@@ -23,6 +22,7 @@
 #include "model/CustomItemValues.h"
 #include "view/CodeNumberLimit.h"
 #include "view/EditorCommit.h"
+#include "view/EnumerationRows.h"
 #include "view/ItemNames.h"
 #include "view/PropertyLanguage.h"
 #include "view/VexaPropertySpinBox.h"
@@ -202,51 +202,6 @@ Result fillString(const Request &request)
     return RESULT_FILLED;
 }
 
-struct ComboRow
-{
-    QString strText;
-    qint64 nValue;
-};
-
-/// The rows with the numbers of their entries. Two entries that share a display name have one row, which carries the
-/// present value if that is one of them.
-QVector<ComboRow> comboRows(const CTreeEnumationItemValue &value, bool bChinese)
-{
-    const QMap<qint64, QString> entries = value.getAllEnumationMap();
-    const QStringList names = value.getDisplayList();
-    const QStringList namesCn = value.getDisplayListCN();
-    const QStringList &texts = bChinese && !namesCn.isEmpty() ? namesCn : names;
-    QHash<QString, qint64> numbers;
-    for (auto it = entries.constBegin(); it != entries.constEnd(); ++it) {
-        if (!numbers.contains(it.value()) || it.key() == value.m_nValue) {
-            numbers.insert(it.value(), it.key());
-        }
-    }
-    QVector<ComboRow> rows;
-    for (int i = 0; i < qMin(texts.size(), names.size()); ++i) {
-        if (!texts.at(i).isEmpty()) {
-            rows.append({texts.at(i), numbers.value(names.at(i))});
-        }
-    }
-    return rows;
-}
-
-void setComboRows(QComboBox *pCombo, const QVector<ComboRow> &rows)
-{
-    bool bSame = rows.size() == pCombo->count();
-    for (int i = 0; bSame && i < rows.size(); ++i) {
-        bSame = pCombo->itemText(i) == rows.at(i).strText
-            && pCombo->itemData(i).toLongLong() == rows.at(i).nValue;
-    }
-    if (bSame) {
-        return;
-    }
-    pCombo->clear();
-    for (const ComboRow &row : rows) {
-        pCombo->addItem(row.strText, row.nValue);
-    }
-}
-
 Result fillEnumeration(const Request &request)
 {
     auto *const pCombo = qobject_cast<CustomComboBox *>(request.pEditor);
@@ -266,8 +221,8 @@ Result fillEnumeration(const Request &request)
     }
     {
         const CommitPause pause(request);
-        setComboRows(
-            pCombo, comboRows(*pValue, isPropertyLanguageChinese(request.pDelegate->parentType())));
+        EnumerationRows::show(pCombo, *pValue,
+                              isPropertyLanguageChinese(request.pDelegate->parentType()));
         const bool bKnown = request.bCached && pValue->m_enumationMap.contains(pValue->m_nValue);
         pCombo->setCurrentIndex(bKnown ? pCombo->findData(pValue->m_nValue) : -1);
         pCombo->setEnabled(!request.bReadOnly && pCombo->count() > 0);
@@ -502,36 +457,4 @@ bool EditorFiller::isReadFromDevice(const QString &strTag)
 {
     const TagRule *const pRule = findRule(strTag);
     return pRule && pRule->bReadFromDevice;
-}
-
-void EditorFiller::applyNeutralNames(VexaPropertyTreeItem *pItem, const QString &strNodeName)
-{
-    if (strNodeName != QLatin1String("VerifyEdition") || !VexaInterface::isNeutralVision()) {
-        return;
-    }
-    const QString strBranded = QStringLiteral(" Mode");
-    const QString strNeutral = QStringLiteral("Advanced Mode");
-    const ItemLock lock(pItem);
-    auto *const pValue = dynamic_cast<CTreeEnumationItemValue *>(pItem->value());
-    if (!pValue) {
-        return;
-    }
-    const QMutexLocker entriesLock(&pValue->m_mutex);
-    if (pValue->m_displayList.isEmpty() || pValue->m_displayListCN.isEmpty()) {
-        return;
-    }
-    for (int i = 0; i < pValue->m_displayList.size(); ++i) {
-        if (pValue->m_displayList.at(i) == strBranded) {
-            pValue->m_displayList[i] = strNeutral;
-            if (i < pValue->m_displayListCN.size()) {
-                pValue->m_displayListCN[i] = QStringLiteral(u"\u5148\u8fdb\u6a21\u5f0f");
-            }
-        }
-    }
-    for (QString &strName : pValue->m_enumationMap) {
-        strName = strName == strBranded ? strNeutral : strName;
-    }
-    for (QString &strName : pValue->m_nameMap) {
-        strName = strName == strBranded ? strNeutral : strName;
-    }
 }

@@ -39,8 +39,4 @@ Result fill(const Request &request);
 /// Whether the value of an item with this tag comes from a read, so that it has none before the first.
 bool isReadFromDevice(const QString &strTag);
 
-/// Names that a client without a brand shows in other words are changed in the item itself. Call it before the
-/// snapshot is taken.
-void applyNeutralNames(VexaPropertyTreeItem *pItem, const QString &strNodeName);
-
 } // namespace EditorFiller

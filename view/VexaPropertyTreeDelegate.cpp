@@ -10,6 +10,7 @@
 #include "view/EditorCommit.h"
 #include "view/EditorFiller.h"
 #include "view/EditorMaker.h"
+#include "view/EnumerationRows.h"
 #include "view/ItemNames.h"
 #include "view/PropertyLanguage.h"
 #include "view/RowFramePainter.h"
@@ -215,7 +216,7 @@ void VexaPropertyTreeDelegate::setEditorData(QWidget *editor, const QModelIndex 
     const QString strTag = pItem->tagName();
     EditorFiller::Request request;
     request.strNodeName = nodeNameOf(pItem, index.column());
-    EditorFiller::applyNeutralNames(pItem, request.strNodeName);
+    EnumerationRows::applyNeutralNames(pItem, request.strNodeName);
     // The state is taken before the value: a change between the two is told again.
     const bool bCached = pItem->isValueCached();
     request.bReadOnly = pItem->readOnly();
