@@ -58,6 +58,10 @@ void WorkbenchWindowTest::tabGoesRound()
 {
     w().openAndWait(FIRST);
     QVERIFY(QTest::qWaitForWindowActive(&w().window()));
+    for (const char *feature : {"ReverseX", "PixelFormat"}) {
+        const auto *editor = w().session(FIRST)->tree()->findChild<QWidget *>(feature);
+        QTRY_VERIFY_WITH_TIMEOUT(editor && editor->isEnabled(), LONG_WAIT);
+    }
     w().list()->setFocus();
     QStringList rounds[2];
     for (QStringList &round : rounds) {
