@@ -42,6 +42,10 @@ const char *const NODES = R"(
 <IntReg Name="Chunk"><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode><pPort>ChunkPort</pPort></IntReg>
 <Integer Name="OverChunk"><pValue>Chunk</pValue></Integer>
 <Integer Name="Constant"><Value>1</Value></Integer>
+<Integer Name="IndexedRO"><pIndex>One</pIndex><pValueIndexed Index="1">RO</pValueIndexed><ValueDefault>3</ValueDefault></Integer>
+<Integer Name="IndexedAway"><pIndex>One</pIndex><pValueIndexed Index="1">Away</pValueIndexed><ValueDefault>3</ValueDefault></Integer>
+<Integer Name="IndexedDefault"><pIndex>Zero</pIndex><pValueIndexed Index="1">RO</pValueIndexed><ValueDefault>3</ValueDefault></Integer>
+<Integer Name="IndexedByDivision"><pIndex>Divides</pIndex><pValueIndexed Index="1">RW</pValueIndexed><ValueDefault>3</ValueDefault></Integer>
 <Integer Name="Gated"><pIsAvailable>Gate</pIsAvailable><pValue>RW</pValue></Integer>
 )";
 
@@ -79,12 +83,12 @@ void AccessModeTest::mode_data()
     } rows[] = {{NODE_NI, "None Missing OverBroken NoSuchNode"},
                 {NODE_NA,
                  "Gone LockedWO OverAway ImposedAgainst KnifeOfAway AwayEntry AwayByDivision "
-                 "OneOfTwoAway OverChunk"},
+                 "OneOfTwoAway OverChunk IndexedAway IndexedByDivision"},
                 {NODE_WO, "WO ImposedWO Run"},
                 {NODE_RO,
                  "Shown LockedByBoolean OverLocked ImposedRO RunLocked Knife Converted "
-                 "LockedEntry ConstantLock OneOfTwoLocks NoAccessMode"},
-                {NODE_RW, "OverRW Unlocked LockedByDivision Constant"}};
+                 "LockedEntry ConstantLock OneOfTwoLocks NoAccessMode IndexedRO"},
+                {NODE_RW, "OverRW Unlocked LockedByDivision Constant IndexedDefault"}};
     for (const auto &row : rows) {
         for (const QByteArray &node : QByteArray(row.nodes).split(' ')) {
             QTest::newRow(node.constData()) << row.mode;

@@ -101,16 +101,24 @@ DeviceError workOut(NodeEvaluator &evaluator, NodeId id, bool withLocks, int *mo
                 return {};
             }
         }
-        current = node.value.source == NodeOperand::Source::Node ? node.value.node : NO_NODE;
+        NodeOperand below;
+        LocalValues::Key key;
+        error = evaluator.selectValue(current, &below, &key);
+        if (error.failed()) {
+            *mode = error.isTransport() ? *mode : int(NODE_NA);
+            return error.isTransport() ? error : DeviceError();
+        }
+        current = below.source == NodeOperand::Source::Node ? below.node : NO_NODE;
     } while (current != NO_NODE);
     *mode = result;
     return {};
 }
 
-bool hasCondition(const NodeInfo &node)
+/// Whether what other nodes hold at present has a say in the mode.
+bool mayChange(const NodeInfo &node)
 {
     return !node.implementedBy.isEmpty() || !node.availableBy.isEmpty() || !node.lockedBy.isEmpty()
-        || !node.variables.isEmpty();
+        || !node.variables.isEmpty() || node.index != NO_NODE;
 }
 
 /// The same as workOut() for a chain without conditions, else -1. A chain has an end: what stands in a circle, or goes
@@ -123,7 +131,7 @@ int fixedMode(const NodeTable &nodes, NodeId id)
         if (!node.problem.isEmpty()) {
             return NODE_NI;
         }
-        if (hasCondition(node)) {
+        if (mayChange(node)) {
             return -1;
         }
         if (node.kind == NodeKind::Category) {
