@@ -9,6 +9,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStackedLayout>
@@ -32,10 +33,13 @@ public:
         row->setContentsMargins(0, 0, 0, 0);
         row->addWidget(pContent);
     }
-    QSize minimumSizeHint() const override { return m_pContent->minimumSizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        return m_pContent ? m_pContent->minimumSizeHint() : QWidget::minimumSizeHint();
+    }
 
 private:
-    QWidget *m_pContent;
+    QPointer<QWidget> m_pContent; ///< the window deletes it before the rest
 };
 
 /// In a window that is narrower than its content it scrolls sideways.
