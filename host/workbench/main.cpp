@@ -55,14 +55,16 @@ void choosePlatform(bool headless)
     }
 }
 
-/// A device that hangs keeps its threads, which the closing waits for. The program ends all the same.
-void limitShutdown(int exitCode)
+/// A device that hangs keeps its threads, and a file under way its copy, which the closing waits for. From here on the
+/// program ends all the same, with this code.
+int limitShutdown(int exitCode)
 {
     std::thread([exitCode] {
         std::this_thread::sleep_for(SHUTDOWN_LIMIT);
         std::fputs("vexa-workbench: a device does not answer; it could not be closed\n", stderr);
         std::_Exit(exitCode);
     }).detach();
+    return exitCode;
 }
 
 /// Enters what the command line names, else `defaults`; the ids in that order, empty with a reason in `error`.
@@ -134,7 +136,7 @@ int runHeadless(WorkbenchWindow &window, const WorkbenchOptions &options, const 
     QObject::connect(&runner, &HeadlessRunner::finished, qApp, &QCoreApplication::exit,
                      Qt::QueuedConnection);
     QTimer::singleShot(0, &runner, &HeadlessRunner::start);
-    return QApplication::exec();
+    return limitShutdown(QApplication::exec());
 }
 
 int runWindow(WorkbenchWindow &window, const QStringList &ids, int descriptionsFrom)
@@ -151,7 +153,7 @@ int runWindow(WorkbenchWindow &window, const QStringList &ids, int descriptionsF
     for (const QString &id : ids) {
         window.openDevice(id);
     }
-    return QApplication::exec();
+    return limitShutdown(QApplication::exec());
 }
 
 int run(const WorkbenchOptions &options)
@@ -186,11 +188,8 @@ int run(const WorkbenchOptions &options)
     const TerminationSignals signalled;
     QObject::connect(&signalled, &TerminationSignals::requested, qApp,
                      [headless, failed] { QCoreApplication::exit(headless ? failed : EXIT_DONE); });
-    const int exitCode = headless
-        ? runHeadless(window, options, ids)
-        : runWindow(window, ids, ids.size() - options.descriptions.size());
-    limitShutdown(exitCode);
-    return exitCode;
+    return headless ? runHeadless(window, options, ids)
+                    : runWindow(window, ids, ids.size() - options.descriptions.size());
 }
 
 } // namespace

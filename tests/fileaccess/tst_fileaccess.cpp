@@ -423,6 +423,7 @@ void tst_FileAccessDialog::workerWithoutCamera()
     worker.start();
     QVERIFY(worker.wait(30000));
     QCOMPARE(ended, QList<QVariantList>({{0, false, "\r\nError: 0xFFFFFFFC"}}));
+    m_pDesk.reset();
 }
 
 void tst_FileAccessDialog::noDialogWithoutCamera()
