@@ -9,6 +9,8 @@
 #include <QPointer>
 #include <QTextBrowser>
 
+#include <memory>
+
 namespace {
 
 constexpr int ICON_SIZE = 32;
@@ -192,12 +194,13 @@ void CustomMessageBox::cSetHintStyle(int style)
 void CustomMessageBox::cEndSetParameter()
 {
     d->pText->ensurePolished();
-    QTextDocument *const document = d->pText->document();
-    document->setDefaultFont(d->pText->font());
-    document->setTextWidth(-1);
-    const int width = qBound(MIN_TEXT_WIDTH, int(document->idealWidth()) + 2, MAX_TEXT_WIDTH);
-    document->setTextWidth(width);
-    const int height = int(document->size().height()) + 2;
+    d->pText->document()->setDefaultFont(d->pText->font());
+    // A copy: the view lays its own document out for its present width whenever that is measured.
+    const std::unique_ptr<QTextDocument> measured(d->pText->document()->clone());
+    measured->setTextWidth(-1);
+    const int width = qBound(MIN_TEXT_WIDTH, int(measured->idealWidth()) + 2, MAX_TEXT_WIDTH);
+    measured->setTextWidth(width);
+    const int height = int(measured->size().height()) + 2;
     const bool scrolls = height > MAX_TEXT_HEIGHT;
     d->pText->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     d->pText->setFixedSize(scrolls ? width + 16 : width, qMin(height, MAX_TEXT_HEIGHT));
