@@ -114,7 +114,6 @@ void IVexaFeatureWidget::setCameraID(long lCameraID)
     }
     VexaPropertyTreeItem *pRoot = m_rootItems.value(nCamera, nullptr);
     if (bInitialized) {
-        m_pRows->bringAllUp(lCameraID);
         afterInitialized(lCameraID);
     } else {
         cameraWithoutTree(lCameraID);
@@ -128,6 +127,8 @@ void IVexaFeatureWidget::setCameraID(long lCameraID)
         m_lCameraID = NO_CAMERA;
         return;
     }
+    // What was told while the pages were laid, or out of sight, has not come in.
+    m_pRows->bringAllUp(lCameraID);
     m_pTreeView->openEditors(pRoot);
     afterCameraChanged(pRoot);
     m_updateTimer.start(TIMER_PERIOD_MS, this);

@@ -24,7 +24,7 @@ public:
 
     /// The feature has changed in this: its rows take it over.
     void bringUp(VexaPropertyTreeItem *pFeature, Follow eChange);
-    /// The pages of this camera were out of sight: all their rows take everything over.
+    /// The pages of this camera were out of sight, or are new: all their rows take everything over.
     void bringAllUp(long lCameraID);
     /// Whether the rows of this camera may be edited; true until told otherwise.
     bool isEditable(long lCameraID) const { return !m_readOnly.contains(lCameraID); }

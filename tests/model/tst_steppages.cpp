@@ -325,6 +325,19 @@ void tst_steppages::rowsFollowTheirFeature()
     QCOMPARE(pPage->m_nValue, 2);
     camera.tree->propertyItemByName("TcpFormatString")->setReadOnly(camera.id, true);
     QVERIFY(pFormat->readOnly() && !pScreen->readOnly());
+    // A worker may be at the feature while the page is laid, when no notification comes in.
+    struct LatePage : TestPages
+    {
+        using TestPages::TestPages;
+        VexaPropertyTreeItem *createPageRoot() override
+        {
+            VexaPropertyTreeItem *pRoot = TestPages::createPageRoot();
+            tree()->propertyItemByName("TcpFormatString")->setReadOnly(m_lCameraID, false);
+            return pRoot;
+        }
+    } late(pagesOf("P(TcpFormatString)"), 2);
+    late.setCameraID(camera.id);
+    QVERIFY(!late.row("Custom_TcpFormatString")->readOnly());
     // A host may lay rows and have no page in the end.
     struct NoPage : TestPages
     {
