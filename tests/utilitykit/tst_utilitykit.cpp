@@ -41,7 +41,6 @@ class tst_UtilityKit : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void cleanupTestCase() { QFile::remove(settingsFile()); }
     void languageIsKept();
     void diskFull();
     void dataPath();
@@ -62,8 +61,10 @@ private:
 
 void tst_UtilityKit::initTestCase()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    QFile::remove(settingsFile());
+    // Of this process alone: another one may run the same test.
+    for (const char *place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) {
+        qputenv(place, m_folder.path().toUtf8());
+    }
     QLocale::setDefault(QLocale(QLocale::German));
 }
 
