@@ -20,10 +20,15 @@ QByteArray spacedName(const QByteArray &name)
     };
     QByteArray spaced;
     for (int i = 0; i < name.size(); ++i) {
-        if (i > 0 && isUpper(i) && (!isUpper(i - 1) || (isLower(i + 1) && isLower(i + 2)))) {
+        const bool startsWord = spaced.isEmpty() || spaced.endsWith(' ');
+        if (name.at(i) == '_') {
+            spaced += startsWord ? "" : " ";
+            continue;
+        }
+        if (!startsWord && isUpper(i) && (!isUpper(i - 1) || (isLower(i + 1) && isLower(i + 2)))) {
             spaced += ' ';
         }
-        spaced += name.at(i);
+        spaced += startsWord ? QByteArray(1, name.at(i)).toUpper() : QByteArray(1, name.at(i));
     }
     return spaced;
 }
