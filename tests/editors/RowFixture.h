@@ -7,27 +7,16 @@
 #include <QtEndian>
 #include <QtTest>
 
-#include <functional>
-
 /// Pages of a host with what it gives the rows that the builder leaves open.
 class RowPages : public TestPages
 {
 public:
     using IVexaFeatureWidget::setLightingItems;
     using IVexaFeatureWidget::setRowCamera;
-    VexaPropertyTreeItem *createPageRoot() override
-    {
-        VexaPropertyTreeItem *const pRoot = TestPages::createPageRoot();
-        if (pRoot && m_prepare) {
-            m_prepare(pRoot);
-        }
-        return pRoot;
-    }
     VexaPropertyTreeItem *rowBelow(VexaPropertyTreeItem *pRoot, const QString &strName) const
     {
         return pageItem(pRoot, strName);
     }
-    std::function<void(VexaPropertyTreeItem *)> m_prepare; ///< of a page that is not on show yet
     using TestPages::TestPages;
 };
 

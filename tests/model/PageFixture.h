@@ -9,6 +9,8 @@
 
 #include <QDomDocument>
 
+#include <functional>
+
 /// Pages laid from a text, as a host lays them.
 class TestPages : public IVexaFeatureWidget
 {
@@ -36,6 +38,9 @@ public:
         auto *pRoot = new VexaPropertyTreeItem;
         pRoot->setIsFeatureTreeItem(false);
         createPageItems(pRoot, document.documentElement(), tree());
+        if (m_prepare) {
+            m_prepare(pRoot);
+        }
         return pRoot;
     }
 
@@ -51,6 +56,7 @@ public:
     using IVexaFeatureWidget::setSpinItems;
     using IVexaFeatureWidget::setSpinStep;
     QString m_strHint;
+    std::function<void(VexaPropertyTreeItem *)> m_prepare; ///< of a page that is not on show yet
 
 private:
     QString m_strPages;

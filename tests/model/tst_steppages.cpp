@@ -326,16 +326,10 @@ void tst_steppages::rowsFollowTheirFeature()
     camera.tree->propertyItemByName("TcpFormatString")->setReadOnly(camera.id, true);
     QVERIFY(pFormat->readOnly() && !pScreen->readOnly());
     // A worker may be at the feature while the page is laid, when no notification comes in.
-    struct LatePage : TestPages
-    {
-        using TestPages::TestPages;
-        VexaPropertyTreeItem *createPageRoot() override
-        {
-            VexaPropertyTreeItem *pRoot = TestPages::createPageRoot();
-            tree()->propertyItemByName("TcpFormatString")->setReadOnly(m_lCameraID, false);
-            return pRoot;
-        }
-    } late(pagesOf("P(TcpFormatString)"), 2);
+    TestPages late(pagesOf("P(TcpFormatString)"), 2);
+    late.m_prepare = [&camera](VexaPropertyTreeItem *) {
+        camera.tree->propertyItemByName("TcpFormatString")->setReadOnly(camera.id, false);
+    };
     late.setCameraID(camera.id);
     QVERIFY(!late.row("Custom_TcpFormatString")->readOnly());
     // A host may lay rows and have no page in the end.
