@@ -48,7 +48,7 @@ private:
     bool isRegisterWritable(const QString &node);
     bool prepareBuffer(const FeatureFileEntry &entry, qint64 *length);
     void tellOfUnwritable(const FeatureFileEntry &entry);
-    static bool differs(const FeatureFileRegister &row, const QString &deviceWords);
+    static bool registerDiffers(const FeatureFileRegister &row, const QString &deviceWords);
     bool readRegister(const FeatureFileRegister &row, qint64 length, QString *deviceWords);
     /// False when the register cannot be read.
     bool compareRegister(const FeatureFileEntry &entry, const FeatureFileRegister &row,

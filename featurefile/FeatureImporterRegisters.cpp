@@ -83,7 +83,7 @@ void FeatureImporter::tellOfUnwritable(const FeatureFileEntry &entry)
         qint64 address = 0;
         QString deviceWords;
         if (!m_job.isStopped() && !m_bGone && parse(row.address, HIGHEST_ADDRESS, &address)
-            && readRegister(row, length, &deviceWords) && differs(row, deviceWords)) {
+            && readRegister(row, length, &deviceWords) && registerDiffers(row, deviceWords)) {
             m_report.notImported.append(
                 {entry.name + row.variables, FeatureFileReason::NotWritable, entry.reg});
         }
@@ -91,7 +91,7 @@ void FeatureImporter::tellOfUnwritable(const FeatureFileEntry &entry)
 }
 
 /// Behind a converter the first word alone is compared.
-bool FeatureImporter::differs(const FeatureFileRegister &row, const QString &deviceWords)
+bool FeatureImporter::registerDiffers(const FeatureFileRegister &row, const QString &deviceWords)
 {
     return row.to.isEmpty() ? deviceWords != row.text
                             : deviceWords.section(QLatin1Char(','), 0, 0) != row.to;
@@ -102,7 +102,7 @@ bool FeatureImporter::applyRegister(const FeatureFileEntry &entry, const Feature
 {
     QString deviceWords;
     const bool isRead = readRegister(row, length, &deviceWords);
-    if (isRead && !differs(row, deviceWords)) {
+    if (isRead && !registerDiffers(row, deviceWords)) {
         return true;
     }
     if (m_bGone) {
@@ -153,7 +153,7 @@ bool FeatureImporter::compareRegister(const FeatureFileEntry &entry, const Featu
     if (!readRegister(row, length, &deviceWords)) {
         return false;
     }
-    if (!differs(row, deviceWords)) {
+    if (!registerDiffers(row, deviceWords)) {
         return true;
     }
     const QString name = entry.name + row.variables;
