@@ -10,8 +10,6 @@ namespace {
 using Thread = VexaFeatureImExThread;
 using Value = FeatureFileLines::Value;
 using Register = FeatureFileLines::Register;
-constexpr int NOT_AVAILABLE = 1;
-constexpr int READ_WRITE = 4;
 constexpr int CHANGES = 50;
 const QSet<QString> POLLED = {"PollingExposureTime", "PollingGamma",       "PollingVertline",
                               "PollingParamEnable",  "PollingLightEnable", "PollingFocusPos",
@@ -52,7 +50,7 @@ bool answer(QCameraTask *task, const QString &type, const QString &name, QString
 bool change(QCameraTask *task, const Value &line)
 {
     int error = 0;
-    if (task->GetAccessMode(line.name, &error) != READ_WRITE) {
+    if (task->GetAccessMode(line.name, &error) != NODE_RW) {
         return false;
     }
     if (line.type == "Boolean") {
@@ -122,7 +120,7 @@ struct RoundTrip : JobFixture
     bool isWritable(const Register &line) const
     {
         int error = 0;
-        return line.reg.isEmpty() || task->GetAccessMode(line.reg, &error) == READ_WRITE;
+        return line.reg.isEmpty() || task->GetAccessMode(line.reg, &error) == NODE_RW;
     }
     /// A node that has a value now and another one, or none, in its register when it is not available.
     bool differs(const Value &line) const
@@ -132,7 +130,7 @@ struct RoundTrip : JobFixture
         if (answer(task, line.type, line.name, &text)) {
             return text != line.value;
         }
-        if (line.type == "Boolean" || task->GetAccessMode(line.name, &error) != NOT_AVAILABLE) {
+        if (line.type == "Boolean" || task->GetAccessMode(line.name, &error) != NODE_NA) {
             return false;
         }
         const auto nodes = builder.elementMap();

@@ -14,9 +14,6 @@ constexpr quint32 NO_SUCH_ADDRESS = 0x90006206;
 constexpr quint32 NO_SUCH_NODE = 0x90006202;
 constexpr quint32 GONE_FIRST = 0x90006000;
 constexpr quint32 GONE_LAST = 0x90006002;
-constexpr int MODE_WRITE = 2;
-constexpr int MODE_READ = 3;
-constexpr int MODE_BOTH = 4;
 
 qint64 numberIn(const QDomElement &node, const char *tag, qint64 otherwise)
 {
@@ -135,13 +132,13 @@ int FuzzDevice::accessMode(const QString &name, int *error)
     }
     const int mode =
         MODES.indexOf(node(name).firstChildElement(QStringLiteral("ImposedAccessMode")).text());
-    return mode < 0 ? MODE_BOTH : mode;
+    return mode < 0 ? int(NODE_RW) : mode;
 }
 
 bool FuzzDevice::beginRead(const QString &name, int *error)
 {
     const int mode = accessMode(name, error);
-    return mode >= MODE_READ || (!m_gone && mode > 0 && fail(NOT_ACCESSIBLE, error));
+    return mode >= NODE_RO || (!m_gone && mode > 0 && fail(NOT_ACCESSIBLE, error));
 }
 
 bool FuzzDevice::beginWrite(const QString &name, int *error)
@@ -149,7 +146,7 @@ bool FuzzDevice::beginWrite(const QString &name, int *error)
     ++m_writes;
     const int mode = accessMode(name, error);
     return begin(name, "WriteError", error)
-        && (mode == MODE_WRITE || mode == MODE_BOTH || fail(NOT_ACCESSIBLE, error));
+        && (mode == NODE_WO || mode == NODE_RW || fail(NOT_ACCESSIBLE, error));
 }
 
 QString FuzzDevice::valueOf(const QString &name) const
